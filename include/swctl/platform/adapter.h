@@ -1,0 +1,23 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file adapter.h
+ * @brief The calls of the platform adapter that libswctl makes.
+ *
+ * Declarations only; see sdk.h for who provides them. The list itself is
+ * calls/adapter.def.
+ */
+#ifndef SWCTL_PLATFORM_ADAPTER_H
+#define SWCTL_PLATFORM_ADAPTER_H
+
+#include <swctl/types.h>
+
+SWCTL_BEGIN_DECLS
+
+#include <swctl/platform/calls_begin.h>
+#define SWCTL_CALL(name, ...) SWCTL_API int32_t name(SWCTL_PARAMETERS(__VA_ARGS__));
+#include <swctl/platform/calls/adapter.def>
+#include <swctl/platform/calls_end.h>
+
+SWCTL_END_DECLS
+
+#endif

@@ -1,0 +1,299 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file port.h
+ * @brief Ports: link, medium, loopback, speed and duplex.
+ *
+ * The laws in frame.h hold throughout: leading argument ignored, then the
+ * unit, then the chip's physical port, passed to the SDK unchanged. No range
+ * is checked here; the SDK refuses what it does not have.
+ */
+#ifndef SWCTL_PORT_H
+#define SWCTL_PORT_H
+
+#include <swctl/types.h>
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @name Generic speed
+ * What callers pass and receive, in Mbit/s. On reading, any SDK code but
+ * those of the four speeds becomes ::USER_SPEED_UNKNOWN; on writing, any
+ * other value is written as SDK code 4.
+ * @{
+ */
+#define USER_SPEED_10 10u
+#define USER_SPEED_100 100u
+#define USER_SPEED_1000 1000u
+#define USER_SPEED_10000 10000u
+/** No single speed, or one that the generic interface has no name for. */
+#define USER_SPEED_UNKNOWN 4u
+/** @} */
+
+/**
+ * @name Generic duplex
+ * @{
+ */
+#define USER_DUPLEX_HALF 0u
+#define USER_DUPLEX_FULL 1u
+/** Both or neither advertised; comes only from the advertised abilities. */
+#define USER_DUPLEX_BOTH 2u
+/** @} */
+
+/**
+ * @name Advertised-ability word
+ * What a port offers its partner in autonegotiation (IEEE 802.3 clauses 28
+ * and 40). Bits not named here are reserved.
+ * @{
+ */
+#define USER_ABILITY_10_HALF 0x80000000u
+#define USER_ABILITY_10_FULL 0x40000000u
+#define USER_ABILITY_100_HALF 0x20000000u
+#define USER_ABILITY_100_FULL 0x10000000u
+#define USER_ABILITY_1000_HALF 0x08000000u
+#define USER_ABILITY_1000_FULL 0x04000000u
+#define USER_ABILITY_PAUSE 0x02000000u
+/** @} */
+
+/** Medium of a combo port that runs on its fibre side. */
+#define USER_MEDIUM_FIBRE 1u
+
+/**
+ * @brief Programs the fixed port defaults of a unit.
+ *
+ * Calls, in this order, every result ignored:
+ * rtk_switch_maxPktLenTagLenCntIncEnable_set(unit, 0),
+ * rtk_rate_stormControlRateMode_set(unit, 0), and
+ * rtk_rate_stormControlBurstSize_set(unit, type, 100) for types 2, 3 and 4.
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @return 0, always
+ */
+SWCTL_API int32_t user_port_init(uint32_t lead, uint32_t unit);
+
+/**
+ * @brief Medium that a combo port runs on.
+ *
+ * Calls rtk_port_phyComboPortMedia_get(unit, port, ...).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param medium receives the SDK's medium, ::USER_MEDIUM_FIBRE or another
+ *               value; written whatever the result, 0 if the SDK wrote none
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_port_media_type_get(uint32_t lead, uint32_t unit, int32_t port,
+                                           uint32_t *medium);
+
+/**
+ * @brief The same as user_port_media_type_get() under its second name.
+ *
+ * user_port_link_status_get() asks for the medium through this name.
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param medium as in user_port_media_type_get()
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_port_link_medium_get(uint32_t lead, uint32_t unit, int32_t port,
+                                            uint32_t *medium);
+
+/**
+ * @brief Link state as the SDK reports it, whatever the medium.
+ *
+ * Passes through to rtk_port_link_get(unit, port, status).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param status handed to the SDK; receives 1 for up, 0 for down
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_fiberport_link_status_get(uint32_t lead, uint32_t unit, int32_t port,
+                                                 uint32_t *status);
+
+/**
+ * @brief Link state, where a fibre port counts as up only if it is enabled.
+ *
+ * Calls rtk_port_link_get(unit, port, status), then
+ * user_port_link_medium_get(lead, unit, port, ...) even if the first call
+ * failed. If the medium was read, is ::USER_MEDIUM_FIBRE and the status is
+ * not 0, it calls rtk_port_adminEnable_get(unit, port, ...) and replaces the
+ * status by the administrative state; a failure of that read leaves the
+ * status as it is.
+ *
+ * @param lead   ignored, handed on to user_port_link_medium_get()
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param status handed to the SDK; receives 1 for up, 0 for down. It is read
+ *               after a failed link read too, so it should hold a value.
+ * @return the result of rtk_port_link_get(), always
+ */
+SWCTL_API int32_t user_port_link_status_get(uint32_t lead, uint32_t unit, int32_t port,
+                                            uint32_t *status);
+
+/**
+ * @brief Whether a port's MAC sends its own frames back to itself.
+ *
+ * Passes through to rtk_diag_portMacLocalLoopbackEnable_get(unit, port,
+ * enable).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param enable handed to the SDK; receives 1 for on, 0 for off
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_port_loopback_get(uint32_t lead, uint32_t unit, int32_t port,
+                                         uint32_t *enable);
+
+/**
+ * @brief Switches the local loopback of a port's MAC.
+ *
+ * Passes through to rtk_diag_portMacLocalLoopbackEnable_set(unit, port,
+ * enable).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param enable 1 on, 0 off
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_port_loopback_set(uint32_t lead, uint32_t unit, int32_t port,
+                                         uint32_t enable);
+
+/**
+ * @brief Highest speed of any port of the device.
+ *
+ * Makes no SDK call.
+ *
+ * @param lead  ignored
+ * @param unit  ignored
+ * @param port  ignored
+ * @param speed receives ::USER_SPEED_1000
+ * @return 0, always
+ */
+SWCTL_API int32_t user_port_speed_max(uint32_t lead, uint32_t unit, int32_t port, uint32_t *speed);
+
+/**
+ * @brief Speed of a port: in operation, forced or advertised.
+ *
+ * Calls rtk_port_link_get(unit, port, ...). With the link up (1) it then
+ * calls rtk_port_speedDuplex_get(unit, port, speed, ...). Otherwise it calls
+ * rtk_port_phyAutoNegoEnable_get(unit, port, ...), and with autonegotiation
+ * off rtk_port_phyForceModeAbility_get(unit, port, speed, ...). The SDK's
+ * code is translated to the generic speed.
+ *
+ * With the link down and autonegotiation on, it calls
+ * rtk_port_phyAutoNegoAbility_get(0, port, ...), on unit 0 whatever the unit
+ * argument, and derives the speed from what is advertised: only 10 Mbit/s
+ * modes, with or without gigabit, give 10; only 100 Mbit/s modes, with or
+ * without gigabit, give 100; 1000 full duplex alone gives 1000; everything
+ * else, 1000 half duplex alone included, gives ::USER_SPEED_UNKNOWN.
+ *
+ * A failing SDK read prints "rtk get error[%d]\n" with its result; a failing
+ * ability read prints "user_port_speed_get:get port autonego ability
+ * failed\n" to standard error instead.
+ *
+ * @param lead  ignored
+ * @param unit  switch unit
+ * @param port  chip port
+ * @param speed receives the generic speed. Handed to the SDK in the first two
+ *              cases; if such a read fails, it holds what the SDK left there.
+ *              Untouched if an earlier read or the ability read fails.
+ * @return the result of the last SDK call, the first negative one included
+ */
+SWCTL_API int32_t user_port_speed_get(uint32_t lead, uint32_t unit, int32_t port, uint32_t *speed);
+
+/**
+ * @brief Forces a port's speed and duplex, keeping its flow control.
+ *
+ * Calls rtk_port_phyAutoNegoEnable_get(unit, port, ...). The flow control to
+ * keep comes from rtk_port_phyForceModeAbility_get(unit, port, ...) if
+ * autonegotiation is off, and is the pause bit of
+ * rtk_port_phyAutoNegoAbility_get(unit, port, ...) if it is on; if that
+ * ability read fails, flow control is taken as off and the function goes on.
+ * Then rtk_port_phyAutoNegoEnable_set(unit, port, 0) and
+ * rtk_port_phyForceModeAbility_set(unit, port, code, duplex, flow control).
+ *
+ * A failure of one of the first two reads prints "rtk get error[%d]\n"; a
+ * failure to switch autonegotiation off is returned without a line.
+ *
+ * The arguments are deliberately unlike those of user_port_duplex_set(): the
+ * speed is generic and translated, the duplex is the SDK's.
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param speed  generic speed; any value but 10, 100, 1000 and 10000 is
+ *               written as SDK code 4
+ * @param duplex SDK duplex value (0 half, 1 full), passed on unchanged
+ * @return the result of the last SDK call, the first negative one included
+ *         (except that of the ability read)
+ */
+SWCTL_API int32_t user_port_speed_set(uint32_t lead, uint32_t unit, int32_t port, uint32_t speed,
+                                      uint32_t duplex);
+
+/**
+ * @brief Duplex of a port: in operation, forced or advertised.
+ *
+ * Makes the same calls in the same order as user_port_speed_get(), the
+ * ability read on unit 0 included. In operation or forced, the SDK's duplex
+ * is handed over unchanged. Advertised: only half-duplex modes of 10 and
+ * 100 Mbit/s give ::USER_DUPLEX_HALF; only full-duplex modes give
+ * ::USER_DUPLEX_FULL; both or neither give ::USER_DUPLEX_BOTH. 1000 half
+ * duplex is not looked at.
+ *
+ * Prints as user_port_speed_get() does, with its own name.
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param duplex receives the generic duplex; as `speed` in
+ *               user_port_speed_get() otherwise
+ * @return the result of the last SDK call, the first negative one included
+ */
+SWCTL_API int32_t user_port_duplex_get(uint32_t lead, uint32_t unit, int32_t port,
+                                       uint32_t *duplex);
+
+/**
+ * @brief Forces a port's duplex and speed, keeping its flow control.
+ *
+ * Makes the same calls as user_port_speed_set(), with two differences: a
+ * failure to switch autonegotiation off prints "set port autonego enable
+ * failed!!!" with a line end, and the speed is the SDK's code, passed on
+ * unchanged.
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param duplex SDK duplex value (0 half, 1 full), passed on unchanged
+ * @param speed  SDK speed code (0, 1, 2, 3 for 10, 100, 1000, 10000 Mbit/s),
+ *               passed on unchanged
+ * @return the result of the last SDK call, the first negative one included
+ *         (except that of the ability read)
+ */
+SWCTL_API int32_t user_port_duplex_set(uint32_t lead, uint32_t unit, int32_t port, uint32_t duplex,
+                                       uint32_t speed);
+
+/**
+ * @name Fixed result 0
+ * On a device that had them: the master or slave role of a gigabit port's
+ * clock, the port's spanning-tree state, and whether the port accepts bridge
+ * protocol data units. Each ignores its arguments, calls nothing, writes
+ * nothing and returns 0.
+ * @{
+ */
+SWCTL_API int32_t user_port_master_get(uint32_t lead, ...);
+SWCTL_API int32_t user_port_master_set(uint32_t lead, ...);
+SWCTL_API int32_t user_port_stp_get(uint32_t lead, ...);
+SWCTL_API int32_t user_port_stp_set(uint32_t lead, ...);
+SWCTL_API int32_t user_port_bpdu_enable_get(uint32_t lead, ...);
+SWCTL_API int32_t user_port_bpdu_enable_set(uint32_t lead, ...);
+/** @} */
+
+SWCTL_END_DECLS
+
+#endif

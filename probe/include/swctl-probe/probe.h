@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+/**
+ * @file probe.h
+ * @brief The probe, for test programs: the calls a library makes, and answers
+ *        of one's own.
+ *
+ * The probe stands between libswctl and whoever implements the SDK, the
+ * adapter and the log. Every call passes through it, on to the next library
+ * in the program's search order, and leaves a record. A test program links
+ * libswctl-probe in front of the virtual chip and asks for the records here.
+ *
+ * A call is written as one line of text, the same in a trace and in a test:
+ *
+ *     rtk_port_link_get(unit=0, port=3, link=>1) = 0
+ *     rtk_port_phyAutoNegoAbility_get(unit=0, port=3, ability=>0xf2000000) = 0
+ *     rtk_l2_addr_del(unit=0, vid=10, mac=[02 00 00 00 00 01]) = -1005 !
+ *
+ * "=" shows what the call was given, "=>" what it wrote, an update shows both
+ * ("mask=0x1=>0x3"). Outputs of a failed call (negative result) are left out.
+ * A "!" at the end marks a result that the probe made up.
+ *
+ * All functions may be called from any thread.
+ */
+#ifndef SWCTL_PROBE_PROBE_H
+#define SWCTL_PROBE_PROBE_H
+
+#include <swctl/types.h>
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace swprobe {
+
+// How an argument's elements are shown, and which way they travel.
+enum class Form { dec, hex, text };
+enum class Direction { value, out, ref, update };
+
+// One argument of one call. Elements are kept as numbers, so a recording reads
+// the same on a machine of either byte order.
+struct Argument {
+  std::string name;
+  Direction direction;
+  Form form;
+  int width;                    // bytes of one element
+  bool null;                    // a null address was passed
+  std::vector<int64_t> before;  // value, ref, update
+  std::vector<int64_t> after;   // out, update
+  std::string text;             // Form::text
+};
+
+struct Call {
+  uint64_t number;  // 1 for the first call since the process started
+  std::string name;
+  std::vector<Argument> arguments;
+  int64_t result;
+  bool has_result;  // false for functions that return nothing
+  bool made_up;     // the probe answered, not the platform
+
+  // The value of an argument by name: what was passed, or what was written.
+  // Throws std::out_of_range for a name the call does not have.
+  int64_t in(const std::string &argument) const;
+  int64_t out(const std::string &argument) const;
+  // The line described at the top.
+  std::string line() const;
+};
+
+// The calls since the last take() or forget(), oldest first.
+SWCTL_API std::vector<Call> take();
+// The same as lines of text.
+SWCTL_API std::vector<std::string> take_lines();
+SWCTL_API void forget();
+
+// Answers that replace the platform's. The platform is not called then.
+struct Answer {
+  int64_t result = 0;
+  // Written to the outputs of these names before the call returns, whatever
+  // the result; other outputs stay as the caller had them.
+  std::vector<std::pair<std::string, int64_t>> outputs;
+};
+
+// Adds one line of a fault plan, in the grammar of docs/probe.md, for example
+// "rtk_vlan_port_set nth 3 result -5" or "rtk_*_get port 7 result -1".
+// Throws std::invalid_argument naming the wrong word.
+SWCTL_API void plan(const std::string &rule);
+// Answers the nth call of `name` from now on (1 is the next one; 0 is every
+// call) with `answer`.
+SWCTL_API void answer(const std::string &name, uint64_t nth, const Answer &answer);
+// Forgets every plan line and answer.
+SWCTL_API void clear_plan();
+// How often the plan and the answers have stood in for the platform since
+// clear_plan().
+SWCTL_API uint64_t made_up_count();
+
+// Reads a recording back. Throws std::runtime_error naming file and line.
+SWCTL_API std::vector<Call> read_recording(const std::string &path);
+
+}  // namespace swprobe
+
+#endif

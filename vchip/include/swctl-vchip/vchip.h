@@ -1,0 +1,127 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file vchip.h
+ * @brief The virtual chip's second door: what the world does to a chip.
+ *
+ * libswctl-vchip answers the calls of the SDK, the adapter and the platform
+ * log. These functions stand beside them: they plug in a cable, reset the
+ * chip, say how it logs. A management program never needs them; tests and
+ * vchipctl do.
+ *
+ * Every function that takes a unit and a port takes the chip's numbers and
+ * answers 0 or one of the results below. All of them may be called from any
+ * thread; each call is one locked step.
+ */
+#ifndef SWCTL_VCHIP_VCHIP_H
+#define SWCTL_VCHIP_VCHIP_H
+
+#include <swctl/types.h>
+
+SWCTL_BEGIN_DECLS
+
+/** Switch units, numbered from 0. */
+#define VCHIP_UNITS 2
+/** Ports of a unit: front ports 0 to 27 and the CPU port. */
+#define VCHIP_PORTS 29
+/** The port that leads to the board's processor. */
+#define VCHIP_CPU_PORT 28
+/** Logical interface of the CPU port. */
+#define VCHIP_CPU_INTERFACE 0
+/** What the adapter answers for a number that is on no interface or port. */
+#define VCHIP_NO_INTERFACE (-1)
+
+/**
+ * @name Results
+ * What the virtual chip answers besides 0. All are negative; each has a
+ * sentence, vchip_result_text().
+ * @{
+ */
+#define VCHIP_E_UNIT (-1001)     /**< no such unit */
+#define VCHIP_E_PORT (-1002)     /**< no such port on the unit */
+#define VCHIP_E_NULL (-1003)     /**< a null address for an output or a record */
+#define VCHIP_E_VALUE (-1004)    /**< a value outside its range */
+#define VCHIP_E_INDEX (-1005)    /**< an index outside its table */
+#define VCHIP_E_CPU_PORT (-1006) /**< the CPU port has no such feature */
+#define VCHIP_E_LINK (-1007)     /**< the port's link is down */
+#define VCHIP_E_IMAGE (-1008)    /**< the image named by VCHIP_IMAGE cannot be used */
+/** @} */
+
+/**
+ * @brief The sentence for a result.
+ * @param result what a call answered
+ * @return a constant text without line end; null for a code it does not know
+ */
+SWCTL_API const char *vchip_result_text(int32_t result);
+
+/**
+ * @brief Opens the chip, if no call has done so yet.
+ *
+ * The first call of any kind opens the chip: private to the process, or the
+ * image named by the environment variable VCHIP_IMAGE. A program that wants
+ * to report a bad image itself calls this first.
+ *
+ * @return null, or why the image cannot be used: a text that names the file
+ *         and stays valid for the life of the process
+ */
+SWCTL_API const char *vchip_open(void);
+
+/**
+ * @brief Puts all units and the platform log into the state after power-on.
+ *
+ * The world is reset too: every cable is pulled.
+ *
+ * @return 0 or ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_reset(void);
+
+/**
+ * @brief What hangs at the other end of a cable.
+ */
+struct vchip_partner_t {
+  /** Non-zero: the partner negotiates. Zero: it is forced to one mode. */
+  uint32_t autonegotiation;
+  /** What it advertises, or the one mode it is forced to: an ability word
+      with the bits of USER_ABILITY_*. */
+  uint32_t ability;
+};
+typedef struct vchip_partner_t vchip_partner_t;
+
+/**
+ * @brief Plugs a cable into a front port.
+ *
+ * Whether the link comes up is then the chip's affair: it depends on the
+ * port's administrative state, autonegotiation and modes and on the partner.
+ *
+ * @param unit    switch unit
+ * @param port    chip port, not the CPU port
+ * @param partner what hangs at the other end; read, not kept
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_CPU_PORT,
+ *         ::VCHIP_E_NULL, ::VCHIP_E_VALUE for an ability word without a
+ *         mode (or, when forced, with more than one), ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_cable_plug(uint32_t unit, int32_t port, const vchip_partner_t *partner);
+
+/**
+ * @brief Pulls the cable out of a front port.
+ * @return as vchip_cable_plug()
+ */
+SWCTL_API int32_t vchip_cable_pull(uint32_t unit, int32_t port);
+
+/**
+ * @brief Which side of a combo port has a signal.
+ * @param medium 0 copper, 1 fibre
+ * @return as vchip_cable_plug(); ::VCHIP_E_VALUE for another medium or for
+ *         fibre on a port that is not a combo port
+ */
+SWCTL_API int32_t vchip_medium_set(uint32_t unit, int32_t port, uint32_t medium);
+
+/**
+ * @brief Switches the platform's operation trace on or off.
+ * @param enable what sys_trace_get() answers from now on
+ * @return 0 or ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_trace_set(int32_t enable);
+
+SWCTL_END_DECLS
+
+#endif

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+/**
+ * @file view.h
+ * @brief The virtual chip's second door: what the chip holds.
+ *
+ * Read-only pictures of the chip's own state, for tests that judge a program
+ * by what it did to the chip. A picture is a copy taken in one locked step;
+ * it does not change afterwards. None of these functions goes through the
+ * SDK calls. A unit or port that does not exist, or an image that cannot be
+ * used, throws std::out_of_range or std::runtime_error.
+ */
+#ifndef SWCTL_VCHIP_VIEW_H
+#define SWCTL_VCHIP_VIEW_H
+
+#include <swctl/types.h>
+
+#include <string>
+#include <vector>
+
+namespace vchip {
+
+// One port. Abilities are words with the bits of USER_ABILITY_*, speeds the
+// SDK's codes.
+struct PortView {
+  int32_t port;       // chip port
+  int32_t interface;  // logical interface, -1 for none
+  bool admin;
+  bool autonegotiation;
+  uint32_t advertised;
+  uint32_t forced_speed;
+  uint32_t forced_duplex;
+  uint32_t forced_flow_control;
+  bool combo;
+  uint32_t medium;
+  bool loopback;
+  bool cable;
+  bool partner_autonegotiation;
+  uint32_t partner_ability;
+  // What the rest resolves to; speed and duplex are 0 while the link is down.
+  bool link;
+  uint32_t speed;
+  uint32_t duplex;
+};
+SWCTL_API PortView port(uint32_t unit, int32_t port);
+
+// What holds for a whole unit.
+struct SwitchView {
+  bool tag_counts_in_length;
+};
+SWCTL_API SwitchView switch_wide(uint32_t unit);
+
+struct RateView {
+  uint32_t storm_mode;
+  std::vector<uint32_t> storm_burst;  // by storm type
+};
+SWCTL_API RateView rates(uint32_t unit);
+
+// One record of the operation trace.
+struct TraceRecord {
+  std::string location;
+  std::string message;
+};
+struct PlatformView {
+  bool trace_on;
+  std::vector<TraceRecord> trace;  // oldest first
+  uint64_t log_lines;              // written since the last reset
+};
+SWCTL_API PlatformView platform();
+
+// The whole chip as a JSON document, indented by `indent` spaces (-1: one line).
+SWCTL_API std::string dump_json(int indent);
+
+}  // namespace vchip
+
+#endif
