@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// The hardware blocks of a unit. A block is a class that holds its state as
+// plain fixed-width words and nothing else, and has
+//
+//   static constexpr uint32_t kLayout   raised when the meaning of its bytes changes
+//   void reset()                        the state after power-on, from any bytes
+//   void repair()                       makes the state whole again after a call
+//                                       was killed half-way; reset() needs none
+//   void dump(const char *name, Dump &unit) const
+//                                       writes its picture under `name`
+//
+// To add one, write its two files, include its header here and give it a line.
+#ifndef VCHIP_CORE_BLOCKS_H
+#define VCHIP_CORE_BLOCKS_H
+
+#include "port/port_block.h"
+#include "unit/rate_block.h"
+#include "unit/switch_block.h"
+
+//     type         member and name in a dump
+#define VCHIP_BLOCKS(BLOCK)       \
+  BLOCK(PortBlock, port)          \
+  BLOCK(SwitchBlock, switch_wide) \
+  BLOCK(RateBlock, rate)
+
+#endif

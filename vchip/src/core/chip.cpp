@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "core/chip.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <mutex>
+#include <pthread.h>
+#include <unistd.h>
+
+#include "core/image.h"
+#include "core/standard_error.h"
+
+namespace vchip {
+namespace {
+
+// Everything below belongs to whoever holds the mutex. None of it is destroyed
+// when the process ends: a call may come from another library's destructor.
+std::mutex mutex;
+
+struct Process {
+  bool opened = false;
+  bool reported = false;
+  State *state = nullptr;
+  int descriptor = -1;
+  std::string path;
+  std::string refusal;
+};
+
+Process &process() {
+  static Process &instance = *new Process;
+  return instance;
+}
+
+// A child that is forked inside another thread's step would inherit a mutex
+// that nobody unlocks. Nobody is inside a step while these hold it; the child
+// never inherits a file lock.
+__attribute__((constructor)) void watch_forks() {
+  pthread_atfork([] { mutex.lock(); }, [] { mutex.unlock(); }, [] { mutex.unlock(); });
+}
+
+void make_state(void *memory) {
+  State &state = *static_cast<State *>(memory);
+  state.header = make_header(sizeof(State), state_layout());
+  reset_state(state);
+}
+
+void open_private(Process &own) {
+  void *memory = private_memory(sizeof(State));
+  if (memory == nullptr) {
+    own.refusal = "no memory for a private chip";
+    return;
+  }
+  make_state(memory);
+  own.state = static_cast<State *>(memory);
+}
+
+void open_shared(Process &own) {
+  const OpenedImage image = open_image(own.path, {sizeof(State), state_layout(), make_state});
+  if (image.memory == nullptr) {
+    own.refusal = "image " + own.path + ": " + image.refusal;
+    return;
+  }
+  own.descriptor = image.descriptor;
+  own.state = static_cast<State *>(image.memory);
+}
+
+void open_once(Process &own) {
+  if (own.opened) return;
+  own.opened = true;
+  const char *path = getenv("VCHIP_IMAGE");
+  if (path == nullptr || *path == '\0') return open_private(own);
+  own.path = path;
+  open_shared(own);
+}
+
+// The line on standard error for a program that did not ask.
+void report_once(Process &own) {
+  if (own.reported) return;
+  own.reported = true;
+  write_error_line("swctl-vchip: " + own.refusal);
+}
+
+// A record lock on the first byte. The system takes it away from a process
+// that dies, and a forked child does not get it.
+bool file_lock(int descriptor, short type) {
+  struct flock lock = {};
+  lock.l_type = type;
+  lock.l_whence = SEEK_SET;
+  lock.l_len = 1;
+  while (fcntl(descriptor, F_SETLKW, &lock) != 0) {
+    if (errno != EINTR) return false;
+  }
+  return true;
+}
+
+// Takes the file lock where there is a file.
+bool share(Process &own) {
+  if (own.descriptor < 0 || file_lock(own.descriptor, F_WRLCK)) return true;
+  own.refusal = "image " + own.path + ": cannot be locked: " + strerror(errno);
+  return false;
+}
+
+// Exchange and release keep what a step writes between the two marks, in the
+// program and on the machine: what a killed process leaves is in that order.
+void set_writer(Header &header, Writer what) {
+  std::atomic_ref<uint32_t>(header.writer).exchange(what);
+}
+void clear_writer(Header &header) {
+  std::atomic_ref<uint32_t>(header.writer).store(kNoWriter, std::memory_order_release);
+}
+
+// The last holder of the lock died inside a changing call. The mark stays
+// until all is whole, so that this may be interrupted as well.
+void recover(State &state) {
+  const uint32_t writer = state.header.writer;
+  ++state.header.interrupted_writes;
+  if (writer == kResetting) {
+    reset_state(state);
+  } else {
+    state.platform.repair();
+    for (Unit &unit : state.units)
+      each_block(unit, [](const char *, auto &block) { block.repair(); });
+  }
+  clear_writer(state.header);
+}
+
+}  // namespace
+
+Locked::Locked() {
+  mutex.lock();
+  Process &own = process();
+  open_once(own);
+  if (own.state != nullptr && share(own)) state_ = own.state;
+  if (state_ == nullptr) {
+    report_once(own);
+  } else if (state_->header.writer != kNoWriter) {
+    recover(*state_);
+  }
+}
+
+Locked::~Locked() {
+  const Process &own = process();
+  if (state_ != nullptr && own.descriptor >= 0) file_lock(own.descriptor, F_UNLCK);
+  mutex.unlock();
+}
+
+Writing::Writing(State &state, Writer what) : header_(state.header) {
+  set_writer(header_, what);
+}
+
+Writing::~Writing() {
+  clear_writer(header_);
+}
+
+const char *refusal() {
+  const std::lock_guard<std::mutex> hold(mutex);
+  Process &own = process();
+  open_once(own);
+  if (own.refusal.empty()) return nullptr;
+  own.reported = true;
+  return own.refusal.c_str();
+}
+
+std::string image_path() {
+  const std::lock_guard<std::mutex> hold(mutex);
+  return process().path;
+}
+
+void reset_state(State &state) {
+  state.platform.reset();
+  for (Unit &unit : state.units) each_block(unit, [](const char *, auto &block) { block.reset(); });
+}
+
+}  // namespace vchip

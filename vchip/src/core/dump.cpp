@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "core/dump.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace vchip {
+
+using Json = nlohmann::ordered_json;
+
+void Dump::null(const char *name) {
+  object_[name] = nullptr;
+}
+
+void Dump::flag(const char *name, bool value) {
+  object_[name] = value;
+}
+
+void Dump::number(const char *name, int64_t value) {
+  object_[name] = value;
+}
+
+void Dump::numbers(const char *name, const std::vector<uint32_t> &values) {
+  object_[name] = values;
+}
+
+void Dump::text(const char *name, const std::string &value) {
+  object_[name] = value;
+}
+
+void Dump::texts(const char *name, const std::vector<std::string> &values) {
+  object_[name] = values;
+}
+
+void Dump::object(const char *name, const std::function<void(Dump &)> &fill) {
+  Json json = Json::object();
+  Dump inner(json);
+  fill(inner);
+  object_[name] = std::move(json);
+}
+
+void Dump::objects(const char *name, size_t count,
+                   const std::function<void(Dump &, size_t)> &fill) {
+  Json array = Json::array();
+  for (size_t index = 0; index < count; ++index) {
+    Json json = Json::object();
+    Dump inner(json);
+    fill(inner, index);
+    array.push_back(std::move(json));
+  }
+  object_[name] = std::move(array);
+}
+
+std::string json_text(int indent, const std::function<void(Dump &)> &fill) {
+  Json json = Json::object();
+  Dump document(json);
+  fill(document);
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace vchip

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include <swctl-vchip/vchip.h>
+#include <swctl/platform/log.h>
+
+namespace {
+
+const char *sentence(int32_t result) {
+  switch (result) {
+    case 0: return "success";
+    case VCHIP_E_UNIT: return "there is no such switch unit";
+    case VCHIP_E_PORT: return "the unit has no such port";
+    case VCHIP_E_NULL: return "a null address was given for an output or a record";
+    case VCHIP_E_VALUE: return "a value is outside its range";
+    case VCHIP_E_INDEX: return "an index is outside its table";
+    case VCHIP_E_CPU_PORT: return "the CPU port has no such feature";
+    case VCHIP_E_LINK: return "the port's link is down";
+    case VCHIP_E_IMAGE: return "the virtual chip's image cannot be used";
+    default: return nullptr;
+  }
+}
+
+}  // namespace
+
+const char *vchip_result_text(int32_t result) {
+  return sentence(result);
+}
+
+const char *swctl_platform_result_text(int32_t result) {
+  return sentence(result);
+}

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include <swctl-vchip/view.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "core/board.h"
+#include "core/check.h"
+#include "core/chip.h"
+#include "core/dump.h"
+
+namespace vchip {
+namespace {
+
+// A step that has a chip or throws why there is none.
+class View {
+ public:
+  View() {
+    if (!chip_) throw std::runtime_error("the virtual chip's image cannot be used");
+  }
+  const State &state() { return chip_.state(); }
+  const Unit &unit(uint32_t unit) {
+    if (unit >= VCHIP_UNITS) throw std::out_of_range("no unit " + std::to_string(unit));
+    return chip_.state().units[unit];
+  }
+
+ private:
+  Locked chip_;
+};
+
+void view_cable(PortView &view, const Cable &cable) {
+  view.cable = cable.plugged;
+  view.partner_autonegotiation = cable.partner.autonegotiation != 0;
+  view.partner_ability = cable.partner.ability;
+}
+
+void view_settings(PortView &view, const PortBlock &ports) {
+  view.admin = ports.admin(view.port);
+  view.autonegotiation = ports.autonegotiation(view.port);
+  view.advertised = ports.advertised(view.port);
+  const ForcedMode forced = ports.forced(view.port);
+  view.forced_speed = forced.speed;
+  view.forced_duplex = forced.duplex;
+  view.forced_flow_control = forced.flow_control;
+  view.medium = ports.medium(view.port);
+  view.loopback = ports.loopback(view.port);
+}
+
+void dump_chip(Dump &document, const State &state, const std::string &image) {
+  if (image.empty()) {
+    document.null("image");
+  } else {
+    document.text("image", image);
+  }
+  document.number("interrupted_writes", state.header.interrupted_writes);
+  state.platform.dump("platform", document);
+  document.objects("units", VCHIP_UNITS, [&](Dump &entry, size_t unit) {
+    entry.number("unit", static_cast<int64_t>(unit));
+    each_block(state.units[unit],
+               [&](const char *name, const auto &block) { block.dump(name, entry); });
+  });
+}
+
+}  // namespace
+
+PortView port(uint32_t unit, int32_t port) {
+  View chip;
+  const PortBlock &ports = chip.unit(unit).port;
+  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
+  PortView view = {};
+  view.port = port;
+  view.interface = interface_of(port);
+  view.combo = is_combo(port);
+  view_settings(view, ports);
+  view_cable(view, ports.cable(port));
+  const Link link = ports.link(port);
+  view.link = link.up;
+  view.speed = link.speed;
+  view.duplex = link.duplex;
+  return view;
+}
+
+SwitchView switch_wide(uint32_t unit) {
+  View chip;
+  return {chip.unit(unit).switch_wide.tag_counts()};
+}
+
+RateView rates(uint32_t unit) {
+  View chip;
+  const RateBlock &rate = chip.unit(unit).rate;
+  return {rate.storm_mode(), {rate.storm_burst().begin(), rate.storm_burst().end()}};
+}
+
+PlatformView platform() {
+  View chip;
+  const PlatformBlock &block = chip.state().platform;
+  PlatformView view = {};
+  view.trace_on = block.trace() != 0;
+  view.log_lines = block.log_lines();
+  block.each_record([&](const char *location, const char *message) {
+    view.trace.push_back({location, message});
+  });
+  return view;
+}
+
+std::string dump_json(int indent) {
+  const std::string image = image_path();
+  View chip;
+  return json_text(indent, [&](Dump &document) { dump_chip(document, chip.state(), image); });
+}
+
+}  // namespace vchip

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "platform/platform_block.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <vector>
+
+#include "core/dump.h"
+#include "platform/environment.h"
+
+namespace vchip {
+namespace {
+
+void copy_text(char (&to)[kTraceText], const char *from) {
+  const size_t length = strnlen(from, kTraceText - 1);
+  memcpy(to, from, length);
+  memset(to + length, 0, kTraceText - length);
+}
+
+}  // namespace
+
+void PlatformBlock::reset() {
+  log_lines_ = 0;
+  trace_ = trace_at_power_on() ? 1 : 0;
+  next_ = 0;
+  memset(records_, 0, sizeof records_);
+}
+
+// Only the slot that comes next can be half-written: add_record() moves on
+// when all else is in place.
+void PlatformBlock::repair() {
+  records_[next_].whole = 0;
+}
+
+void PlatformBlock::add_record(const char *location, const char *message) {
+  Record &record = records_[next_];
+  copy_text(record.location, location);
+  copy_text(record.message, message);
+  record.whole = 1;
+  std::atomic_ref<uint32_t>(next_).store((next_ + 1) % kTraceRecords, std::memory_order_release);
+}
+
+void PlatformBlock::each_record(
+    const std::function<void(const char *, const char *)> &visit) const {
+  for (uint32_t step = 0; step < kTraceRecords; ++step) {
+    const Record &record = records_[(next_ + step) % kTraceRecords];
+    if (record.whole != 0) visit(record.location, record.message);
+  }
+}
+
+void PlatformBlock::dump(const char *name, Dump &chip) const {
+  std::vector<const Record *> whole;
+  for (uint32_t step = 0; step < kTraceRecords; ++step) {
+    const Record &record = records_[(next_ + step) % kTraceRecords];
+    if (record.whole != 0) whole.push_back(&record);
+  }
+  chip.object(name, [&](Dump &block) {
+    block.number("log_lines", static_cast<int64_t>(log_lines_));
+    block.number("trace_answer", trace_);
+    block.objects("trace", whole.size(), [&](Dump &entry, size_t index) {
+      entry.text("location", whole[index]->location);
+      entry.text("message", whole[index]->message);
+    });
+  });
+}
+
+}  // namespace vchip

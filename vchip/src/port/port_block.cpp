@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "port/port_block.h"
+
+#include "core/board.h"
+
+namespace vchip {
+
+static_assert((VCHIP_ABILITY_ALL & 3u) == 0, "the cable's flags need reserved bits");
+
+void PortBlock::reset() {
+  constexpr Port kPowerOn = {
+      .admin = 1,
+      .autonegotiation = 1,
+      .advertised = VCHIP_ABILITY_USUAL,
+      .forced_speed = VCHIP_SPEED_1000,
+      .forced_duplex = VCHIP_DUPLEX_FULL,
+      .forced_flow_control = 0,
+      .medium = VCHIP_MEDIUM_COPPER,
+      .loopback = 0,
+      .cable = 0,
+  };
+  for (Port &port : ports_) port = kPowerOn;
+}
+
+ForcedMode PortBlock::forced(int32_t port) const {
+  const Port &own = of(port);
+  return {own.forced_speed, own.forced_duplex, own.forced_flow_control};
+}
+
+void PortBlock::set_forced(int32_t port, const ForcedMode &mode) {
+  Port &own = of(port);
+  own.forced_speed = mode.speed;
+  own.forced_duplex = mode.duplex;
+  own.forced_flow_control = mode.flow_control;
+}
+
+Cable PortBlock::cable(int32_t port) const {
+  const uint32_t word = of(port).cable;
+  const uint32_t negotiates = (word & kNegotiates) != 0 ? 1 : 0;
+  return {(word & kPlugged) != 0, {negotiates, word & VCHIP_ABILITY_ALL}};
+}
+
+void PortBlock::plug(int32_t port, const vchip_partner_t &partner) {
+  const uint32_t negotiates = partner.autonegotiation != 0 ? kNegotiates : 0;
+  of(port).cable = partner.ability | negotiates | kPlugged;
+}
+
+Link PortBlock::link(int32_t port) const {
+  constexpr Link kGigabit = {true, VCHIP_SPEED_1000, VCHIP_DUPLEX_FULL};
+  if (port == VCHIP_CPU_PORT) return kGigabit;
+  const Cable world = cable(port);
+  if (!world.plugged) return kLinkDown;
+  // The fibre side reports light, which does not ask whether the port is on.
+  if (medium(port) == VCHIP_MEDIUM_FIBRE) return kGigabit;
+  if (!admin(port)) return kLinkDown;
+  const Port &own = of(port);
+  const Link fixed = best_mode(world.partner.ability);
+  const LinkEnd local = {autonegotiation(port), own.advertised, own.forced_speed,
+                         own.forced_duplex};
+  const LinkEnd partner = {world.partner.autonegotiation != 0, world.partner.ability, fixed.speed,
+                           fixed.duplex};
+  return resolve_link(local, partner);
+}
+
+}  // namespace vchip
