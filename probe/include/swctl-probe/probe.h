@@ -16,8 +16,19 @@
  *     rtk_l2_addr_del(unit=0, vid=10, mac=[02 00 00 00 00 01]) = -1005 !
  *
  * "=" shows what the call was given, "=>" what it wrote, an update shows both
- * ("mask=0x1=>0x3"). Outputs of a failed call (negative result) are left out.
- * A "!" at the end marks a result that the probe made up.
+ * ("mask=0x1=>0x3"). Outputs of a failed call (negative result) are left out,
+ * as are outputs that a made-up answer did not write. A "!" at the end marks a
+ * result that the probe made up. A null address is "link=null", an array
+ * "ports=[1 2 3]". The fields of a record are arguments of their own, named
+ * "entry.vid" or, in an array of records, "table[2].vid".
+ *
+ * Until one of take(), take_lines(), forget(), plan() and answer() is first
+ * called, nothing is kept in memory: a fixture calls forget() before the
+ * library under test is used. A call that the platform makes from inside one
+ * of its own calls is passed on and leaves no record.
+ *
+ * Wherever an argument is named, "ports[2]" is an element of an array;
+ * without an index the first is meant.
  *
  * All functions may be called from any thread.
  */
@@ -44,15 +55,18 @@ struct Argument {
   std::string name;
   Direction direction;
   Form form;
-  int width;                    // bytes of one element
+  int width;                    // bytes of one element; 0 for a null record
+  bool array;                   // shown in brackets, however many elements
   bool null;                    // a null address was passed
   std::vector<int64_t> before;  // value, ref, update
-  std::vector<int64_t> after;   // out, update
+  std::vector<int64_t> after;   // out, update; empty if left out of the line
   std::string text;             // Form::text
+
+  bool operator==(const Argument &) const = default;
 };
 
 struct Call {
-  uint64_t number;  // 1 for the first call since the process started
+  uint64_t number;  // 1 for the first call that was watched; in order of return
   std::string name;
   std::vector<Argument> arguments;
   int64_t result;
@@ -60,11 +74,15 @@ struct Call {
   bool made_up;     // the probe answered, not the platform
 
   // The value of an argument by name: what was passed, or what was written.
-  // Throws std::out_of_range for a name the call does not have.
-  int64_t in(const std::string &argument) const;
-  int64_t out(const std::string &argument) const;
+  // Throws std::out_of_range for a name the call does not have and for a value
+  // that is not there (a null address, an output of a failed call, an index
+  // past the end).
+  SWCTL_API int64_t in(const std::string &argument) const;
+  SWCTL_API int64_t out(const std::string &argument) const;
   // The line described at the top.
-  std::string line() const;
+  SWCTL_API std::string line() const;
+
+  bool operator==(const Call &) const = default;
 };
 
 // The calls since the last take() or forget(), oldest first.
@@ -86,7 +104,9 @@ struct Answer {
 // Throws std::invalid_argument naming the wrong word.
 SWCTL_API void plan(const std::string &rule);
 // Answers the nth call of `name` from now on (1 is the next one; 0 is every
-// call) with `answer`.
+// call) with `answer`. An answer goes before every plan line, one to a certain
+// call before one to every call, a newer one before an older one. Throws
+// std::invalid_argument for a call or an output that is not known.
 SWCTL_API void answer(const std::string &name, uint64_t nth, const Answer &answer);
 // Forgets every plan line and answer.
 SWCTL_API void clear_plan();
@@ -94,7 +114,8 @@ SWCTL_API void clear_plan();
 // clear_plan().
 SWCTL_API uint64_t made_up_count();
 
-// Reads a recording back. Throws std::runtime_error naming file and line.
+// Reads a recording back. Equal to what take() gave. Throws std::runtime_error naming file and
+// line.
 SWCTL_API std::vector<Call> read_recording(const std::string &path);
 
 }  // namespace swprobe

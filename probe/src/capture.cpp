@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "capture.h"
+
+#include <cstring>
+
+namespace swprobe {
+namespace {
+
+template <class T>
+int64_t load_as(const unsigned char *at) {
+  T value;
+  std::memcpy(&value, at, sizeof value);
+  return static_cast<int64_t>(value);
+}
+
+int64_t load_signed(const unsigned char *at, size_t width) {
+  switch (width) {
+    case 1: return load_as<int8_t>(at);
+    case 2: return load_as<int16_t>(at);
+    case 4: return load_as<int32_t>(at);
+    default: return load_as<int64_t>(at);
+  }
+}
+
+int64_t load_unsigned(const unsigned char *at, size_t width) {
+  switch (width) {
+    case 1: return load_as<uint8_t>(at);
+    case 2: return load_as<uint16_t>(at);
+    case 4: return load_as<uint32_t>(at);
+    default: return load_as<uint64_t>(at);
+  }
+}
+
+template <class T>
+void store_as(unsigned char *at, int64_t value) {
+  const T narrow = static_cast<T>(value);
+  std::memcpy(at, &narrow, sizeof narrow);
+}
+
+void add_record(std::vector<Part> &parts, const ArgumentInfo &info, const std::string &name,
+                const unsigned char *at) {
+  for (const Field &field : info.fields) {
+    parts.push_back(
+        {name + "." + std::string(field.name), &info, &field, at + field.offset, field.count});
+  }
+}
+
+void add_argument(std::vector<Part> &parts, const ArgumentInfo &info, const Address &address) {
+  const auto *at = static_cast<const unsigned char *>(address.at);
+  const std::string name(info.name);
+  if (at == nullptr || !info.is_record()) {
+    parts.push_back({name, &info, &info.fields.front(), at, address.count});
+    return;
+  }
+  for (size_t i = 0; i < address.count; ++i) {
+    add_record(parts, info, info.array ? name + "[" + std::to_string(i) + "]" : name,
+               at + i * info.stride);
+  }
+}
+
+}  // namespace
+
+std::vector<Part> parts_of(std::span<const ArgumentInfo> infos,
+                           std::span<const Address> addresses) {
+  std::vector<Part> parts;
+  for (size_t i = 0; i < infos.size(); ++i) add_argument(parts, infos[i], addresses[i]);
+  return parts;
+}
+
+Argument capture_before(const Part &part) {
+  const ArgumentInfo &info = *part.info;
+  const bool record = info.is_record();
+  Argument argument{part.name,
+                    info.direction,
+                    record ? part.field->form : info.form,
+                    static_cast<int>(part.field->width),
+                    record ? part.field->array : info.array,
+                    part.at == nullptr,
+                    {},
+                    {},
+                    {}};
+  if (argument.null) {
+    if (record) argument.form = Form::dec, argument.width = 0, argument.array = false;
+  } else if (info.form == Form::text) {
+    argument.text = reinterpret_cast<const char *>(part.at);
+  } else if (info.direction != Direction::out) {
+    argument.before = load(part);
+  }
+  return argument;
+}
+
+std::vector<int64_t> load(const Part &part) {
+  const auto load_one = part.field->is_signed ? load_signed : load_unsigned;
+  std::vector<int64_t> values;
+  values.reserve(part.count);
+  for (size_t i = 0; i < part.count; ++i) {
+    values.push_back(load_one(part.at + i * part.field->width, part.field->width));
+  }
+  return values;
+}
+
+bool store(const Part &part, size_t index, int64_t value) {
+  if (part.at == nullptr || index >= part.count) return false;
+  // Only outputs are stored to, and their addresses came in as writable.
+  auto *at = const_cast<unsigned char *>(part.at) + index * part.field->width;
+  switch (part.field->width) {
+    case 1: store_as<uint8_t>(at, value); break;
+    case 2: store_as<uint16_t>(at, value); break;
+    case 4: store_as<uint32_t>(at, value); break;
+    default: store_as<int64_t>(at, value); break;
+  }
+  return true;
+}
+
+}  // namespace swprobe

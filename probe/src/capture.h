@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Between the caller's memory and lists of numbers.
+#ifndef SWCTL_PROBE_CAPTURE_H
+#define SWCTL_PROBE_CAPTURE_H
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "site.h"
+
+namespace swprobe {
+
+// Where an argument's elements are: behind the pointer that was passed, or the
+// passed value itself.
+struct Address {
+  const void *at;
+  size_t count;
+};
+
+// What becomes one Argument: a plain argument, or one field of one record.
+struct Part {
+  std::string name;
+  const ArgumentInfo *info;
+  const Field *field;
+  const unsigned char *at;  // null if a null address was passed
+  size_t count;             // elements
+};
+
+std::vector<Part> parts_of(std::span<const ArgumentInfo> infos, std::span<const Address> addresses);
+
+// The argument with what goes into the call.
+Argument capture_before(const Part &part);
+std::vector<int64_t> load(const Part &part);
+// False if the part has no such element.
+bool store(const Part &part, size_t index, int64_t value);
+
+}  // namespace swprobe
+
+#endif

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "line.h"
+
+#include <fmt/format.h>
+#include <iterator>
+
+namespace swprobe {
+namespace {
+
+using Buffer = fmt::memory_buffer;
+
+template <class... Values>
+void add(Buffer &line, fmt::format_string<Values...> format, Values &&...values) {
+  fmt::format_to(std::back_inserter(line), format, std::forward<Values>(values)...);
+}
+
+// An element as the unsigned number of its own width.
+uint64_t bits_of(int64_t value, int width) {
+  const auto bits = static_cast<uint64_t>(value);
+  return width >= 8 ? bits : bits & ((uint64_t{1} << (8 * width)) - 1);
+}
+
+void add_value(Buffer &line, const Argument &argument, int64_t value) {
+  if (argument.form != Form::hex) return add(line, "{}", value);
+  const uint64_t bits = bits_of(value, argument.width);
+  if (argument.array && argument.width == 1) return add(line, "{:02x}", bits);
+  add(line, "{:#x}", bits);
+}
+
+void add_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
+  if (!argument.array && values.size() == 1) return add_value(line, argument, values.front());
+  add(line, "[");
+  const char *between = "";
+  for (const int64_t value : values) {
+    add(line, "{}", between);
+    add_value(line, argument, value);
+    between = " ";
+  }
+  add(line, "]");
+}
+
+void add_text(Buffer &line, const std::string &text) {
+  add(line, "\"");
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (character == '\n') {
+      add(line, "\\n");
+    } else if (character == '"' || character == '\\') {
+      add(line, "\\{}", character);
+    } else if (byte < ' ' || byte == 0x7f) {
+      add(line, "\\x{:02x}", byte);
+    } else {
+      add(line, "{}", character);
+    }
+  }
+  add(line, "\"");
+}
+
+// False for an output that was left alone.
+bool is_shown(const Argument &argument) {
+  return argument.null || argument.direction != Direction::out || !argument.after.empty();
+}
+
+void add_argument(Buffer &line, const Argument &argument) {
+  add(line, "{}", argument.name);
+  if (argument.null) return add(line, "=null");
+  if (argument.direction != Direction::out) {
+    add(line, "=");
+    if (argument.form == Form::text) return add_text(line, argument.text);
+    add_values(line, argument, argument.before);
+  }
+  if (argument.after.empty()) return;
+  add(line, "=>");
+  add_values(line, argument, argument.after);
+}
+
+}  // namespace
+
+std::string line_of(const Call &call, const char *sentence) {
+  Buffer line;
+  add(line, "{}(", call.name);
+  const char *between = "";
+  for (const Argument &argument : call.arguments) {
+    if (!is_shown(argument)) continue;
+    add(line, "{}", between);
+    add_argument(line, argument);
+    between = ", ";
+  }
+  add(line, ")");
+  if (call.has_result) add(line, " = {}", call.result);
+  if (sentence != nullptr) add(line, " ({})", sentence);
+  if (call.made_up) add(line, " !");
+  return fmt::to_string(line);
+}
+
+}  // namespace swprobe

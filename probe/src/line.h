@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// A call as one line of text.
+#ifndef SWCTL_PROBE_LINE_H
+#define SWCTL_PROBE_LINE_H
+
+#include <swctl-probe/probe.h>
+
+namespace swprobe {
+
+// `sentence` explains the result and may be null.
+std::string line_of(const Call &call, const char *sentence);
+
+}  // namespace swprobe
+
+#endif

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "observation.h"
+
+#include <cerrno>
+
+#include "session.h"
+
+namespace swprobe {
+namespace {
+
+// Set while a call is inside the platform: calls that the platform makes are
+// its own affair.
+thread_local bool inside = false;
+
+// The probe's own system calls leave no mark.
+class KeepErrno {
+ public:
+  KeepErrno() = default;
+  ~KeepErrno() { errno = saved_; }
+  KeepErrno(const KeepErrno &) = delete;
+  KeepErrno &operator=(const KeepErrno &) = delete;
+
+ private:
+  int saved_ = errno;
+};
+
+}  // namespace
+
+Observation::Observation(Site &site, std::span<const Address> addresses)
+    : site_(site), outermost_(!inside) {
+  const KeepErrno keep_errno;
+  inside = true;
+  watched_ = outermost_ && Session::get().watches(site);
+  if (watched_) look(addresses);
+  if (!verdict_) next_ = site.find_next();
+}
+
+Observation::~Observation() {
+  if (outermost_) inside = false;
+}
+
+void Observation::look(std::span<const Address> addresses) {
+  call_.name = site_.name;
+  call_.has_result = site_.has_result;
+  parts_ = parts_of(site_.arguments, addresses);
+  for (const Part &part : parts_) call_.arguments.push_back(capture_before(part));
+  verdict_ = Session::get().judge(call_);
+}
+
+int32_t Observation::finish(int32_t result) {
+  if (verdict_) {
+    result = verdict_->result;
+  } else if (next_ == nullptr) {
+    result = -1;
+  }
+  if (!watched_) return result;
+  const KeepErrno keep_errno;
+  call_.made_up = next_ == nullptr;
+  call_.result = site_.has_result ? result : 0;
+  if (verdict_) {
+    answer_outputs();
+  } else if (next_ != nullptr && call_.result >= 0) {
+    read_outputs();
+  }
+  Session::get().add(std::move(call_));
+  return result;
+}
+
+bool Observation::answer_output(const Output &output) {
+  bool written = false;
+  for (size_t i = 0; i < parts_.size(); ++i) {
+    const Part &part = parts_[i];
+    if (part.name != output.place.name || !part.info->is_output()) continue;
+    size_t index = output.place.index;
+    for (const int64_t value : output.values) written |= store(part, index++, value);
+    if (written && call_.result >= 0) call_.arguments[i].after = load(part);
+  }
+  return written;
+}
+
+void Observation::answer_outputs() {
+  for (const Output &output : verdict_->outputs) answer_output(output);
+}
+
+void Observation::read_outputs() {
+  for (size_t i = 0; i < parts_.size(); ++i) {
+    const Part &part = parts_[i];
+    if (part.info->is_output() && part.at != nullptr) call_.arguments[i].after = load(part);
+  }
+}
+
+}  // namespace swprobe

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// One call on its way through the probe.
+#ifndef SWCTL_PROBE_OBSERVATION_H
+#define SWCTL_PROBE_OBSERVATION_H
+
+#include <optional>
+
+#include "capture.h"
+#include "plan.h"
+
+namespace swprobe {
+
+class Observation {
+ public:
+  // Looks at what goes into the call and asks the plan.
+  Observation(Site &site, std::span<const Address> addresses);
+  ~Observation();
+  Observation(const Observation &) = delete;
+  Observation &operator=(const Observation &) = delete;
+
+  // Where to pass the call on to; null if the platform is not to be called or
+  // has no such call.
+  template <class Function>
+  Function next() const {
+    return reinterpret_cast<Function>(next_);
+  }
+
+  // Looks at what the call wrote. Takes the platform's result, or anything if
+  // the platform was not called, and gives the one for the caller.
+  int32_t finish(int32_t result);
+
+ private:
+  void look(std::span<const Address> addresses);
+  bool answer_output(const Output &output);
+  void answer_outputs();
+  void read_outputs();
+
+  Site &site_;
+  bool outermost_;
+  bool watched_ = false;
+  void *next_ = nullptr;
+  std::vector<Part> parts_;
+  Call call_{};
+  std::optional<Verdict> verdict_;
+};
+
+}  // namespace swprobe
+
+#endif

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Names of arguments and elements as people write them: "port", "ports[2]",
+// "entry.vid", "table[1].mac[5]".
+#ifndef SWCTL_PROBE_PLACE_H
+#define SWCTL_PROBE_PLACE_H
+
+#include <optional>
+#include <string>
+
+#include "site.h"
+
+namespace swprobe {
+
+struct Place {
+  std::string name;  // of an Argument
+  size_t index = 0;  // of the element
+};
+
+// Throws std::invalid_argument for an index that is not a number.
+Place place_of(const std::string &text);
+
+struct Known {
+  const ArgumentInfo *info;
+  const Field *field;
+};
+
+// What is behind the name of an Argument of this call.
+std::optional<Known> find_argument(const Site &site, const std::string &name);
+
+}  // namespace swprobe
+
+#endif

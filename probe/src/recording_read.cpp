@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "place.h"
+#include "recording.h"
+
+namespace swprobe {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+[[noreturn]] void wrong(const std::string &what) {
+  throw std::runtime_error(what);
+}
+
+const Json &member(const Json &object, const char *name) {
+  const auto found = object.find(name);
+  if (found == object.end()) wrong(std::string("'") + name + "' is missing");
+  return *found;
+}
+
+// The reverse of what the writer does to bytes outside ASCII.
+std::string bytes_of(const std::string &utf8) {
+  std::string bytes;
+  for (size_t i = 0; i < utf8.size(); ++i) {
+    auto byte = static_cast<unsigned char>(utf8[i]);
+    if (byte >= 0xc0 && i + 1 < utf8.size()) {
+      const auto low = static_cast<unsigned char>(utf8[++i]);
+      byte = static_cast<unsigned char>((byte & 0x03) << 6 | (low & 0x3f));
+    }
+    bytes += static_cast<char>(byte);
+  }
+  return bytes;
+}
+
+std::vector<int64_t> values_of(const Json &value) {
+  if (!value.is_array()) return {value.get<int64_t>()};
+  return value.get<std::vector<int64_t>>();
+}
+
+// An address is null as a whole: the name is then the record's own.
+Argument null_argument(const Site &site, const std::string &name) {
+  for (const ArgumentInfo &info : site.arguments) {
+    if (info.name != name) continue;
+    const bool record = info.is_record();
+    const int width = record ? 0 : static_cast<int>(info.fields.front().width);
+    return {name,
+            info.direction,
+            record ? Form::dec : info.form,
+            width,
+            !record && info.array,
+            true,
+            {},
+            {},
+            {}};
+  }
+  wrong("'" + std::string(site.name) + "' has no argument '" + name + "'");
+}
+
+Argument argument_of(const Site &site, const std::string &name, const Json &value) {
+  if (value.is_null()) return null_argument(site, name);
+  const auto known = find_argument(site, name);
+  if (!known) wrong("'" + std::string(site.name) + "' has no argument '" + name + "'");
+  const bool record = known->info->is_record();
+  Argument argument{name,
+                    known->info->direction,
+                    record ? known->field->form : known->info->form,
+                    static_cast<int>(known->field->width),
+                    record ? known->field->array : known->info->array,
+                    false,
+                    {},
+                    {},
+                    {}};
+  if (argument.form == Form::text) {
+    argument.text = bytes_of(member(value, "in").get<std::string>());
+  } else if (argument.direction != Direction::out) {
+    argument.before = values_of(member(value, "in"));
+  }
+  if (value.contains("out")) argument.after = values_of(value["out"]);
+  return argument;
+}
+
+Call call_of(const Json &line) {
+  Call call{};
+  call.number = member(line, "number").get<uint64_t>();
+  call.name = member(line, "call").get<std::string>();
+  const Site *site = find_call(call.name);
+  if (site == nullptr) wrong("no call is named '" + call.name + "'");
+  call.has_result = site->has_result;
+  if (call.has_result) call.result = member(line, "result").get<int64_t>();
+  call.made_up = member(line, "made_up").get<bool>();
+  for (const auto &[name, value] : member(line, "arguments").items()) {
+    call.arguments.push_back(argument_of(*site, name, value));
+  }
+  return call;
+}
+
+void check_header(const Json &line) {
+  if (member(line, "format") != kRecordingFormat) wrong("not a recording of calls");
+  const Json &version = member(line, "version");
+  if (version != kRecordingVersion) {
+    wrong("version " + version.dump() + " of the format is not known");
+  }
+}
+
+}  // namespace
+
+std::vector<Call> read_recording(const std::string &path) {
+  std::ifstream file(path);
+  if (!file) wrong("cannot read '" + path + "': " + std::strerror(errno));
+  std::vector<Call> calls;
+  int number = 0;
+  for (std::string line; std::getline(file, line);) {
+    ++number;
+    try {
+      const Json json = Json::parse(line);
+      if (!json.is_object()) wrong("not a JSON object");
+      if (number == 1) {
+        check_header(json);
+      } else {
+        calls.push_back(call_of(json));
+      }
+    } catch (const std::exception &error) {
+      wrong(path + ":" + std::to_string(number) + ": " + error.what());
+    }
+  }
+  if (number == 0) wrong(path + ":1: the header is missing");
+  return calls;
+}
+
+}  // namespace swprobe

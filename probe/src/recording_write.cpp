@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include <fmt/format.h>
+#include <iterator>
+
+#include "recording.h"
+
+namespace swprobe {
+namespace {
+
+using Buffer = fmt::memory_buffer;
+
+template <class... Values>
+void add(Buffer &line, fmt::format_string<Values...> format, Values &&...values) {
+  fmt::format_to(std::back_inserter(line), format, std::forward<Values>(values)...);
+}
+
+// Bytes outside ASCII become the characters of the same number, so that a text
+// in any encoding is valid JSON and comes back byte by byte.
+void add_text(Buffer &line, const std::string &text) {
+  add(line, "\"");
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    const bool plain = byte >= ' ' && byte < 0x7f && character != '"' && character != '\\';
+    if (plain) {
+      add(line, "{}", character);
+    } else {
+      add(line, "\\u{:04x}", byte);
+    }
+  }
+  add(line, "\"");
+}
+
+void add_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
+  const bool array = argument.array || values.size() != 1;
+  add(line, "{}", array ? "[" : "");
+  const char *between = "";
+  for (const int64_t value : values) {
+    add(line, "{}{}", between, value);
+    between = ",";
+  }
+  add(line, "{}", array ? "]" : "");
+}
+
+void add_argument(Buffer &line, const Argument &argument) {
+  add(line, "\"{}\":", argument.name);
+  if (argument.null) return add(line, "null");
+  add(line, "{{");
+  const bool given = argument.direction != Direction::out;
+  if (given) {
+    add(line, "\"in\":");
+    if (argument.form == Form::text) {
+      add_text(line, argument.text);
+    } else {
+      add_values(line, argument, argument.before);
+    }
+  }
+  if (!argument.after.empty()) {
+    add(line, "{}\"out\":", given ? "," : "");
+    add_values(line, argument, argument.after);
+  }
+  add(line, "}}");
+}
+
+}  // namespace
+
+std::string recording_header() {
+  return fmt::format("{{\"format\":\"{}\",\"version\":{}}}", kRecordingFormat, kRecordingVersion);
+}
+
+std::string recording_line(const Call &call) {
+  Buffer line;
+  add(line, "{{\"number\":{},\"call\":\"{}\",\"arguments\":{{", call.number, call.name);
+  const char *between = "";
+  for (const Argument &argument : call.arguments) {
+    add(line, "{}", between);
+    add_argument(line, argument);
+    between = ",";
+  }
+  add(line, "}}");
+  if (call.has_result) add(line, ",\"result\":{}", call.result);
+  add(line, ",\"made_up\":{}}}", call.made_up);
+  return fmt::to_string(line);
+}
+
+}  // namespace swprobe

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// The probe of this process: who watches, what was seen, what is planned.
+#ifndef SWCTL_PROBE_SESSION_H
+#define SWCTL_PROBE_SESSION_H
+
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "plan.h"
+#include "settings.h"
+
+namespace swprobe {
+
+class Session {
+ public:
+  // The first use reads the environment; a wrong word there ends the process.
+  static Session &get();
+
+  // Whether calls are to be looked at. If not, the site's short way is opened.
+  bool watches(Site &site);
+  std::optional<Verdict> judge(const Call &call);
+  // Numbers, keeps and writes a call that has returned.
+  void add(Call call);
+
+  // From here on calls are watched and kept in memory.
+  void keep();
+  std::vector<Call> take();
+  void add_rule(Rule rule);
+  void add_answer(Rule rule);
+  void clear_plan();
+  uint64_t verdicts();
+
+ private:
+  explicit Session(Settings settings);
+  static Session &start();
+  void close_short_ways();
+
+  std::mutex mutex_;
+  bool watching_;
+  bool keeping_ = false;
+  uint64_t number_ = 0;
+  Plan plan_;
+  std::vector<Call> kept_;
+  std::vector<LineFile> traces_;
+  std::vector<LineFile> recordings_;
+};
+
+}  // namespace swprobe
+
+#endif

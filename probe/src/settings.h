@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// What the environment asks of the probe.
+#ifndef SWCTL_PROBE_SETTINGS_H
+#define SWCTL_PROBE_SETTINGS_H
+
+#include <vector>
+
+#include "line_file.h"
+#include "rule.h"
+
+namespace swprobe {
+
+struct Settings {
+  std::vector<LineFile> traces;
+  std::vector<LineFile> recordings;
+  std::vector<Rule> rules;
+};
+
+// `words` is the value of SWPROBE, `inline_plan` that of SWPROBE_FAIL; either
+// may be null. Throws std::runtime_error naming the wrong word; no file has
+// been touched then, unless it is a later file that cannot be created.
+Settings read_settings(const char *words, const char *inline_plan);
+
+}  // namespace swprobe
+
+#endif

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "site.h"
+
+#include <dlfcn.h>
+#include <string>
+
+#include "line_file.h"
+
+namespace swprobe {
+
+void *Site::find_next() {
+  void *found = next.load(std::memory_order_relaxed);
+  if (found != nullptr) return found;
+  found = dlsym(RTLD_NEXT, name);
+  next.store(found, std::memory_order_relaxed);
+  if (found == nullptr && !missed.exchange(true)) {
+    complain(std::string("no library behind the probe has ") + name + "; it answers -1");
+  }
+  return found;
+}
+
+const Site *find_call(std::string_view name) {
+  for (const Site *site : known_calls()) {
+    if (site->name == name) return site;
+  }
+  return nullptr;
+}
+
+}  // namespace swprobe
