@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/platform_block.h"
 
-#include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "core/dump.h"
@@ -50,17 +50,15 @@ void PlatformBlock::each_record(
 }
 
 void PlatformBlock::dump(const char *name, Dump &chip) const {
-  std::vector<const Record *> whole;
-  for (uint32_t step = 0; step < kTraceRecords; ++step) {
-    const Record &record = records_[(next_ + step) % kTraceRecords];
-    if (record.whole != 0) whole.push_back(&record);
-  }
+  std::vector<std::pair<const char *, const char *>> records;
+  each_record(
+      [&](const char *location, const char *message) { records.emplace_back(location, message); });
   chip.object(name, [&](Dump &block) {
     block.number("log_lines", static_cast<int64_t>(log_lines_));
-    block.number("trace_answer", trace_);
-    block.objects("trace", whole.size(), [&](Dump &entry, size_t index) {
-      entry.text("location", whole[index]->location);
-      entry.text("message", whole[index]->message);
+    block.flag("trace_on", trace_ != 0);
+    block.objects("trace", records.size(), [&](Dump &entry, size_t index) {
+      entry.text("location", records[index].first);
+      entry.text("message", records[index].second);
     });
   });
 }

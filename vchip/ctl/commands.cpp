@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "commands.h"
+
+#include <swctl-vchip/ability.h>
+#include <swctl-vchip/vchip.h>
+#include <swctl-vchip/view.h>
+
+#include <cstdio>
+
+#include "usage_error.h"
+#include "words.h"
+
+namespace vchipctl {
+namespace {
+
+void expect_done(int32_t result) {
+  if (result != 0) throw Refused(vchip_result_text(result));
+}
+
+vchip_partner_t parse_partner(const LinkWords &words) {
+  if (!words.partner.empty() && !words.forced.empty())
+    throw UsageError("--partner and --forced exclude each other");
+  if (!words.forced.empty()) return {0, parse_mode(words.forced)};
+  if (!words.partner.empty()) return {1, parse_abilities(words.partner)};
+  return {1, VCHIP_ABILITY_USUAL};
+}
+
+std::string port_name(const vchip::PortView &view) {
+  if (view.interface >= 0) return std::to_string(view.interface);
+  return std::string("p").append(std::to_string(view.port));
+}
+
+void expect_combo(uint32_t unit, int32_t port) {
+  const vchip::PortView view = vchip::port(unit, port);
+  if (view.combo) return;
+  throw UsageError("port '" + port_name(view) +
+                   "' has no fibre side: expected a combo port, 25 or 26");
+}
+
+// Messages of management programs end their line themselves.
+std::string one_line(std::string text) {
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  return text;
+}
+
+void show_trace() {
+  const vchip::PlatformView platform = vchip::platform();
+  printf("trace is %s, %zu records\n", platform.trace_on ? "on" : "off", platform.trace.size());
+  for (const vchip::TraceRecord &record : platform.trace)
+    printf("%s %s\n", one_line(record.location).c_str(), one_line(record.message).c_str());
+}
+
+}  // namespace
+
+void reset() {
+  expect_done(vchip_reset());
+}
+
+void link_up(const LinkWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const vchip_partner_t partner = parse_partner(words);
+  for (const int32_t port : parse_ports(words.ports))
+    expect_done(vchip_cable_plug(unit, port, &partner));
+}
+
+void link_down(const LinkWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  for (const int32_t port : parse_ports(words.ports)) expect_done(vchip_cable_pull(unit, port));
+}
+
+void medium(const MediumWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const uint32_t side = parse_medium(words.medium);
+  const std::vector<int32_t> ports = parse_ports(words.ports);
+  for (const int32_t port : ports) expect_combo(unit, port);
+  for (const int32_t port : ports) expect_done(vchip_medium_set(unit, port, side));
+}
+
+void trace(const std::string &word) {
+  if (word == "on") return expect_done(vchip_trace_set(1));
+  if (word == "off") return expect_done(vchip_trace_set(0));
+  if (word == "show") return show_trace();
+  throw UsageError("no trace command '" + word + "': expected on, off or show");
+}
+
+}  // namespace vchipctl

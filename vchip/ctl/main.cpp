@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// vchipctl: does to a shared virtual chip what the world does to a real one.
+#include <swctl-vchip/vchip.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "usage_error.h"
+
+namespace {
+
+using vchipctl::Refused;
+using vchipctl::UsageError;
+
+constexpr int kWrongUsage = 1;
+constexpr int kRefused = 2;
+
+constexpr const char *kPurpose = "What the world does to a virtual switch chip";
+constexpr const char *kPorts =
+    "Front ports as printed on the box, 1 to 26, or chip ports p0 to p27: lists and ranges such "
+    "as 3, 1-4,7 or p25";
+constexpr const char *kPartner =
+    "What the other end negotiates, a list of: 10-half, 10-full, 100-half, 100-full, 1000-half, "
+    "1000-full, pause, asymmetric-pause; all but 1000-half and asymmetric-pause if not given";
+constexpr const char *kUnit = "Switch unit, 0 or 1; 0 if not given";
+constexpr const char *kFooter = "Exit status: 0 done, 1 wrong words, 2 refused.";
+
+// The words of the command line, and what to do with them.
+struct CommandLine {
+  std::string image;
+  vchipctl::LinkWords link;
+  vchipctl::MediumWords medium;
+  vchipctl::DumpWords dump;
+  std::string trace;
+  std::function<void()> run;
+};
+
+void add_dump(CLI::App &app, CommandLine &line) {
+  CLI::App *dump = app.add_subcommand("dump", "Print what the chip holds, as JSON");
+  dump->add_option("--unit", line.dump.unit, "Only this unit");
+  dump->add_option("--block", line.dump.block, "Only this block");
+  dump->add_flag("--compact", line.dump.compact, "On one line");
+  dump->callback([&line] { line.run = [&line] { vchipctl::dump(line.dump); }; });
+}
+
+void add_link(CLI::App &app, CommandLine &line) {
+  CLI::App *link = app.add_subcommand("link", "Plug and pull cables");
+  link->require_subcommand(1);
+  CLI::App *up = link->add_subcommand("up", "Plug in cables");
+  up->add_option("--partner", line.link.partner, kPartner);
+  up->add_option("--forced", line.link.forced, "The one mode that the other end is forced to");
+  up->callback([&line] { line.run = [&line] { vchipctl::link_up(line.link); }; });
+  CLI::App *down = link->add_subcommand("down", "Pull cables");
+  down->callback([&line] { line.run = [&line] { vchipctl::link_down(line.link); }; });
+  for (CLI::App *command : {up, down}) {
+    command->add_option("PORTS", line.link.ports, kPorts)->required();
+    command->add_option("--unit", line.link.unit, kUnit);
+  }
+}
+
+void add_medium(CLI::App &app, CommandLine &line) {
+  CLI::App *medium = app.add_subcommand("medium", "Say which side of a combo port has a signal");
+  medium->add_option("PORTS", line.medium.ports, kPorts)->required();
+  medium->add_option("MEDIUM", line.medium.medium, "copper or fibre")->required();
+  medium->add_option("--unit", line.medium.unit, kUnit);
+  medium->callback([&line] { line.run = [&line] { vchipctl::medium(line.medium); }; });
+}
+
+void add_commands(CLI::App &app, CommandLine &line) {
+  app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.add_subcommand("reset", "Power-on state: settings, tables, cables, trace")->callback([&line] {
+    line.run = vchipctl::reset;
+  });
+  add_dump(app, line);
+  add_link(app, line);
+  add_medium(app, line);
+  CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
+  trace->add_option("COMMAND", line.trace, "on, off or show")->required();
+  trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
+  app.add_subcommand("help", "Print the help of every command");
+  app.footer(kFooter);
+}
+
+const CLI::App &deepest(const CLI::App &app) {
+  const std::vector<CLI::App *> chosen = app.get_subcommands();
+  return chosen.empty() ? app : deepest(*chosen.front());
+}
+
+std::string expected_commands(const CLI::App &app) {
+  std::string names;
+  for (const CLI::App *command : deepest(app).get_subcommands(nullptr))
+    names += (names.empty() ? ": expected " : ", ") + command->get_name();
+  return names;
+}
+
+// Names the word that does not belong, or what is missing.
+std::string explain(const CLI::App &app, const CLI::ParseError &error) {
+  const std::vector<std::string> extra = app.remaining(true);
+  const std::string expected = expected_commands(app);
+  if (!extra.empty()) return "'" + extra.front() + "' does not belong here" + expected;
+  if (!expected.empty()) return "a command is missing" + expected;
+  return error.what();
+}
+
+// Of a command line without words: help follows the commands that were given.
+std::string whole_help() {
+  CLI::App app{kPurpose, "vchipctl"};
+  CommandLine line;
+  add_commands(app, line);
+  return app.help("", CLI::AppFormatMode::All);
+}
+
+void open_image(const CommandLine &line) {
+  if (!line.image.empty()) setenv("VCHIP_IMAGE", line.image.c_str(), 1);
+  const char *image = getenv("VCHIP_IMAGE");
+  if (image == nullptr || *image == '\0')
+    throw UsageError("no image: give --image FILE or set VCHIP_IMAGE");
+  if (const char *refusal = vchip_open()) throw Refused(refusal);
+}
+
+int complain(const std::string &text, int status) {
+  fprintf(stderr, "vchipctl: %s\n", text.c_str());
+  return status;
+}
+
+int run(const CLI::App &app, const CommandLine &line) {
+  if (app.got_subcommand("help")) {
+    printf("%s", whole_help().c_str());
+    return 0;
+  }
+  open_image(line);
+  line.run();
+  if (fflush(stdout) != 0) throw Refused("standard output cannot be written");
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+  CLI::App app{kPurpose, "vchipctl"};
+  CommandLine line;
+  add_commands(app, line);
+  try {
+    app.parse(argc, argv);
+    return run(app, line);
+  } catch (const CLI::Success &success) {
+    return app.exit(success);
+  } catch (const CLI::ParseError &error) {
+    return complain(explain(app, error), kWrongUsage);
+  } catch (const UsageError &error) {
+    return complain(error.what(), kWrongUsage);
+  } catch (const std::exception &error) {
+    return complain(error.what(), kRefused);
+  }
+}

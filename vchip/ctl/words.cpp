@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "words.h"
+
+#include <swctl-vchip/ability.h>
+#include <swctl-vchip/vchip.h>
+#include <swctl-vchip/view.h>
+
+#include <charconv>
+#include <optional>
+
+#include "usage_error.h"
+
+namespace vchipctl {
+namespace {
+
+struct AbilityWord {
+  const char *name;
+  uint32_t bit;
+};
+constexpr AbilityWord kAbilityWords[] = {
+    {"10-half", VCHIP_ABILITY_10_HALF},     {"10-full", VCHIP_ABILITY_10_FULL},
+    {"100-half", VCHIP_ABILITY_100_HALF},   {"100-full", VCHIP_ABILITY_100_FULL},
+    {"1000-half", VCHIP_ABILITY_1000_HALF}, {"1000-full", VCHIP_ABILITY_1000_FULL},
+    {"pause", VCHIP_ABILITY_PAUSE},         {"asymmetric-pause", VCHIP_ABILITY_ASYMMETRIC_PAUSE},
+};
+
+std::string quoted(const std::string &word) {
+  return "'" + word + "'";
+}
+
+std::optional<int32_t> number(const std::string &word) {
+  int32_t value = 0;
+  const char *end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, value);
+  if (word.empty() || word[0] == '-' || error != std::errc() || stop != end) return {};
+  return value;
+}
+
+std::vector<std::string> split(const std::string &list) {
+  std::vector<std::string> words;
+  size_t start = 0;
+  for (size_t comma = 0; comma != std::string::npos; start = comma + 1) {
+    comma = list.find(',', start);
+    words.push_back(list.substr(start, comma - start));
+  }
+  return words;
+}
+
+int32_t chip_port(const std::string &word) {
+  const std::optional<int32_t> port = number(word.substr(1));
+  if (!port || *port >= VCHIP_PORTS)
+    throw UsageError("no chip port " + quoted(word) + ": expected p0 to p27");
+  if (*port == VCHIP_CPU_PORT)
+    throw UsageError(quoted(word) + " is the CPU port, which has no cable: expected p0 to p27");
+  return *port;
+}
+
+int32_t front_port(int32_t interface) {
+  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
+    if (vchip::port(0, port).interface == interface) return port;
+  return VCHIP_NO_INTERFACE;
+}
+
+// One end of a range, as a number on its own scale.
+struct End {
+  bool on_chip;
+  int32_t number;
+};
+
+End parse_end(const std::string &word) {
+  if (!word.empty() && word[0] == 'p') return {true, chip_port(word)};
+  const std::optional<int32_t> interface = number(word);
+  if (!interface || *interface == VCHIP_CPU_INTERFACE || front_port(*interface) < 0)
+    throw UsageError("no front port " + quoted(word) + ": expected 1 to 26, or p0 to p27");
+  return {false, *interface};
+}
+
+void add_range(std::vector<int32_t> &ports, const std::string &range) {
+  const size_t dash = range.find('-', 1);
+  const End first = parse_end(range.substr(0, dash));
+  const End last = dash == std::string::npos ? first : parse_end(range.substr(dash + 1));
+  if (first.on_chip != last.on_chip || first.number > last.number)
+    throw UsageError("bad port range " + quoted(range) + ": expected A-B or pA-pB, rising");
+  for (int32_t each = first.number; each <= last.number; ++each)
+    ports.push_back(first.on_chip ? each : front_port(each));
+}
+
+uint32_t parse_ability(const std::string &word) {
+  std::string expected;
+  for (const AbilityWord &ability : kAbilityWords) {
+    if (word == ability.name) return ability.bit;
+    expected += (expected.empty() ? "" : ", ") + std::string(ability.name);
+  }
+  throw UsageError("no ability " + quoted(word) + ": expected " + expected);
+}
+
+}  // namespace
+
+uint32_t parse_unit(const std::string &word) {
+  const std::optional<int32_t> unit = number(word);
+  if (!unit || *unit >= VCHIP_UNITS)
+    throw UsageError("no unit " + quoted(word) + ": expected 0 or 1");
+  return static_cast<uint32_t>(*unit);
+}
+
+std::vector<int32_t> parse_ports(const std::string &list) {
+  std::vector<int32_t> ports;
+  for (const std::string &range : split(list)) add_range(ports, range);
+  return ports;
+}
+
+uint32_t parse_abilities(const std::string &list) {
+  uint32_t abilities = 0;
+  for (const std::string &word : split(list)) abilities |= parse_ability(word);
+  if ((abilities & VCHIP_ABILITY_MODES) == 0)
+    throw UsageError("no mode in " + quoted(list) + ": a partner needs one, such as 100-full");
+  return abilities;
+}
+
+uint32_t parse_mode(const std::string &word) {
+  const uint32_t ability = parse_ability(word);
+  if ((ability & VCHIP_ABILITY_MODES) == 0)
+    throw UsageError(quoted(word) + " is no mode: expected one such as 100-full");
+  return ability;
+}
+
+uint32_t parse_medium(const std::string &word) {
+  if (word == "copper") return VCHIP_MEDIUM_COPPER;
+  if (word == "fibre") return VCHIP_MEDIUM_FIBRE;
+  throw UsageError("no medium " + quoted(word) + ": expected copper or fibre");
+}
+
+}  // namespace vchipctl
