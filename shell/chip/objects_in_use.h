@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Which files of the running program answer a name.
+#ifndef SWCTL_SHELL_CHIP_OBJECTS_IN_USE_H
+#define SWCTL_SHELL_CHIP_OBJECTS_IN_USE_H
+
+#include <string>
+#include <vector>
+
+namespace swsh {
+
+// The files that define the function, in the order in which a call would find
+// them: all but the last stand between the caller and the one that answers.
+std::vector<std::string> files_defining(const char *function);
+
+}  // namespace swsh
+
+#endif

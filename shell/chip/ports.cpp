@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "chip/ports.h"
+
+#include <swctl/platform/adapter.h>
+
+#include "chip/sentence.h"
+#include "fault.h"
+#include "number_list.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+// The chip's port numbers are below 32; the adapter answers something else for
+// an interface that the board does not have.
+constexpr int32_t kChipPorts = 32;
+
+bool is_chip_port(int32_t port) {
+  return port >= 0 && port < kChipPorts;
+}
+
+std::vector<std::string> front_interfaces() {
+  std::vector<int64_t> numbers;
+  for (const Port &port : front_ports()) numbers.push_back(port.interface);
+  if (numbers.empty()) return {};
+  return {"one of the board's interfaces " + number_list_text(numbers)};
+}
+
+}  // namespace
+
+Port port_of(int64_t interface) {
+  const int32_t chip = adp_intf_2_phy_id(static_cast<int32_t>(interface));
+  if (is_chip_port(chip)) return {interface, chip};
+  const std::string number = std::to_string(interface);
+  throw CommandError(wrong_usage("interface " + number + " has no port on this board", number,
+                                 front_interfaces()));
+}
+
+std::vector<Port> ports_of(const std::vector<int64_t> &interfaces) {
+  std::vector<Port> ports;
+  for (const int64_t interface : interfaces) ports.push_back(port_of(interface));
+  return ports;
+}
+
+std::vector<Port> front_ports() {
+  std::vector<Port> ports;
+  for (int32_t interface = 1; interface <= USER_FRONT_INTERFACES; ++interface) {
+    const int32_t chip = adp_intf_2_phy_id(interface);
+    if (is_chip_port(chip)) ports.push_back({interface, chip});
+  }
+  return ports;
+}
+
+uint32_t read_port(const Context &context, const Port &port, const PortGetter &getter) {
+  uint32_t value = 0;
+  check_result(getter.call(kLead, context.unit, port.chip, &value), getter.name, port.interface);
+  return value;
+}
+
+void write_port(const Context &context, const Port &port, const PortSetter &setter,
+                uint32_t value) {
+  check_result(setter.call(kLead, context.unit, port.chip, value), setter.name, port.interface);
+}
+
+void check_result(int32_t result, const char *function, int64_t interface) {
+  if (result >= 0) return;
+  const std::optional<std::string> sentence = result_sentence(result);
+  const std::string number = std::to_string(interface);
+  const std::string code = "result " + std::to_string(result);
+  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
+  throw CommandError({kRefused,
+                      "",
+                      std::string(function) + " refused port " + number + ": " + reason,
+                      number,
+                      {},
+                      Refusal{function, interface, result, sentence}});
+}
+
+}  // namespace swsh

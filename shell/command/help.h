@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#ifndef SWCTL_SHELL_COMMAND_HELP_H
+#define SWCTL_SHELL_COMMAND_HELP_H
+
+#include <string>
+#include <vector>
+
+#include "command/table.h"
+#include "command/walker.h"
+#include "output/record.h"
+
+namespace swsh {
+
+// The usage line of a node that the words of `path` lead to, without "Usage:".
+std::string usage_line(const Node &node, const std::vector<std::string> &path);
+
+// Help for a node: as text for a person, as a record for JSON.
+Answer help_answer(const Node &node, const std::vector<std::string> &path);
+
+// What may come next, a line each, for the interactive `?`.
+std::string expected_text(const std::vector<Expected> &expected);
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+// The form of the command table. Everything the shell knows about its commands
+// stands in such a table: parsing, help, completion and error messages are
+// drawn from it.
+#ifndef SWCTL_SHELL_COMMAND_TABLE_H
+#define SWCTL_SHELL_COMMAND_TABLE_H
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "output/record.h"
+
+namespace swsh {
+
+enum class Kind {
+  number,      // decimal or 0x..., from low to high
+  numbers,     // 1-4,7
+  interface,   // one logical interface
+  interfaces,  // a list of them
+  choice,      // one of the choices, written in full
+  text,        // any word
+  flag,        // no value: the keyword itself says it
+};
+
+struct Choice {
+  std::string word;
+  int64_t value;
+  std::string help;
+};
+
+struct Type {
+  Kind kind = Kind::text;
+  int64_t low = 0;
+  int64_t high = 0;
+  std::string unit;  // of a number, for help and messages
+  std::vector<Choice> choices;
+};
+
+Type number(int64_t low, int64_t high, std::string unit = "");
+Type numbers(int64_t low, int64_t high);
+// Front interfaces; lowest is 0 where the CPU has its place too.
+Type interface_number(int64_t lowest = 1);
+Type interface_list(int64_t lowest = 1);
+Type choice(std::vector<Choice> choices);
+Type on_off();
+Type text();
+Type flag();
+
+struct Parameter {
+  std::string name;  // upper case for a positional one, the keyword otherwise
+  Type type;
+  std::string help;
+  bool required = false;
+};
+
+// What a parameter was given.
+struct Argument {
+  std::string word;
+  int64_t number = 0;  // number, interface, the value of a choice
+  std::vector<int64_t> numbers;
+};
+
+// A command's arguments by parameter name. The walker has checked them
+// against the table, so a required one is there.
+class Arguments {
+ public:
+  void set(const std::string &name, Argument argument) { given_[name] = std::move(argument); }
+  bool has(const std::string &name) const { return given_.contains(name); }
+  int64_t number(const std::string &name) const { return given_.at(name).number; }
+  const std::string &word(const std::string &name) const { return given_.at(name).word; }
+  const std::vector<int64_t> &numbers(const std::string &name) const {
+    return given_.at(name).numbers;
+  }
+
+ private:
+  std::map<std::string, Argument> given_;
+};
+
+// What a command is told besides its arguments.
+struct Context {
+  uint32_t unit = 0;
+};
+
+using Handler = Answer (*)(const Arguments &, const Context &);
+
+// A word of the command tree: either it leads to more words (children) or it
+// is a command (run). A command's positional parameters come first, in order,
+// the required ones before the optional ones; then its keywords in any order.
+struct Node {
+  std::string name;
+  std::string help;  // one line
+  std::vector<Node> children = {};
+  std::vector<Parameter> positional = {};
+  std::vector<Parameter> keywords = {};
+  bool needs_keyword = false;  // at least one of them
+  std::string details = {};    // more lines for the command's own help
+  Handler run = nullptr;
+};
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/types.h>
+
+#include <utility>
+
+#include "command/table.h"
+
+namespace swsh {
+
+Type number(int64_t low, int64_t high, std::string unit) {
+  return {Kind::number, low, high, std::move(unit), {}};
+}
+
+Type numbers(int64_t low, int64_t high) {
+  return {Kind::numbers, low, high, "", {}};
+}
+
+Type interface_number(int64_t lowest) {
+  return {Kind::interface, lowest, USER_FRONT_INTERFACES, "", {}};
+}
+
+Type interface_list(int64_t lowest) {
+  return {Kind::interfaces, lowest, USER_FRONT_INTERFACES, "", {}};
+}
+
+Type choice(std::vector<Choice> choices) {
+  return {Kind::choice, 0, 0, "", std::move(choices)};
+}
+
+Type on_off() {
+  return choice({{"on", 1, ""}, {"off", 0, ""}});
+}
+
+Type text() {
+  return {};
+}
+
+Type flag() {
+  return {Kind::flag, 0, 0, "", {}};
+}
+
+}  // namespace swsh

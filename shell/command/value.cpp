@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "command/value.h"
+
+#include "number_list.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+std::string range_text(const Type &type) {
+  const std::string range = std::to_string(type.low) + '-' + std::to_string(type.high);
+  return type.unit.empty() ? range : range + ' ' + type.unit;
+}
+
+std::vector<std::string> choice_words(const Type &type) {
+  std::vector<std::string> words;
+  for (const Choice &each : type.choices) words.push_back(each.word);
+  return words;
+}
+
+ParsedValue parse_number_value(const Type &type, const std::string &word) {
+  const ParsedNumber parsed = parse_number(word, type.low, type.high);
+  const std::string fault = parsed.fault.empty() ? "" : quoted(word) + " is " + parsed.fault;
+  return {{word, parsed.number, {}}, fault};
+}
+
+ParsedValue parse_list_value(const Type &type, const std::string &word) {
+  const ParsedList parsed = parse_number_list(word, type.low, type.high);
+  return {{word, 0, parsed.numbers}, parsed.fault};
+}
+
+ParsedValue parse_choice(const Type &type, const std::string &word) {
+  for (const Choice &each : type.choices) {
+    if (each.word == word) return {{word, each.value, {}}, ""};
+  }
+  return {{}, quoted(word) + " is no choice"};
+}
+
+}  // namespace
+
+ParsedValue parse_value(const Type &type, const std::string &word) {
+  switch (type.kind) {
+    case Kind::number:
+    case Kind::interface: return parse_number_value(type, word);
+    case Kind::numbers:
+    case Kind::interfaces: return parse_list_value(type, word);
+    case Kind::choice: return parse_choice(type, word);
+    case Kind::text:
+    case Kind::flag: break;
+  }
+  return {{word, 0, {}}, ""};
+}
+
+std::string value_usage(const Type &type) {
+  switch (type.kind) {
+    case Kind::number: return std::to_string(type.low) + '-' + std::to_string(type.high);
+    case Kind::numbers: return "LIST";
+    case Kind::interface: return "PORT";
+    case Kind::interfaces: return "PORTS";
+    case Kind::choice: return join(choice_words(type), "|");
+    case Kind::text: return "TEXT";
+    case Kind::flag: break;
+  }
+  return "";
+}
+
+std::vector<std::string> value_expected(const Type &type) {
+  switch (type.kind) {
+    case Kind::number: return {"a number " + range_text(type)};
+    case Kind::numbers: return {"a list of numbers " + range_text(type) + " such as 1-4,7"};
+    case Kind::interface: return {"an interface number " + range_text(type)};
+    case Kind::interfaces: return {"interface numbers " + range_text(type) + " such as 1-4,7"};
+    case Kind::choice: return choice_words(type);
+    case Kind::text: return {"a text"};
+    case Kind::flag: break;
+  }
+  return {};
+}
+
+}  // namespace swsh

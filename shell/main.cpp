@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/swctl.h>
+
+#include <csignal>
+#include <cstdio>
+#include <unistd.h>
+
+#include "command/completion.h"
+#include "command/help.h"
+#include "number_list.h"
+#include "objects/registry.h"
+#include "run/batch.h"
+#include "run/command.h"
+#include "run/options.h"
+#include "run/session.h"
+#include "text.h"
+
+namespace {
+
+using namespace swsh;
+
+constexpr char kPlace[] = "swctl";
+
+Answer version_answer() {
+  const std::string version = SWCTL_VERSION;
+  const Record record = Record().add("version", version);
+  return {Shape::text, {record}, "swctl " + version + '\n'};
+}
+
+Status complete(const Settings &settings, DataOutput &output) {
+  const auto last = static_cast<int64_t>(settings.words.size());
+  const ParsedNumber index = parse_number(*settings.completion_index, 0, last);
+  if (!index.fault.empty()) {
+    complain(kPlace,
+             wrong_usage("bad value of -complete: " + index.fault, *settings.completion_index));
+    return kWrongUsage;
+  }
+  for (const std::string &word :
+       line_completions(command_table(), settings.words, static_cast<size_t>(index.number))) {
+    output.write(word + '\n');
+  }
+  return kDone;
+}
+
+bool is_at_terminal(const DataOutput &output) {
+  return isatty(STDIN_FILENO) != 0 && isatty(output.descriptor()) != 0;
+}
+
+Status batch(const Settings &settings, const std::string &file, DataOutput &output) {
+  return run_batch(command_table(), {file, settings.force, settings.format(), {settings.unit}},
+                   output);
+}
+
+Fault batch_with_command(const std::string &word) {
+  return wrong_usage("unexpected word " + quoted(word) + " beside -batch", word);
+}
+
+Status run(const Settings &settings, DataOutput &output) {
+  const Format format = settings.format();
+  const Context context = {settings.unit};
+  const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, format, output); };
+  if (settings.completion_index) return complete(settings, output);
+  if (settings.fault) return show({{}, settings.fault});
+  if (settings.help) return show({help_answer(command_table(), {}), {}});
+  if (settings.version) return show({version_answer(), {}});
+  if (settings.batch && !settings.words.empty()) {
+    return show({{}, batch_with_command(settings.words.front())});
+  }
+  if (settings.batch) return batch(settings, *settings.batch, output);
+  if (!settings.words.empty()) return show(run_command(command_table(), settings.words, context));
+  if (is_at_terminal(output)) return run_session(command_table(), context, format, output);
+  return batch(settings, "-", output);
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+  // A closed pipe is then an error of write(), reported like a full disk.
+  signal(SIGPIPE, SIG_IGN);
+  DataOutput output = DataOutput::take_standard_output();
+  try {
+    return run(read_options(argc, argv), output);
+  } catch (const std::exception &error) {
+    fprintf(stderr, "%s: %s\n", kPlace, error.what());
+    return kRefused;
+  }
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "output/writer.h"
+
+namespace swsh {
+namespace {
+
+std::string human_text(const Answer &answer) {
+  switch (answer.shape) {
+    case Shape::nothing: return "";
+    case Shape::table: return table_text(answer.records);
+    case Shape::detail:
+    case Shape::object: return detail_text(answer.records.front());
+    case Shape::text: return answer.text;
+  }
+  return "";
+}
+
+Value culprit_value(const Fault &fault) {
+  return fault.culprit ? Value(*fault.culprit) : Value(nullptr);
+}
+
+void add_refusal(Record &error, const Refusal &refusal) {
+  error.add("function", refusal.function);
+  error.add("result", int64_t{refusal.result});
+  error.add("sentence", refusal.sentence ? Value(*refusal.sentence) : Value(nullptr));
+}
+
+}  // namespace
+
+Value answer_value(const Answer &answer) {
+  const bool alone = answer.shape == Shape::object || answer.shape == Shape::text;
+  return alone ? Value(answer.records.front()) : Value(answer.records);
+}
+
+Record fault_record(const Fault &fault) {
+  Record error;
+  error.add("message",
+            fault.context.empty() ? fault.message : fault.context + ": " + fault.message);
+  error.add("culprit", culprit_value(fault));
+  error.add("expected", fault.expected);
+  if (fault.refusal) add_refusal(error, *fault.refusal);
+  error.add("status", int64_t{fault.status});
+  return Record().add("error", error);
+}
+
+std::string answer_text(const Answer &answer, Format format) {
+  if (format == Format::human) return human_text(answer);
+  return json_text(answer_value(answer), format) + '\n';
+}
+
+}  // namespace swsh

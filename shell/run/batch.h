@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#ifndef SWCTL_SHELL_RUN_BATCH_H
+#define SWCTL_SHELL_RUN_BATCH_H
+
+#include <string>
+
+#include "command/table.h"
+#include "fault.h"
+#include "output/writer.h"
+#include "run/data_output.h"
+
+namespace swsh {
+
+struct BatchSettings {
+  std::string file;  // "-" is standard input
+  bool force = false;
+  Format format = Format::human;
+  Context context;
+};
+
+// Runs the commands of a file, one per line, until one fails; with `force` to
+// the end. Each command's answer is written before the next one is read. The
+// status is that of the first command that failed.
+Status run_batch(const Node &root, const BatchSettings &settings, DataOutput &output);
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "run/command.h"
+
+#include <cstdio>
+
+#include "command/help.h"
+#include "command/walker.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+// "swctl help port set" asks the same as "swctl port set help".
+std::vector<std::string> help_behind(std::vector<std::string> words) {
+  if (words.size() < 2 || words.front() != kHelpWord) return words;
+  words.erase(words.begin());
+  words.push_back(kHelpWord);
+  return words;
+}
+
+Outcome failed(Fault fault, const std::vector<std::string> &path) {
+  if (fault.context.empty()) fault.context = join(path, " ");
+  return {{}, std::move(fault)};
+}
+
+// The words that lead to a command, without its arguments.
+std::vector<std::string> command_path(const Node &root, const Walk &found) {
+  std::vector<std::string> path;
+  const Node *node = &root;
+  for (size_t i = 0; node != found.node; ++i) {
+    for (const Node &child : node->children) {
+      if (child.name == found.path[i]) node = &child;
+    }
+    path.push_back(found.path[i]);
+  }
+  return path;
+}
+
+}  // namespace
+
+Outcome run_command(const Node &root, const std::vector<std::string> &words,
+                    const Context &context) {
+  const Walk found = walk(root, help_behind(words));
+  if (found.help) return {help_answer(*found.node, command_path(root, found)), std::nullopt};
+  if (found.wrong) return failed(*found.wrong, found.path);
+  if (found.missing) return failed(*found.missing, found.path);
+  try {
+    return {found.node->run(found.arguments, context), std::nullopt};
+  } catch (const CommandError &error) {
+    return failed(error.fault(), found.path);
+  }
+}
+
+Value outcome_value(const Outcome &outcome) {
+  if (outcome.fault) return fault_record(*outcome.fault);
+  return answer_value(outcome.answer);
+}
+
+void complain(const std::string &place, const Fault &fault) {
+  const std::string line = place + ": " + fault_line(fault) + '\n';
+  fputs(line.c_str(), stderr);
+}
+
+Status report(const Outcome &outcome, const std::string &place, Format format, DataOutput &output) {
+  if (outcome.fault) complain(place, *outcome.fault);
+  if (format != Format::human) {
+    output.write(json_text(outcome_value(outcome), format) + '\n');
+  } else if (!outcome.fault) {
+    output.write(answer_text(outcome.answer, format));
+  }
+  return outcome.status();
+}
+
+}  // namespace swsh

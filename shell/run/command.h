@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// Runs one command and shows what came of it.
+#ifndef SWCTL_SHELL_RUN_COMMAND_H
+#define SWCTL_SHELL_RUN_COMMAND_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/table.h"
+#include "fault.h"
+#include "output/writer.h"
+#include "run/data_output.h"
+
+namespace swsh {
+
+struct Outcome {
+  Answer answer;
+  std::optional<Fault> fault;
+
+  Status status() const { return fault ? fault->status : kDone; }
+};
+
+Outcome run_command(const Node &root, const std::vector<std::string> &words,
+                    const Context &context);
+
+// What JSON shows of an outcome: the answer, or {"error": ...}.
+Value outcome_value(const Outcome &outcome);
+
+// One line on standard error: `place`, a colon and the fault.
+void complain(const std::string &place, const Fault &fault);
+
+// Shows the answer on the output, or the fault: on standard error behind
+// `place` and, where the format is JSON, on the output too. Returns the status.
+Status report(const Outcome &outcome, const std::string &place, Format format, DataOutput &output);
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "run/session.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include "command/completion.h"
+#include "command/help.h"
+#include "command/walker.h"
+#include "run/command.h"
+#include "run/line_editor.h"
+#include "run/words.h"
+
+namespace swsh {
+namespace {
+
+constexpr char kPrompt[] = "swctl> ";
+
+std::string environment(const char *name) {
+  const char *value = getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+std::filesystem::path state_directory() {
+  const std::string state = environment("XDG_STATE_HOME");
+  if (!state.empty()) return state;
+  const std::string home = environment("HOME");
+  return home.empty() ? "" : std::filesystem::path(home) / ".local" / "state";
+}
+
+// Makes the directory if need be. A directory that cannot be made shows when
+// the file is written.
+std::string history_file() {
+  const std::filesystem::path state = state_directory();
+  if (state.empty()) return "";
+  std::error_code ignored;
+  std::filesystem::create_directories(state / "swctl", ignored);
+  return state / "swctl" / "history";
+}
+
+// The line in front of the cursor: its whole words, and the one being written.
+struct Position {
+  std::vector<std::string> words;
+  std::string partial;
+};
+
+Position position_of(const std::string &line) {
+  Line split = split_words(line);
+  Position position = {std::move(split.words), ""};
+  if (!split.at_new_word) {
+    position.partial = position.words.back();
+    position.words.pop_back();
+  }
+  return position;
+}
+
+std::string help_at(const Node &root, const std::string &line) {
+  const Position position = position_of(line);
+  const Walk found = walk(root, position.words);
+  if (found.wrong) return "  " + fault_line(*found.wrong) + '\n';
+  std::vector<Expected> fitting;
+  for (const Expected &each : found.expected) {
+    if (!each.literal || each.word.starts_with(position.partial)) fitting.push_back(each);
+  }
+  return expected_text(fitting);
+}
+
+LineHelper helper_for(const Node &root) {
+  return {
+      [&root](const std::string &line) {
+        const Position position = position_of(line);
+        return completions(root, position.words, position.partial);
+      },
+      [](const std::string &line) { return position_of(line).partial; },
+      [&root](const std::string &line) { return help_at(root, line); },
+  };
+}
+
+bool is_end(const std::vector<std::string> &words) {
+  return words.size() == 1 && (words.front() == "exit" || words.front() == "quit");
+}
+
+Outcome run_line(const Node &root, const std::string &text, const Line &line,
+                 const Context &context) {
+  if (line.fault.empty()) return run_command(root, line.words, context);
+  return {{}, wrong_usage(line.fault, text)};
+}
+
+}  // namespace
+
+Status run_session(const Node &root, const Context &context, Format format, DataOutput &output) {
+  const auto editor =
+      make_line_editor(kPrompt, output.descriptor(), history_file(), helper_for(root));
+  while (const std::optional<std::string> text = editor->read()) {
+    const Line line = split_words(*text);
+    if (is_end(line.words)) break;
+    if (line.words.empty() && line.fault.empty()) continue;
+    report(run_line(root, *text, line, context), "swctl", format, output);
+  }
+  return kDone;
+}
+
+}  // namespace swsh

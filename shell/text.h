@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#ifndef SWCTL_SHELL_TEXT_H
+#define SWCTL_SHELL_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace swsh {
+
+std::string join(const std::vector<std::string> &parts, std::string_view separator);
+
+// The word in double quotes; control characters are written as \xNN, so that a
+// message cannot move the cursor of the terminal it appears on.
+std::string quoted(std::string_view word);
+
+// The text, filled up with spaces to `width` characters.
+std::string padded(std::string text, size_t width);
+
+}  // namespace swsh
+
+#endif
