@@ -12,8 +12,16 @@
 /** Version of the headers; the installed library's is in its package files. */
 #define SWCTL_VERSION "0.1.0"
 
+#include <swctl/field.h>
 #include <swctl/frame.h>
+#include <swctl/kmsg.h>
+#include <swctl/l2.h>
+#include <swctl/mcast.h>
+#include <swctl/mirror_trunk.h>
 #include <swctl/port.h>
+#include <swctl/qos.h>
+#include <swctl/stp.h>
 #include <swctl/types.h>
+#include <swctl/vlan.h>
 
 #endif

@@ -1,0 +1,25 @@
+/* SPDX-License-Identifier: MIT */
+/*
+ * A plain C99 program that calls every exported function of the library once,
+ * with arguments that the virtual chip accepts, and says what surprised it.
+ * Each family has a file and a function here.
+ */
+#ifndef SWCTL_TESTS_EVERY_FUNCTION_H
+#define SWCTL_TESTS_EVERY_FUNCTION_H
+
+#include <swctl/swctl.h>
+
+/* Counts one call and says so if it did not answer what it should. */
+void expect_result(const char *name, long long result, long long expected);
+/* Says so if something else is not as it should be. */
+void expect_true(const char *what, int is_true);
+
+#define CALL(function, arguments) expect_result(#function, function arguments, 0)
+#define CALL_FOR(expected, function, arguments) \
+  expect_result(#function, function arguments, expected)
+
+enum { lead = 1, unit = 1, port = 24 };
+
+void call_port(void);
+
+#endif
