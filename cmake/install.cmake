@@ -1,1 +1,33 @@
 # SPDX-License-Identifier: MIT
+# What `cmake --install` puts where, and how another build finds it: the CMake
+# package swctl (targets swctl::swctl, swctl::static, swctl::vchip,
+# swctl::probe) and the pkg-config modules swctl, swctl-vchip, swctl-probe.
+include(CMakePackageConfigHelpers)
+
+set(swctl_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/swctl)
+
+set_target_properties(swctl-vchip PROPERTIES EXPORT_NAME vchip)
+set_target_properties(swctl-probe PROPERTIES EXPORT_NAME probe)
+install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
+install(TARGETS swctl_program vchipctl)
+install(EXPORT swctl NAMESPACE swctl:: DESTINATION ${swctl_package_dir} FILE swctl-targets.cmake)
+configure_package_config_file(cmake/swctl-config.cmake.in
+  ${PROJECT_BINARY_DIR}/swctl-config.cmake INSTALL_DESTINATION ${swctl_package_dir})
+# Before 1.0 a minor release may change the interface.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/swctl-config-version.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/swctl-config.cmake
+  ${PROJECT_BINARY_DIR}/swctl-config-version.cmake DESTINATION ${swctl_package_dir})
+
+foreach(module swctl swctl-vchip swctl-probe)
+  configure_file(cmake/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()
+
+install(DIRECTORY include/swctl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY vchip/include/swctl-vchip DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES shell/completion/swctl
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")

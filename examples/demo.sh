@@ -1,0 +1,64 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+# demo.sh BUILD_DIR: a management program drives a switch that is not there.
+set -euo pipefail
+source_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build_dir=$(cd "$1" && pwd)
+PATH=$build_dir/bin:$PATH
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+# One chip for every program below; it outlives each of them.
+export VCHIP_IMAGE=$work/chip.img
+export PROBE=$build_dir/lib/libswctl-probe.so
+cd "$work"
+
+chapter() { printf '\n\033[1m%s\033[0m\n' "$*"; }
+# Shows a command as one would type it, then runs it.
+try() {
+  printf '\n$ %s\n' "$*"
+  eval "$*"
+}
+# The same for a command that is meant to be refused.
+refused() {
+  local status=0
+  printf '\n$ %s\n' "$*"
+  eval "$*" || status=$?
+  [ "$status" -ne 0 ] || { echo "demo: this was to be refused" >&2; exit 1; }
+  echo "(status $status)"
+}
+
+chapter "A chip as after power-on, and three cables plugged into its front ports"
+try vchipctl reset
+try vchipctl link up 1-2
+try vchipctl link up 3 --partner 10-full,100-full
+try vchipctl medium 25 fibre
+try vchipctl link up 25
+
+chapter "A management program in C, linked against libswctl"
+cc -std=c99 "$source_dir/examples/port_status.c" -o port_status -I"$source_dir/include" \
+  -L"$build_dir/lib" -lswctl -lswctl-vchip -Wl,-rpath,"$build_dir/lib"
+try "./port_status | head -n 4"
+
+chapter "The shell sees the same chip, and changes it"
+try swctl port show 1-4,25
+try swctl port set 4 speed 100 duplex half loopback on
+try swctl port show 4
+
+chapter "The same as JSON, for programs"
+try "swctl -j port show 1-2"
+
+chapter "Every SDK call that one command causes"
+try SWPROBE=trace swctl port set 1 speed 100
+
+chapter "A chip that fails on purpose: how does the program take it?"
+refused "SWPROBE_FAIL='rtk_port_link_get port 2 result -1007' swctl port show 1-4"
+refused "LD_PRELOAD=\$PROBE SWPROBE_FAIL='rtk_port_link_get port 2 result -1007' ./port_status"
+
+chapter "What the chip itself holds, past every SDK call"
+try "vchipctl dump --unit 0 --block port | head -n 28"
+
+chapter "A wrong word is named, with what was expected in its place"
+refused swctl port set 4 sped 100
+echo
+echo "That was it. Next: README.md, docs/, and 'swctl' without a command."
