@@ -6,7 +6,8 @@
 #include "interpose.h"
 #include "log_calls.h"
 
-// clang-format off: the order of these lines has a meaning
+// The order of these lines has a meaning.
+// clang-format off
 #include <swctl/platform/calls_begin.h>
 #define SWCTL_CALL(name, ...) SWPROBE_INTERPOSE(name, __VA_ARGS__)
 #include <swctl/platform/calls/adapter.def>

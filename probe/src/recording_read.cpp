@@ -17,10 +17,15 @@ using Json = nlohmann::ordered_json;
   throw std::runtime_error(what);
 }
 
-const Json &member(const Json &object, const char *name) {
-  const auto found = object.find(name);
-  if (found == object.end()) wrong(std::string("'") + name + "' is missing");
+const Json &member(const Json &line, const char *name) {
+  const auto found = line.find(name);
+  if (found == line.end()) wrong(std::string("'") + name + "' is missing");
   return *found;
+}
+
+const Json &object(const Json &value, const std::string &name) {
+  if (!value.is_object()) wrong("'" + name + "' is not a JSON object");
+  return value;
 }
 
 // The reverse of what the writer does to bytes outside ASCII.
@@ -66,6 +71,7 @@ Argument argument_of(const Site &site, const std::string &name, const Json &valu
   const auto known = find_argument(site, name);
   if (!known) wrong("'" + std::string(site.name) + "' has no argument '" + name + "'");
   const bool record = known->info->is_record();
+  object(value, name);
   Argument argument{name,
                     known->info->direction,
                     record ? known->field->form : known->info->form,
@@ -93,7 +99,7 @@ Call call_of(const Json &line) {
   call.has_result = site->has_result;
   if (call.has_result) call.result = member(line, "result").get<int64_t>();
   call.made_up = member(line, "made_up").get<bool>();
-  for (const auto &[name, value] : member(line, "arguments").items()) {
+  for (const auto &[name, value] : object(member(line, "arguments"), "arguments").items()) {
     call.arguments.push_back(argument_of(*site, name, value));
   }
   return call;

@@ -1,0 +1,54 @@
+/* SPDX-License-Identifier: MIT */
+/* Makes a few calls and prints what came of them. */
+#include <swctl/platform/adapter.h>
+#include <swctl/platform/log.h>
+#include <swctl/platform/sdk.h>
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+static void read_link(uint32_t unit, int32_t port) {
+  uint32_t link = 1000;
+  int32_t result = rtk_port_link_get(unit, port, &link);
+  printf("link %ld %lu\n", (long)result, (unsigned long)link);
+}
+
+static void make_calls(void) {
+  uint32_t ability = 0xf0000000u;
+  read_link(0, 3);
+  read_link(99, 40);
+  printf("ability %ld\n", (long)rtk_port_phyAutoNegoAbility_set(1, -1, &ability));
+  printf("port %ld\n", (long)adp_intf_2_phy_id(5));
+  Log_logging_func(6, 0, "PLAIN", "%d of \"%s\"\n", 42, "me");
+  printf("tracing %ld\n", (long)sys_trace_get());
+  sys_trace_add_log("make_calls():1", "done");
+}
+
+static int make_calls_in_two_processes(void) {
+  int status = 0;
+  pid_t child;
+  read_link(0, 1);
+  fflush(stdout);
+  child = fork();
+  if (child == 0) {
+    read_link(0, 2);
+    exit(0);
+  }
+  waitpid(child, &status, 0);
+  read_link(0, 3);
+  return status;
+}
+
+int main(int argc, char **argv) {
+  const char *what = argc > 1 ? argv[1] : "calls";
+  if (strcmp(what, "fork") == 0) return make_calls_in_two_processes();
+  if (strcmp(what, "nothing") == 0) return 0;
+  if (strcmp(what, "twice") == 0) read_link(0, 0);
+  if (strcmp(what, "twice") == 0 || strcmp(what, "crash") == 0) read_link(0, 1);
+  if (strcmp(what, "crash") == 0) _exit(17);
+  if (strcmp(what, "calls") == 0) make_calls();
+  return 0;
+}

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// What is wrong in a recording is named with file and line.
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+
+#include "sample/sample_test.h"
+
+namespace {
+
+const std::string kHeader = "{\"format\":\"swctl-calls\",\"version\":1}\n";
+
+class RecordingErrorTest : public testing::Test {
+ protected:
+  const std::string path_ = testing::TempDir() + "swprobe_recording_error_test";
+
+  void TearDown() override { std::remove(path_.c_str()); }
+
+  std::string read_error() const {
+    try {
+      swprobe::read_recording(path_);
+    } catch (const std::runtime_error &error) {
+      return error.what();
+    }
+    return "no error";
+  }
+  // What is said of the second line of a recording, without the place.
+  std::string error_of(const std::string &line) const {
+    std::ofstream(path_) << kHeader << line << '\n';
+    const std::string error = read_error();
+    const std::string place = path_ + ":2: ";
+    EXPECT_EQ(error.substr(0, place.size()), place);
+    return error.substr(std::min(error.size(), place.size()));
+  }
+};
+
+TEST_F(RecordingErrorTest, AFileThatCannotBeRead) {
+  EXPECT_EQ(read_error(), "cannot read '" + path_ + "': No such file or directory");
+}
+
+TEST_F(RecordingErrorTest, AFileThatIsNoRecording) {
+  std::ofstream(path_) << "";
+  EXPECT_EQ(read_error(), path_ + ":1: the header is missing");
+  std::ofstream(path_) << "{\"format\":\"other\",\"version\":1}\n";
+  EXPECT_EQ(read_error(), path_ + ":1: not a recording of calls");
+  std::ofstream(path_) << "{}\n";
+  EXPECT_EQ(read_error(), path_ + ":1: 'format' is missing");
+  std::ofstream(path_) << "[]\n";
+  EXPECT_EQ(read_error(), path_ + ":1: not a JSON object");
+  std::ofstream(path_) << "{\"format\":\"swctl-calls\",\"version\":2}\n";
+  EXPECT_EQ(read_error(), path_ + ":1: version 2 of the format is not known");
+}
+
+TEST_F(RecordingErrorTest, ALineThatBreaksOff) {
+  EXPECT_THAT(error_of("{\"number\":1,\"call\":\"sample"), testing::HasSubstr("parse error"));
+  EXPECT_THAT(error_of(""), testing::HasSubstr("parse error"));
+}
+
+TEST_F(RecordingErrorTest, NamesThatAreNotKnown) {
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_other","arguments":{}})"),
+            "no call is named 'sample_other'");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"vlaue":{"in":1}},)"
+                     R"("result":1,"made_up":false})"),
+            "'sample_result' has no argument 'vlaue'");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"vlaue":null},)"
+                     R"("result":1,"made_up":false})"),
+            "'sample_result' has no argument 'vlaue'");
+}
+
+TEST_F(RecordingErrorTest, MembersThatAreMissingOrOfAnotherType) {
+  EXPECT_EQ(error_of(R"({"number":1})"), "'call' is missing");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{},"made_up":false})"),
+            "'result' is missing");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{},"result":1})"),
+            "'made_up' is missing");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{}},"result":1,)"
+                     R"("made_up":false})"),
+            "'in' is missing");
+  EXPECT_THAT(error_of(R"({"number":"one","call":"sample_result"})"),
+              testing::HasSubstr("must be number"));
+  EXPECT_THAT(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{"in":"a"}},)"
+                       R"("result":1,"made_up":false})"),
+              testing::HasSubstr("must be number"));
+}
+
+TEST_F(RecordingErrorTest, ArgumentsThatAreNoObject) {
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":3},"result":1,)"
+                     R"("made_up":false})"),
+            "'value' is not a JSON object");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":3,"result":1,)"
+                     R"("made_up":false})"),
+            "'arguments' is not a JSON object");
+}
+
+}  // namespace
