@@ -193,7 +193,9 @@ TEST_P(PortModeGet, PositiveResultsAreSuccess) {
   chip_answers(kLink, 1, {{"link", 0}});
   chip_answers(kAuto, 3, {{"enable", 1}});
   chip_answers(kAbility, 5, {{"ability", USER_ABILITY_1000_FULL}});
-  EXPECT_EQ(read(&value), 5);
+  int32_t result = 0;
+  EXPECT_PRINTED(swctl_test::printed_by([&] { result = read(&value); }), "", "");
+  EXPECT_EQ(result, 5);
   EXPECT_EQ(value, GetParam().at_1000_full);
 }
 
