@@ -105,7 +105,8 @@ std::string explain(const CLI::App &app, const CLI::ParseError &error) {
   const std::vector<std::string> extra = app.remaining(true);
   const std::string expected = expected_commands(app);
   if (!extra.empty()) return "'" + extra.front() + "' does not belong here" + expected;
-  if (!expected.empty()) return "a command is missing" + expected;
+  const bool missing = dynamic_cast<const CLI::RequiredError *>(&error) != nullptr;
+  if (missing && !expected.empty()) return "a command is missing" + expected;
   return error.what();
 }
 
@@ -137,7 +138,8 @@ int run(const CLI::App &app, const CommandLine &line) {
   }
   open_image(line);
   line.run();
-  if (fflush(stdout) != 0) throw Refused("standard output cannot be written");
+  if (fflush(stdout) != 0 || ferror(stdout) != 0)
+    throw Refused("standard output cannot be written");
   return 0;
 }
 

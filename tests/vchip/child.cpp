@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "child.h"
+
+#include <swctl-vchip/vchip.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vchip_test {
+namespace {
+
+constexpr unsigned kPatience = 60;  // seconds
+
+void set_environment(const Environment &environment) {
+  for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
+  for (const auto &[name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+}
+
+[[noreturn]] void be_child(const Environment &environment, const Work &work) {
+  alarm(kPatience);
+  set_environment(environment);
+  const int status = work();
+  fflush(stdout);
+  _exit(status);
+}
+
+std::string read_all(int descriptor) {
+  std::string text;
+  char part[4096];
+  for (;;) {
+    const ssize_t length = read(descriptor, part, sizeof part);
+    if (length <= 0) return text;
+    text.append(part, static_cast<size_t>(length));
+  }
+}
+
+}  // namespace
+
+pid_t start(const Environment &environment, const Work &work) {
+  fflush(stdout);
+  const pid_t child = fork();
+  if (child == 0) be_child(environment, work);
+  return child;
+}
+
+int wait_for(pid_t child) {
+  int status = 0;
+  if (waitpid(child, &status, 0) != child) return -1;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+}
+
+Outcome run(const Environment &environment, const Work &work) {
+  int ends[2];
+  if (pipe(ends) != 0) return {-1, "no pipe"};
+  const pid_t child = start(environment, [&] {
+    dup2(ends[1], STDOUT_FILENO);
+    dup2(ends[1], STDERR_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+    return work();
+  });
+  close(ends[1]);
+  Outcome outcome;
+  outcome.output = read_all(ends[0]);
+  close(ends[0]);
+  outcome.status = wait_for(child);
+  return outcome;
+}
+
+void ImageTest::SetUp() {
+  std::string name = testing::TempDir() + "vchip-XXXXXX";
+  ASSERT_NE(mkdtemp(name.data()), nullptr);
+  directory_ = name;
+  image_ = directory_ + "/chip.img";
+}
+
+void ImageTest::TearDown() {
+  std::filesystem::remove_all(directory_);
+}
+
+void ImageTest::make_image() {
+  const Outcome made = run(image(), [] { return vchip_reset() == 0 ? 0 : 1; });
+  ASSERT_EQ(made.status, 0) << made.output;
+  ASSERT_EQ(made.output, "");
+}
+
+std::vector<std::string> ImageTest::files() const {
+  std::vector<std::string> names;
+  for (const auto &entry : std::filesystem::directory_iterator(directory_))
+    names.push_back(entry.path().filename());
+  return names;
+}
+
+std::string read_file(const std::string &path) {
+  std::ifstream stream(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void write_file(const std::string &path, const std::string &bytes) {
+  std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+  stream << bytes;
+}
+
+uint32_t word_at(const std::string &bytes, size_t offset) {
+  uint32_t word = 0;
+  memcpy(&word, bytes.data() + offset, sizeof word);
+  return word;
+}
+
+void set_word(std::string &bytes, size_t offset, uint32_t word) {
+  memcpy(bytes.data() + offset, &word, sizeof word);
+}
+
+}  // namespace vchip_test

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// Steps in processes of their own. The test program itself never touches the
+// chip, so that every child opens it anew.
+#ifndef SWCTL_TESTS_VCHIP_CHILD_H
+#define SWCTL_TESTS_VCHIP_CHILD_H
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace vchip_test {
+
+using Environment = std::map<std::string, std::string>;
+using Work = std::function<int()>;
+
+struct Outcome {
+  int status;          // what the work answered; 1000 + signal if it was killed
+  std::string output;  // of standard output and standard error
+};
+
+// Starts `work` in a child and does not wait. A child that hangs is ended by
+// the system after a while. The chip's variables that `environment` does not
+// name are unset.
+pid_t start(const Environment &environment, const Work &work);
+
+// Waits for a child: what Outcome::status says.
+int wait_for(pid_t child);
+
+// Runs `work` in a child to its end.
+Outcome run(const Environment &environment, const Work &work);
+
+// A new directory, removed with all that it holds.
+class ImageTest : public testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  std::string file(const std::string &name) const { return directory_ + "/" + name; }
+  // The environment of a child that uses the image.
+  Environment image() const { return {{"VCHIP_IMAGE", image_}}; }
+  // Makes the image by resetting it.
+  void make_image();
+  std::vector<std::string> files() const;
+
+  std::string directory_;
+  std::string image_;
+};
+
+std::string read_file(const std::string &path);
+void write_file(const std::string &path, const std::string &bytes);
+
+// Words of an image's header, by their offset.
+enum HeaderOffset : size_t {
+  kByteOrderAt = 8,
+  kVersionAt = 12,
+  kSizeAt = 16,
+  kLayoutAt = 20,
+  kCheckAt = 24,
+  kWriterAt = 28,
+  kInterruptedAt = 32,
+  kHeaderSize = 64,
+};
+uint32_t word_at(const std::string &bytes, size_t offset);
+void set_word(std::string &bytes, size_t offset, uint32_t word);
+
+}  // namespace vchip_test
+
+#endif

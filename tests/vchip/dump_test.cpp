@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// The JSON picture says what the views say.
+#include <swctl-vchip/view.h>
+#include <swctl/platform/log.h>
+#include <swctl/platform/sdk.h>
+
+#include <nlohmann/json.hpp>
+
+#include "private_chip.h"
+
+namespace {
+
+using DumpTest = vchip_test::PrivateChip;
+using nlohmann::json;
+
+json dumped() {
+  return json::parse(vchip::dump_json(-1));
+}
+
+TEST_F(DumpTest, TheWholeDocument) {
+  const json document = dumped();
+  EXPECT_TRUE(document["image"].is_null());
+  EXPECT_EQ(document["interrupted_writes"], 0);
+  EXPECT_EQ(document["platform"], json::parse(R"({"log_lines":0,"trace_on":false,"trace":[]})"));
+  ASSERT_EQ(document["units"].size(), 2u);
+  for (size_t unit = 0; unit < 2; ++unit) {
+    EXPECT_EQ(document["units"][unit]["unit"], unit);
+    EXPECT_EQ(document["units"][unit]["port"].size(), 29u);
+    EXPECT_EQ(document["units"][unit]["switch_wide"],
+              json::parse(R"({"tag_counts_in_length":true})"));
+    EXPECT_EQ(
+        document["units"][unit]["rate"],
+        json::parse(R"({"storm_mode":1,"storm_counts":"packets","storm_burst":[0,0,0,0,0]})"));
+  }
+}
+
+TEST_F(DumpTest, APortAfterPowerOn) {
+  EXPECT_EQ(dumped()["units"][1]["port"][26], json::parse(R"({
+    "port": 26, "interface": 26, "admin": true, "link": {"up": false}, "loopback": false,
+    "autonegotiation": true,
+    "advertised": {"word": 4127195136,
+                   "modes": ["10-half", "10-full", "100-half", "100-full", "1000-full", "pause"]},
+    "forced": {"speed": 2, "duplex": 1, "flow_control": 0},
+    "combo": true, "medium": "copper", "partner": null})"));
+}
+
+TEST_F(DumpTest, APortWithEverythingChanged) {
+  const uint32_t every = VCHIP_ABILITY_ALL;
+  const vchip_partner_t partner = {0, VCHIP_ABILITY_10_HALF};
+  ASSERT_EQ(rtk_port_phyAutoNegoAbility_set(0, 24, &every), 0);
+  ASSERT_EQ(rtk_port_phyAutoNegoEnable_set(0, 24, 0), 0);
+  ASSERT_EQ(rtk_port_phyForceModeAbility_set(0, 24, 1, 0, 1), 0);
+  ASSERT_EQ(rtk_port_adminEnable_set(0, 24, 0), 0);
+  ASSERT_EQ(rtk_diag_portMacLocalLoopbackEnable_set(0, 24, 1), 0);
+  ASSERT_EQ(vchip_cable_plug(0, 24, &partner), 0);
+  ASSERT_EQ(vchip_medium_set(0, 24, 1), 0);
+  EXPECT_EQ(dumped()["units"][0]["port"][24], json::parse(R"({
+    "port": 24, "interface": 25, "admin": false, "link": {"up": true, "speed": 2, "duplex": 1},
+    "loopback": true, "autonegotiation": false,
+    "advertised": {"word": 4278190080,
+                   "modes": ["10-half", "10-full", "100-half", "100-full", "1000-half",
+                             "1000-full", "pause", "asymmetric-pause"]},
+    "forced": {"speed": 1, "duplex": 0, "flow_control": 1},
+    "combo": true, "medium": "fibre",
+    "partner": {"autonegotiation": false, "ability": {"word": 2147483648, "modes": ["10-half"]}}
+    })"));
+}
+
+TEST_F(DumpTest, PortsWithoutInterfaceAndTheCpuPort) {
+  const json ports = dumped()["units"][0]["port"];
+  EXPECT_TRUE(ports[25]["interface"].is_null());
+  EXPECT_TRUE(ports[27]["interface"].is_null());
+  EXPECT_EQ(ports[28], json::parse(R"({"port": 28, "interface": 0, "admin": true,
+    "link": {"up": true, "speed": 2, "duplex": 1}, "loopback": false})"));
+}
+
+TEST_F(DumpTest, RatesAndTrace) {
+  ASSERT_EQ(rtk_rate_stormControlRateMode_set(1, 0), 0);
+  ASSERT_EQ(rtk_rate_stormControlBurstSize_set(1, 3, 65535), 0);
+  ASSERT_EQ(vchip_trace_set(1), 0);
+  sys_trace_add_log("here():1", "what \"it\" was\n");
+  const json document = dumped();
+  EXPECT_EQ(
+      document["units"][1]["rate"],
+      json::parse(R"({"storm_mode":0,"storm_counts":"bytes","storm_burst":[0,0,0,65535,0]})"));
+  EXPECT_EQ(document["platform"]["trace_on"], true);
+  EXPECT_EQ(document["platform"]["trace"],
+            json::parse(R"([{"location":"here():1","message":"what \"it\" was\n"}])"));
+}
+
+TEST_F(DumpTest, TextThatIsNotUtf8IsStillJson) {
+  sys_trace_add_log("f():1",
+                    "a\xff\xfe"
+                    "b");
+  EXPECT_EQ(dumped()["platform"]["trace"][0]["message"],
+            "a\xef\xbf\xbd\xef\xbf\xbd"
+            "b");
+}
+
+TEST_F(DumpTest, IndentIsTheCallersChoice) {
+  EXPECT_EQ(vchip::dump_json(-1).find('\n'), std::string::npos);
+  EXPECT_NE(vchip::dump_json(3).find("\n   \"image\": null"), std::string::npos);
+}
+
+}  // namespace

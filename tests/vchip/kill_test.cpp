@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// A process that is killed in the middle of a call leaves a usable chip.
+#include <swctl-vchip/vchip.h>
+#include <swctl-vchip/view.h>
+#include <swctl/platform/log.h>
+#include <swctl/platform/sdk.h>
+
+#include <chrono>
+#include <signal.h>
+#include <string>
+#include <unistd.h>
+
+#include "child.h"
+
+namespace {
+
+using vchip_test::Outcome;
+using vchip_test::read_file;
+using vchip_test::run;
+using vchip_test::set_word;
+using vchip_test::word_at;
+using vchip_test::write_file;
+
+constexpr uint32_t kChanging = 1;
+constexpr uint32_t kResetting = 2;
+
+class Killed : public vchip_test::ImageTest {
+ protected:
+  void SetUp() override {
+    ImageTest::SetUp();
+    make_image();
+  }
+
+  // What a killed call leaves: the mark of a writer that is no more.
+  void mark(uint32_t writer) {
+    std::string bytes = read_file(image_);
+    set_word(bytes, vchip_test::kWriterAt, writer);
+    write_file(image_, bytes);
+  }
+  uint32_t interrupted() { return word_at(read_file(image_), vchip_test::kInterruptedAt); }
+  uint32_t writer() { return word_at(read_file(image_), vchip_test::kWriterAt); }
+};
+
+int plug_a_few() {
+  const vchip_partner_t partner = {1, 0xf6000000u};
+  for (const int32_t port : {0, 13, 27})
+    if (vchip_cable_plug(1, port, &partner) != 0) return 1;
+  sys_trace_add_log("f():1", "kept");
+  return 0;
+}
+
+TEST_F(Killed, AnInterruptedChangeIsCountedAndTheRestIsKept) {
+  ASSERT_EQ(run(image(), plug_a_few).status, 0);
+  mark(kChanging);
+  EXPECT_EQ(run(image(),
+                [] {
+                  const bool cables = vchip::port(1, 0).cable && vchip::port(1, 13).cable &&
+                                      vchip::port(1, 27).cable && !vchip::port(0, 0).cable;
+                  const vchip::PlatformView platform = vchip::platform();
+                  return cables && platform.trace.size() == 1 && platform.trace[0].message == "kept"
+                             ? 0
+                             : 1;
+                })
+                .status,
+            0);
+  EXPECT_EQ(interrupted(), 1u);
+  EXPECT_EQ(writer(), 0u);
+}
+
+TEST_F(Killed, AnInterruptedResetIsDoneAgain) {
+  ASSERT_EQ(run(image(), plug_a_few).status, 0);
+  mark(kResetting);
+  EXPECT_EQ(run(image(),
+                [] {
+                  const bool cables = vchip::port(1, 0).cable || vchip::port(1, 13).cable ||
+                                      vchip::port(1, 27).cable;
+                  return cables || !vchip::platform().trace.empty() ? 1 : 0;
+                })
+                .status,
+            0);
+  EXPECT_EQ(interrupted(), 1u);
+  EXPECT_EQ(writer(), 0u);
+}
+
+TEST_F(Killed, TheCountShowsInTheDumpAndOutlivesAReset) {
+  mark(kChanging);
+  ASSERT_EQ(run(image(), [] { return vchip_reset(); }).status, 0);
+  mark(kResetting);
+  ASSERT_EQ(run(image(), [] { return vchip_reset(); }).status, 0);
+  const Outcome outcome = run(image(), [] {
+    puts(vchip::dump_json(1).c_str());
+    return 0;
+  });
+  EXPECT_NE(outcome.output.find("\"interrupted_writes\": 2,"), std::string::npos);
+}
+
+// The record that a killed writer was at is dropped, and no other.
+TEST_F(Killed, AHalfWrittenTraceRecordIsDropped) {
+  ASSERT_EQ(run(image(),
+                [] {
+                  for (int number = 0; number < 300; ++number)
+                    sys_trace_add_log("f():1", std::to_string(number).c_str());
+                  return 0;
+                })
+                .status,
+            0);
+  // The oldest record, 44, is what the next writer overwrites first.
+  std::string bytes = read_file(image_);
+  const std::string oldest("44\0", 3);
+  const size_t slot = bytes.find(oldest, vchip_test::kHeaderSize);
+  ASSERT_NE(slot, std::string::npos);
+  ASSERT_EQ(bytes.find(oldest, slot + 1), bytes.find(std::string("144\0", 4)) + 1);
+  bytes.replace(slot, 2, "#!");
+  write_file(image_, bytes);
+  mark(kChanging);
+  EXPECT_EQ(
+      run(image(),
+          [] {
+            const vchip::PlatformView view = vchip::platform();
+            if (view.trace.size() != 255) return 1;
+            for (int index = 0; index < 255; ++index)
+              if (view.trace[static_cast<size_t>(index)].message != std::to_string(45 + index))
+                return 2;
+            return 0;
+          })
+          .status,
+      0);
+}
+
+// Changes of every kind without end, for somebody to kill.
+int write_forever() {
+  for (uint32_t round = 0;; ++round) {
+    const std::string text(200 + round % 50, static_cast<char>('a' + round % 26));
+    const vchip_partner_t partner = {1, round % 2 == 0 ? 0x40000000u : 0x10000000u};
+    sys_trace_add_log(text.c_str(), text.c_str());
+    vchip_cable_plug(0, static_cast<int32_t>(round % 28), &partner);
+    rtk_port_phyForceModeAbility_set(0, 3, round % 2, round % 2, round % 2);
+    if (round % 8 == 7) vchip_reset();
+  }
+}
+
+bool valid_port(int32_t port) {
+  const vchip::PortView view = vchip::port(0, port);
+  const bool none = !view.cable && view.partner_ability == 0;
+  const bool one = view.cable && view.partner_autonegotiation &&
+                   (view.partner_ability == 0x40000000u || view.partner_ability == 0x10000000u);
+  return (none || one) && view.forced_speed <= 2 && view.admin && view.advertised == 0xf6000000u;
+}
+
+// Looks at everything and answers 0 if nothing is half-written.
+int look_at_all() {
+  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
+    if (!valid_port(port)) return 1;
+  for (const vchip::TraceRecord &record : vchip::platform().trace) {
+    const std::string &text = record.message;
+    if (text != record.location || text.size() < 200 || text.size() > 249) return 2;
+    if (text != std::string(text.size(), text[0])) return 3;
+  }
+  return rtk_port_adminEnable_set(1, 3, 1) == 0 ? 0 : 4;
+}
+
+TEST_F(Killed, ManyTimesInTheMiddle) {
+  constexpr uint32_t kWanted = 5;
+  constexpr int kAtLeast = 60;
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  int kills = 0;
+  while (kills < kAtLeast || interrupted() < kWanted) {
+    ASSERT_LT(std::chrono::steady_clock::now(), deadline)
+        << kills << " kills hit " << interrupted() << " calls";
+    const pid_t first = vchip_test::start(image(), write_forever);
+    const pid_t second = vchip_test::start(image(), write_forever);
+    usleep(static_cast<useconds_t>(2000 + kills * 137 % 5000));
+    kill(first, SIGKILL);
+    EXPECT_EQ(vchip_test::wait_for(first), 1000 + SIGKILL);
+    const Outcome beside_the_other = run(image(), look_at_all);
+    ASSERT_EQ(beside_the_other.status, 0) << beside_the_other.output;
+    kill(second, SIGKILL);
+    EXPECT_EQ(vchip_test::wait_for(second), 1000 + SIGKILL);
+    const Outcome alone = run(image(), look_at_all);
+    ASSERT_EQ(alone.status, 0) << alone.output;
+    ++kills;
+  }
+  EXPECT_EQ(writer(), 0u);
+  RecordProperty("kills", kills);
+}
+
+}  // namespace

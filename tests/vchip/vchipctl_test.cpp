@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+// vchipctl as a user runs it: whole output and exit status.
+#include <swctl-vchip/vchip.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using nlohmann::json;
+
+struct Result {
+  int status;
+  std::string output;  // standard output and standard error
+};
+
+class Vchipctl : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = testing::TempDir() + "vchipctl-XXXXXX";
+    ASSERT_NE(mkdtemp(name.data()), nullptr);
+    directory_ = name;
+    image_ = directory_ + "/chip.img";
+    setenv("VCHIP_IMAGE", image_.c_str(), 1);
+  }
+  void TearDown() override { std::filesystem::remove_all(directory_); }
+
+  static Result run(const std::string &arguments) {
+    const std::string command = VCHIPCTL_COMMAND " " + arguments + " 2>&1";
+    FILE *stream = popen(command.c_str(), "r");
+    Result result = {-1, ""};
+    if (stream == nullptr) return result;
+    char part[4096];
+    for (size_t length; (length = fread(part, 1, sizeof part, stream)) > 0;)
+      result.output.append(part, length);
+    const int status = pclose(stream);
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+  }
+  static void expect_done(const std::string &arguments) {
+    const Result result = run(arguments);
+    EXPECT_EQ(result.status, 0) << arguments << ": " << result.output;
+    EXPECT_EQ(result.output, "") << arguments;
+  }
+  static void expect_wrong(const std::string &arguments, const std::string &complaint) {
+    const Result result = run(arguments);
+    EXPECT_EQ(result.status, 1) << arguments;
+    EXPECT_EQ(result.output, "vchipctl: " + complaint + "\n") << arguments;
+  }
+  static json dump(const std::string &arguments = "") {
+    const Result result = run("dump " + arguments);
+    EXPECT_EQ(result.status, 0) << result.output;
+    return json::parse(result.output);
+  }
+  static std::string linked(uint32_t unit) {
+    std::string ports;
+    const json document = dump();
+    for (const json &port : document["units"][unit]["port"])
+      if (port["port"] != VCHIP_CPU_PORT && port["link"]["up"] == true)
+        ports.append(ports.empty() ? "" : " ").append(port["port"].dump());
+    return ports;
+  }
+
+  std::string directory_;
+  std::string image_;
+};
+
+TEST_F(Vchipctl, LinksGoUpAndDown) {
+  EXPECT_EQ(linked(0), "");
+  expect_done("link up 3");
+  EXPECT_EQ(linked(0), "2");
+  EXPECT_EQ(linked(1), "");
+  expect_done("link up 25,1-2,p27");
+  EXPECT_EQ(linked(0), "0 1 2 24 27");
+  expect_done("link down 2,p27");
+  EXPECT_EQ(linked(0), "0 2 24");
+  expect_done("link up p0-p2,26 --unit 1");
+  EXPECT_EQ(linked(1), "0 1 2 26");
+  EXPECT_EQ(linked(0), "0 2 24");
+  expect_done("link up 1-26");
+  EXPECT_EQ(linked(0), "0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 26");
+  expect_done("reset");
+  EXPECT_EQ(linked(0), "");
+}
+
+TEST_F(Vchipctl, Partners) {
+  const char *usual = R"({"autonegotiation":true,"ability":{"word":4127195136,"modes":
+      ["10-half","10-full","100-half","100-full","1000-full","pause"]}})";
+  expect_done("link up 1");
+  expect_done("link up 2 --partner 10-full,100-half,pause");
+  expect_done("link up 3 --forced 100-full");
+  const json ports = dump("--unit 0 --block port");
+  EXPECT_EQ(ports[0]["partner"], json::parse(usual));
+  EXPECT_EQ(ports[1]["link"], json::parse(R"({"up":true,"speed":1,"duplex":0})"));
+  EXPECT_EQ(ports[1]["partner"]["ability"]["modes"],
+            json::parse(R"(["10-full","100-half","pause"])"));
+  EXPECT_EQ(ports[2]["partner"]["autonegotiation"], false);
+  EXPECT_EQ(ports[2]["link"], json::parse(R"({"up":true,"speed":1,"duplex":0})"));
+}
+
+TEST_F(Vchipctl, AWrongPortLeavesTheRightOnesAlone) {
+  for (const char *ports :
+       {"1,2,27", "1,0", "1,x", "1,p28", "1,5-3", "1,", "1-p3", "1,3-", "1,3 9"})
+    EXPECT_EQ(run(std::string("link up ") + ports).status, 1) << ports;
+  expect_wrong("medium 25,1 fibre", "port '1' has no fibre side: expected a combo port, 25 or 26");
+  EXPECT_EQ(linked(0), "");
+  EXPECT_EQ(dump()["units"][0]["port"][24]["medium"], "copper");
+}
+
+TEST_F(Vchipctl, WrongPortsAreNamed) {
+  const std::string range = ": expected 1 to 26, or p0 to p27";
+  expect_wrong("link up 27", "no front port '27'" + range);
+  expect_wrong("link up 0", "no front port '0'" + range);
+  expect_wrong("link down 1,99999999999", "no front port '99999999999'" + range);
+  expect_wrong("link down 3x", "no front port '3x'" + range);
+  expect_wrong("link up p29", "no chip port 'p29': expected p0 to p27");
+  expect_wrong("link up p", "no chip port 'p': expected p0 to p27");
+  expect_wrong("link up p28", "'p28' is the CPU port, which has no cable: expected p0 to p27");
+  expect_wrong("link up 7-5", "bad port range '7-5': expected A-B or pA-pB, rising");
+  expect_wrong("medium p25 fibre", "port 'p25' has no fibre side: expected a combo port, 25 or 26");
+}
+
+TEST_F(Vchipctl, WrongWordsAreNamed) {
+  expect_wrong("", "a command is missing: expected reset, dump, link, medium, trace, help");
+  expect_wrong("rest",
+               "'rest' does not belong here: expected reset, dump, link, medium, trace, help");
+  expect_wrong("link", "a command is missing: expected up, down");
+  expect_wrong("link sideways 3", "'sideways' does not belong here: expected up, down");
+  expect_wrong("link up", "PORTS is required");
+  expect_wrong("link up 3 4", "'4' does not belong here");
+  expect_wrong("link up 3 --speed 10", "'--speed' does not belong here");
+  expect_wrong("link up 3 --unit 2", "no unit '2': expected 0 or 1");
+  expect_wrong("dump --unit x", "no unit 'x': expected 0 or 1");
+  expect_wrong("dump --block vlans",
+               "no block 'vlans': expected platform, port, switch_wide, rate");
+  expect_wrong("dump --unit 0 --block platform", "block 'platform' belongs to no unit");
+  expect_wrong("medium 25 glass", "no medium 'glass': expected copper or fibre");
+  expect_wrong("trace maybe", "no trace command 'maybe': expected on, off or show");
+}
+
+TEST_F(Vchipctl, WrongPartnersAreNamed) {
+  expect_wrong("link up 3 --partner fast",
+               "no ability 'fast': expected 10-half, 10-full, 100-half, 100-full, 1000-half, "
+               "1000-full, pause, asymmetric-pause");
+  expect_wrong("link up 3 --partner pause",
+               "no mode in 'pause': a partner needs one, such as 100-full");
+  expect_wrong("link up 3 --forced pause", "'pause' is no mode: expected one such as 100-full");
+  expect_wrong("link up 3 --forced 10-full --partner 10-full",
+               "--partner and --forced exclude each other");
+}
+
+TEST_F(Vchipctl, Medium) {
+  expect_done("medium 25 fibre");
+  expect_done("medium p26 fibre --unit 1");
+  EXPECT_EQ(dump()["units"][0]["port"][24]["medium"], "fibre");
+  EXPECT_EQ(dump()["units"][0]["port"][26]["medium"], "copper");
+  EXPECT_EQ(dump()["units"][1]["port"][26]["medium"], "fibre");
+  expect_done("medium 25 copper");
+  EXPECT_EQ(dump()["units"][0]["port"][24]["medium"], "copper");
+}
+
+TEST_F(Vchipctl, Trace) {
+  EXPECT_EQ(run("trace show").output, "trace is off, 0 records\n");
+  expect_done("trace on");
+  EXPECT_EQ(run("trace show").output, "trace is on, 0 records\n");
+  EXPECT_EQ(dump("--block platform")["trace_on"], true);
+  expect_done("trace off");
+  EXPECT_EQ(dump("--block platform")["trace_on"], false);
+}
+
+TEST_F(Vchipctl, PartsOfTheDump) {
+  const json whole = dump();
+  EXPECT_EQ(whole["image"], image_);
+  EXPECT_EQ(dump("--unit 1"), whole["units"][1]);
+  EXPECT_EQ(dump("--unit 1 --block rate"), whole["units"][1]["rate"]);
+  EXPECT_EQ(dump("--block platform"), whole["platform"]);
+  const json rates = dump("--block rate");
+  ASSERT_EQ(rates.size(), 2u);
+  EXPECT_EQ(rates[1], json({{"unit", 1}, {"rate", whole["units"][1]["rate"]}}));
+  const std::string compact = run("dump --compact").output;
+  EXPECT_EQ(compact.find('\n'), compact.size() - 1);
+  EXPECT_EQ(json::parse(compact), whole);
+}
+
+TEST_F(Vchipctl, TheImageIsNamedByOptionOrEnvironment) {
+  const std::string other = directory_ + "/other.img";
+  expect_done("--image " + other + " link up 1");
+  EXPECT_FALSE(std::filesystem::exists(image_));
+  expect_done("link up 2 --image " + other);
+  setenv("VCHIP_IMAGE", other.c_str(), 1);
+  EXPECT_EQ(linked(0), "0 1");
+  unsetenv("VCHIP_IMAGE");
+  expect_wrong("reset", "no image: give --image FILE or set VCHIP_IMAGE");
+}
+
+TEST_F(Vchipctl, ARefusedImage) {
+  std::ofstream(image_) << "hello\n";
+  for (const char *command : {"reset", "dump", "link up 1", "link up 99", "trace on"}) {
+    const Result result = run(command);
+    EXPECT_EQ(result.status, 2) << command;
+    EXPECT_EQ(result.output, "vchipctl: image " + image_ + ": not a virtual chip image\n");
+  }
+}
+
+TEST_F(Vchipctl, HelpNeedsNoImage) {
+  unsetenv("VCHIP_IMAGE");
+  const Result help = run("help");
+  EXPECT_EQ(help.status, 0);
+  for (const char *word : {"reset", "dump", "link", "medium", "trace", "--image", "--compact"})
+    EXPECT_NE(help.output.find(word), std::string::npos) << word;
+  EXPECT_EQ(run("--help").status, 0);
+  EXPECT_NE(run("link up --help").output.find("--forced"), std::string::npos);
+}
+
+TEST_F(Vchipctl, AFullDiskIsNotSuccess) {
+  const Result result = run("dump > /dev/full");
+  EXPECT_EQ(result.status, 2);
+}
+
+}  // namespace
