@@ -148,6 +148,10 @@ Locked::~Locked() {
   mutex.unlock();
 }
 
+const std::string &Locked::image_path() const {
+  return process().path;
+}
+
 Writing::Writing(State &state, Writer what) : header_(state.header) {
   set_writer(header_, what);
 }
@@ -163,11 +167,6 @@ const char *refusal() {
   if (own.refusal.empty()) return nullptr;
   own.reported = true;
   return own.refusal.c_str();
-}
-
-std::string image_path() {
-  const std::lock_guard<std::mutex> hold(mutex);
-  return process().path;
 }
 
 void reset_state(State &state) {

@@ -25,6 +25,8 @@ class Locked {
   // False if there is no chip: its image was refused or cannot be locked.
   explicit operator bool() const { return state_ != nullptr; }
   State &state() { return *state_; }
+  // The image's name as the user gave it; empty for a private chip.
+  const std::string &image_path() const;
 
  private:
   State *state_ = nullptr;
@@ -45,9 +47,6 @@ class Writing {
 // Why there is no chip, with the name of its file; null while there is one.
 // Whoever asks is trusted to tell the user.
 const char *refusal();
-
-// The image's name as the user gave it; empty for a private chip.
-std::string image_path();
 
 // The state after power-on, of everything but the header.
 void reset_state(State &state);

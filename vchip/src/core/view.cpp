@@ -19,6 +19,7 @@ class View {
     if (!chip_) throw std::runtime_error("the virtual chip's image cannot be used");
   }
   const State &state() { return chip_.state(); }
+  const std::string &image_path() const { return chip_.image_path(); }
   const Unit &unit(uint32_t unit) {
     if (unit >= VCHIP_UNITS) throw std::out_of_range("no unit " + std::to_string(unit));
     return chip_.state().units[unit];
@@ -104,9 +105,9 @@ PlatformView platform() {
 }
 
 std::string dump_json(int indent) {
-  const std::string image = image_path();
   View chip;
-  return json_text(indent, [&](Dump &document) { dump_chip(document, chip.state(), image); });
+  return json_text(indent,
+                   [&](Dump &document) { dump_chip(document, chip.state(), chip.image_path()); });
 }
 
 }  // namespace vchip
