@@ -36,7 +36,7 @@ def declared(source):
         if path.parent.name == "platform":
             continue
         text = re.sub(r"/\*.*?\*/", "", path.read_text(), flags=re.DOTALL)
-        for declaration in re.findall(r"SWCTL_API\s+([^;]*);", text):
+        for declaration in re.findall(r"^SWCTL_API\s+([^;]*);", text, flags=re.MULTILINE):
             function = re.match(r"[\w\s*]*?(\w+)\s*\(", declaration)
             if function:
                 functions.add(function.group(1))
