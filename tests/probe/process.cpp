@@ -15,7 +15,7 @@ namespace {
 std::vector<std::string> emulator() {
   std::vector<std::string> words;
   std::istringstream stream(EMULATOR);
-  for (std::string word; std::getline(stream, word, ';');) words.push_back(word);
+  for (std::string word; stream >> word;) words.push_back(word);
   return words;
 }
 

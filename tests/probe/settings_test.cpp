@@ -98,7 +98,6 @@ TEST(LineFileTest, WritesWholeLinesAndEmptiesAnOldFile) {
 }
 
 TEST(LineFileTest, SaysWhenTheDeviceIsFull) {
-  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "there is no /dev/full here";
   swprobe::LineFile file("/dev/full");
   testing::internal::CaptureStderr();
   file.write("one");
