@@ -15,8 +15,9 @@ import sys
 
 import elf
 
-CALL = re.compile(r"^(call|jal|bal|jalr|bgezal)\b")
 JUMP = re.compile(r"^(jmp|jr)\b")
+# Moves, constants, and on MIPS the global pointer and arguments on the stack.
+MOVE = re.compile(r"^(endbr64|nop|mov\w*|xor|lea|lui|addiu|addu|lw|sw|move|li|andi)\b")
 
 
 def functions(objdump, library):
@@ -35,11 +36,11 @@ def functions(objdump, library):
 def judged(body):
     """The instructions up to the jump, a MIPS delay slot included."""
     for index, instruction in enumerate(body):
-        if CALL.match(instruction):
-            return None
         if JUMP.match(instruction):
             end = index + (2 if instruction.startswith("jr") else 1)
             return body[:end]
+        if not MOVE.match(instruction):
+            return None
     return None
 
 
