@@ -30,9 +30,10 @@ Observation::Observation(Site &site, std::span<const Address> addresses)
     : site_(site), outermost_(!inside) {
   const KeepErrno keep_errno;
   inside = true;
-  watched_ = outermost_ && Session::get().watches(site);
+  watched_ = outermost_ && Session::get().watches();
   if (watched_) look(addresses);
   if (!verdict_) next_ = site.find_next();
+  if (outermost_ && !watched_) Session::get().open_short_way(site, next_);
 }
 
 Observation::~Observation() {
@@ -66,16 +67,15 @@ int32_t Observation::finish(int32_t result) {
   return result;
 }
 
-bool Observation::answer_output(const Output &output) {
-  bool written = false;
+void Observation::answer_output(const Output &output) {
   for (size_t i = 0; i < parts_.size(); ++i) {
     const Part &part = parts_[i];
     if (part.name != output.place.name || !part.info->is_output()) continue;
+    bool written = false;
     size_t index = output.place.index;
     for (const int64_t value : output.values) written |= store(part, index++, value);
     if (written && call_.result >= 0) call_.arguments[i].after = load(part);
   }
-  return written;
 }
 
 void Observation::answer_outputs() {

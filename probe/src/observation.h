@@ -31,7 +31,7 @@ class Observation {
 
  private:
   void look(std::span<const Address> addresses);
-  bool answer_output(const Output &output);
+  void answer_output(const Output &output);
   void answer_outputs();
   void read_outputs();
 

@@ -17,8 +17,7 @@ namespace {
 const char *sentence_for(const Call &call) {
   if (!call.has_result || call.result >= 0) return nullptr;
   using Text = const char *(*)(int32_t);
-  static const Text text =
-      reinterpret_cast<Text>(dlsym(RTLD_DEFAULT, "swctl_platform_result_text"));
+  const auto text = reinterpret_cast<Text>(dlsym(RTLD_DEFAULT, "swctl_platform_result_text"));
   return text == nullptr ? nullptr : text(static_cast<int32_t>(call.result));
 }
 
@@ -50,10 +49,14 @@ Session::Session(Settings settings)
                  [] { get().mutex_.unlock(); });
 }
 
-bool Session::watches(Site &site) {
+bool Session::watches() {
   const std::lock_guard lock(mutex_);
-  if (!watching_) site.idle.store(site.find_next(), std::memory_order_relaxed);
   return watching_;
+}
+
+void Session::open_short_way(Site &site, void *next) {
+  const std::lock_guard lock(mutex_);
+  if (!watching_) site.idle.store(next, std::memory_order_relaxed);
 }
 
 std::optional<Verdict> Session::judge(const Call &call) {

@@ -17,8 +17,12 @@ class Session {
   // The first use reads the environment; a wrong word there ends the process.
   static Session &get();
 
-  // Whether calls are to be looked at. If not, the site's short way is opened.
-  bool watches(Site &site);
+  // Whether calls are to be looked at.
+  bool watches();
+  // Until somebody watches, the site's calls go straight to `next`. The lookup
+  // of `next` is the caller's: the dynamic linker has a lock of its own, which
+  // must not be waited for under ours.
+  void open_short_way(Site &site, void *next);
   std::optional<Verdict> judge(const Call &call);
   // Numbers, keeps and writes a call that has returned.
   void add(Call call);
