@@ -9,7 +9,6 @@ namespace swprobe {
 namespace {
 
 bool holds(const Condition &condition, const Argument &argument) {
-  if (argument.null) return false;
   if (argument.form == Form::text) return argument.text == condition.text;
   const size_t first = condition.place.index;
   const size_t wanted = condition.values.size();

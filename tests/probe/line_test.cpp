@@ -92,6 +92,15 @@ TEST_F(LineTest, MadeUpResultsAreMarked) {
   EXPECT_THAT(take_lines(), ElementsAre("sample_result(value=1) = -7 !"));
 }
 
+TEST_F(LineTest, ASingleByteIsANumber) {
+  swprobe::Argument mode{
+      "mode", swprobe::Direction::value, swprobe::Form::hex, 1, false, false, {-2}, {}, {}};
+  swprobe::Call call{1, "rtk_example", {mode}, 0, true, false};
+  EXPECT_EQ(call.line(), "rtk_example(mode=0xfe) = 0");
+  call.arguments[0].array = true;
+  EXPECT_EQ(call.line(), "rtk_example(mode=[fe]) = 0");
+}
+
 TEST_F(LineTest, TheSentenceFollowsTheResult) {
   swprobe::Call failed{};
   failed.name = "rtk_example";

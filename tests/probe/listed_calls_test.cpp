@@ -155,16 +155,16 @@ TEST_F(ListedCallsTest, TheSentenceIsNotTheProbesOwn) {
 TEST_F(ListedCallsTest, TheLogIsFormattedAndPassedOn) {
   const std::string line(5000, 'x');
   testing::internal::CaptureStdout();
-  Log_logging_func(6, 0, "TAG", "%s %02x %%\n", "a", 10);
+  Log_logging_func(6, 0, "TAG", "%s %02x %%d\n", "a", 10);
   Log_logging_func(3, 1, "TAG", "%s", line.c_str());
   sys_trace_add_log("f():1", "text");
   EXPECT_EQ(sys_trace_get(), 3);
   std::fflush(stdout);
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "log 6 0 TAG: a 0a %\nlog 3 1 TAG: " + line + "operation f():1 text\n");
+            "log 6 0 TAG: a 0a %d\nlog 3 1 TAG: " + line + "operation f():1 text\n");
   EXPECT_THAT(
       swprobe::take_lines(),
-      ElementsAre(R"(Log_logging_func(level=6, option=0, tag="TAG", text="a 0a %\n"))",
+      ElementsAre(R"(Log_logging_func(level=6, option=0, tag="TAG", text="a 0a %d\n"))",
                   R"(Log_logging_func(level=3, option=1, tag="TAG", text=")" + line + "\")",
                   R"(sys_trace_add_log(location="f():1", message="text"))", "sys_trace_get() = 3"));
 }

@@ -22,7 +22,7 @@ static void make_calls(void) {
   read_link(99, 40);
   printf("ability %ld\n", (long)rtk_port_phyAutoNegoAbility_set(1, -1, &ability));
   printf("port %ld\n", (long)adp_intf_2_phy_id(5));
-  Log_logging_func(6, 0, "PLAIN", "%d of \"%s\"\n", 42, "me");
+  Log_logging_func(6, 0, "PLAIN", "%d of \"%s\"\n", 42, "m\xe9");
   printf("tracing %ld\n", (long)sys_trace_get());
   sys_trace_add_log("make_calls():1", "done");
 }

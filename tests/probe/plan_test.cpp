@@ -123,6 +123,17 @@ TEST_F(PlanTest, OutputsAreWrittenAsNamed) {
                                          "bits=>0x3) = 1 !"});
 }
 
+TEST_F(PlanTest, AnOutputOfOneCallMayBeAnInputOfAnother) {
+  plan("sample_* result 0 out mask 5");
+  EXPECT_EQ(scalars(0, 0, 1), 0);
+  uint32_t mask = 1;
+  int8_t steps[2] = {};
+  EXPECT_EQ(sample_update(&mask, steps), 0);
+  EXPECT_EQ(mask, 5u);
+  EXPECT_EQ(swprobe::take_lines(), (Lines{"sample_scalars(unit=0, port=0, mask=0x1) = 0 !",
+                                          "sample_update(mask=0x1=>0x5, steps=[0 0]) = 0 !"}));
+}
+
 TEST_F(PlanTest, ArgumentsMayBeNamedLikeWordsOfThePlan) {
   plan("sample_words every 1 from 3 result -2 out result 8");
   uint32_t result = 0;

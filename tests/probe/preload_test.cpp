@@ -17,7 +17,7 @@ constexpr char kOutput[] =
     "link -1002 1000\n"
     "ability 0\n"
     "port 0\n"
-    "log 6 0 PLAIN: 42 of \"me\"\n"
+    "log 6 0 PLAIN: 42 of \"m\xe9\"\n"
     "tracing 3\n"
     "operation make_calls():1 done\n";
 
@@ -26,7 +26,7 @@ constexpr char kTrace[] =
     "rtk_port_link_get(unit=99, port=40) = -1002 (no such port on the unit)\n"
     "rtk_port_phyAutoNegoAbility_set(unit=1, port=-1, ability=0xf0000000) = 0\n"
     "adp_intf_2_phy_id(interface=5) = 0\n"
-    "Log_logging_func(level=6, option=0, tag=\"PLAIN\", text=\"42 of \\\"me\\\"\\n\")\n"
+    "Log_logging_func(level=6, option=0, tag=\"PLAIN\", text=\"42 of \\\"m\xe9\\\"\\n\")\n"
     "sys_trace_get() = 3\n"
     "sys_trace_add_log(location=\"make_calls():1\", message=\"done\")\n";
 

@@ -62,6 +62,7 @@ int32_t sample_result(int32_t value, uint32_t *written) {
 
 int32_t sample_nested(int32_t value) {
   uint32_t written = 0;
+  sample_result(value, &written);
   return sample_result(value, &written) + static_cast<int32_t>(written);
 }
 
