@@ -12,7 +12,7 @@ Fault wrong_usage(std::string message, std::optional<std::string> culprit,
 }
 
 std::string fault_line(const Fault &fault) {
-  std::string line = fault.context;
+  std::string line = printable(fault.context);
   if (!line.empty()) line += ": ";
   line += fault.message;
   if (fault.expected.empty()) return line;

@@ -37,7 +37,8 @@ Range parse_range(std::string_view item, int64_t low, int64_t high) {
   if (!first.fault.empty()) return bad_range(start, first.fault);
   const ParsedNumber last = parse_number(end, low, high);
   if (!last.fault.empty()) return bad_range(end, last.fault);
-  if (last.number < first.number) return bad_range(item, "backwards");
+  if (last.number < first.number)
+    return {0, 0, "the range " + std::string(item) + " runs backwards"};
   return {first.number, last.number, ""};
 }
 

@@ -22,8 +22,8 @@ std::string join(const std::vector<std::string> &parts, std::string_view separat
   return joined;
 }
 
-std::string quoted(std::string_view word) {
-  std::string text = "\"";
+std::string printable(std::string_view word) {
+  std::string text;
   for (const char character : word) {
     const auto byte = static_cast<unsigned char>(character);
     if (is_control(byte)) {
@@ -34,7 +34,11 @@ std::string quoted(std::string_view word) {
       text += character;
     }
   }
-  return text + '"';
+  return text;
+}
+
+std::string quoted(std::string_view word) {
+  return '"' + printable(word) + '"';
 }
 
 std::string padded(std::string text, size_t width) {

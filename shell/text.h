@@ -11,8 +11,11 @@ namespace swsh {
 
 std::string join(const std::vector<std::string> &parts, std::string_view separator);
 
-// The word in double quotes; control characters are written as \xNN, so that a
-// message cannot move the cursor of the terminal it appears on.
+// The word with control characters written as \xNN, so that a message cannot
+// move the cursor of the terminal it appears on.
+std::string printable(std::string_view word);
+
+// The same in double quotes.
 std::string quoted(std::string_view word);
 
 // The text, filled up with spaces to `width` characters.

@@ -19,21 +19,33 @@ bool is_chip_port(int32_t port) {
   return port >= 0 && port < kChipPorts;
 }
 
-std::vector<std::string> front_interfaces() {
-  std::vector<int64_t> numbers;
-  for (const Port &port : front_ports()) numbers.push_back(port.interface);
-  if (numbers.empty()) return {};
-  return {"one of the board's interfaces " + number_list_text(numbers)};
+int32_t chip_port_of(int64_t interface) {
+  return adp_intf_2_phy_id(static_cast<int32_t>(interface));
+}
+
+// An adapter without a single port is no board with few ports: its platform is
+// not working.
+CommandError no_board() {
+  Fault fault;
+  fault.status = kRefused;
+  fault.message = "the platform's adapter has no port for any interface";
+  return CommandError(fault);
+}
+
+CommandError no_such_port(int64_t interface) {
+  std::vector<int64_t> present;
+  for (const Port &port : front_ports()) present.push_back(port.interface);
+  const std::string number = std::to_string(interface);
+  return CommandError(wrong_usage("interface " + number + " has no port on this board", number,
+                                  {"interfaces " + number_list_text(present)}));
 }
 
 }  // namespace
 
 Port port_of(int64_t interface) {
-  const int32_t chip = adp_intf_2_phy_id(static_cast<int32_t>(interface));
-  if (is_chip_port(chip)) return {interface, chip};
-  const std::string number = std::to_string(interface);
-  throw CommandError(wrong_usage("interface " + number + " has no port on this board", number,
-                                 front_interfaces()));
+  const int32_t chip = chip_port_of(interface);
+  if (!is_chip_port(chip)) throw no_such_port(interface);
+  return {interface, chip};
 }
 
 std::vector<Port> ports_of(const std::vector<int64_t> &interfaces) {
@@ -45,9 +57,10 @@ std::vector<Port> ports_of(const std::vector<int64_t> &interfaces) {
 std::vector<Port> front_ports() {
   std::vector<Port> ports;
   for (int32_t interface = 1; interface <= USER_FRONT_INTERFACES; ++interface) {
-    const int32_t chip = adp_intf_2_phy_id(interface);
+    const int32_t chip = chip_port_of(interface);
     if (is_chip_port(chip)) ports.push_back({interface, chip});
   }
+  if (ports.empty()) throw no_board();
   return ports;
 }
 

@@ -20,7 +20,8 @@ struct Port {
 Port port_of(int64_t interface);
 std::vector<Port> ports_of(const std::vector<int64_t> &interfaces);
 
-// All front ports that the board has, in the order of their interfaces.
+// All front ports that the board has, in the order of their interfaces. Throws
+// a CommandError of status kRefused if there is none.
 std::vector<Port> front_ports();
 
 // Calls of the library on one port, with the name to report.

@@ -101,7 +101,7 @@ std::string node_text(const Node &node, const std::vector<std::string> &path) {
 
 Record parameter_record(const Parameter &parameter, bool positional) {
   return Record()
-      .add("word", positional ? Value(nullptr) : Value(parameter.name))
+      .add(positional ? "place" : "word", parameter.name)
       .add("value", value_usage(parameter.type))
       .add("required", parameter.required)
       .add("help", described(parameter));

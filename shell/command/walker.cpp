@@ -168,10 +168,10 @@ class Walker {
   std::vector<Expected> expected() const {
     std::vector<Expected> all;
     if (pending_ != nullptr) {
-      add_value(all, *pending_);
+      add_value(all, *pending_, value_usage(pending_->type));
     } else if (is_command()) {
       const Parameter *place = next_positional();
-      if (place != nullptr) add_value(all, *place);
+      if (place != nullptr) add_value(all, *place, place->name);
       if (place == nullptr || !place->required) add_names(all, free_keywords());
     } else {
       add_names(all, nodes());
@@ -184,11 +184,10 @@ class Walker {
     for (const Entry *entry : entries) all.push_back({entry->name, entry->help, true});
   }
 
-  static void add_value(std::vector<Expected> &all, const Parameter &parameter) {
+  static void add_value(std::vector<Expected> &all, const Parameter &parameter,
+                        const std::string &place_holder) {
     for (const Choice &each : parameter.type.choices) all.push_back({each.word, each.help, true});
-    if (parameter.type.choices.empty()) {
-      all.push_back({value_usage(parameter.type), parameter.help, false});
-    }
+    if (parameter.type.choices.empty()) all.push_back({place_holder, parameter.help, false});
   }
 
   // The same as expected(), worded for a message.

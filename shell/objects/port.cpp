@@ -80,7 +80,7 @@ uint32_t present_speed(const Context &context, const Port &port) {
   if (speed != USER_SPEED_UNKNOWN) return speed;
   const std::string number = std::to_string(port.interface);
   throw CommandError(wrong_usage("the present speed of port " + number + " is not known", number,
-                                 {"speed with duplex"}));
+                                 {"speed beside duplex"}));
 }
 
 Plan plan_for(const Arguments &arguments, const Context &context, const Port &port) {
@@ -146,9 +146,10 @@ Node show_command() {
       .help = "Show the state of ports",
       .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
       .details =
-          "Without PORTS all front ports, in a table; a single port in detail.\n"
-          "speed and duplex are those in operation, else those forced, else those\n"
-          "advertised. A speed of several is unknown; duplex both also stands for none.\n",
+          "Without PORTS, all front ports in a table; a single port in detail.\n"
+          "Speed and duplex are those in operation; with the link down, those forced or,\n"
+          "under autonegotiation, those advertised: several speeds or none are unknown,\n"
+          "duplex both stands for both or neither.\n",
       .run = show,
   };
 }

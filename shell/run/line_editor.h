@@ -18,6 +18,8 @@ struct LineHelper {
   std::function<std::vector<std::string>(const std::string &line)> completions;
   // The part of the line that such a word would replace.
   std::function<std::string(const std::string &line)> partial_word;
+  // Whether the cursor is inside quotes.
+  std::function<bool(const std::string &line)> in_quotes;
   // What may come next, for a person; lines with line ends.
   std::function<std::string(const std::string &line)> help;
 };

@@ -128,7 +128,11 @@ class LibeditEditor : public LineEditor {
 
   static unsigned char help(EditLine *editor, int) {
     LibeditEditor &me = self(editor);
-    me.print(me.helper_.help(line_to_cursor(editor)));
+    const std::string line = line_to_cursor(editor);
+    if (me.helper_.in_quotes(line)) {
+      return el_insertstr(editor, "?") == 0 ? CC_REFRESH : CC_ERROR;
+    }
+    me.print(me.helper_.help(line));
     return CC_REDISPLAY;
   }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "run/session.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
@@ -55,30 +56,54 @@ Position position_of(const std::string &line) {
   return position;
 }
 
+// The session's own words, beside those of the table.
+const std::vector<Expected> &session_words() {
+  static const std::vector<Expected> words = {{"exit", "End the session", true},
+                                              {"quit", "End the session", true}};
+  return words;
+}
+
+bool is_end(const std::vector<std::string> &words) {
+  const auto &ends = session_words();
+  return words.size() == 1 && std::any_of(ends.begin(), ends.end(), [&](const Expected &end) {
+           return end.word == words.front();
+         });
+}
+
+std::vector<Expected> fitting(std::vector<Expected> expected, const Position &position) {
+  if (position.words.empty()) {
+    expected.insert(expected.end(), session_words().begin(), session_words().end());
+  }
+  std::erase_if(expected, [&](const Expected &each) {
+    return each.literal && !each.word.starts_with(position.partial);
+  });
+  return expected;
+}
+
 std::string help_at(const Node &root, const std::string &line) {
   const Position position = position_of(line);
   const Walk found = walk(root, position.words);
   if (found.wrong) return "  " + fault_line(*found.wrong) + '\n';
-  std::vector<Expected> fitting;
-  for (const Expected &each : found.expected) {
-    if (!each.literal || each.word.starts_with(position.partial)) fitting.push_back(each);
+  return expected_text(fitting(found.expected, position));
+}
+
+std::vector<std::string> completions_at(const Node &root, const std::string &line) {
+  const Position position = position_of(line);
+  std::vector<std::string> words = completions(root, position.words, position.partial);
+  if (!position.words.empty()) return words;
+  for (const Expected &own : session_words()) {
+    if (own.word.starts_with(position.partial)) words.push_back(own.word);
   }
-  return expected_text(fitting);
+  return words;
 }
 
 LineHelper helper_for(const Node &root) {
   return {
-      [&root](const std::string &line) {
-        const Position position = position_of(line);
-        return completions(root, position.words, position.partial);
-      },
+      [&root](const std::string &line) { return completions_at(root, line); },
       [](const std::string &line) { return position_of(line).partial; },
+      [](const std::string &line) { return !split_words(line).fault.empty(); },
       [&root](const std::string &line) { return help_at(root, line); },
   };
-}
-
-bool is_end(const std::vector<std::string> &words) {
-  return words.size() == 1 && (words.front() == "exit" || words.front() == "quit");
 }
 
 Outcome run_line(const Node &root, const std::string &text, const Line &line,

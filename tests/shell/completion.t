@@ -1,0 +1,65 @@
+What completion offers.
+
+  $ . "$TESTDIR/setup.sh"
+
+  $ swctl -complete 1 swctl ""
+  port
+  version
+  help
+  $ swctl -complete 1 swctl po
+  port
+  $ swctl -complete 2 swctl port
+  show
+  set
+  help
+  $ swctl -complete 3 swctl port show ""
+  $ swctl -complete 4 swctl port set 3 ""
+  speed
+  duplex
+  loopback
+  $ swctl -complete 5 swctl port set 3 speed 10
+  10
+  100
+  1000
+  10000
+  $ swctl -complete 6 swctl port set 3 loopback on ""
+  speed
+  duplex
+  $ swctl -complete 3 swctl -j port s
+  show
+  set
+  $ swctl -complete 1 swctl -
+  -json
+  -pretty
+  -batch
+  -force
+  -unit
+  -help
+  -Version
+  $ swctl -complete 1 swctl --p
+  --pretty
+  $ swctl -complete 2 swctl -batch ""
+  $ swctl -complete 2 swctl prot ""
+  $ swctl -complete many swctl
+  swctl: bad value of -complete: not a number
+  [1]
+  $ swctl -complete 9 swctl
+  swctl: bad value of -complete: out of range
+  [1]
+
+In bash:
+
+  $ cat > ask <<'END'
+  > . "$1/../../shell/completion/swctl"
+  > shift
+  > COMP_WORDS=("$@")
+  > COMP_CWORD=$(($# - 1))
+  > _swctl
+  > echo "${COMPREPLY[@]}"
+  > END
+  $ bash ask "$TESTDIR" swctl port ""
+  show set help
+  $ bash ask "$TESTDIR" swctl port set 1-4 d
+  duplex
+  $ bash ask "$TESTDIR" swctl -j po
+  port

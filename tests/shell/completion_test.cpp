@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "command/completion.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "sample_table.h"
+
+namespace swsh {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Completing : public testing::Test {
+ protected:
+  std::vector<std::string> complete(const std::vector<std::string> &words,
+                                    const std::string &prefix) {
+    return completions(table_, words, prefix);
+  }
+  // The last word of a whole line.
+  std::vector<std::string> complete_line(std::vector<std::string> words) {
+    words.insert(words.begin(), "swctl");
+    return line_completions(table_, words, words.size() - 1);
+  }
+
+  const Node table_ = sample_table();
+};
+
+TEST_F(Completing, OffersTheWordsThatMayFollow) {
+  EXPECT_THAT(complete({}, ""), ElementsAre("fence", "gate", "gatepost", "help"));
+  EXPECT_THAT(complete({"fence"}, ""), ElementsAre("paint", "sell", "help"));
+  EXPECT_THAT(complete({"fence", "paint"}, ""), ElementsAre("red", "green"));
+}
+
+TEST_F(Completing, OffersOnlyWhatBeginsAlike) {
+  EXPECT_THAT(complete({}, "ga"), ElementsAre("gate", "gatepost"));
+  EXPECT_THAT(complete({"fence", "paint"}, "g"), ElementsAre("green"));
+  EXPECT_THAT(complete({}, "x"), IsEmpty());
+}
+
+TEST_F(Completing, OffersNoPlaceHolders) {
+  EXPECT_THAT(complete({"fence", "paint", "red"}, ""), ElementsAre("coats", "cover", "gloss"));
+  EXPECT_THAT(complete({"fence", "paint", "red", "coats"}, ""), IsEmpty());
+}
+
+TEST_F(Completing, OffersNoKeywordTwice) {
+  EXPECT_THAT(complete({"fence", "paint", "red", "gloss"}, ""), ElementsAre("coats", "cover"));
+}
+
+TEST_F(Completing, OffersNothingBehindAWrongWordOrHelp) {
+  EXPECT_THAT(complete({"wall"}, ""), IsEmpty());
+  EXPECT_THAT(complete({"fence", "paint", "blue"}, ""), IsEmpty());
+  EXPECT_THAT(complete({"fence", "help"}, ""), IsEmpty());
+}
+
+TEST_F(Completing, PassesOverOptions) {
+  EXPECT_THAT(complete_line({"-j", "fence", "s"}), ElementsAre("sell"));
+  EXPECT_THAT(complete_line({"-u", "1", "-p", "fence", "s"}), ElementsAre("sell"));
+}
+
+TEST_F(Completing, OffersOptionsInFrontOfTheCommand) {
+  EXPECT_THAT(complete_line({"-"}),
+              ElementsAre("-json", "-pretty", "-batch", "-force", "-unit", "-help", "-Version"));
+  EXPECT_THAT(complete_line({"-j", "--f"}), ElementsAre("--force"));
+  EXPECT_THAT(complete_line({"fence", "-"}), IsEmpty());
+}
+
+TEST_F(Completing, LeavesTheValueOfAnOptionToOthers) {
+  EXPECT_THAT(complete_line({"-b", ""}), IsEmpty());
+  EXPECT_THAT(complete_line({"-unit", ""}), IsEmpty());
+}
+
+TEST_F(Completing, ReadsNothingBehindTheWord) {
+  EXPECT_THAT(line_completions(table_, {"swctl", "fe", "paint"}, 1), ElementsAre("fence"));
+}
+
+TEST_F(Completing, OffersNothingForTheProgramItself) {
+  EXPECT_THAT(line_completions(table_, {"swctl"}, 0), IsEmpty());
+}
+
+TEST_F(Completing, TakesAnIndexBehindTheLastWord) {
+  EXPECT_THAT(line_completions(table_, {"swctl", "fence"}, 2),
+              ElementsAre("paint", "sell", "help"));
+}
+
+}  // namespace
+}  // namespace swsh

@@ -1,0 +1,101 @@
+JSON on standard output, whatever happens.
+
+  $ . "$TESTDIR/setup.sh"
+  $ vchipctl link up 3 --partner 100-full
+
+  $ swctl -j port show 3-4
+  [{"port":3,"link":"up","speed":100,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2},{"port":4,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":false,"max_speed":1000,"chip_port":3}]
+  $ swctl -p port show 3
+  [
+    {
+      "port": 3,
+      "link": "up",
+      "speed": 100,
+      "duplex": "full",
+      "medium": "copper",
+      "loopback": false,
+      "max_speed": 1000,
+      "chip_port": 2
+    }
+  ]
+  $ swctl -j port show | is_json
+  valid
+  $ swctl -p port show | python3 -c 'import json, sys; print(len(json.load(sys.stdin)))'
+  26
+  $ swctl -j version | is_json
+  valid
+
+A command without an answer answers nothing:
+
+  $ swctl -j port set 3 loopback on
+  []
+
+Errors are there and, as ever, on standard error:
+
+  $ swctl -j port set 3 sped 100
+  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, loopback
+  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","loopback"],"status":1}}
+  [1]
+  $ data swctl -j port set 3 sped 100 | is_json
+  valid
+  $ data swctl -j port set 3 speed
+  {"error":{"message":"port set 3 speed: missing value","culprit":null,"expected":["10","100","1000","10000"],"status":1}}
+  [1]
+  $ data swctl -j -x
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-unit","-help","-Version"],"status":1}}
+  [1]
+  $ data swctl -x -j
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-unit","-help","-Version"],"status":1}}
+  [1]
+  $ data swctl -p -u
+  {
+    "error": {
+      "message": "option \"-u\" lacks its value",
+      "culprit": "-u",
+      "expected": [],
+      "status": 1
+    }
+  }
+  [1]
+  $ data swctl -j -b nowhere
+  {"error":{"message":"batch file \"nowhere\": No such file or directory","culprit":"nowhere","expected":[],"status":1}}
+  [1]
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl -p port show 3
+  swctl: port show 3: user_port_link_status_get refused port 3: the port's link is down (result -1007)
+  {
+    "error": {
+      "message": "port show 3: user_port_link_status_get refused port 3: the port's link is down (result -1007)",
+      "culprit": "3",
+      "expected": [],
+      "function": "user_port_link_status_get",
+      "result": -1007,
+      "sentence": "the port's link is down",
+      "status": 2
+    }
+  }
+  [2]
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -77" swctl -j port show 3 2>/dev/null
+  {"error":{"message":"port show 3: user_port_link_status_get refused port 3: result -77","culprit":"3","expected":[],"function":"user_port_link_status_get","result":-77,"sentence":null,"status":2}}
+  [2]
+  $ VCHIP_IMAGE=/dev/null swctl -j port show 2>/dev/null | is_json
+  valid
+
+Bytes that are no text:
+
+  $ data swctl -j "$(printf '\377')" | is_json
+  valid
+
+Help and version:
+
+  $ swctl -j version help
+  {"usage":"swctl version","help":"Show the version and the library files in use","words":[]}
+  $ swctl -j port help
+  {"usage":"swctl port COMMAND ...","help":"Ports: link, speed, duplex, medium, loopback","words":[{"word":"show","help":"Show the state of ports"},{"word":"set","help":"Force speed and duplex, switch the loopback"}]}
+  $ swctl -j port set help | is_json
+  valid
+  $ swctl -j -h | is_json
+  valid
+  $ swctl -j help | python3 -c 'import json, sys; print(json.load(sys.stdin)["usage"])'
+  swctl [OPTIONS] OBJECT COMMAND [KEYWORD VALUE]...
+  $ swctl -j -V
+  {"version":"0.1.0"}

@@ -1,0 +1,81 @@
+Calls that the chip refuses: its sentence, function and port, and status 2.
+
+  $ . "$TESTDIR/setup.sh"
+
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl port show 3
+  swctl: port show 3: user_port_link_status_get refused port 3: the port's link is down (result -1007)
+  [2]
+  $ SWPROBE_FAIL="rtk_diag_portMacLocalLoopbackEnable_get port 24 result -1004" swctl port show
+  swctl: port show: user_port_loopback_get refused port 25: a value is outside its range (result -1004)
+  [2]
+  $ swctl -u 2 port show 1
+  swctl: port show 1: user_port_loopback_get refused port 1: there is no such switch unit (result -1001)
+  [2]
+
+A platform without a sentence for it gives the number:
+
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -77" swctl port show 1-4
+  swctl: port show 1-4: user_port_link_status_get refused port 3: result -77
+  [2]
+
+A read that fails before anything is changed:
+
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl port set 1-4 speed 100
+  rtk get error[-1007]
+  swctl: port set 1-4 speed 100: user_port_duplex_get refused port 3: the port's link is down (result -1007)
+  [2]
+  $ swctl port show 1-4
+  port  link  speed    duplex  medium  loopback
+  1     down  unknown  both    copper  off
+  2     down  unknown  both    copper  off
+  3     down  unknown  both    copper  off
+  4     down  unknown  both    copper  off
+
+A change that fails says how far it got:
+
+  $ SWPROBE_FAIL="rtk_port_phyForceModeAbility_set port 2 result -1004" \
+  >   swctl port set 1-4 speed 100
+  swctl: port set 1-4 speed 100: user_port_speed_set refused port 3: a value is outside its range (result -1004); already set: 1,2
+  [2]
+  $ swctl port show 1-4
+  port  link  speed    duplex  medium  loopback
+  1     down  100      full    copper  off
+  2     down  100      full    copper  off
+  3     down  1000     full    copper  off
+  4     down  unknown  both    copper  off
+  $ SWPROBE_FAIL="rtk_diag_portMacLocalLoopbackEnable_set port 5 result -1004" \
+  >   swctl port set 6-7 loopback on
+  swctl: port set 6-7 loopback on: user_port_loopback_set refused port 6: a value is outside its range (result -1004)
+  [2]
+  $ SWPROBE_FAIL="rtk_port_phyForceModeAbility_set port 0 result -1004" \
+  >   swctl port set 1 duplex half
+  swctl: port set 1 duplex half: user_port_duplex_set refused port 1: a value is outside its range (result -1004)
+  [2]
+
+The library's own line is kept out of the data:
+
+  $ export SWPROBE_FAIL="rtk_port_phyAutoNegoEnable_get port 6 result -1007"
+  $ data swctl port show 7
+  [2]
+  $ data swctl -j port show 7
+  {"error":{"message":"port show 7: user_port_speed_get refused port 7: the port's link is down (result -1007)","culprit":"7","expected":[],"function":"user_port_speed_get","result":-1007,"sentence":"the port's link is down","status":2}}
+  [2]
+  $ data swctl -j port show 7 | is_json
+  valid
+  $ unset SWPROBE_FAIL
+
+A virtual chip that cannot be used:
+
+  $ echo junk > broken.img
+  $ VCHIP_IMAGE=broken.img swctl port show
+  swctl-vchip: image broken.img: not a virtual chip image
+  swctl: port show: the platform's adapter has no port for any interface
+  [2]
+  $ VCHIP_IMAGE=broken.img swctl port show 3
+  swctl-vchip: image broken.img: not a virtual chip image
+  swctl: port show 3: the platform's adapter has no port for any interface
+  [2]
+  $ VCHIP_IMAGE=broken.img swctl port set 3 loopback on
+  swctl-vchip: image broken.img: not a virtual chip image
+  swctl: port set 3 loopback on: the platform's adapter has no port for any interface
+  [2]

@@ -1,0 +1,214 @@
+# SPDX-License-Identifier: MIT
+"""session.py libedit|plain
+
+Drives swctl at a terminal of its own, as a person would.
+"""
+import os
+import pathlib
+import pty
+import re
+import select
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE = 30.0
+PROMPT = "swctl> "
+
+
+class Session:
+    """One swctl at a pseudo-terminal."""
+
+    def __init__(self, directory, *options):
+        environment = dict(os.environ, TERM="vt100", XDG_STATE_HOME=str(directory),
+                           VCHIP_IMAGE=str(directory / "chip.img"))
+        self.pid, self.terminal = pty.fork()
+        if self.pid == 0:
+            os.execvpe("swctl", ["swctl", *options], environment)
+        self.seen = ""
+        self.wait_for(PROMPT)
+
+    def wait_for(self, text):
+        """Reads until the text appears; answers all that came up to its end."""
+        deadline = time.monotonic() + PATIENCE
+        while text not in self.seen:
+            ready = select.select([self.terminal], [], [], deadline - time.monotonic())[0]
+            if not ready:
+                raise AssertionError(f"{text!r} did not appear in {self.seen!r}")
+            try:
+                data = os.read(self.terminal, 4096)
+            except OSError:
+                data = b""
+            if not data:
+                raise AssertionError(f"the session ended before {text!r}: {self.seen!r}")
+            self.seen += re.sub(r"\x1b\[[0-9;]*[A-Za-z]|\0", "", data.decode())
+        before, _, self.seen = self.seen.partition(text)
+        return before
+
+    def type(self, keys):
+        os.write(self.terminal, keys.encode())
+
+    def run(self, line):
+        """Types a line; answers what the command printed.
+
+        The line itself comes back once or twice: keys that arrive before the
+        editor has taken the terminal over are echoed by both.
+        """
+        self.type(line + "\n")
+        shown = self.wait_for(PROMPT).replace("\r", "")
+        return "".join(each for each in shown.splitlines(True) if each != line + "\n")
+
+    def end(self):
+        """Waits for the end; answers the exit status."""
+        deadline = time.monotonic() + PATIENCE
+        while time.monotonic() < deadline:
+            if select.select([self.terminal], [], [], 0.05)[0]:
+                try:
+                    os.read(self.terminal, 4096)
+                except OSError:
+                    pass
+            pid, status = os.waitpid(self.pid, os.WNOHANG)
+            if pid:
+                os.close(self.terminal)
+                return os.waitstatus_to_exitcode(status)
+        os.kill(self.pid, signal.SIGKILL)
+        os.waitpid(self.pid, 0)
+        raise AssertionError("the session does not end")
+
+
+def check(name, condition, shown):
+    if not condition:
+        raise AssertionError(f"{name}: {shown!r}")
+    print(f"session: {name}")
+
+
+def check_commands(directory):
+    session = Session(directory)
+    shown = session.run("port set 3 loopback on")
+    check("a change answers nothing", shown == "", shown)
+    shown = session.run("port show 3")
+    check("a command shows its answer", re.search(r"^loopback +on$", shown, re.M), shown)
+    shown = session.run("prot")
+    check("a wrong word is named", 'swctl: unknown word "prot"' in shown, shown)
+    shown = session.run("port show 99")
+    check("a failure does not end the session", 'bad value "99"' in shown, shown)
+    shown = session.run("port show '3")
+    check("an open quote is named", "a quote ' is not closed" in shown, shown)
+    shown = session.run("   ")
+    check("an empty line answers nothing", shown == "", shown)
+    session.type("exit\n")
+    status = session.end()
+    check("exit ends the session with 0", status == 0, status)
+
+
+def check_json(directory):
+    session = Session(directory, "-j")
+    shown = session.run("port show 3")
+    check("-j holds at a terminal", shown.startswith('[{"port":3,'), shown)
+    session.type("quit\n")
+    status = session.end()
+    check("quit ends the session with 0", status == 0, status)
+
+
+def check_end_of_input(directory):
+    session = Session(directory)
+    session.run("port show 3")
+    session.type("\x04")
+    status = session.end()
+    check("end of input ends the session with 0", status == 0, status)
+
+
+def check_completion(directory):
+    session = Session(directory)
+    session.type("po\tset 3 sp\t100 du\tfull\n")
+    session.wait_for("\n")
+    shown = session.wait_for(PROMPT)
+    check("TAB completes words", "swctl" not in shown, shown)
+    shown = session.run("port show 3")
+    check("a completed line runs", re.search(r"^speed +100$", shown, re.M), shown)
+    session.type("port s\t")
+    shown = session.wait_for("\r\n  set\r\n")
+    check("TAB lists several words", "\n  show" in shown, shown)
+    session.wait_for(PROMPT + "port s")
+    session.type("how 3 x\t\n")
+    shown = session.wait_for("expected end of command")
+    check("TAB adds nothing where nothing fits", 'unexpected word "x"' in shown, shown)
+    session.wait_for(PROMPT)
+    session.type("ex\t\n")
+    status = session.end()
+    check("TAB completes the words of the session", status == 0, status)
+
+
+def check_help_key(directory):
+    session = Session(directory)
+    session.type("?")
+    shown = session.wait_for(PROMPT)
+    check("? lists the objects", "  version  Show the version" in shown, shown)
+    session.type("port set ?")
+    shown = session.wait_for(PROMPT + "port set ")
+    check("? shows place holders", "PORTS  Ports to change" in shown, shown)
+    session.type("3 d?")
+    shown = session.wait_for(PROMPT + "port set 3 d")
+    check("? keeps to what is typed", "duplex" in shown and "loopback" not in shown, shown)
+    session.type("uplex half loopback on ?")
+    shown = session.wait_for(PROMPT)
+    check("? goes on behind a value", "  speed  Forced speed" in shown, shown)
+    session.type("x y ?")
+    shown = session.wait_for(PROMPT)
+    check("? names a wrong word", 'unknown word "x"' in shown, shown)
+    session.type("\x15port show 'what?'\n")
+    shown = session.wait_for(PROMPT)
+    check("? inside quotes is itself", 'bad value "what?"' in shown, shown)
+    session.type("exit\n")
+    session.end()
+
+
+def check_history(directory):
+    lines = (directory / "swctl" / "history").read_text().replace("\\040", " ")
+    check("the history is kept", "\nport show 99\n" in lines, lines)
+    session = Session(directory)
+    session.run("port show 7")
+    session.type("exit\n")
+    session.end()
+    session = Session(directory)
+    session.type("\x10\x10\n")
+    shown = session.wait_for("chip_port")
+    check("the history comes back in the next session", "port show 7" in shown, shown)
+    session.wait_for(PROMPT)
+    session.type("exit\n")
+    session.end()
+
+
+def check_unwritable_history(directory):
+    blocked = directory / "blocked"
+    blocked.mkdir()
+    (blocked / "swctl").write_text("a file, not a directory")
+    subprocess.run(["vchipctl", "--image", blocked / "chip.img", "reset"], check=True)
+    session = Session(blocked)
+    shown = session.run("port show 3")
+    check("a history that cannot be kept is said",
+          "history file" in shown and "chip_port" in shown, shown)
+    shown = session.run("port show 3")
+    check("but only once", "history file" not in shown, shown)
+    session.type("exit\n")
+    session.end()
+
+
+def main():
+    editor = sys.argv[1]
+    with tempfile.TemporaryDirectory() as name:
+        directory = pathlib.Path(name)
+        subprocess.run(["vchipctl", "--image", directory / "chip.img", "reset"], check=True)
+        check_commands(directory)
+        check_json(directory)
+        check_end_of_input(directory)
+        if editor == "libedit":
+            check_completion(directory)
+            check_help_key(directory)
+            check_history(directory)
+            check_unwritable_history(directory)
+
+
+main()

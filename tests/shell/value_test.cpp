@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "command/value.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace swsh {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Value, NumbersAreDecimalOrHexadecimal) {
+  EXPECT_EQ(parse_value(number(0, 4095), "10").argument.number, 10);
+  EXPECT_EQ(parse_value(number(0, 4095), "0x1F").argument.number, 31);
+  EXPECT_EQ(parse_value(number(-5, 5), "-5").argument.number, -5);
+}
+
+TEST(Value, ANumberOutsideItsRangeIsRefused) {
+  EXPECT_EQ(parse_value(number(1, 4), "0").fault, "\"0\" is out of range");
+  EXPECT_EQ(parse_value(number(1, 4), "5").fault, "\"5\" is out of range");
+  EXPECT_EQ(parse_value(number(1, 4), "1").fault, "");
+  EXPECT_EQ(parse_value(number(1, 4), "4").fault, "");
+}
+
+TEST(Value, InterfacesEndAtTheLastFrontPort) {
+  EXPECT_EQ(parse_value(interface_number(), "26").argument.number, 26);
+  EXPECT_NE(parse_value(interface_number(), "27").fault, "");
+  EXPECT_NE(parse_value(interface_number(), "0").fault, "");
+  EXPECT_EQ(parse_value(interface_number(0), "0").fault, "");
+}
+
+TEST(Value, ListsAreSorted) {
+  EXPECT_THAT(parse_value(interface_list(), "7,1-3").argument.numbers, ElementsAre(1, 2, 3, 7));
+}
+
+TEST(Value, AListKeepsItsWord) {
+  EXPECT_EQ(parse_value(interface_list(), "7,1-3").argument.word, "7,1-3");
+}
+
+TEST(Value, AChoiceStandsForItsValue) {
+  const Type colour = choice({{"red", 7, ""}, {"reddish", 8, ""}});
+  EXPECT_EQ(parse_value(colour, "reddish").argument.number, 8);
+  EXPECT_EQ(parse_value(colour, "redd").fault, "\"redd\" is no choice");
+  EXPECT_EQ(parse_value(on_off(), "on").argument.number, 1);
+  EXPECT_EQ(parse_value(on_off(), "off").argument.number, 0);
+}
+
+TEST(Value, AnyWordIsAText) {
+  EXPECT_EQ(parse_value(text(), "").fault, "");
+  EXPECT_EQ(parse_value(text(), "a b").argument.word, "a b");
+}
+
+TEST(Value, UsageShowsTheFormOfAValue) {
+  EXPECT_EQ(value_usage(number(1, 9, "kbit/s")), "1-9");
+  EXPECT_EQ(value_usage(numbers(1, 9)), "LIST");
+  EXPECT_EQ(value_usage(interface_number()), "PORT");
+  EXPECT_EQ(value_usage(interface_list()), "PORTS");
+  EXPECT_EQ(value_usage(on_off()), "on|off");
+  EXPECT_EQ(value_usage(text()), "TEXT");
+  EXPECT_EQ(value_usage(flag()), "");
+}
+
+TEST(Value, WhatIsExpectedNamesRangeAndUnit) {
+  EXPECT_THAT(value_expected(number(1, 9, "kbit/s")), ElementsAre("a number 1-9 kbit/s"));
+  EXPECT_THAT(value_expected(numbers(1, 9)), ElementsAre("a list of numbers 1-9 such as 1-4,7"));
+  EXPECT_THAT(value_expected(interface_number()), ElementsAre("an interface number 1-26"));
+  EXPECT_THAT(value_expected(interface_list(0)),
+              ElementsAre("interface numbers 0-26 such as 1-4,7"));
+  EXPECT_THAT(value_expected(on_off()), ElementsAre("on", "off"));
+  EXPECT_THAT(value_expected(text()), ElementsAre("a text"));
+  EXPECT_THAT(value_expected(flag()), IsEmpty());
+}
+
+}  // namespace
+}  // namespace swsh
