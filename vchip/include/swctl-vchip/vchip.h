@@ -32,8 +32,8 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Results
- * What the virtual chip answers besides 0. All are negative; each has a
- * sentence, vchip_result_text().
+ * What the virtual chip answers besides 0. All but ::VCHIP_VLAN_EXISTS are
+ * negative; each has a sentence, vchip_result_text().
  * @{
  */
 #define VCHIP_E_UNIT (-1001)     /**< no such unit */
@@ -44,7 +44,11 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_CPU_PORT (-1006) /**< the CPU port has no such feature */
 #define VCHIP_E_LINK (-1007)     /**< the port's link is down */
 #define VCHIP_E_IMAGE (-1008)    /**< the image named by VCHIP_IMAGE cannot be used */
+#define VCHIP_E_VLAN (-1041)     /**< there is no such VLAN */
 /** @} */
+
+/** What creating a VLAN that exists answers: positive, the VLAN stays as it is. */
+#define VCHIP_VLAN_EXISTS 0x10004
 
 /**
  * @brief The sentence for a result.

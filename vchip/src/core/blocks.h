@@ -16,11 +16,15 @@
 #include "port/port_block.h"
 #include "unit/rate_block.h"
 #include "unit/switch_block.h"
+#include "vlan/conversion_block.h"
+#include "vlan/vlan_block.h"
 
 //     type         member and name in a dump
 #define VCHIP_BLOCKS(BLOCK)       \
   BLOCK(PortBlock, port)          \
   BLOCK(SwitchBlock, switch_wide) \
-  BLOCK(RateBlock, rate)
+  BLOCK(RateBlock, rate)          \
+  BLOCK(VlanBlock, vlan)          \
+  BLOCK(ConversionBlock, conversion)
 
 #endif

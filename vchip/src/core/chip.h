@@ -65,17 +65,25 @@ int32_t look(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   return step(subject);
 }
 
-// The same for a step that changes the unit.
+// The same for a step that changes the unit, and says what it answers.
 template <typename Step>
-int32_t change(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
+int32_t change_if(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   Locked chip;
   if (!chip) return VCHIP_E_IMAGE;
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   for (const int32_t check : checks)
     if (check != 0) return check;
   Writing mark(chip.state(), kChanging);
-  step(chip.state().units[unit]);
-  return 0;
+  return step(chip.state().units[unit]);
+}
+
+// The same for a step that cannot fail.
+template <typename Step>
+int32_t change(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
+  return change_if(unit, checks, [&](Unit &subject) {
+    step(subject);
+    return 0;
+  });
 }
 
 }  // namespace vchip

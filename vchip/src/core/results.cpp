@@ -15,6 +15,8 @@ const char *sentence(int32_t result) {
     case VCHIP_E_CPU_PORT: return "the CPU port has no such feature";
     case VCHIP_E_LINK: return "the port's link is down";
     case VCHIP_E_IMAGE: return "the virtual chip's image cannot be used";
+    case VCHIP_E_VLAN: return "there is no such VLAN";
+    case VCHIP_VLAN_EXISTS: return "the VLAN exists already";
     default: return nullptr;
   }
 }

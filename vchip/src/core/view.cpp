@@ -1,33 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/view.h>
 
-#include <stdexcept>
 #include <string>
 
 #include "core/board.h"
 #include "core/check.h"
-#include "core/chip.h"
 #include "core/dump.h"
+#include "core/viewing.h"
 
 namespace vchip {
 namespace {
-
-// A step that has a chip or throws why there is none.
-class View {
- public:
-  View() {
-    if (!chip_) throw std::runtime_error("the virtual chip's image cannot be used");
-  }
-  const State &state() { return chip_.state(); }
-  const std::string &image_path() const { return chip_.image_path(); }
-  const Unit &unit(uint32_t unit) {
-    if (unit >= VCHIP_UNITS) throw std::out_of_range("no unit " + std::to_string(unit));
-    return chip_.state().units[unit];
-  }
-
- private:
-  Locked chip_;
-};
 
 void view_cable(PortView &view, const Cable &cable) {
   view.cable = cable.plugged;
@@ -65,7 +47,7 @@ void dump_chip(Dump &document, const State &state, const std::string &image) {
 }  // namespace
 
 PortView port(uint32_t unit, int32_t port) {
-  View chip;
+  Viewing chip;
   const PortBlock &ports = chip.unit(unit).port;
   if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
   PortView view = {};
@@ -82,18 +64,18 @@ PortView port(uint32_t unit, int32_t port) {
 }
 
 SwitchView switch_wide(uint32_t unit) {
-  View chip;
+  Viewing chip;
   return {chip.unit(unit).switch_wide.tag_counts()};
 }
 
 RateView rates(uint32_t unit) {
-  View chip;
+  Viewing chip;
   const RateBlock &rate = chip.unit(unit).rate;
   return {rate.storm_mode(), {rate.storm_burst().begin(), rate.storm_burst().end()}};
 }
 
 PlatformView platform() {
-  View chip;
+  Viewing chip;
   const PlatformBlock &block = chip.state().platform;
   PlatformView view = {};
   view.trace_on = block.trace() != 0;
@@ -105,7 +87,7 @@ PlatformView platform() {
 }
 
 std::string dump_json(int indent) {
-  View chip;
+  Viewing chip;
   return json_text(indent,
                    [&](Dump &document) { dump_chip(document, chip.state(), chip.image_path()); });
 }

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "vlan/vlan_block.h"
+
+#include <atomic>
+#include <vector>
+
+#include "core/dump.h"
+
+namespace vchip {
+namespace {
+
+// A killed call must not leave a VLAN with half of its ports: the mark is
+// cleared before and set after everything else.
+void set_exists(Vlan &vlan, uint32_t exists) {
+  std::atomic_ref<uint32_t>(vlan.exists).exchange(exists);
+}
+
+void make(Vlan &vlan, uint32_t ports) {
+  set_exists(vlan, 0);
+  vlan.member = ports;
+  vlan.untagged = ports;
+  vlan.stg = 0;
+  set_exists(vlan, 1);
+}
+
+std::vector<uint32_t> ports_in(uint32_t mask) {
+  std::vector<uint32_t> ports;
+  for (uint32_t port = 0; port < VCHIP_PORTS; ++port)
+    if ((mask >> port & 1) != 0) ports.push_back(port);
+  return ports;
+}
+
+}  // namespace
+
+void VlanBlock::reset() {
+  destroy_all(true);
+  for (uint32_t &pvid : pvids_) pvid = kDefaultVlan;
+}
+
+void VlanBlock::create(uint32_t vid) {
+  make(vlans_[vid], 0);
+}
+
+void VlanBlock::destroy(uint32_t vid) {
+  set_exists(vlans_[vid], 0);
+}
+
+void VlanBlock::destroy_all(bool restore_default) {
+  for (Vlan &vlan : vlans_) set_exists(vlan, 0);
+  if (restore_default) make(vlans_[kDefaultVlan], kAllPorts);
+}
+
+void VlanBlock::add_port(uint32_t vid, int32_t port, bool untagged) {
+  const Vlan &vlan = vlans_[vid];
+  const uint32_t others = vlan.untagged & ~port_bit(port);
+  set_ports(vid, vlan.member | port_bit(port), untagged ? others | port_bit(port) : others);
+}
+
+void VlanBlock::remove_port(uint32_t vid, int32_t port) {
+  const Vlan &vlan = vlans_[vid];
+  set_ports(vid, vlan.member & ~port_bit(port), vlan.untagged & ~port_bit(port));
+}
+
+void VlanBlock::set_ports(uint32_t vid, uint32_t member, uint32_t untagged) {
+  vlans_[vid].member = member;
+  vlans_[vid].untagged = untagged;
+}
+
+void VlanBlock::dump(const char *name, Dump &unit) const {
+  std::vector<uint32_t> vids;
+  for (uint32_t vid = 0; vid < kVlanIds; ++vid)
+    if (exists(vid)) vids.push_back(vid);
+  unit.object(name, [&](Dump &block) {
+    block.objects("vlans", vids.size(), [&](Dump &entry, size_t index) {
+      const Vlan &vlan = vlans_[vids[index]];
+      entry.number("vid", vids[index]);
+      entry.numbers("member", ports_in(vlan.member));
+      entry.numbers("untagged", ports_in(vlan.untagged));
+      entry.number("stg", vlan.stg);
+    });
+    block.numbers("pvid", {pvids_, pvids_ + VCHIP_PORTS});
+  });
+}
+
+}  // namespace vchip
