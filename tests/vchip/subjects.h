@@ -37,6 +37,7 @@ struct Subject {
 using Subjects = std::vector<Subject>;
 
 const Subjects &port_subjects();
+const Subjects &vlan_subjects();
 
 }  // namespace vchip_test
 

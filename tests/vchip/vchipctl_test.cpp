@@ -138,8 +138,11 @@ TEST_F(Vchipctl, WrongWordsAreNamed) {
   expect_wrong("link up 3 --speed 10", "'--speed' does not belong here");
   expect_wrong("link up 3 --unit 2", "no unit '2': expected 0 or 1");
   expect_wrong("dump --unit x", "no unit 'x': expected 0 or 1");
-  expect_wrong("dump --block vlans",
-               "no block 'vlans': expected platform, port, switch_wide, rate");
+  // The rest of the sentence is every block of the unit.
+  const Result unknown_block = run("dump --block ports");
+  EXPECT_EQ(unknown_block.status, 1);
+  EXPECT_EQ(unknown_block.output.find("vchipctl: no block 'ports': expected platform, port, "), 0u)
+      << unknown_block.output;
   expect_wrong("dump --unit 0 --block platform", "block 'platform' belongs to no unit");
   expect_wrong("medium 25 glass", "no medium 'glass': expected copper or fibre");
   expect_wrong("trace maybe", "no trace command 'maybe': expected on, off or show");

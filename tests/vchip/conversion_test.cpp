@@ -3,10 +3,11 @@
 #include <swctl-vchip/view.h>
 #include <swctl/platform/sdk.h>
 
-#include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+
+#include "private_chip.h"
 
 namespace {
 
@@ -19,13 +20,8 @@ using vchip::EgressView;
 constexpr chip_vlan_egress_entry kEntry = {1, 0, 10, 1, 77, 6, 7, 0, 5, 110, 111, 200, 113, 114};
 const EgressView kView = {3, false, 10, true, 77, false, 5, 200, {6, 7, 110, 111, 113, 114}};
 
-class Conversion : public testing::Test {
+class Conversion : public vchip_test::PrivateChip {
  protected:
-  Conversion() {
-    for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
-  }
-  void SetUp() override { ASSERT_EQ(vchip_reset(), 0); }
-
   void expect_refused(int32_t result, const chip_vlan_egress_entry &entry) {
     EXPECT_EQ(rtk_vlan_egrVlanCnvtEntry_set(0, 3, &entry), result);
     EXPECT_THAT(vchip::egress_entries(0), SizeIs(0));

@@ -3,10 +3,11 @@
 #include <swctl-vchip/view.h>
 #include <swctl/platform/sdk.h>
 
-#include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+
+#include "private_chip.h"
 
 namespace {
 
@@ -15,18 +16,12 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 using vchip::VlanView;
+using vchip_test::kUntouched;
 
-constexpr uint32_t kUntouched = 0xdeadbeef;
 constexpr uint32_t kAllPorts = 0x1FFFFFFF;
 const VlanView kDefaultVlan = {1, kAllPorts, kAllPorts, 0};
 
-class VlanTable : public testing::Test {
- protected:
-  VlanTable() {
-    for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
-  }
-  void SetUp() override { ASSERT_EQ(vchip_reset(), 0); }
-};
+class VlanTable : public vchip_test::PrivateChip {};
 
 TEST_F(VlanTable, HoldsTheDefaultVlanAfterPowerOn) {
   for (const uint32_t unit : {0u, 1u}) {
