@@ -64,6 +64,7 @@
 #ifndef SWCTL_FRAME_H
 #define SWCTL_FRAME_H
 
+#include <swctl/frame_board.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS

@@ -10,6 +10,7 @@
 #ifndef SWCTL_PORT_H
 #define SWCTL_PORT_H
 
+#include <swctl/port_fixed.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS
@@ -277,22 +278,6 @@ SWCTL_API int32_t user_port_duplex_get(uint32_t lead, uint32_t unit, int32_t por
  */
 SWCTL_API int32_t user_port_duplex_set(uint32_t lead, uint32_t unit, int32_t port, uint32_t duplex,
                                        uint32_t speed);
-
-/**
- * @name Fixed result 0
- * On a device that had them: the master or slave role of a gigabit port's
- * clock, the port's spanning-tree state, and whether the port accepts bridge
- * protocol data units. Each ignores its arguments, calls nothing, writes
- * nothing and returns 0.
- * @{
- */
-SWCTL_API int32_t user_port_master_get(uint32_t lead, ...);
-SWCTL_API int32_t user_port_master_set(uint32_t lead, ...);
-SWCTL_API int32_t user_port_stp_get(uint32_t lead, ...);
-SWCTL_API int32_t user_port_stp_set(uint32_t lead, ...);
-SWCTL_API int32_t user_port_bpdu_enable_get(uint32_t lead, ...);
-SWCTL_API int32_t user_port_bpdu_enable_set(uint32_t lead, ...);
-/** @} */
 
 SWCTL_END_DECLS
 

@@ -28,6 +28,7 @@ static void touch_globals(void) {
 
 int main(void) {
   touch_globals();
+  call_frame();
   call_port();
   printf("%d functions called, %d surprises\n", calls, surprises);
   return surprises == 0 ? 0 : 1;

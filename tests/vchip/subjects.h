@@ -36,6 +36,7 @@ struct Subject {
 
 using Subjects = std::vector<Subject>;
 
+const Subjects &frame_subjects();
 const Subjects &port_subjects();
 const Subjects &vlan_subjects();
 

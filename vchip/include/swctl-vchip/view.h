@@ -12,6 +12,7 @@
 #ifndef SWCTL_VCHIP_VIEW_H
 #define SWCTL_VCHIP_VIEW_H
 
+#include <swctl-vchip/defaults_view.h>
 #include <swctl-vchip/vlan_view.h>
 #include <swctl/types.h>
 

@@ -14,6 +14,7 @@
 #define VCHIP_CORE_BLOCKS_H
 
 #include "port/port_block.h"
+#include "unit/defaults_block.h"
 #include "unit/rate_block.h"
 #include "unit/switch_block.h"
 #include "vlan/conversion_block.h"
@@ -24,6 +25,7 @@
   BLOCK(PortBlock, port)          \
   BLOCK(SwitchBlock, switch_wide) \
   BLOCK(RateBlock, rate)          \
+  BLOCK(DefaultsBlock, defaults)  \
   BLOCK(VlanBlock, vlan)          \
   BLOCK(ConversionBlock, conversion)
 
