@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,12 +23,22 @@ void set_environment(const Environment &environment) {
   for (const auto &[name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
 }
 
+// An exception must not reach the test program that the child was copied from.
+int status_of(const Work &work) {
+  int status = 99;
+  try {
+    status = work();
+  } catch (const std::exception &error) {
+    fprintf(stderr, "exception: %s\n", error.what());
+  }
+  fflush(stdout);
+  return status;
+}
+
 [[noreturn]] void be_child(const Environment &environment, const Work &work) {
   alarm(kPatience);
   set_environment(environment);
-  const int status = work();
-  fflush(stdout);
-  _exit(status);
+  _exit(status_of(work));
 }
 
 std::string read_all(int descriptor) {
@@ -71,6 +82,22 @@ Outcome run(const Environment &environment, const Work &work) {
   close(ends[0]);
   outcome.status = wait_for(child);
   return outcome;
+}
+
+Gate::Gate() {
+  EXPECT_EQ(pipe(ends_), 0);
+}
+
+void Gate::wait() {
+  char byte;
+  close(ends_[1]);
+  while (read(ends_[0], &byte, 1) < 0) {
+  }
+}
+
+void Gate::open() {
+  close(ends_[1]);
+  close(ends_[0]);
 }
 
 void ImageTest::SetUp() {

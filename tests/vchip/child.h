@@ -32,6 +32,17 @@ int wait_for(pid_t child);
 // Runs `work` in a child to its end.
 Outcome run(const Environment &environment, const Work &work);
 
+// Lets children loose at once: each waits until the parent opens.
+class Gate {
+ public:
+  Gate();
+  void wait();
+  void open();
+
+ private:
+  int ends_[2];
+};
+
 // A new directory, removed with all that it holds.
 class ImageTest : public testing::Test {
  protected:

@@ -68,31 +68,12 @@ TEST_F(Creation, ANameWithoutDirectory) {
   EXPECT_EQ(files(), std::vector<std::string>({"here.img"}));
 }
 
-// Lets all children loose at once: they wait until the pipe is closed.
-class Gate {
- public:
-  Gate() { EXPECT_EQ(pipe(ends_), 0); }
-  void wait() {
-    char byte;
-    close(ends_[1]);
-    while (read(ends_[0], &byte, 1) < 0) {
-    }
-  }
-  void open() {
-    close(ends_[1]);
-    close(ends_[0]);
-  }
-
- private:
-  int ends_[2];
-};
-
 TEST_F(Creation, RacingCreatorsShareOneImage) {
-  constexpr int kRounds = 20;
+  constexpr int kRounds = 100;
   constexpr uint64_t kCreators = 8;
   for (int round = 0; round < kRounds; ++round) {
     unlink(image_.c_str());
-    Gate gate;
+    vchip_test::Gate gate;
     vchip_test::Environment environment = image();
     environment["VCHIP_LOG"] = "none";
     std::vector<pid_t> creators;
