@@ -72,7 +72,8 @@ SWCTL_API const char *vchip_open(void);
 /**
  * @brief Puts all units and the platform log into the state after power-on.
  *
- * The world is reset too: every cable is pulled.
+ * The world is reset too: every cable is pulled and every combo port runs on
+ * copper. The trace is on afterwards if this process has VCHIP_TRACE=1.
  *
  * @return 0 or ::VCHIP_E_IMAGE
  */
@@ -85,7 +86,7 @@ struct vchip_partner_t {
   /** Non-zero: the partner negotiates. Zero: it is forced to one mode. */
   uint32_t autonegotiation;
   /** What it advertises, or the one mode it is forced to: an ability word
-      with the bits of USER_ABILITY_*. */
+      with the bits of VCHIP_ABILITY_* (ability.h). */
   uint32_t ability;
 };
 typedef struct vchip_partner_t vchip_partner_t;
@@ -101,7 +102,8 @@ typedef struct vchip_partner_t vchip_partner_t;
  * @param partner what hangs at the other end; read, not kept
  * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_CPU_PORT,
  *         ::VCHIP_E_NULL, ::VCHIP_E_VALUE for an ability word without a
- *         mode (or, when forced, with more than one), ::VCHIP_E_IMAGE
+ *         mode (or, when forced, with more than one) or with a reserved bit,
+ *         ::VCHIP_E_IMAGE
  */
 SWCTL_API int32_t vchip_cable_plug(uint32_t unit, int32_t port, const vchip_partner_t *partner);
 

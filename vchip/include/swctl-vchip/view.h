@@ -21,7 +21,7 @@
 
 namespace vchip {
 
-// One port. Abilities are words with the bits of USER_ABILITY_*, speeds the
+// One port. Abilities are words with the bits of VCHIP_ABILITY_*, speeds the
 // SDK's codes.
 struct PortView {
   int32_t port;       // chip port
@@ -65,7 +65,7 @@ struct TraceRecord {
 struct PlatformView {
   bool trace_on;
   std::vector<TraceRecord> trace;  // oldest first
-  uint64_t log_lines;              // written since the last reset
+  uint64_t log_lines;              // given to the log since the last reset
 };
 SWCTL_API PlatformView platform();
 
