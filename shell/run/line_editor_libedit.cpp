@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <histedit.h>
 #include <unistd.h>
 
@@ -77,8 +78,10 @@ class LibeditEditor : public LineEditor {
     el_set(editor_, EL_EDITOR, "emacs");
     el_set(editor_, EL_SIGNAL, 1);
     el_set(editor_, EL_HIST, history, history_);
-    el_set(editor_, EL_ADDFN, "swctl-complete", "Complete the word", complete);
-    el_set(editor_, EL_ADDFN, "swctl-help", "Say what may come next", help);
+    // The wide form keeps these texts as they are; the other one copies them and
+    // never gives the copies back.
+    el_wset(editor_, EL_ADDFN, L"swctl-complete", L"Complete the word", complete);
+    el_wset(editor_, EL_ADDFN, L"swctl-help", L"Say what may come next", help);
     el_set(editor_, EL_BIND, "^I", "swctl-complete", nullptr);
     el_set(editor_, EL_BIND, "?", "swctl-help", nullptr);
   }
@@ -114,7 +117,7 @@ class LibeditEditor : public LineEditor {
     fflush(terminal_);
   }
 
-  static unsigned char complete(EditLine *editor, int) {
+  static unsigned char complete(EditLine *editor, wint_t) {
     LibeditEditor &me = self(editor);
     const std::string line = line_to_cursor(editor);
     const std::vector<std::string> words = me.helper_.completions(line);
@@ -126,7 +129,7 @@ class LibeditEditor : public LineEditor {
     return CC_REDISPLAY;
   }
 
-  static unsigned char help(EditLine *editor, int) {
+  static unsigned char help(EditLine *editor, wint_t) {
     LibeditEditor &me = self(editor);
     const std::string line = line_to_cursor(editor);
     if (me.helper_.in_quotes(line)) {
