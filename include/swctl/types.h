@@ -23,6 +23,9 @@
 /** Logical interfaces of the front ports run from 1 to this number. */
 #define USER_FRONT_INTERFACES 26
 
+/** Bytes of an Ethernet address. */
+#define SWCTL_MAC_BYTES 6
+
 /** Words of a ::user_pbmp_t. */
 #define USER_PBMP_WORDS 8
 

@@ -4,11 +4,52 @@
 #ifndef SWCTL_PROBE_SHAPES_H
 #define SWCTL_PROBE_SHAPES_H
 
+#include <swctl/platform/l2_records.h>
 #include <swctl/platform/vlan_records.h>
 
 #include "shape.h"
 
 namespace swprobe {
+
+template <>
+struct Shape<chip_l2_ucast_entry> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_l2_ucast_entry, vid, dec),
+      SWPROBE_FIELD(chip_l2_ucast_entry, mac, hex),
+      SWPROBE_FIELD(chip_l2_ucast_entry, port, dec),
+      SWPROBE_FIELD(chip_l2_ucast_entry, trunk, dec),
+      SWPROBE_FIELD(chip_l2_ucast_entry, flags, hex),
+      SWPROBE_FIELD(chip_l2_ucast_entry, state, hex),
+      SWPROBE_FIELD(chip_l2_ucast_entry, aux, hex),
+      SWPROBE_FIELD(chip_l2_ucast_entry, rest, hex),
+      SWPROBE_FIELD(chip_l2_ucast_entry, extra, hex),
+  };
+};
+
+template <>
+struct Shape<chip_l2_mcast_entry> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_l2_mcast_entry, vid, dec),
+      SWPROBE_FIELD(chip_l2_mcast_entry, mac, hex),
+      SWPROBE_FIELD(chip_l2_mcast_entry, portmask, hex),
+      SWPROBE_FIELD(chip_l2_mcast_entry, fwdIndex, dec),
+      SWPROBE_FIELD(chip_l2_mcast_entry, rest, hex),
+  };
+};
+
+template <>
+struct Shape<chip_l2_flush_request> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_l2_flush_request, reserved, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, byVlan, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, vid, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, byInterface, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, interfaceIsPort, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, portOrTrunk, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, reserved2, dec),
+      SWPROBE_FIELD(chip_l2_flush_request, includeStatic, dec),
+  };
+};
 
 template <>
 struct Shape<chip_vlan_egress_entry> {

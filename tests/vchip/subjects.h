@@ -37,6 +37,7 @@ struct Subject {
 using Subjects = std::vector<Subject>;
 
 const Subjects &frame_subjects();
+const Subjects &l2_subjects();
 const Subjects &port_subjects();
 const Subjects &vlan_subjects();
 

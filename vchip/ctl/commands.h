@@ -21,6 +21,27 @@ struct MediumWords {
   std::string medium;
 };
 
+struct StationWords {
+  std::string unit = "0";
+  std::string mac;
+  std::string vlan = "1";
+  std::string port;
+  std::string trunk = "0";
+};
+
+struct MarkWords {
+  std::string unit = "0";
+  std::string mac;
+  std::string vlan = "1";
+  std::string state = "1";
+  std::string aux = "0";
+};
+
+struct TimeWords {
+  std::string unit = "0";
+  std::string seconds;
+};
+
 struct DumpWords {
   std::string unit;  // empty: all
   std::string block;
@@ -31,6 +52,9 @@ void reset();
 void link_up(const LinkWords &words);
 void link_down(const LinkWords &words);
 void medium(const MediumWords &words);
+void learn(const StationWords &words);
+void mark(const MarkWords &words);
+void pass_time(const TimeWords &words);
 void trace(const std::string &word);
 void dump(const DumpWords &words);
 

@@ -28,6 +28,7 @@ constexpr const char *kPartner =
     "What the other end negotiates, a list of: 10-half, 10-full, 100-half, 100-full, 1000-half, "
     "1000-full, pause, asymmetric-pause; all but 1000-half and asymmetric-pause if not given";
 constexpr const char *kUnit = "Switch unit, 0 or 1; 0 if not given";
+constexpr const char *kVlan = "VLAN, 0 to 4095; 1 if not given";
 constexpr const char *kFooter = "Exit status: 0 done, 1 wrong words, 2 refused.";
 
 // The words of the command line, and what to do with them.
@@ -35,6 +36,9 @@ struct CommandLine {
   std::string image;
   vchipctl::LinkWords link;
   vchipctl::MediumWords medium;
+  vchipctl::StationWords station;
+  vchipctl::MarkWords mark;
+  vchipctl::TimeWords time;
   vchipctl::DumpWords dump;
   std::string trace;
   std::function<void()> run;
@@ -71,6 +75,30 @@ void add_medium(CLI::App &app, CommandLine &line) {
   medium->callback([&line] { line.run = [&line] { vchipctl::medium(line.medium); }; });
 }
 
+void add_addresses(CLI::App &app, CommandLine &line) {
+  CLI::App *learn = app.add_subcommand("learn", "A station sends a frame, and the chip learns it");
+  learn->add_option("MAC", line.station.mac, "The station's address")->required();
+  learn->add_option("--port", line.station.port, "The one port that it sends into")->required();
+  learn->add_option("--trunk", line.station.trunk, "The port's trunk group; 0 if not given");
+  learn->callback([&line] { line.run = [&line] { vchipctl::learn(line.station); }; });
+  CLI::App *mark = app.add_subcommand("mark", "Set the chip's own words of an address");
+  mark->add_option("MAC", line.mark.mac, "The address")->required();
+  mark->add_option("--state", line.mark.state, "State word; 1, a violation, if not given");
+  mark->add_option("--aux", line.mark.aux, "Aux word; 0 if not given");
+  mark->callback([&line] { line.run = [&line] { vchipctl::mark(line.mark); }; });
+  learn->add_option("--vlan", line.station.vlan, kVlan);
+  learn->add_option("--unit", line.station.unit, kUnit);
+  mark->add_option("--vlan", line.mark.vlan, kVlan);
+  mark->add_option("--unit", line.mark.unit, kUnit);
+}
+
+void add_time(CLI::App &app, CommandLine &line) {
+  CLI::App *time = app.add_subcommand("time", "Let time pass, which it does not do by itself");
+  time->add_option("SECONDS", line.time.seconds, "How much")->required();
+  time->add_option("--unit", line.time.unit, kUnit);
+  time->callback([&line] { line.run = [&line] { vchipctl::pass_time(line.time); }; });
+}
+
 void add_commands(CLI::App &app, CommandLine &line) {
   app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
   app.require_subcommand(1);
@@ -81,6 +109,8 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_dump(app, line);
   add_link(app, line);
   add_medium(app, line);
+  add_addresses(app, line);
+  add_time(app, line);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });

@@ -6,6 +6,8 @@
 #include <swctl-vchip/view.h>
 
 #include <charconv>
+#include <cstdio>
+#include <iterator>
 #include <optional>
 
 #include "usage_error.h"
@@ -122,6 +124,29 @@ uint32_t parse_mode(const std::string &word) {
   if ((ability & VCHIP_ABILITY_MODES) == 0)
     throw UsageError(quoted(word) + " is no mode: expected one such as 100-full");
   return ability;
+}
+
+std::vector<uint8_t> parse_mac(const std::string &word) {
+  unsigned bytes[SWCTL_MAC_BYTES] = {};
+  int end = -1;
+  sscanf(word.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x%n", &bytes[0], &bytes[1], &bytes[2], &bytes[3],
+         &bytes[4], &bytes[5], &end);
+  const bool only_digits = word.find_first_not_of("0123456789abcdefABCDEF:") == std::string::npos;
+  if (end != static_cast<int>(word.size()) || !only_digits)
+    throw UsageError("no address " + quoted(word) + ": expected one such as 02:00:5e:00:00:01");
+  return {std::begin(bytes), std::end(bytes)};
+}
+
+uint32_t parse_number(const std::string &word, const std::string &what, uint32_t highest) {
+  const bool hexadecimal = word.starts_with("0x");
+  const std::string digits = hexadecimal ? word.substr(2) : word;
+  uint32_t value = 0;
+  const char *end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
+  if (error != std::errc() || stop != end || value > highest)
+    throw UsageError("no " + what + ' ' + quoted(word) + ": expected 0 to " +
+                     std::to_string(highest));
+  return value;
 }
 
 uint32_t parse_medium(const std::string &word) {

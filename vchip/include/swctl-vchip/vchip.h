@@ -36,15 +36,19 @@ SWCTL_BEGIN_DECLS
  * negative; each has a sentence, vchip_result_text().
  * @{
  */
-#define VCHIP_E_UNIT (-1001)     /**< no such unit */
-#define VCHIP_E_PORT (-1002)     /**< no such port on the unit */
-#define VCHIP_E_NULL (-1003)     /**< a null address for an output or a record */
-#define VCHIP_E_VALUE (-1004)    /**< a value outside its range */
-#define VCHIP_E_INDEX (-1005)    /**< an index outside its table */
-#define VCHIP_E_CPU_PORT (-1006) /**< the CPU port has no such feature */
-#define VCHIP_E_LINK (-1007)     /**< the port's link is down */
-#define VCHIP_E_IMAGE (-1008)    /**< the image named by VCHIP_IMAGE cannot be used */
-#define VCHIP_E_VLAN (-1041)     /**< there is no such VLAN */
+#define VCHIP_E_UNIT (-1001)      /**< no such unit */
+#define VCHIP_E_PORT (-1002)      /**< no such port on the unit */
+#define VCHIP_E_NULL (-1003)      /**< a null address for an output or a record */
+#define VCHIP_E_VALUE (-1004)     /**< a value outside its range */
+#define VCHIP_E_INDEX (-1005)     /**< an index outside its table */
+#define VCHIP_E_CPU_PORT (-1006)  /**< the CPU port has no such feature */
+#define VCHIP_E_LINK (-1007)      /**< the port's link is down */
+#define VCHIP_E_IMAGE (-1008)     /**< the image named by VCHIP_IMAGE cannot be used */
+#define VCHIP_E_L2_ENTRY (-1031)  /**< no such layer-2 entry, or none left in a scan */
+#define VCHIP_E_L2_FULL (-1032)   /**< no place for the entry: its bucket, or the table, is full */
+#define VCHIP_E_L2_EXISTS (-1033) /**< the multicast group exists already */
+#define VCHIP_E_L2_LIMIT (-1034)  /**< the port's learning limit is reached */
+#define VCHIP_E_VLAN (-1041)      /**< there is no such VLAN */
 /** @} */
 
 /** What creating a VLAN that exists answers: positive, the VLAN stays as it is. */
@@ -120,6 +124,56 @@ SWCTL_API int32_t vchip_cable_pull(uint32_t unit, int32_t port);
  *         fibre on a port that is not a combo port
  */
 SWCTL_API int32_t vchip_medium_set(uint32_t unit, int32_t port, uint32_t medium);
+
+/**
+ * @brief A station, by the source of a frame that it sends.
+ */
+struct vchip_station_t {
+  uint32_t vid;                 /**< VLAN that the frame is in, 0 to 4095 */
+  uint8_t mac[SWCTL_MAC_BYTES]; /**< its address, no group address */
+  int32_t trunk;                /**< trunk group of the port, 0 to 31; 0 for none */
+};
+typedef struct vchip_station_t vchip_station_t;
+
+/**
+ * @brief A station sends a frame into a port, and the chip learns its address.
+ *
+ * A new address becomes an entry without flags. One that was learned moves to
+ * this port and is young again. A static one stays; if it belongs elsewhere,
+ * bit 0 of its state word is set: a violation.
+ *
+ * @param unit    switch unit
+ * @param port    chip port, the CPU port included
+ * @param station who sends; read, not kept
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_NULL, ::VCHIP_E_VALUE,
+ *         ::VCHIP_E_L2_FULL, ::VCHIP_E_L2_LIMIT, ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_station_learn(uint32_t unit, int32_t port, const vchip_station_t *station);
+
+/**
+ * @brief Sets the chip's own words of a unicast entry.
+ * @param unit  switch unit
+ * @param vid   VLAN of the entry
+ * @param mac   its address, six bytes
+ * @param state its state word from now on; bit 0 is a violation
+ * @param aux   its aux word from now on
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_NULL, ::VCHIP_E_VALUE,
+ *         ::VCHIP_E_L2_ENTRY, ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_l2_mark(uint32_t unit, uint32_t vid, const uint8_t *mac, uint32_t state,
+                                uint32_t aux);
+
+/**
+ * @brief Time passes, which it does not do by itself.
+ *
+ * Entries that are not static grow older; those that reach the aging time are
+ * dropped, unless that is 0.
+ *
+ * @param unit    switch unit
+ * @param seconds how much time
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_time_pass(uint32_t unit, uint32_t seconds);
 
 /**
  * @brief Switches the platform's operation trace on or off.

@@ -13,6 +13,7 @@
 #define SWCTL_VCHIP_VIEW_H
 
 #include <swctl-vchip/defaults_view.h>
+#include <swctl-vchip/l2_view.h>
 #include <swctl-vchip/vlan_view.h>
 #include <swctl/types.h>
 

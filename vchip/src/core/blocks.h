@@ -13,6 +13,8 @@
 #ifndef VCHIP_CORE_BLOCKS_H
 #define VCHIP_CORE_BLOCKS_H
 
+#include "l2/group_block.h"
+#include "l2/l2_block.h"
 #include "port/port_block.h"
 #include "unit/defaults_block.h"
 #include "unit/rate_block.h"
@@ -26,6 +28,8 @@
   BLOCK(SwitchBlock, switch_wide) \
   BLOCK(RateBlock, rate)          \
   BLOCK(DefaultsBlock, defaults)  \
+  BLOCK(L2Block, l2)              \
+  BLOCK(GroupBlock, group)        \
   BLOCK(VlanBlock, vlan)          \
   BLOCK(ConversionBlock, conversion)
 

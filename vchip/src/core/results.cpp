@@ -15,6 +15,10 @@ const char *sentence(int32_t result) {
     case VCHIP_E_CPU_PORT: return "the CPU port has no such feature";
     case VCHIP_E_LINK: return "the port's link is down";
     case VCHIP_E_IMAGE: return "the virtual chip's image cannot be used";
+    case VCHIP_E_L2_ENTRY: return "the layer-2 table has no such entry";
+    case VCHIP_E_L2_FULL: return "the layer-2 table has no place for the entry";
+    case VCHIP_E_L2_EXISTS: return "the multicast group exists already";
+    case VCHIP_E_L2_LIMIT: return "the port's learning limit is reached";
     case VCHIP_E_VLAN: return "there is no such VLAN";
     case VCHIP_VLAN_EXISTS: return "the VLAN exists already";
     default: return nullptr;

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// What the world does to the address table.
+#include <swctl-vchip/vchip.h>
+
+#include <cstring>
+
+#include "commands.h"
+#include "usage_error.h"
+#include "words.h"
+
+namespace vchipctl {
+namespace {
+
+void expect_done(int32_t result) {
+  if (result != 0) throw Refused(vchip_result_text(result));
+}
+
+vchip_station_t parse_station(const StationWords &words) {
+  vchip_station_t station = {};
+  const std::vector<uint8_t> mac = parse_mac(words.mac);
+  memcpy(station.mac, mac.data(), sizeof station.mac);
+  station.vid = parse_number(words.vlan, "VLAN", 4095);
+  station.trunk = static_cast<int32_t>(parse_number(words.trunk, "trunk group", 31));
+  return station;
+}
+
+}  // namespace
+
+void learn(const StationWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const vchip_station_t station = parse_station(words);
+  const std::vector<int32_t> ports = parse_ports(words.port);
+  if (ports.size() != 1)
+    throw UsageError("a station sends into one port, not '" + words.port + "'");
+  expect_done(vchip_station_learn(unit, ports.front(), &station));
+}
+
+void mark(const MarkWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const std::vector<uint8_t> mac = parse_mac(words.mac);
+  const uint32_t vid = parse_number(words.vlan, "VLAN", 4095);
+  const uint32_t state = parse_number(words.state, "state word", UINT32_MAX);
+  const uint32_t aux = parse_number(words.aux, "aux word", UINT32_MAX);
+  expect_done(vchip_l2_mark(unit, vid, mac.data(), state, aux));
+}
+
+void pass_time(const TimeWords &words) {
+  expect_done(vchip_time_pass(parse_unit(words.unit),
+                              parse_number(words.seconds, "number of seconds", UINT32_MAX)));
+}
+
+}  // namespace vchipctl

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "l2/address_table.h"
+
+#include <atomic>
+#include <bit>
+#include <cstring>
+
+namespace vchip {
+namespace {
+
+constexpr uint32_t kHashBits = 12;
+constexpr uint32_t kHashMask = (1u << kHashBits) - 1;
+static_assert(kBuckets == 1 << kHashBits);
+
+uint64_t number_of(const uint8_t *mac) {
+  uint64_t number = 0;
+  for (int byte = 0; byte < SWCTL_MAC_BYTES; ++byte) number = number << 8 | mac[byte];
+  return number;
+}
+
+bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac) {
+  return entry.vid == vid && memcmp(entry.mac, mac, sizeof entry.mac) == 0;
+}
+
+}  // namespace
+
+int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
+  uint32_t hash = vid;
+  for (uint64_t rest = number_of(mac); rest != 0; rest >>= kHashBits)
+    hash ^= static_cast<uint32_t>(rest);
+  return static_cast<int32_t>(hash & kHashMask);
+}
+
+// What the slots held stays: no bit says that it is an entry.
+void AddressTable::reset() {
+  memset(taken_, 0, sizeof taken_);
+  memset(learned_, 0, sizeof learned_);
+}
+
+void AddressTable::repair() {
+  memset(learned_, 0, sizeof learned_);
+  for (int32_t index = next(kNoIndex); index != kNoIndex; index = next(index))
+    count(entry(index), 1);
+}
+
+bool AddressTable::is_taken(int32_t index) const {
+  const auto bit = static_cast<uint32_t>(index);
+  return (taken_[bit / kWordBits] >> bit % kWordBits & 1) != 0;
+}
+
+// A release, so that a killed call leaves no bit without its entry.
+void AddressTable::set_taken(int32_t index, bool taken) {
+  const auto bit = static_cast<uint32_t>(index);
+  const uint64_t mask = uint64_t{1} << bit % kWordBits;
+  uint64_t &word = taken_[bit / kWordBits];
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+  word = taken ? word | mask : word & ~mask;
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
+int32_t AddressTable::find(uint32_t vid, const uint8_t *mac) const {
+  const int32_t first = bucket_of(vid, mac) * kPlaces;
+  for (int32_t index = first; index < first + kPlaces; ++index)
+    if (is_taken(index) && has_key(entry(index), vid, mac)) return index;
+  return kNoIndex;
+}
+
+int32_t AddressTable::next(int32_t index) const {
+  auto bit = static_cast<uint32_t>(index + 1);
+  while (bit < kAddresses) {
+    const uint64_t word = taken_[bit / kWordBits] >> bit % kWordBits;
+    if (word != 0) return static_cast<int32_t>(bit) + std::countr_zero(word);
+    bit = (bit / kWordBits + 1) * kWordBits;
+  }
+  return kNoIndex;
+}
+
+void AddressTable::set_state(int32_t index, uint32_t state, uint32_t aux) {
+  slots_[index].entry.state = state;
+  slots_[index].entry.aux = aux;
+}
+
+int32_t AddressTable::free_place(int32_t bucket) const {
+  const int32_t first = bucket * kPlaces;
+  for (int32_t index = first; index < first + kPlaces; ++index)
+    if (!is_taken(index)) return index;
+  return kNoIndex;
+}
+
+void AddressTable::count(const chip_l2_ucast_entry &entry, uint32_t step) {
+  if (!is_static(entry)) learned_[entry.port] += step;
+}
+
+// The bit is off while the slot is written.
+bool AddressTable::put(const chip_l2_ucast_entry &entry) {
+  const int32_t present = find(entry.vid, entry.mac);
+  if (present != kNoIndex) remove(present);
+  const int32_t index = present != kNoIndex ? present : free_place(bucket_of(entry.vid, entry.mac));
+  if (index == kNoIndex) return false;
+  slots_[index] = {entry, 0};
+  set_taken(index, true);
+  count(entry, 1);
+  return true;
+}
+
+void AddressTable::remove(int32_t index) {
+  set_taken(index, false);
+  count(entry(index), UINT32_MAX);
+}
+
+}  // namespace vchip

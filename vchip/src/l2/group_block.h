@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// The multicast groups of a unit, and the forwarding port masks that they use.
+#ifndef VCHIP_L2_GROUP_BLOCK_H
+#define VCHIP_L2_GROUP_BLOCK_H
+
+#include <swctl/platform/l2_records.h>
+
+#include <cstdint>
+
+namespace vchip {
+
+class Dump;
+
+// Index 0 of the port masks belongs to no group, so there is one less of them.
+inline constexpr uint32_t kForwardingMasks = 512;
+inline constexpr int32_t kGroups = kForwardingMasks - 1;
+
+class GroupBlock {
+ public:
+  static constexpr uint32_t kLayout = 1;
+  void reset();
+  void repair() {}  // a group is absent while it is written
+  void dump(const char *name, Dump &unit) const;
+
+  // -1 if there is none.
+  int32_t find(uint32_t vid, const uint8_t *mac) const;
+  // The first group behind the index; -1 if there is none.
+  int32_t next(int32_t index) const;
+  chip_l2_mcast_entry entry(int32_t index) const;
+
+  // A new group gets the forwarding index that its entry names, or the lowest
+  // free one if it names 0 or one in use. Answers a result.
+  int32_t add(const chip_l2_mcast_entry &entry);
+  int32_t remove(uint32_t vid, const uint8_t *mac);
+
+ private:
+  struct Group {
+    uint32_t exists;
+    uint32_t forwarding;  // index of its port mask
+    uint16_t vid;
+    uint8_t mac[SWCTL_MAC_BYTES];
+  };
+
+  bool is_free(uint32_t forwarding) const;
+  uint32_t choose_mask(uint32_t wanted) const;
+
+  Group groups_[kGroups];
+  uint32_t masks_[kForwardingMasks];
+};
+
+}  // namespace vchip
+
+#endif

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "l2/l2_block.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vchip {
+namespace {
+
+// Whether a flush request selects an entry; every field takes part.
+bool selects(const chip_l2_flush_request &request, const chip_l2_ucast_entry &entry) {
+  const int32_t interface = request.interfaceIsPort != 0 ? entry.port : entry.trunk;
+  const auto wanted = static_cast<int32_t>(request.portOrTrunk);
+  return (request.byVlan == 0 || entry.vid == request.vid) &&
+         (request.byInterface == 0 || interface == wanted) &&
+         (request.includeStatic != 0 || !is_static(entry));
+}
+
+chip_l2_ucast_entry make_entry(uint32_t vid, const uint8_t *mac, int32_t port, int32_t trunk) {
+  chip_l2_ucast_entry entry = {};
+  entry.vid = vid;
+  memcpy(entry.mac, mac, sizeof entry.mac);
+  entry.port = port;
+  entry.trunk = trunk;
+  return entry;
+}
+
+}  // namespace
+
+void L2Block::reset() {
+  table_.reset();
+  aging_ = kUsualAging;
+  for (LearnLimit &limit : limits_) limit = {0, kMaxLearnLimit};
+}
+
+int32_t L2Block::add(const chip_l2_ucast_entry &entry) {
+  chip_l2_ucast_entry own = make_entry(entry.vid, entry.mac, entry.port, entry.trunk);
+  own.flags = entry.flags;
+  own.aux = entry.aux;
+  own.extra = entry.extra;
+  return table_.put(own) ? 0 : VCHIP_E_L2_FULL;
+}
+
+int32_t L2Block::remove(uint32_t vid, const uint8_t *mac) {
+  const int32_t index = table_.find(vid, mac);
+  if (index == kNoIndex) return VCHIP_E_L2_ENTRY;
+  table_.remove(index);
+  return 0;
+}
+
+void L2Block::flush(const chip_l2_flush_request &request) {
+  for (int32_t index = table_.next(kNoIndex); index != kNoIndex; index = table_.next(index))
+    if (selects(request, table_.entry(index))) table_.remove(index);
+}
+
+bool L2Block::may_learn(int32_t port) const {
+  const LearnLimit &limit = limits_[port];
+  return limit.enabled == 0 || table_.learned(port) < static_cast<uint32_t>(limit.limit);
+}
+
+// A station that shows up where it is not bound to be is a violation; one that
+// was learned has moved.
+int32_t L2Block::see_again(int32_t index, int32_t port, int32_t trunk) {
+  chip_l2_ucast_entry entry = table_.entry(index);
+  const bool moved = entry.port != port || entry.trunk != trunk;
+  if (is_static(entry)) {
+    if (moved) table_.set_state(index, entry.state | kViolationState, entry.aux);
+    return 0;
+  }
+  if (entry.port != port && !may_learn(port)) return VCHIP_E_L2_LIMIT;
+  entry.port = port;
+  entry.trunk = trunk;
+  table_.put(entry);
+  return 0;
+}
+
+int32_t L2Block::learn(uint32_t vid, const uint8_t *mac, int32_t port, int32_t trunk) {
+  const int32_t index = table_.find(vid, mac);
+  if (index != kNoIndex) return see_again(index, port, trunk);
+  if (!may_learn(port)) return VCHIP_E_L2_LIMIT;
+  return table_.put(make_entry(vid, mac, port, trunk)) ? 0 : VCHIP_E_L2_FULL;
+}
+
+int32_t L2Block::mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t aux) {
+  const int32_t index = table_.find(vid, mac);
+  if (index == kNoIndex) return VCHIP_E_L2_ENTRY;
+  table_.set_state(index, state, aux);
+  return 0;
+}
+
+void L2Block::pass(uint32_t seconds) {
+  for (int32_t index = table_.next(kNoIndex); index != kNoIndex; index = table_.next(index)) {
+    if (is_static(table_.entry(index))) continue;
+    const uint32_t before = table_.age(index);
+    const uint32_t age = before + std::min(seconds, UINT32_MAX - before);
+    table_.set_age(index, age);
+    if (aging_ != 0 && age >= aging_) table_.remove(index);
+  }
+}
+
+}  // namespace vchip

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Unicast addresses of a unit: the table, what may be learned, and aging.
+#ifndef VCHIP_L2_L2_BLOCK_H
+#define VCHIP_L2_L2_BLOCK_H
+
+#include "l2/address_table.h"
+
+namespace vchip {
+
+class Dump;
+
+inline constexpr uint32_t kMaxAging = 1000000;  // seconds
+inline constexpr uint32_t kUsualAging = 300;    // IEEE 802.1D
+inline constexpr int32_t kMaxLearnLimit = 8191;
+inline constexpr int32_t kTrunks = 32;
+inline constexpr uint32_t kMaxVlanId = 4095;
+
+// What may be learned on a port. The limit holds only while it is enabled.
+struct LearnLimit {
+  uint32_t enabled;
+  int32_t limit;
+};
+
+class L2Block {
+ public:
+  static constexpr uint32_t kLayout = 1;
+  void reset();
+  void repair() { table_.repair(); }
+  void dump(const char *name, Dump &unit) const;
+
+  const AddressTable &table() const { return table_; }
+
+  // Calls that answer a result. add() keeps the chip's own words out of what
+  // the caller gave: state and reserved words start at 0.
+  int32_t add(const chip_l2_ucast_entry &entry);
+  int32_t remove(uint32_t vid, const uint8_t *mac);
+  void flush(const chip_l2_flush_request &request);
+
+  uint32_t aging() const { return aging_; }
+  void set_aging(uint32_t seconds) { aging_ = seconds; }
+  const LearnLimit &limit(int32_t port) const { return limits_[port]; }
+  void enable_limit(int32_t port, uint32_t enable) { limits_[port].enabled = enable; }
+  void set_limit(int32_t port, int32_t limit) { limits_[port].limit = limit; }
+
+  // The world. A frame with this source comes in at the port.
+  int32_t learn(uint32_t vid, const uint8_t *mac, int32_t port, int32_t trunk);
+  int32_t mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t aux);
+  void pass(uint32_t seconds);
+
+ private:
+  bool may_learn(int32_t port) const;
+  int32_t see_again(int32_t index, int32_t port, int32_t trunk);
+
+  AddressTable table_;
+  uint32_t aging_;  // 0: never
+  LearnLimit limits_[VCHIP_PORTS];
+};
+
+}  // namespace vchip
+
+#endif
