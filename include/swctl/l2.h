@@ -3,12 +3,95 @@
  * @file l2.h
  * @brief The layer-2 address table.
  *
- * The laws in frame.h hold throughout.
+ * The records and constants that the whole family shares stand here; the
+ * functions stand in the headers that this one includes:
+ * - l2_walk.h: walking the table, entry by entry
+ * - l2_addr.h: adding, reading and deleting single entries
+ * - l2_delete.h: deleting many entries at once
+ * - l2_learn.h: learning limits, aging, violations
+ * - l2_dump.h: the table in a file or on standard output
+ *
+ * The laws in frame.h hold throughout, with these departures:
+ * - Every SDK call goes to unit 0, whatever the caller gave. The one exception
+ *   is the walk over multicast entries.
+ * - Ports are the chip's physical ports and go to the SDK unchanged.
+ * - An address argument points to six bytes, first byte first (IEEE 802).
+ *
+ * **The operation log.** Whoever adds or removes a static entry through this
+ * family is recorded. The text is
+ * "User add static MAC xx:xx:xx:xx:xx:xx into network system" or
+ * "User remove static MAC xx:xx:xx:xx:xx:xx from network system", with a line
+ * end. If sys_trace_get() answers non-zero, the text goes to
+ * sys_trace_add_log() with a location of the form "function():line". In every
+ * case it goes to Log_logging_func() at level 6 with the tag "STATIC-MAC".
+ *
+ * **Threads.** Each call keeps its place in the table on its own stack, so any
+ * number of them may run at the same time. A walk that runs while the table
+ * changes sees what the chip's scan answers.
  */
 #ifndef SWCTL_L2_H
 #define SWCTL_L2_H
 
+#include <swctl/platform/l2_records.h>
 #include <swctl/types.h>
+
+/**
+ * @name Entry flags
+ * Words of ::chip_l2_ucast_entry and ::user_l2_addr_t. Bits not named here are
+ * the chip's and are carried unchanged.
+ * @{
+ */
+/** Set: not learned but configured. */
+#define USER_L2_FLAG_STATIC 0x08u
+/** Excludes an entry from the violation count and the violation delete. */
+#define USER_L2_FLAG_VIOLATION_IGNORED 0x20u
+/** Set by the library in an entry whose state word has bit 0 set. */
+#define L2_FLAG_VIOLATION 0x800000u
+/** @} */
+
+/** Bit of the state word that becomes ::L2_FLAG_VIOLATION. */
+#define USER_L2_STATE_VIOLATION 0x1u
+
+/**
+ * @brief Whether flags are those of a static entry.
+ *
+ * ::USER_L2_FLAG_STATIC alone of the bits 0x0E. With 0x02 or 0x04 beside it an
+ * entry is neither static nor dynamic: only the deletes that take every entry
+ * remove it, and its removal is not logged.
+ */
+#define STATIC_ENTRY_TEST(flags) (((flags)&0x0Eu) == USER_L2_FLAG_STATIC)
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @brief The caller's layer-2 address record. 88 bytes.
+ *
+ * A reader that fills it writes flags, mac, vid, port, tgid and aux unless it
+ * says otherwise; what is reserved is never touched.
+ */
+struct user_l2_addr_t {
+  uint32_t flags;               /**< the chip's flags, and ::L2_FLAG_VIOLATION */
+  uint8_t mac[SWCTL_MAC_BYTES]; /**< address */
+  uint16_t vid;                 /**< VLAN id */
+  int32_t port;                 /**< chip port */
+  int32_t reserved1;
+  int32_t tgid; /**< trunk group id */
+  uint32_t reserved2[2];
+  uint32_t aux;     /**< the chip's aux word */
+  user_pbmp_t pbmp; /**< chip ports of a multicast entry */
+  uint32_t reserved3[4];
+  uint32_t extra; /**< goes into the last word of an added entry */
+};
+typedef struct user_l2_addr_t user_l2_addr_t;
+
+SWCTL_END_DECLS
+
+/* The parts use the records above. */
+#include <swctl/l2_addr.h>
+#include <swctl/l2_delete.h>
+#include <swctl/l2_dump.h>
+#include <swctl/l2_learn.h>
+#include <swctl/l2_walk.h>
 
 SWCTL_BEGIN_DECLS
 

@@ -29,6 +29,8 @@ static void touch_globals(void) {
 int main(void) {
   touch_globals();
   call_frame();
+  call_l2();
+  call_mcast();
   call_port();
   printf("%d functions called, %d surprises\n", calls, surprises);
   return surprises == 0 ? 0 : 1;

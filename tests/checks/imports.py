@@ -14,6 +14,10 @@ import elf
 LIBC = {
     # printing
     "printf", "puts", "putchar", "fprintf", "fwrite", "snprintf", "stderr",
+    # dump files
+    "fopen", "fread", "fclose",
+    # comparing addresses
+    "memcmp",
     "__printf_chk", "__fprintf_chk", "__snprintf_chk",
     # every shared library
     "__cxa_finalize", "__gmon_start__", "__stack_chk_fail", "__stack_chk_guard",

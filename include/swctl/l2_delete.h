@@ -1,0 +1,484 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file l2_delete.h
+ * @brief The layer-2 address table: deleting many entries at once.
+ *
+ * Part of l2.h, which says what holds for the whole family.
+ *
+ * An entry is *static* if STATIC_ENTRY_TEST() holds for its flags and
+ * *dynamic* if ::USER_L2_FLAG_STATIC is not set. Some entries are neither.
+ */
+#ifndef SWCTL_L2_DELETE_H
+#define SWCTL_L2_DELETE_H
+
+#include <swctl/l2.h>
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @name Learn types
+ * Which entries user_l2_addr_del_all_addr_by_lrntype() removes.
+ * @{
+ */
+#define USER_LEARN_TYPE_DYNAMIC 0u
+#define USER_LEARN_TYPE_STATIC 1u
+/** So does every other value. */
+#define USER_LEARN_TYPE_ALL 2u
+/** @} */
+
+/**
+ * @name Flush deletes
+ * One request to the chip, rtk_l2_ucastAddr_flush(0, &request): the chip does
+ * the matching. Words of the request that a function does not name are 0.
+ * includeStatic is 1 if the last argument is not 0. Nothing is logged. All
+ * return the SDK's result.
+ * @{
+ */
+/**
+ * @brief Flushes the entries of a chip port; the address does not take part.
+ *
+ * Request: byInterface 1, interfaceIsPort 1, portOrTrunk = port.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param mac   ignored
+ * @param value ignored
+ * @param port  chip port
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_mac_port(uint32_t lead, uint32_t unit, const uint8_t *mac,
+                                                  uint32_t value, int32_t port, uint32_t flags);
+
+/**
+ * @brief Flushes the entries of a chip port.
+ *
+ * Request: byInterface 1, interfaceIsPort 1, portOrTrunk = port.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param value ignored
+ * @param port  chip port
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_port(uint32_t lead, uint32_t unit, uint32_t value,
+                                              int32_t port, uint32_t flags);
+
+/**
+ * @brief Flushes with a trunk group in the request, but not selected by it.
+ *
+ * Request: byInterface 0, interfaceIsPort 1, portOrTrunk = trunk.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param trunk trunk group id
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_trunk(uint32_t lead, uint32_t unit, int32_t trunk,
+                                               uint32_t flags);
+
+/**
+ * @brief Flushes the entries of a VLAN.
+ *
+ * Request: byVlan 1, vid = VLAN.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param vid   VLAN id; the low 16 bits count
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_vlan(uint32_t lead, uint32_t unit, uint32_t vid,
+                                              uint32_t flags);
+
+/**
+ * @brief Flushes the entries of a VLAN on a chip port.
+ *
+ * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 1,
+ * portOrTrunk = port.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param vid   VLAN id; the low 16 bits count
+ * @param value ignored
+ * @param port  chip port
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_vlan_port(uint32_t lead, uint32_t unit, uint32_t vid,
+                                                   uint32_t value, int32_t port, uint32_t flags);
+
+/**
+ * @brief Flushes the entries of a VLAN on a trunk group.
+ *
+ * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 0,
+ * portOrTrunk = trunk.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param vid   VLAN id; the low 16 bits count
+ * @param trunk trunk group id
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_vlan_trunk(uint32_t lead, uint32_t unit, uint32_t vid,
+                                                    int32_t trunk, uint32_t flags);
+
+/**
+ * @brief Flushes without a selection; the address does not take part.
+ *
+ * Request: nothing but includeStatic, if that.
+ *
+ * @param lead  ignored
+ * @param unit  ignored; the SDK gets unit 0
+ * @param mac   ignored
+ * @param flags not 0: static entries too
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_l2_addr_delete_by_mac(uint32_t lead, uint32_t unit, const uint8_t *mac,
+                                             uint32_t flags);
+
+/** @} */
+
+/**
+ * @name Walk deletes
+ * The library walks the table with rtk_l2_traverse(unit, callback, match) and
+ * the callback deletes the entries that match with
+ * rtk_l2_addr_del(0, vid, mac), result ignored. Stale entries go as in every
+ * walk. What is logged has the callback's name as its location.
+ *
+ * "On a logical interface" says that the callback asks
+ * adp_phy_2_intf_id(entry.port) and keeps the entry if the answer is 0 or 28;
+ * it asks last, just before the delete.
+ *
+ * The callbacks are exported for walks of the caller's own. They are walk
+ * callbacks as in l2_walk.h: the unit is ignored, the entry and the data are
+ * not changed, and the result is always 0, so that the walk goes on. Of a
+ * match record only the members named are read.
+ *
+ * No failure is reported: all functions here return 0.
+ * @{
+ */
+/**
+ * @brief Deletes the static entries of an address on a chip port.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port
+ * @param vid   VLAN id; 0 stands for every VLAN
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_mac_port(uint32_t lead, uint32_t unit,
+                                                         const uint8_t *mac, int32_t port,
+                                                         uint32_t vid);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_mac_port().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                      void *data);
+
+/**
+ * @brief Deletes the static entries of an address on a chip port.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port; despite the name it is not a trunk group
+ * @param vid   VLAN id; 0 stands for every VLAN
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_trunk_static_by_port_mac_vlan(uint32_t lead, uint32_t unit,
+                                                                    const uint8_t *mac,
+                                                                    int32_t port, uint32_t vid);
+
+/**
+ * @brief The callback of
+ * user_l2_addr_delete_trunk_static_by_port_mac_vlan().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
+                                                                chip_l2_ucast_entry *entry,
+                                                                void *data);
+
+/**
+ * @brief Deletes the dynamic entries of an address on a chip port.
+ *
+ * Not logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port; despite the name it is not a trunk group
+ * @param vid   VLAN id; 0 stands for every VLAN
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan(uint32_t lead, uint32_t unit,
+                                                                     const uint8_t *mac,
+                                                                     int32_t port, uint32_t vid);
+
+/**
+ * @brief The callback of
+ * user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @return 0, always
+ */
+SWCTL_API int32_t del_dynamic_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
+                                                                 chip_l2_ucast_entry *entry,
+                                                                 void *data);
+
+/**
+ * @brief Deletes the entries of an address on a chip port, of any kind
+ * despite the name.
+ *
+ * Logged where the entry is static.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port
+ * @param vid   VLAN id; 0 stands for every VLAN
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_all_dynamic_by_port_mac_vlan(uint32_t lead, uint32_t unit,
+                                                                   const uint8_t *mac, int32_t port,
+                                                                   uint32_t vid);
+
+/**
+ * @brief The callback of
+ * user_l2_addr_delete_all_dynamic_by_port_mac_vlan().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @return 0, always
+ */
+SWCTL_API int32_t del_all_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
+                                                             chip_l2_ucast_entry *entry,
+                                                             void *data);
+
+/**
+ * @brief Deletes the dynamic entries of an address on a chip port.
+ *
+ * Not logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port
+ * @param vid   VLAN id; 0 stands for every VLAN
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_dynaic_by_mac_port(uint32_t lead, uint32_t unit,
+                                                         const uint8_t *mac, int32_t port,
+                                                         uint32_t vid);
+
+/**
+ * @brief The callback of user_l2_addr_delete_dynaic_by_mac_port().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @return 0, always
+ */
+SWCTL_API int32_t del_dynaic_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                      void *data);
+
+/**
+ * @brief Deletes the entries of an address on a chip port, of any kind, in
+ * every VLAN.
+ *
+ * Logged where the entry is static.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @param port  chip port
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_all_by_mac_port(uint32_t lead, uint32_t unit,
+                                                      const uint8_t *mac, int32_t port);
+
+/**
+ * @brief The callback of user_l2_addr_delete_all_by_mac_port().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac and port
+ * @return 0, always
+ */
+SWCTL_API int32_t del_all_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                   void *data);
+
+/**
+ * @brief Deletes the static entries of a chip port.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param value ignored
+ * @param port  chip port
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_port(uint32_t lead, uint32_t unit, uint32_t value,
+                                                     int32_t port);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_port().
+ *
+ * @param data the chip port, an int32_t
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                  void *data);
+
+/**
+ * @brief Deletes the static entries of a trunk group, on a logical
+ * interface.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param trunk trunk group id; 0 also matches entries that are on no trunk
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_trunk(uint32_t lead, uint32_t unit, int32_t trunk);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_trunk().
+ *
+ * @param data the trunk group id, an int32_t
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                   void *data);
+
+/**
+ * @brief Deletes the static entries of a VLAN, on a logical interface.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param vid   VLAN id; the low 16 bits count
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_vlan(uint32_t lead, uint32_t unit, uint32_t vid);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_vlan().
+ *
+ * @param data the VLAN id, a uint16_t
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_vlan_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                  void *data);
+
+/**
+ * @brief Deletes the static entries of a VLAN on a chip port.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param vid   VLAN id; 0 is VLAN 0, not every VLAN
+ * @param port  chip port
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_port(uint32_t lead, uint32_t unit,
+                                                          uint32_t vid, int32_t port);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_vlan_port().
+ *
+ * @param data a ::chip_l2_ucast_entry with vid and port
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_vlan_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                       void *data);
+
+/**
+ * @brief Deletes the static entries of a VLAN on a trunk group.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param vid   VLAN id; 0 is VLAN 0, not every VLAN
+ * @param trunk trunk group id; 0 also matches entries that are on no trunk
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_trunk(uint32_t lead, uint32_t unit,
+                                                           uint32_t vid, int32_t trunk);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_vlan_trunk().
+ *
+ * @param data a ::chip_l2_ucast_entry with vid and trunk
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_vlan_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                        void *data);
+
+/**
+ * @brief Deletes the static entries of an address, on any port and in every
+ * VLAN.
+ *
+ * Logged.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param mac   six bytes
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_delete_static_by_mac(uint32_t lead, uint32_t unit,
+                                                    const uint8_t *mac);
+
+/**
+ * @brief The callback of user_l2_addr_delete_static_by_mac().
+ *
+ * @param data a ::chip_l2_ucast_entry with mac
+ * @return 0, always
+ */
+SWCTL_API int32_t del_static_mac_by_mac_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                                 void *data);
+
+/**
+ * @brief Deletes every entry of a kind.
+ *
+ * ::USER_LEARN_TYPE_DYNAMIC: the dynamic entries; nothing is logged and the
+ * adapter is not asked. ::USER_LEARN_TYPE_STATIC: the static entries on a
+ * logical interface, each logged. Any other type: every entry on a logical
+ * interface; nothing is logged, not even for a static entry.
+ *
+ * @param lead  ignored
+ * @param unit  handed to the callback
+ * @param type  ::USER_LEARN_TYPE_DYNAMIC, ::USER_LEARN_TYPE_STATIC, anything else for
+ *              every entry
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_addr_del_all_addr_by_lrntype(uint32_t lead, uint32_t unit, uint32_t type);
+
+/**
+ * @brief The callback of user_l2_addr_del_all_addr_by_lrntype().
+ *
+ * @param data the learn type, a uint32_t
+ * @return 0, always
+ */
+SWCTL_API int32_t del_all__mac_bytype_callback(uint32_t unit, chip_l2_ucast_entry *entry,
+                                               void *data);
+
+/** @} */
+
+SWCTL_END_DECLS
+
+#endif

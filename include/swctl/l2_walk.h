@@ -1,0 +1,137 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file l2_walk.h
+ * @brief The layer-2 address table: walking it, entry by entry.
+ *
+ * Part of l2.h, which says what holds for the whole family.
+ *
+ * **Stale entries.** A walk over unicast entries does not only read. It asks
+ * for the VLAN of each entry with rtk_vlan_port_get(); if that fails (negative
+ * result), the VLAN does not exist any more, and the walk deletes the entry
+ * with rtk_l2_addr_del(0, vid, mac), result ignored, and logs the removal if
+ * the entry was static. The caller never sees such an entry, not even when the
+ * chip refused to delete it.
+ */
+#ifndef SWCTL_L2_WALK_H
+#define SWCTL_L2_WALK_H
+
+#include <swctl/l2.h>
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @brief What a walk calls for each unicast entry.
+ *
+ * @param unit  the unit that was given to the walk
+ * @param entry the entry, in the walk's own memory: it may be changed, and
+ *              deleted from the chip, but the address is not valid after the
+ *              call
+ * @param data  what was given to the walk
+ * @return negative to end the walk, anything else to go on
+ */
+typedef int32_t (*user_l2_walk_callback_t)(uint32_t unit, chip_l2_ucast_entry *entry, void *data);
+
+/**
+ * @brief What a walk calls for each multicast entry. Its result is ignored.
+ *
+ * The arguments are those of ::user_l2_walk_callback_t.
+ */
+typedef int32_t (*user_l2_mcast_walk_callback_t)(uint32_t unit, chip_l2_mcast_entry *entry,
+                                                 void *data);
+
+/**
+ * @brief Walks the unicast entries of unit 0 in the chip's scan order.
+ *
+ * Calls rtk_l2_nextValidAddr_get(0, &index, 1, &entry) from index -1 on, until
+ * its result is not 0; static entries come too. For each entry it sets
+ * ::L2_FLAG_VIOLATION in the flags if bit 0 of the state word is set, asks
+ * rtk_vlan_port_get(0, entry.vid, ...) whether the VLAN exists, and calls
+ * `callback`, or removes the entry as stale, with the location
+ * "rtk_l2_traverse". Deleting the current entry does not restart the walk.
+ *
+ * The entry is cleared once, before the first step.
+ *
+ * @param unit     handed to the callback; the SDK always gets unit 0
+ * @param callback called for each entry; not null
+ * @param data     handed to the callback
+ * @return 0, always: a failed scan is the end of the table
+ */
+SWCTL_API int32_t rtk_l2_traverse(uint32_t unit, user_l2_walk_callback_t callback, void *data);
+
+/**
+ * @brief Walks the multicast entries of a unit in the chip's scan order.
+ *
+ * Calls rtk_l2_nextValidMcastAddr_get(unit, &index, &entry) from index -1 on,
+ * until its result is not 0, and `callback` for each entry. VLANs are not
+ * looked at.
+ *
+ * @param unit     switch unit, handed to the SDK and to the callback
+ * @param callback called for each entry; not null
+ * @param data     handed to the callback
+ * @return 0, always: a failed scan is the end of the table
+ */
+SWCTL_API int32_t rtk_l2_mcast_traverse(uint32_t unit, user_l2_mcast_walk_callback_t callback,
+                                        void *data);
+
+/**
+ * @brief Reads the next unicast entry of unit 0: one step of a walk.
+ *
+ * Makes the calls of one step of rtk_l2_traverse(); a stale entry is removed
+ * and logged in the same way, with the location
+ * "user_netlink_mac_nextValidAddr_get".
+ *
+ * @param lead      ignored
+ * @param out       receives flags, mac, vid, port, tgid and aux; the rest is
+ *                  left alone
+ * @param scanIndex where the scan is; -1 starts it. Handed to the SDK, which
+ *                  moves it on, for a stale entry too.
+ * @return 0 if an entry was read; -1 at the end of the table and for a stale
+ *         entry, `out` untouched. The two cannot be told apart by the result:
+ *         whoever stops at the first -1 may stop before the end.
+ */
+SWCTL_API int32_t user_netlink_mac_nextValidAddr_get(uint32_t lead, user_l2_addr_t *out,
+                                                     int32_t *scanIndex);
+
+/**
+ * @brief Prints every unicast entry of unit 0 on standard output.
+ *
+ * Calls rtk_l2_traverse(0, test_fun_callback, ...), with the address of a byte
+ * that holds the low byte of `value`.
+ *
+ * @param lead  ignored
+ * @param value its low byte is what the callback is given, and ignores
+ * @return 0, always
+ */
+SWCTL_API int32_t user_mac_table_traverse(uint32_t lead, uint32_t value);
+
+/**
+ * @brief Marks the VLANs that have a multicast entry.
+ *
+ * Stores 1 into present[vid - 1] for each entry that
+ * rtk_l2_nextValidMcastAddr_get(unit, ...) answers. Nothing is cleared.
+ *
+ * @param unit    switch unit, handed to the SDK; no leading argument
+ * @param present array with an element for every VLAN id up to the highest
+ *                that an entry may have; an entry of VLAN 0 writes the word in
+ *                front of it. May be null.
+ * @return 0; -1 if `present` is null, without an SDK call
+ */
+SWCTL_API int32_t user_is_mcast_addr_exist_vlan_is(uint32_t unit, int32_t *present);
+
+/**
+ * @brief The VLAN of the first multicast entry within a range of VLANs.
+ *
+ * Steps through rtk_l2_nextValidMcastAddr_get(unit, ...) until an entry lies
+ * in the range or the result is not 0.
+ *
+ * @param unit switch unit, handed to the SDK; no leading argument
+ * @param low  lowest VLAN id; the low 16 bits count
+ * @param high highest VLAN id; the low 16 bits count
+ * @return the VLAN id of the first entry in scan order with low <= id <= high,
+ *         0 if there is none
+ */
+SWCTL_API int32_t user_is_mcast_addr_exist_by_vlan(uint32_t unit, uint32_t low, uint32_t high);
+
+SWCTL_END_DECLS
+
+#endif
