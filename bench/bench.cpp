@@ -5,10 +5,8 @@
 #include <swctl/port.h>
 
 #include <benchmark/benchmark.h>
-#include <string>
-#include <vector>
 
-#include "ratio_reporter.h"
+#include "pairs.h"
 
 namespace {
 
@@ -26,13 +24,6 @@ template <void (*Body)()>
 void loop(benchmark::State &state) {
   for (auto _ : state) Body();
 }
-
-struct Pair {
-  const char *name;
-  void (*library)(benchmark::State &);
-  void (*direct)(benchmark::State &);
-  double limit;
-};
 
 void loopback_get_library() {
   uint32_t enable;
@@ -121,24 +112,5 @@ const Pair kPairs[] = {
 }  // namespace
 
 int main(int argc, char **argv) {
-  // Repetitions of both sides of a pair take turns, so that a slow moment of
-  // the machine falls on both.
-  std::string repetitions = "--benchmark_repetitions=11";
-  std::string interleaved = "--benchmark_enable_random_interleaving=true";
-  std::string time = "--benchmark_min_time=0.05";
-  std::vector<char *> arguments = {argv[0], repetitions.data(), interleaved.data(), time.data()};
-  arguments.insert(arguments.end(), argv + 1, argv + argc);
-  int count = static_cast<int>(arguments.size());
-  arguments.push_back(nullptr);
-
-  benchmark::Initialize(&count, arguments.data());
-  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
-  RatioReporter reporter;
-  for (const Pair &pair : kPairs) {
-    benchmark::RegisterBenchmark((std::string(pair.name) + "/library").c_str(), pair.library);
-    benchmark::RegisterBenchmark((std::string(pair.name) + "/direct").c_str(), pair.direct);
-    reporter.expect(pair.name, pair.limit);
-  }
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  return reporter.all_within_limits() ? 0 : 1;
+  return run_pairs(argc, argv, kPairs);
 }
