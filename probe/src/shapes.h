@@ -4,12 +4,26 @@
 #ifndef SWCTL_PROBE_SHAPES_H
 #define SWCTL_PROBE_SHAPES_H
 
+#include <swctl/platform/adapter_records.h>
 #include <swctl/platform/l2_records.h>
 #include <swctl/platform/vlan_records.h>
 
 #include "shape.h"
 
 namespace swprobe {
+
+// The adapter's own area is left out: what went into it stands in the calls
+// that put it there.
+template <>
+struct Shape<adp_fp_entity_rule_t> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(adp_fp_entity_rule_t, entity, dec),
+      SWPROBE_FIELD(adp_fp_entity_rule_t, reserved1, dec),
+      SWPROBE_FIELD(adp_fp_entity_rule_t, index, dec),
+      SWPROBE_FIELD(adp_fp_entity_rule_t, unset, dec),
+      SWPROBE_FIELD(adp_fp_entity_rule_t, reserved2, dec),
+  };
+};
 
 template <>
 struct Shape<chip_l2_ucast_entry> {

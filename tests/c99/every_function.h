@@ -24,5 +24,6 @@ void call_frame(void);
 void call_l2(void);
 void call_mcast(void);
 void call_port(void);
+void call_vlan(void);
 
 #endif

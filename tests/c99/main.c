@@ -32,6 +32,7 @@ int main(void) {
   call_l2();
   call_mcast();
   call_port();
+  call_vlan();
   printf("%d functions called, %d surprises\n", calls, surprises);
   return surprises == 0 ? 0 : 1;
 }

@@ -18,8 +18,9 @@ namespace {
 using Interface = vchip_test::PrivateChip;
 
 constexpr int32_t kResults[] = {
-    VCHIP_E_UNIT,     VCHIP_E_PORT, VCHIP_E_NULL,  VCHIP_E_VALUE, VCHIP_E_INDEX,
-    VCHIP_E_CPU_PORT, VCHIP_E_LINK, VCHIP_E_IMAGE, VCHIP_E_VLAN,
+    VCHIP_E_UNIT,      VCHIP_E_PORT,        VCHIP_E_NULL,    VCHIP_E_VALUE, VCHIP_E_INDEX,
+    VCHIP_E_CPU_PORT,  VCHIP_E_LINK,        VCHIP_E_IMAGE,   VCHIP_E_VLAN,  VCHIP_E_RULE_KIND,
+    VCHIP_E_DUPLICATE, VCHIP_E_RULE_EXISTS, VCHIP_E_NO_RULE,
 };
 
 TEST_F(Interface, EveryListedCallLivesInTheLibrary) {

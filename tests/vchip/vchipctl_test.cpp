@@ -141,9 +141,11 @@ TEST_F(Vchipctl, WrongWordsAreNamed) {
   // The rest of the sentence is every block of the unit.
   const Result unknown_block = run("dump --block ports");
   EXPECT_EQ(unknown_block.status, 1);
-  EXPECT_EQ(unknown_block.output.find("vchipctl: no block 'ports': expected platform, port, "), 0u)
+  EXPECT_EQ(
+      unknown_block.output.find("vchipctl: no block 'ports': expected platform, rules, port, "), 0u)
       << unknown_block.output;
   expect_wrong("dump --unit 0 --block platform", "block 'platform' belongs to no unit");
+  expect_wrong("dump --unit 0 --block rules", "block 'rules' belongs to no unit");
   expect_wrong("medium 25 glass", "no medium 'glass': expected copper or fibre");
   expect_wrong("trace maybe", "no trace command 'maybe': expected on, off or show");
 }

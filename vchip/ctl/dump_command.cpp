@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/view.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "commands.h"
@@ -13,10 +15,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char *kPlatform = "platform";
+// Blocks that belong to the board rather than to a unit.
+constexpr const char *kBoardBlocks[] = {"platform", "rules"};
+
+bool is_board_block(const std::string &name) {
+  return std::find(std::begin(kBoardBlocks), std::end(kBoardBlocks), name) !=
+         std::end(kBoardBlocks);
+}
 
 std::string block_names(const Json &unit) {
-  std::string names = kPlatform;
+  std::string names;
+  for (const char *name : kBoardBlocks) names += (names.empty() ? "" : ", ") + std::string(name);
   for (const auto &[name, block] : unit.items())
     if (name != "unit") names += ", " + name;
   return names;
@@ -36,8 +45,9 @@ Json selected(const Json &document, const DumpWords &words) {
   const Json &units = document["units"];
   if (words.unit.empty() && words.block.empty()) return document;
   if (words.block.empty()) return units[parse_unit(words.unit)];
-  if (words.block == kPlatform && words.unit.empty()) return document[kPlatform];
-  if (words.block == kPlatform) throw UsageError("block 'platform' belongs to no unit");
+  const bool of_board = is_board_block(words.block);
+  if (of_board && words.unit.empty()) return document[words.block];
+  if (of_board) throw UsageError("block '" + words.block + "' belongs to no unit");
   expect_block(units[0], words.block);
   if (!words.unit.empty()) return units[parse_unit(words.unit)][words.block];
   Json all = Json::array();

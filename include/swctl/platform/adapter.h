@@ -9,6 +9,7 @@
 #ifndef SWCTL_PLATFORM_ADAPTER_H
 #define SWCTL_PLATFORM_ADAPTER_H
 
+#include <swctl/platform/adapter_records.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS

@@ -49,6 +49,10 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_L2_EXISTS (-1033) /**< the multicast group exists already */
 #define VCHIP_E_L2_LIMIT (-1034)  /**< the port's learning limit is reached */
 #define VCHIP_E_VLAN (-1041)      /**< there is no such VLAN */
+#define VCHIP_E_RULE_KIND (-1042) /**< no such kind of rule, qualifier or action */
+#define VCHIP_E_DUPLICATE (-1043) /**< the rule has such a qualifier or action already */
+#define VCHIP_E_RULE_EXISTS (-1044) /**< there is such a rule already */
+#define VCHIP_E_NO_RULE (-1045)     /**< there is no such rule */
 /** @} */
 
 /** What creating a VLAN that exists answers: positive, the VLAN stays as it is. */

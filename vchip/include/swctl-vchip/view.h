@@ -14,6 +14,7 @@
 
 #include <swctl-vchip/defaults_view.h>
 #include <swctl-vchip/l2_view.h>
+#include <swctl-vchip/rule_view.h>
 #include <swctl-vchip/vlan_view.h>
 #include <swctl/types.h>
 

@@ -122,6 +122,7 @@ void recover(State &state) {
     reset_state(state);
   } else {
     state.platform.repair();
+    state.rules.repair();
     for (Unit &unit : state.units)
       each_block(unit, [](const char *, auto &block) { block.repair(); });
   }
@@ -171,6 +172,7 @@ const char *refusal() {
 
 void reset_state(State &state) {
   state.platform.reset();
+  state.rules.reset();
   for (Unit &unit : state.units) each_block(unit, [](const char *, auto &block) { block.reset(); });
 }
 

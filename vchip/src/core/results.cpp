@@ -20,6 +20,10 @@ const char *sentence(int32_t result) {
     case VCHIP_E_L2_EXISTS: return "the multicast group exists already";
     case VCHIP_E_L2_LIMIT: return "the port's learning limit is reached";
     case VCHIP_E_VLAN: return "there is no such VLAN";
+    case VCHIP_E_RULE_KIND: return "there is no such kind of rule, qualifier or action";
+    case VCHIP_E_DUPLICATE: return "the rule has such a qualifier or action already";
+    case VCHIP_E_RULE_EXISTS: return "there is such a rule already";
+    case VCHIP_E_NO_RULE: return "there is no such rule";
     case VCHIP_VLAN_EXISTS: return "the VLAN exists already";
     default: return nullptr;
   }

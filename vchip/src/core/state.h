@@ -10,6 +10,7 @@
 #include "core/blocks.h"
 #include "core/header.h"
 #include "platform/platform_block.h"
+#include "rules/rule_block.h"
 
 namespace vchip {
 
@@ -30,6 +31,7 @@ void each_block(AnyUnit &unit, Visit visit) {
 struct State {
   Header header;
   PlatformBlock platform;
+  RuleBlock rules;
   Unit units[VCHIP_UNITS];
 };
 static_assert(std::is_trivially_copyable_v<State> && std::is_standard_layout_v<State>);
@@ -39,6 +41,8 @@ constexpr uint32_t state_layout() {
   uint32_t hash = hash_word(kHashStart, VCHIP_UNITS);
   hash = hash_word(hash, sizeof(PlatformBlock));
   hash = hash_word(hash, PlatformBlock::kLayout);
+  hash = hash_word(hash, sizeof(RuleBlock));
+  hash = hash_word(hash, RuleBlock::kLayout);
 #define VCHIP_HASH(type, name)          \
   hash = hash_text(hash, #name);        \
   hash = hash_word(hash, sizeof(type)); \

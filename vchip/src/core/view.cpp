@@ -37,6 +37,7 @@ void dump_chip(Dump &document, const State &state, const std::string &image) {
   }
   document.number("interrupted_writes", state.header.interrupted_writes);
   state.platform.dump("platform", document);
+  state.rules.dump("rules", document);
   document.objects("units", VCHIP_UNITS, [&](Dump &entry, size_t unit) {
     entry.number("unit", static_cast<int64_t>(unit));
     each_block(state.units[unit],

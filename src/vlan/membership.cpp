@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Which ports are in which VLAN. Each function has its own rule for how far it
+// looks and what it answers; callers depend on every one of them.
+#include <swctl/platform/adapter.h>
+#include <swctl/platform/sdk.h>
+#include <swctl/vlan.h>
+
+#include "frame/ports.h"
+#include "vlan/vid.h"
+
+namespace {
+
+using swctl::each_port;
+using swctl::port_bit;
+using swctl::vid_of;
+
+constexpr int32_t kWordPorts = 32;
+
+// The walk of the single-VLAN functions. The results are summed up from -1 and
+// the walk ends when the sum is not 0: at interface 0, unless its call answers 1.
+template <typename Call>
+int32_t walk_sum(const user_pbmp_t *ports, Call call) {
+  uint32_t sum = UINT32_MAX;
+  for (int32_t interface = 0; interface < kWordPorts; ++interface) {
+    if ((ports->word[0] >> interface & 1u) != 0)
+      sum += static_cast<uint32_t>(call(adp_intf_2_phy_id(interface)));
+    if (sum != 0) break;
+  }
+  return static_cast<int32_t>(sum);
+}
+
+// Adds the ports to what the VLAN has; the untagged ones come last and win.
+int32_t add_ports(uint32_t unit, uint32_t vid, const user_pbmp_t &tagged,
+                  const user_pbmp_t &untagged) {
+  uint32_t member = 0;
+  uint32_t untag = 0;
+  rtk_vlan_port_get(unit, vid, &member, &untag);
+  each_port(tagged, [&](int32_t interface) {
+    const uint32_t bit = port_bit(adp_intf_2_phy_id(interface));
+    member |= bit;
+    untag &= ~bit;
+  });
+  each_port(untagged, [&](int32_t interface) {
+    const uint32_t bit = port_bit(adp_intf_2_phy_id(interface));
+    member |= bit;
+    untag |= bit;
+  });
+  return rtk_vlan_port_set(unit, vid, &member, &untag);
+}
+
+int32_t remove_ports(uint32_t unit, uint32_t vid, uint32_t interfaces) {
+  int32_t result = 0;
+  for (int32_t interface = 0; interface < kWordPorts && result == 0; ++interface) {
+    if ((interfaces >> interface & 1u) != 0)
+      result = rtk_vlan_port_del(unit, vid, adp_intf_2_phy_id(interface));
+  }
+  return result;
+}
+
+constexpr user_pbmp_t one_word(uint32_t mask) {
+  return {{mask}};
+}
+
+}  // namespace
+
+int32_t user_vlan_port_add(uint32_t, uint32_t unit, uint32_t vid, const user_pbmp_t *ports,
+                           uint32_t untagged) {
+  return walk_sum(
+      ports, [=](int32_t port) { return rtk_vlan_port_add(unit, vid_of(vid), port, untagged); });
+}
+
+int32_t user_vlan_port_addEx(uint32_t, uint32_t unit, uint32_t first, uint32_t last,
+                             const user_pbmp_t *tagged, const user_pbmp_t *untagged) {
+  int32_t result = -1;
+  for (uint32_t vid = vid_of(first); vid <= vid_of(last); ++vid) {
+    result = add_ports(unit, vid, *tagged, *untagged);
+  }
+  return result;
+}
+
+int32_t user_vlan_port_remove(uint32_t, uint32_t unit, uint32_t vid, const user_pbmp_t *ports) {
+  return walk_sum(ports, [=](int32_t port) { return rtk_vlan_port_del(unit, vid_of(vid), port); });
+}
+
+int32_t user_vlan_port_removeEx(uint32_t, uint32_t unit, uint32_t first, uint32_t last,
+                                const user_pbmp_t *ports) {
+  const uint32_t interfaces = ports->word[0];
+  int32_t result = 0;
+  for (uint32_t vid = vid_of(first); vid <= vid_of(last) && result == 0; ++vid) {
+    result = remove_ports(unit, vid, interfaces);
+  }
+  return result;
+}
+
+int32_t user_vlan_port_set(uint32_t, uint32_t unit, uint32_t vid, const user_pbmp_t *member,
+                           const user_pbmp_t *untagged) {
+  const uint32_t members = member->word[0];
+  const uint32_t untag = untagged->word[0];
+  return rtk_vlan_port_set(unit, vid_of(vid), &members, &untag);
+}
+
+int32_t user_vlan_port_get(uint32_t, uint32_t unit, uint32_t vid, user_pbmp_t *member,
+                           user_pbmp_t *untagged) {
+  uint32_t members = 0;
+  uint32_t untag = 0;
+  const int32_t result = rtk_vlan_port_get(unit, vid_of(vid), &members, &untag);
+  *member = one_word(members);
+  *untagged = one_word(untag);
+  return result;
+}

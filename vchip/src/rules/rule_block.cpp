@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "rules/rule_block.h"
+
+#include <atomic>
+
+namespace vchip {
+
+void RuleBlock::reset() {
+  for (Rule &rule : rules_) rule = {};
+}
+
+void RuleBlock::add(uint32_t place, const RuleArea &area) {
+  rules_[place].area = area;
+  std::atomic_ref<uint32_t>(rules_[place].exists).store(1, std::memory_order_release);
+}
+
+void RuleBlock::remove(uint32_t place) {
+  std::atomic_ref<uint32_t>(rules_[place].exists).exchange(0);
+}
+
+void RuleBlock::each_rule(
+    const std::function<void(const EntityKind &, uint32_t, const RuleArea &)> &visit) const {
+  for (const EntityKind &kind : kEntityKinds)
+    for (uint32_t index = 0; index < kind.limit; ++index)
+      if (has(kind.first + index)) visit(kind, index, rules_[kind.first + index].area);
+}
+
+}  // namespace vchip

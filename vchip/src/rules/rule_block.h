@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The adapter's rules. They belong to the board, not to a unit.
+#ifndef VCHIP_RULES_RULE_BLOCK_H
+#define VCHIP_RULES_RULE_BLOCK_H
+
+#include <functional>
+
+#include "rules/rule_kinds.h"
+
+namespace vchip {
+
+class Dump;
+
+class RuleBlock {
+ public:
+  static constexpr uint32_t kLayout = 1;
+  void reset();
+  void repair() {}  // a rule is not there while it is written
+  void dump(const char *name, Dump &board) const;
+
+  bool has(uint32_t place) const { return rules_[place].exists != 0; }
+  void add(uint32_t place, const RuleArea &area);
+  void remove(uint32_t place);
+  // By kind, then by index.
+  void each_rule(
+      const std::function<void(const EntityKind &, uint32_t, const RuleArea &)> &visit) const;
+
+ private:
+  struct Rule {
+    uint32_t exists;
+    RuleArea area;
+  };
+  Rule rules_[kRules];
+};
+
+}  // namespace vchip
+
+#endif
