@@ -24,6 +24,14 @@ mkdir "$work/pkgconfig"
 "$cc" -std=c99 -Wall -Wextra -Werror "$source_dir/examples/port_status.c" \
   -o "$work/pkgconfig/port_status" $flags -Wl,-rpath,"$libdir"
 
+# The program that the README shows.
+sed -n '/^```c$/,/^```$/p' "$source_dir/README.md" | sed '/^```/d' >"$work/readme.c"
+# shellcheck disable=SC2086
+"$cc" -std=c99 -Wall -Wextra -Werror "$work/readme.c" -o "$work/readme" $flags \
+  -Wl,-rpath,"$libdir"
+said=$("${emulator[@]}" "$work/readme")
+[ "$said" = "interface 3 is down" ] || { echo "consumer: the README's program said: $said"; exit 1; }
+
 toolchain=()
 if [ ${#emulator[@]} -gt 0 ]; then
   toolchain=(--toolchain "$source_dir/cmake/mips-linux-gnu.cmake")
