@@ -29,6 +29,7 @@ static void touch_globals(void) {
 int main(void) {
   touch_globals();
   call_frame();
+  call_kmsg();
   call_l2();
   call_mcast();
   call_port();

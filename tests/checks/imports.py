@@ -19,6 +19,9 @@ LIBC = {
     # comparing addresses
     "memcmp",
     "__printf_chk", "__fprintf_chk", "__snprintf_chk",
+    # the kernel channel: its socket, the messages, the table's mutex
+    "socket", "bind", "sendmsg", "select", "recvmsg", "close", "perror", "malloc", "calloc", "free",
+    "getpid", "pthread_self", "pthread_mutex_lock", "pthread_mutex_unlock",
     # every shared library
     "__cxa_finalize", "__gmon_start__", "__stack_chk_fail", "__stack_chk_guard",
     "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable",

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// The system calls and the memory of the kernel channel, played by the test:
+// what each call answers is set beforehand, and what was called is written
+// down. The linker puts these in place of the real ones (--wrap).
+#ifndef SWCTL_TESTS_KMSG_SCRIPTED_WORLD_H
+#define SWCTL_TESTS_KMSG_SCRIPTED_WORLD_H
+
+#include <deque>
+#include <map>
+
+#include "support/library_test.h"
+
+namespace kmsg_test {
+
+using Bytes = std::vector<uint8_t>;
+using swctl_test::Lines;
+using swctl_test::Printed;
+
+// Every call answers its result, or -1 with the error if there is one.
+struct World {
+  int next_descriptor = 70;
+  int socket_error = 0;
+  int bind_error = 0;
+  int send_error = 0;
+  int receive_error = 0;
+  int select_result = 1;
+  int select_error = 0;
+  std::deque<Bytes> replies;  // one that is empty is the end of the socket
+  uintptr_t identity = 0x1234;
+  int pid = 77;
+  uint8_t memory = 0xA5;  // what fresh memory holds
+  bool out_of_memory = false;
+
+  Bytes sent;  // the last datagram
+  std::map<void *, size_t> allocated;
+  Lines calls;
+  bool playing = false;
+};
+World &world();
+
+struct Observed {
+  Printed printed;
+  Lines calls;
+};
+
+// Runs `function` in the world.
+template <typename Function>
+Observed observe(Function function) {
+  Observed observed;
+  world().calls.clear();
+  observed.printed = swctl_test::printed_by([&] {
+    world().playing = true;
+    function();
+    world().playing = false;
+  });
+  observed.calls = world().calls;
+  return observed;
+}
+
+// The calls but those of memory and mutex.
+Lines system_calls(const Lines &calls);
+
+// A fresh world over an empty table that was not cleared yet.
+class KmsgTest : public testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+};
+
+// Ends in a child process: 0 if the work came to its end, SIGALRM if it had to
+// be ended because it hangs. Several may be started before the first is asked.
+class Child {
+ public:
+  template <typename Work>
+  explicit Child(Work work) : process_(split()) {
+    if (process_ == 0) {
+      work();
+      leave();
+    }
+  }
+  int signal();
+
+ private:
+  static int split();
+  [[noreturn]] static void leave();
+  int process_;
+};
+
+// Numbers as the channel lays them down: in the order of the host.
+Bytes half_word(uint16_t number);
+Bytes word(uint32_t number);
+Bytes operator+(Bytes left, const Bytes &right);
+Bytes header(uint16_t id, uint16_t direction, uint16_t type, uint16_t reserved, uint32_t length);
+Bytes zeros(size_t count);
+Bytes bytes_at(const void *address, size_t count);
+
+}  // namespace kmsg_test
+
+#endif
