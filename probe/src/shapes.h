@@ -9,6 +9,7 @@
 #include <swctl/platform/vlan_records.h>
 
 #include "shape.h"
+#include "shapes_field.h"
 
 namespace swprobe {
 

@@ -20,8 +20,9 @@ using vchip_test::Subjects;
 const Subjects &subjects() {
   static const Subjects all = [] {
     Subjects joined;
-    for (const Subjects *family : {&vchip_test::frame_subjects(), &vchip_test::l2_subjects(),
-                                   &vchip_test::port_subjects(), &vchip_test::vlan_subjects()})
+    for (const Subjects *family :
+         {&vchip_test::acl_subjects(), &vchip_test::frame_subjects(), &vchip_test::l2_subjects(),
+          &vchip_test::port_subjects(), &vchip_test::vlan_subjects()})
       joined.insert(joined.end(), family->begin(), family->end());
     return joined;
   }();

@@ -36,6 +36,7 @@ struct Subject {
 
 using Subjects = std::vector<Subject>;
 
+const Subjects &acl_subjects();
 const Subjects &frame_subjects();
 const Subjects &l2_subjects();
 const Subjects &port_subjects();

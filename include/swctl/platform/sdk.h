@@ -10,6 +10,7 @@
 #ifndef SWCTL_PLATFORM_SDK_H
 #define SWCTL_PLATFORM_SDK_H
 
+#include <swctl/platform/field_records.h>
 #include <swctl/platform/l2_records.h>
 #include <swctl/platform/vlan_records.h>
 #include <swctl/types.h>

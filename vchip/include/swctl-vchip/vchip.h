@@ -27,6 +27,12 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_CPU_PORT 28
 /** Logical interface of the CPU port. */
 #define VCHIP_CPU_INTERFACE 0
+/** Access-control rules of a unit, numbered from 0. */
+#define VCHIP_ACL_RULES 1536
+/** Counters of packets and bytes for rules. */
+#define VCHIP_ACL_COUNTERS 1536
+/** Meters. */
+#define VCHIP_METERS 256
 /** What the adapter answers for a number that is on no interface or port. */
 #define VCHIP_NO_INTERFACE (-1)
 
@@ -53,6 +59,7 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_DUPLICATE (-1043) /**< the rule has such a qualifier or action already */
 #define VCHIP_E_RULE_EXISTS (-1044) /**< there is such a rule already */
 #define VCHIP_E_NO_RULE (-1045)     /**< there is no such rule */
+#define VCHIP_E_FIELD (-1051)       /**< a rule has no such match field */
 /** @} */
 
 /** What creating a VLAN that exists answers: positive, the VLAN stays as it is. */
@@ -178,6 +185,17 @@ SWCTL_API int32_t vchip_l2_mark(uint32_t unit, uint32_t vid, const uint8_t *mac,
  * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_IMAGE
  */
 SWCTL_API int32_t vchip_time_pass(uint32_t unit, uint32_t seconds);
+
+/**
+ * @brief Lets rules that count on a counter match packets.
+ * @param counter counter, 0 to 1535
+ * @param packets added to its packets
+ * @param bytes   added to its bytes
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_INDEX for another counter,
+ *         ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_acl_count(uint32_t unit, uint32_t counter, uint64_t packets,
+                                  uint64_t bytes);
 
 /**
  * @brief Switches the platform's operation trace on or off.

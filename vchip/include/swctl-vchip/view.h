@@ -12,6 +12,7 @@
 #ifndef SWCTL_VCHIP_VIEW_H
 #define SWCTL_VCHIP_VIEW_H
 
+#include <swctl-vchip/acl_view.h>
 #include <swctl-vchip/defaults_view.h>
 #include <swctl-vchip/l2_view.h>
 #include <swctl-vchip/rule_view.h>

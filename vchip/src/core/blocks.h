@@ -13,6 +13,9 @@
 #ifndef VCHIP_CORE_BLOCKS_H
 #define VCHIP_CORE_BLOCKS_H
 
+#include "acl/acl_block.h"
+#include "acl/counter_block.h"
+#include "acl/meter_block.h"
 #include "l2/group_block.h"
 #include "l2/l2_block.h"
 #include "port/port_block.h"
@@ -24,6 +27,9 @@
 
 //     type         member and name in a dump
 #define VCHIP_BLOCKS(BLOCK)       \
+  BLOCK(AclBlock, acl)            \
+  BLOCK(MeterBlock, meter)        \
+  BLOCK(CounterBlock, acl_count)  \
   BLOCK(PortBlock, port)          \
   BLOCK(SwitchBlock, switch_wide) \
   BLOCK(RateBlock, rate)          \
