@@ -3,15 +3,130 @@
  * @file field.h
  * @brief The field processor: access-control rules, meters and counters.
  *
- * The laws in frame.h hold throughout.
+ * An entry of the generic interface is a rule of the chip: the entry's number
+ * is the rule's index and goes to the SDK unchanged. Nothing about rules is
+ * kept in the library. The usual order is user_field_init() once, then for
+ * each rule its qualifiers (field_qualify.h) and actions (field_action.h), and
+ * at last user_field_entry_install().
+ *
+ * The laws in frame.h hold throughout: leading argument ignored, then the
+ * unit. No unit and no rule is checked here; the SDK refuses what it does not
+ * have. The second argument of the SDK's rule calls is always 0, the chip's
+ * rule table.
  */
 #ifndef SWCTL_FIELD_H
 #define SWCTL_FIELD_H
 
+#include <swctl/field_action.h>
+#include <swctl/field_qualify.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS
 
+/** The one action that makes user_field_lookupMissAct_set() ask for 1. */
+#define USER_FIELD_MISS_ACTION 40u
+
+/**
+ * @brief Prepares a unit's rule table: templates, selectors and double entries.
+ *
+ * Meant to run once before rules are written; running it again writes the same
+ * values. Makes these calls, in this order:
+ * 1. rtk_acl_template_set(unit, 5, ...) with the field types
+ *    1, 2, 11, 14, 15, 16, 23, 24, 31, 33, 34, 0, then
+ *    rtk_acl_template_set(unit, 6, ...) with
+ *    1, 2, 14, 5, 6, 7, 15, 16, 11, 34, 0, 0;
+ * 2. rtk_acl_templateSelector_set(unit, selector, words...), results ignored:
+ *    10 and 11 with 0, 1, 0;
+ * 3. rules 1280 to 1535 are joined in pairs;
+ * 4. selectors 7 (5, 0, 0), 6 (0, 0, 0), 5 (6, 0, 0), 8 and 9 (4, 3, 0);
+ * 5. rules 1024 to 1279 are joined in pairs;
+ * 6. selectors 4 and 3 (5, 0, 0), 0 and 1 (4, 3, 0);
+ * 7. rules 0 to 255 are joined in pairs.
+ *
+ * Selector 2 and the rules 256 to 1023 are left alone. A pair is an even rule
+ * and the next one. It is made with rtk_acl_ruleEntryField_write(unit, 0,
+ * rule, 0, ...) for both, data 0 and 1 under the mask 3, results ignored, then
+ * rtk_acl_ruleOperation_set(unit, 0, even rule, {0, 1, 0}).
+ *
+ * A failed template or operation ends the function. It then prints
+ * "%s:[%05d] call api failed, ret=%d \n" with "user_field_init", the number
+ * of the place and the result: 283 for template 5, 317 for template 6, and for
+ * an operation 368, 460 or 534 by block, in the order above.
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @return 0, or the first negative result of a template or an operation
+ */
+SWCTL_API int32_t user_field_init(uint32_t lead, uint32_t unit);
+
+/**
+ * @brief Puts a rule into effect.
+ *
+ * Passes through to rtk_acl_ruleValidate_set(unit, 0, rule, 1).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param rule rule index
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_field_entry_install(uint32_t lead, uint32_t unit, int32_t rule);
+
+/**
+ * @brief Deletes a rule.
+ *
+ * Calls rtk_acl_rule_del(unit, 0, {rule, rule}).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param rule rule index
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_field_entry_destroy(uint32_t lead, uint32_t unit, int32_t rule);
+
+/**
+ * @brief Chooses the template of a rule.
+ *
+ * Calls rtk_acl_ruleEntryField_write(unit, 0, rule, 0, ...) with one data byte
+ * and the mask byte 0xFF.
+ *
+ * @param lead           ignored
+ * @param unit           switch unit
+ * @param rule           rule index
+ * @param template_index template; its low 8 bits are the data byte
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_field_set_select_tempate_idx(uint32_t lead, uint32_t unit, int32_t rule,
+                                                    uint32_t template_index);
+
+/**
+ * @brief Joins a rule with the next one into a double entry.
+ *
+ * Calls rtk_acl_ruleEntryField_write(unit, 0, ...) for field 0 of rule with
+ * data 0 and of rule + 1 with data 1, both under the mask 0xFF, results
+ * ignored, then rtk_acl_ruleOperation_set(unit, 0, rule, {0, 1, 0}). If that
+ * answers anything but 0, it prints "%s:[%05d] call api failed, ret=%d \n"
+ * with "user_field_set_double_entry", 2061 and the result.
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param rule first rule of the pair
+ * @return the result of rtk_acl_ruleOperation_set()
+ */
+SWCTL_API int32_t user_field_set_double_entry(uint32_t lead, uint32_t unit, int32_t rule);
+
+/**
+ * @brief What becomes of a frame that no rule matches.
+ *
+ * Calls rtk_acl_lookupMissAct_set(unit, target, ...).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param target handed to the SDK unchanged
+ * @param action ::USER_FIELD_MISS_ACTION asks the SDK for 1, any other for 0
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_field_lookupMissAct_set(uint32_t lead, uint32_t unit, uint32_t target,
+                                               uint32_t action);
 /**
  * @name Fixed result 0
  * Each ignores its arguments, calls nothing, writes nothing and returns 0.

@@ -20,6 +20,7 @@ void expect_true(const char *what, int is_true);
 
 enum { lead = 1, unit = 1, port = 24 };
 
+void call_field(void);
 void call_frame(void);
 void call_kmsg(void);
 void call_l2(void);

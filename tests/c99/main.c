@@ -28,6 +28,7 @@ static void touch_globals(void) {
 
 int main(void) {
   touch_globals();
+  call_field();
   call_frame();
   call_kmsg();
   call_l2();
