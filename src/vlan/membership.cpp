@@ -29,22 +29,36 @@ int32_t walk_sum(const user_pbmp_t *ports, Call call) {
   return static_cast<int32_t>(sum);
 }
 
+// The interfaces of a bitmap, found once for all VLANs of a range.
+class Interfaces {
+ public:
+  explicit Interfaces(const user_pbmp_t &ports) {
+    each_port(ports,
+              [this](int32_t interface) { number_[count_++] = static_cast<uint8_t>(interface); });
+  }
+  // The mask of their chip ports; the adapter is asked for each.
+  uint32_t chip_ports() const {
+    uint32_t mask = 0;
+    for (uint32_t place = 0; place < count_; ++place)
+      mask |= port_bit(adp_intf_2_phy_id(number_[place]));
+    return mask;
+  }
+
+ private:
+  uint32_t count_ = 0;
+  uint8_t number_[USER_PBMP_WORDS * kWordPorts];
+};
+
 // Adds the ports to what the VLAN has; the untagged ones come last and win.
-int32_t add_ports(uint32_t unit, uint32_t vid, const user_pbmp_t &tagged,
-                  const user_pbmp_t &untagged) {
+int32_t add_ports(uint32_t unit, uint32_t vid, const Interfaces &tagged,
+                  const Interfaces &untagged) {
   uint32_t member = 0;
   uint32_t untag = 0;
   rtk_vlan_port_get(unit, vid, &member, &untag);
-  each_port(tagged, [&](int32_t interface) {
-    const uint32_t bit = port_bit(adp_intf_2_phy_id(interface));
-    member |= bit;
-    untag &= ~bit;
-  });
-  each_port(untagged, [&](int32_t interface) {
-    const uint32_t bit = port_bit(adp_intf_2_phy_id(interface));
-    member |= bit;
-    untag |= bit;
-  });
+  const uint32_t with_tag = tagged.chip_ports();
+  const uint32_t without_tag = untagged.chip_ports();
+  member |= with_tag | without_tag;
+  untag = (untag & ~with_tag) | without_tag;
   return rtk_vlan_port_set(unit, vid, &member, &untag);
 }
 
@@ -71,9 +85,11 @@ int32_t user_vlan_port_add(uint32_t, uint32_t unit, uint32_t vid, const user_pbm
 
 int32_t user_vlan_port_addEx(uint32_t, uint32_t unit, uint32_t first, uint32_t last,
                              const user_pbmp_t *tagged, const user_pbmp_t *untagged) {
+  const Interfaces with_tag(*tagged);
+  const Interfaces without_tag(*untagged);
   int32_t result = -1;
   for (uint32_t vid = vid_of(first); vid <= vid_of(last); ++vid) {
-    result = add_ports(unit, vid, *tagged, *untagged);
+    result = add_ports(unit, vid, with_tag, without_tag);
   }
   return result;
 }

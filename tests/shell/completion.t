@@ -4,6 +4,7 @@ What completion offers.
 
   $ swctl -complete 1 swctl ""
   port
+  vlan
   version
   help
   $ swctl -complete 1 swctl po

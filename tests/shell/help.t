@@ -12,6 +12,7 @@ Help at every level.
   
   Objects:
     port     Ports: link, speed, duplex, medium, loopback
+    vlan     VLANs: ports, defaults, rules, translation
     version  Show the version and the library files in use
     help     Say what may come next, here and behind every word
   
@@ -77,5 +78,5 @@ It may be asked for in several ways:
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: port, version, help
+  swctl: unknown word "prot", expected one of: port, vlan, version, help
   [1]

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "chip/vlans.h"
+
+#include <swctl/platform/adapter.h>
+#include <swctl/platform/sdk.h>
+#include <swctl/vlan.h>
+
+#include <algorithm>
+
+#include "chip/ports.h"
+#include "chip/sentence.h"
+#include "fault.h"
+#include "number_list.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr uint32_t kWordBits = 32;
+
+void add_to(user_pbmp_t &map, int64_t port) {
+  const auto bit = static_cast<uint32_t>(port);
+  map.word[bit / kWordBits] |= 1u << (bit % kWordBits);
+}
+
+// The interfaces of the chip ports in the first word, rising.
+std::vector<int64_t> interfaces_in(uint32_t mask) {
+  std::vector<int64_t> interfaces;
+  for (int32_t port = 0; port < static_cast<int32_t>(kWordBits); ++port) {
+    if ((mask >> port & 1u) == 0) continue;
+    const int32_t interface = adp_phy_2_intf_id(port);
+    if (interface >= 0) interfaces.push_back(interface);
+  }
+  std::sort(interfaces.begin(), interfaces.end());
+  return interfaces;
+}
+
+}  // namespace
+
+std::optional<Vlan> read_vlan(const Context &context, int64_t vid) {
+  user_pbmp_t member;
+  user_pbmp_t untagged;
+  const auto id = static_cast<uint32_t>(vid);
+  if (user_vlan_port_get(kLead, context.unit, id, &member, &untagged) != 0) return std::nullopt;
+  const uint32_t untag = member.word[0] & untagged.word[0];
+  return Vlan{vid, interfaces_in(member.word[0] & ~untag), interfaces_in(untag)};
+}
+
+std::vector<Vlan> read_vlans(const Context &context) {
+  uint16_t vid = 0;
+  check_vlan(user_vlan_default_get(kLead, context.unit, &vid), "user_vlan_default_get",
+             "unit " + std::to_string(context.unit));
+  std::vector<Vlan> all;
+  for (int64_t each = kFirstVlan; each <= kLastVlan; ++each) {
+    if (std::optional<Vlan> vlan = read_vlan(context, each)) all.push_back(std::move(*vlan));
+  }
+  return all;
+}
+
+std::vector<Vlan> vlans_of(const Context &context, const std::vector<int64_t> &vids) {
+  std::vector<Vlan> all;
+  std::vector<int64_t> absent;
+  for (const int64_t vid : vids) {
+    std::optional<Vlan> vlan = read_vlan(context, vid);
+    if (vlan) {
+      all.push_back(std::move(*vlan));
+    } else {
+      absent.push_back(vid);
+    }
+  }
+  if (absent.empty()) return all;
+  const std::string list = number_list_text(absent);
+  throw CommandError(wrong_usage("there is no VLAN " + list, list));
+}
+
+int64_t read_pvid(const Context &context, int64_t interface) {
+  uint32_t pvid = 0;
+  check_vlan(rtk_vlan_portPvid_get(context.unit, port_of(interface).chip, &pvid),
+             "rtk_vlan_portPvid_get", "port " + std::to_string(interface));
+  return pvid;
+}
+
+std::vector<VlanRange> ranges_of(const std::vector<int64_t> &vids) {
+  std::vector<VlanRange> ranges;
+  for (const int64_t each : vids) {
+    const auto vid = static_cast<uint32_t>(each);
+    if (ranges.empty() || ranges.back().last + 1 != vid) ranges.push_back({vid, vid});
+    ranges.back().last = vid;
+  }
+  return ranges;
+}
+
+user_pbmp_t interface_bitmap(const std::vector<int64_t> &interfaces) {
+  user_pbmp_t map = {};
+  for (const Port &port : ports_of(interfaces)) add_to(map, port.interface);
+  return map;
+}
+
+user_pbmp_t chip_bitmap(const std::vector<int64_t> &interfaces) {
+  user_pbmp_t map = {};
+  for (const Port &port : ports_of(interfaces)) add_to(map, port.chip);
+  return map;
+}
+
+void check_vlan(int32_t result, const char *function, const std::string &subject) {
+  if (result >= 0) return;
+  const std::optional<std::string> sentence = result_sentence(result);
+  const std::string code = "result " + std::to_string(result);
+  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
+  throw CommandError({kRefused,
+                      "",
+                      std::string(function) + " refused " + subject + ": " + reason,
+                      subject,
+                      {},
+                      Refusal{function, 0, result, sentence}});
+}
+
+}  // namespace swsh

@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/vlan.h>
+
+#include "chip/ports.h"
+#include "chip/vlans.h"
+#include "fault.h"
+#include "number_list.h"
+#include "objects/registry.h"
+#include "objects/vlan_rule.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+std::vector<int64_t> ports_given(const Arguments &arguments, const char *keyword) {
+  return arguments.has(keyword) ? arguments.numbers(keyword) : std::vector<int64_t>{};
+}
+
+std::string subject_of(const VlanRange &range) {
+  const std::string first = std::to_string(range.first);
+  return range.first == range.last ? "VLAN " + first
+                                   : "VLANs " + first + '-' + std::to_string(range.last);
+}
+
+bool contains(const std::vector<int64_t> &numbers, int64_t number) {
+  for (const int64_t each : numbers)
+    if (each == number) return true;
+  return false;
+}
+
+// Every port of the line, tagged and untagged. A port in both lists is refused
+// before anything is changed; the chip would take it as untagged.
+struct Members {
+  user_pbmp_t tagged;
+  user_pbmp_t untagged;
+};
+
+void expect_apart(const Arguments &arguments) {
+  for (const int64_t port : ports_given(arguments, "tagged")) {
+    if (!contains(ports_given(arguments, "untagged"), port)) continue;
+    const std::string number = std::to_string(port);
+    throw CommandError(wrong_usage("port " + number + " is both tagged and untagged", number));
+  }
+}
+
+Members members_of(const Arguments &arguments) {
+  expect_apart(arguments);
+  return {interface_bitmap(ports_given(arguments, "tagged")),
+          interface_bitmap(ports_given(arguments, "untagged"))};
+}
+
+void add_members(const Context &context, const VlanRange &range, const Members &members) {
+  // One VLAN at a time: the library answers for the last one only.
+  for (uint32_t vid = range.first; vid <= range.last; ++vid) {
+    check_vlan(
+        user_vlan_port_addEx(kLead, context.unit, vid, vid, &members.tagged, &members.untagged),
+        "user_vlan_port_addEx", subject_of({vid, vid}));
+  }
+}
+
+Record vlan_record(const Vlan &vlan) {
+  return Record().add("vlan", vlan.vid).add("tagged", vlan.tagged).add("untagged", vlan.untagged);
+}
+
+// What a port has to do with VLANs: a line per VLAN that it is a member of.
+Answer show_port(const Context &context, int64_t interface, const std::vector<Vlan> &vlans) {
+  const int64_t pvid = read_pvid(context, interface);
+  Answer answer = {Shape::table, {}, ""};
+  for (const Vlan &vlan : vlans) {
+    const bool tagged = contains(vlan.tagged, interface);
+    if (!tagged && !contains(vlan.untagged, interface)) continue;
+    const bool is_default = vlan.vid == pvid;
+    answer.records.push_back(Record()
+                                 .add("port", interface)
+                                 .add("vlan", vlan.vid)
+                                 .add("tagged", tagged, tagged ? "yes" : "no")
+                                 .add("pvid", is_default, is_default ? "yes" : "no"));
+  }
+  return answer;
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  const bool chosen = arguments.has("VLANS");
+  const std::vector<Vlan> vlans =
+      chosen ? vlans_of(context, arguments.numbers("VLANS")) : read_vlans(context);
+  if (arguments.has("port")) return show_port(context, arguments.number("port"), vlans);
+  Answer answer = {Shape::table, {}, ""};
+  for (const Vlan &vlan : vlans) answer.records.push_back(vlan_record(vlan));
+  return answer;
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  const Members members = members_of(arguments);
+  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
+    check_vlan(user_vlan_createEx(kLead, context.unit, range.first, range.last),
+               "user_vlan_createEx", subject_of(range));
+    if (arguments.has("tagged") || arguments.has("untagged")) add_members(context, range, members);
+  }
+  return {};
+}
+
+Answer remove(const Arguments &arguments, const Context &context) {
+  vlans_of(context, arguments.numbers("VLANS"));
+  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
+    check_vlan(user_vlan_destroyEx(kLead, context.unit, range.first, range.last),
+               "user_vlan_destroyEx", subject_of(range));
+  }
+  return {};
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  expect_apart(arguments);
+  const user_pbmp_t untagged = chip_bitmap(ports_given(arguments, "untagged"));
+  user_pbmp_t member = chip_bitmap(ports_given(arguments, "tagged"));
+  member.word[0] |= untagged.word[0];
+  for (const Vlan &vlan : vlans_of(context, arguments.numbers("VLANS"))) {
+    const auto vid = static_cast<uint32_t>(vlan.vid);
+    check_vlan(user_vlan_port_set(kLead, context.unit, vid, &member, &untagged),
+               "user_vlan_port_set", subject_of({vid, vid}));
+  }
+  return {};
+}
+
+Answer add_ports(const Arguments &arguments, const Context &context) {
+  const Members members = members_of(arguments);
+  vlans_of(context, arguments.numbers("VLANS"));
+  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS")))
+    add_members(context, range, members);
+  return {};
+}
+
+Answer remove_ports(const Arguments &arguments, const Context &context) {
+  const user_pbmp_t ports = interface_bitmap(arguments.numbers("PORTS"));
+  vlans_of(context, arguments.numbers("VLANS"));
+  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
+    check_vlan(user_vlan_port_removeEx(kLead, context.unit, range.first, range.last, &ports),
+               "user_vlan_port_removeEx", subject_of(range));
+  }
+  return {};
+}
+
+bool all_ports_have(const Context &context, int64_t vid) {
+  for (const Port &port : front_ports())
+    if (read_pvid(context, port.interface) != vid) return false;
+  return true;
+}
+
+Answer show_default(const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const Port &port : front_ports()) {
+    answer.records.push_back(
+        Record().add("port", port.interface).add("pvid", read_pvid(context, port.interface)));
+  }
+  return answer;
+}
+
+// The library's walk does not know where the board ends. Whether a refusal was
+// only that, the ports themselves can say.
+Answer set_or_show_default(const Arguments &arguments, const Context &context) {
+  if (!arguments.has("VLAN")) return show_default(context);
+  const int64_t vid = arguments.number("VLAN");
+  const int32_t result = user_vlan_default_set(kLead, context.unit, static_cast<uint32_t>(vid));
+  if (result >= 0 || all_ports_have(context, vid)) return {};
+  check_vlan(result, "user_vlan_default_set", "VLAN " + std::to_string(vid));
+  return {};
+}
+
+Parameter vlans(bool required) {
+  return {.name = "VLANS",
+          .type = numbers(kFirstVlan, kLastVlan),
+          .help = "VLAN IDs",
+          .required = required};
+}
+
+Parameter port_list(const char *keyword, const char *help) {
+  return {.name = keyword, .type = interface_list(0), .help = help};
+}
+
+std::vector<Parameter> member_lists() {
+  return {port_list("tagged", "Ports that send its frames with a tag"),
+          port_list("untagged", "Ports that send its frames without a tag")};
+}
+
+Node show_command() {
+  return {
+      .name = "show",
+      .help = "Show VLANs and their ports",
+      .positional = {vlans(false)},
+      .keywords = {{.name = "port",
+                    .type = interface_number(),
+                    .help = "Only this port: its VLANs, tagged or not, and its default"}},
+      .details = "Without VLANS, every VLAN of the chip. Port 0 is the CPU.\n",
+      .run = show,
+  };
+}
+
+Node change_command(const char *name, const char *help, Handler run, const char *details) {
+  return {
+      .name = name,
+      .help = help,
+      .positional = {vlans(true)},
+      .keywords = member_lists(),
+      .details = details,
+      .run = run,
+  };
+}
+
+Node port_commands() {
+  Node add_command = change_command("add", "Add ports to VLANs that exist", add_ports,
+                                    "Ports that are members already change over.\n");
+  add_command.needs_keyword = true;
+  return {
+      .name = "port",
+      .help = "Ports of VLANs",
+      .children = {std::move(add_command),
+                   {.name = "del",
+                    .help = "Take ports out of VLANs",
+                    .positional = {vlans(true),
+                                   {.name = "PORTS",
+                                    .type = interface_list(0),
+                                    .help = "Ports to take out",
+                                    .required = true}},
+                    .run = remove_ports}},
+  };
+}
+
+Node default_command() {
+  return {
+      .name = "default",
+      .help = "Show or set the default VLAN of all ports",
+      .positional = {{.name = "VLAN",
+                      .type = number(kFirstVlan, kLastVlan),
+                      .help = "VLAN that frames without a tag get"}},
+      .details = "Without VLAN, the default VLAN of each port.\n",
+      .run = set_or_show_default,
+  };
+}
+
+}  // namespace
+
+Node vlan_object() {
+  return {
+      .name = "vlan",
+      .help = "VLANs: ports, defaults, rules, translation",
+      .children =
+          {
+              show_command(),
+              change_command("add", "Create VLANs and add ports to them", add,
+                             "VLANs that exist stay as they are but for the ports named.\n"),
+              {.name = "del",
+               .help = "Destroy VLANs",
+               .positional = {vlans(true)},
+               .details = "Every VLAN is looked up before the first one is destroyed.\n",
+               .run = remove},
+              change_command("set", "Replace the ports of VLANs", set,
+                             "Ports that are not named are no longer members.\n"),
+              port_commands(),
+              default_command(),
+              vlan_rule_commands(),
+              vlan_translate_commands(),
+          },
+  };
+}
+
+}  // namespace swsh

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: MIT
+// Rules that choose the VLAN of frames. The adapter keeps them and offers no
+// way to read them back, nor does it tell whether it took one.
+#include "objects/vlan_rule.h"
+
+#include <swctl/vlan.h>
+
+#include <array>
+#include <charconv>
+#include <optional>
+
+#include "chip/ports.h"
+#include "chip/vlans.h"
+#include "fault.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr uint32_t kUnused = 0;
+constexpr int kDecimal = 10;
+constexpr int kHexadecimal = 16;
+
+// `count` numbers with `separator` between them, each at most 255.
+template <size_t count>
+std::optional<std::array<uint8_t, count>> parse_bytes(const std::string &word, char separator,
+                                                      int base) {
+  std::array<uint8_t, count> bytes = {};
+  const char *at = word.data();
+  const char *end = at + word.size();
+  for (size_t index = 0; index < count; ++index) {
+    if (index > 0 && (at == end || *at++ != separator)) return std::nullopt;
+    const auto [stop, error] = std::from_chars(at, end, bytes[index], base);
+    if (error != std::errc()) return std::nullopt;
+    at = stop;
+  }
+  if (at != end) return std::nullopt;
+  return bytes;
+}
+
+CommandError bad_word(const std::string &word, const char *expected) {
+  return CommandError(wrong_usage("bad value " + quoted(word), word, {expected}));
+}
+
+using Mac = std::array<uint8_t, 6>;
+
+Mac mac_of(const Arguments &arguments, const char *name) {
+  const std::string &word = arguments.word(name);
+  const auto mac = parse_bytes<6>(word, ':', kHexadecimal);
+  if (!mac) throw bad_word(word, "a MAC address such as 02:00:5e:00:00:01");
+  return *mac;
+}
+
+Mac mac_mask_of(const Arguments &arguments) {
+  constexpr Mac kWhole = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+  return arguments.has("mask") ? mac_of(arguments, "mask") : kWhole;
+}
+
+// 192.0.2.0/24; without a length, one address.
+struct Subnet {
+  uint32_t address = 0;
+  uint32_t mask = 0;
+};
+
+Subnet subnet_of(const Arguments &arguments) {
+  constexpr uint32_t kBits = 32;
+  const std::string &word = arguments.word("SUBNET");
+  const size_t slash = word.find('/');
+  const auto bytes = parse_bytes<4>(word.substr(0, slash), '.', kDecimal);
+  uint32_t length = kBits;
+  if (slash != std::string::npos) {
+    const auto parsed = parse_bytes<1>(word.substr(slash + 1), '/', kDecimal);
+    length = parsed ? (*parsed)[0] : kBits + 1;
+  }
+  if (!bytes || length > kBits) throw bad_word(word, "a subnet such as 192.0.2.0/24");
+  uint32_t address = 0;
+  for (const uint8_t byte : *bytes) address = address << 8 | byte;
+  return {address, length == 0 ? 0 : UINT32_MAX << (kBits - length)};
+}
+
+int32_t index_of(const Arguments &arguments) {
+  return static_cast<int32_t>(arguments.number("INDEX"));
+}
+
+uint32_t word_of(const Arguments &arguments, const char *name) {
+  return arguments.has(name) ? static_cast<uint32_t>(arguments.number(name)) : 0;
+}
+
+user_pbmp_t ports_of_rule(const Arguments &arguments) {
+  if (arguments.has("ports")) return interface_bitmap(arguments.numbers("ports"));
+  std::vector<int64_t> all;
+  for (const Port &port : front_ports()) all.push_back(port.interface);
+  return interface_bitmap(all);
+}
+
+Answer done(int32_t result, const char *function, const Arguments &arguments,
+            const char *what = "rule ") {
+  check_vlan(result, function, what + std::to_string(index_of(arguments)));
+  return {};
+}
+
+Answer add_translation(const Arguments &arguments, const Context &context) {
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(user_vlan_translate_add(kLead, context.unit, index_of(arguments), kUnused, &ports,
+                                      word_of(arguments, "from"), word_of(arguments, "to")),
+              "user_vlan_translate_add", arguments);
+}
+
+Answer add_double_tag(const Arguments &arguments, const Context &context) {
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(user_vlan_dtag_add(kLead, context.unit, index_of(arguments), kUnused, &ports,
+                                 word_of(arguments, "inner"), word_of(arguments, "outer"),
+                                 word_of(arguments, "priority")),
+              "user_vlan_dtag_add", arguments);
+}
+
+Answer add_mac(const Arguments &arguments, const Context &context) {
+  const Mac mac = mac_of(arguments, "MAC");
+  const Mac mask = mac_mask_of(arguments);
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(user_vlan_mac_add(kLead, context.unit, index_of(arguments), mac.data(), mask.data(),
+                                word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports),
+              "user_vlan_mac_add", arguments);
+}
+
+Answer add_voice(const Arguments &arguments, const Context &context) {
+  constexpr Mac kMakersPart = {0xFF, 0xFF, 0xFF, 0, 0, 0};
+  const Mac mac = mac_of(arguments, "MAC");
+  const Mac mask = arguments.has("mask") ? mac_of(arguments, "mask") : kMakersPart;
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(user_vlan_voice_oui_mac_add(kLead, context.unit, index_of(arguments), mac.data(),
+                                          mask.data(), word_of(arguments, "vlan"),
+                                          word_of(arguments, "priority"), &ports),
+              "user_vlan_voice_oui_mac_add", arguments);
+}
+
+Answer add_ip4(const Arguments &arguments, const Context &context) {
+  const Subnet subnet = subnet_of(arguments);
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(
+      user_vlan_ip4_add(kLead, context.unit, index_of(arguments), subnet.address, subnet.mask,
+                        word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports),
+      "user_vlan_ip4_add", arguments);
+}
+
+Answer add_protocol(const Arguments &arguments, const Context &context) {
+  const user_pbmp_t ports = ports_of_rule(arguments);
+  return done(user_port_protocol_vlan_add(
+                  kLead, context.unit, index_of(arguments), kUnused, &ports,
+                  word_of(arguments, "encapsulation"), word_of(arguments, "ethertype"),
+                  word_of(arguments, "vlan"), word_of(arguments, "priority")),
+              "user_port_protocol_vlan_add", arguments);
+}
+
+using Delete = int32_t (*)(uint32_t lead, uint32_t unit, int32_t index);
+
+template <Delete function>
+Answer delete_rule(const Arguments &arguments, const Context &context) {
+  function(kLead, context.unit, index_of(arguments));
+  return {};
+}
+
+// What the interface offers for reading answers -1, and so does this.
+Answer show(const Arguments &, const Context &context) {
+  check_vlan(user_vlan_translate_get(kLead, context.unit), "user_vlan_translate_get",
+             "to give the rules out");
+  return {};
+}
+
+Answer add_egress(const Arguments &arguments, const Context &context) {
+  const Port port = port_of(arguments.number("port"));
+  return done(
+      user_vlan_translate_egress_add(kLead, context.unit, word_of(arguments, "INDEX"), port.chip,
+                                     word_of(arguments, "from"), word_of(arguments, "to")),
+      "user_vlan_translate_egress_add", arguments, "entry ");
+}
+
+Answer delete_egress(const Arguments &arguments, const Context &context) {
+  return done(user_vlan_translate_egress_delete(kLead, context.unit, word_of(arguments, "INDEX")),
+              "user_vlan_translate_egress_delete", arguments, "entry ");
+}
+
+Answer init_ingress(const Arguments &, const Context &context) {
+  check_vlan(user_vlan_ingress_convert_block_mode_init(context.unit),
+             "user_vlan_ingress_convert_block_mode_init", "unit " + std::to_string(context.unit));
+  return {};
+}
+
+Parameter index_place(int64_t count) {
+  return {
+      .name = "INDEX", .type = number(0, count - 1), .help = "Place of the rule", .required = true};
+}
+
+Parameter vid_keyword(const char *name, const char *help) {
+  return {.name = name, .type = number(kFirstVlan, kLastVlan), .help = help, .required = true};
+}
+
+Parameter priority_keyword() {
+  return {.name = "priority", .type = number(0, 7), .help = "Priority that the frames get"};
+}
+
+Parameter text_place(const char *name, const char *help) {
+  return {.name = name, .type = text(), .help = help, .required = true};
+}
+
+Parameter mask_keyword() {
+  return {.name = "mask", .type = text(), .help = "Bits of the address that must match"};
+}
+
+Parameter ports_keyword() {
+  return {.name = "ports",
+          .type = interface_list(),
+          .help = "Ports that the frames come in on; all if not given"};
+}
+
+Parameter encapsulation_keyword() {
+  return {.name = "encapsulation",
+          .type = choice({{"ethernet", USER_ENCAPSULATION_ETHERNET, "Ethernet II"},
+                          {"llc", USER_ENCAPSULATION_LLC, "IEEE 802.2 LLC"},
+                          {"snap", USER_ENCAPSULATION_SNAP, "IEEE 802.2 SNAP"}}),
+          .help = "How the frame tells its protocol",
+          .required = true};
+}
+
+Parameter ethertype_keyword() {
+  return {.name = "ethertype",
+          .type = number(0, 0xFFFF),
+          .help = "The frame's protocol",
+          .required = true};
+}
+
+Node add_commands() {
+  const Parameter vlan = vid_keyword("vlan", "VLAN that the frames get");
+  return {
+      .name = "add",
+      .help = "Hand a rule to the adapter",
+      .children = {
+          {.name = "translation",
+           .help = "Tagged frames of one VLAN get another",
+           .positional = {index_place(USER_VLAN_TRANSLATE_RULES)},
+           .keywords = {vid_keyword("from", "VLAN of the received tag"),
+                        vid_keyword("to", "VLAN that the frames get"), ports_keyword()},
+           .run = add_translation},
+          {.name = "double-tag",
+           .help = "Tagged frames of one VLAN get an outer tag",
+           .positional = {index_place(USER_VLAN_DTAG_RULES)},
+           .keywords = {vid_keyword("inner", "VLAN of the received tag"),
+                        vid_keyword("outer", "VLAN of the outer tag"), priority_keyword(),
+                        ports_keyword()},
+           .run = add_double_tag},
+          {.name = "mac",
+           .help = "Untagged frames of a source MAC address",
+           .positional = {index_place(USER_VLAN_MAC_RULES), text_place("MAC", "Source address")},
+           .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
+           .run = add_mac},
+          {.name = "ip4",
+           .help = "Untagged frames of a source IPv4 subnet",
+           .positional = {index_place(USER_VLAN_IP4_RULES),
+                          text_place("SUBNET", "Source subnet, 192.0.2.0/24")},
+           .keywords = {vlan, priority_keyword(), ports_keyword()},
+           .run = add_ip4},
+          {.name = "voice",
+           .help = "Frames of telephones by the maker's part of their address",
+           .positional = {index_place(USER_VLAN_VOICE_RULES), text_place("MAC", "Source address")},
+           .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
+           .details = "Without a mask, the first three bytes must match.\n",
+           .run = add_voice},
+          {.name = "protocol",
+           .help = "Untagged frames of a protocol",
+           .positional = {index_place(USER_VLAN_PROTOCOL_RULES)},
+           .keywords = {vlan, encapsulation_keyword(), ethertype_keyword(), priority_keyword(),
+                        ports_keyword()},
+           .run = add_protocol},
+      }};
+}
+
+Node delete_command(const char *name, const char *help, int64_t count, Handler run) {
+  return {.name = name, .help = help, .positional = {index_place(count)}, .run = run};
+}
+
+Node delete_commands() {
+  return {.name = "del",
+          .help = "Take a rule away",
+          .children = {
+              delete_command("translation", "A translation rule", USER_VLAN_TRANSLATE_RULES,
+                             delete_rule<user_vlan_translate_delete>),
+              delete_command("double-tag", "A double-tagging rule", USER_VLAN_DTAG_RULES,
+                             delete_rule<user_vlan_dtag_delete>),
+              delete_command("mac", "A rule by MAC address", USER_VLAN_MAC_RULES,
+                             delete_rule<user_vlan_mac_delete>),
+              delete_command("ip4", "A rule by IPv4 subnet", USER_VLAN_IP4_RULES,
+                             delete_rule<user_vlan_ip4_delete>),
+              delete_command("voice", "A rule for telephones", USER_VLAN_VOICE_RULES,
+                             delete_rule<user_vlan_voice_oui_mac_delete>),
+              delete_command("protocol", "A rule by protocol", USER_VLAN_PROTOCOL_RULES,
+                             delete_rule<user_port_protocol_vlan_delete>),
+          }};
+}
+
+}  // namespace
+
+Node vlan_rule_commands() {
+  return {.name = "rule",
+          .help = "Rules that choose the VLAN of incoming frames",
+          .children = {{.name = "show",
+                        .help = "Say that rules cannot be read back",
+                        .details = "The adapter keeps the rules and does not give them out.\n",
+                        .run = show},
+                       add_commands(),
+                       delete_commands()}};
+}
+
+Node vlan_translate_commands() {
+  constexpr int64_t kAnyIndex = 0xFFFF;
+  return {.name = "translate",
+          .help = "Translation of VLAN IDs on the way out",
+          .children = {{.name = "add",
+                        .help = "Give frames of one VLAN another when they leave a port",
+                        .positional = {index_place(kAnyIndex)},
+                        .keywords = {{.name = "port",
+                                      .type = interface_number(),
+                                      .help = "Port that they leave",
+                                      .required = true},
+                                     vid_keyword("from", "VLAN that the frames have"),
+                                     vid_keyword("to", "VLAN that they leave with")},
+                        .run = add_egress},
+                       delete_command("del", "Clear an entry", kAnyIndex, delete_egress),
+                       {.name = "init",
+                        .help = "Program what the ingress conversion blocks are for",
+                        .run = init_ingress}}};
+}
+
+}  // namespace swsh
