@@ -57,7 +57,8 @@ Fault batch_with_command(const std::string &word) {
 
 Status run(const Settings &settings, DataOutput &output) {
   const Format format = settings.format();
-  const Context context = {settings.unit};
+  const Context context = {
+      settings.unit, [&](const Record &record) { output.write(line_text(record, format) + '\n'); }};
   const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, format, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});

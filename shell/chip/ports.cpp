@@ -40,6 +40,26 @@ CommandError no_such_port(int64_t interface) {
                                   {"interfaces " + number_list_text(present)}));
 }
 
+// What a call was about, in a message and as the culprit.
+struct Subject {
+  std::string named;
+  std::string culprit;
+  std::optional<int64_t> interface;
+};
+
+void refuse_negative(int32_t result, const char *function, const Subject &subject) {
+  if (result >= 0) return;
+  const std::optional<std::string> sentence = result_sentence(result);
+  const std::string code = "result " + std::to_string(result);
+  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
+  throw CommandError({kRefused,
+                      "",
+                      std::string(function) + " refused " + subject.named + ": " + reason,
+                      subject.culprit,
+                      {},
+                      Refusal{function, subject.interface.value_or(0), result, sentence}});
+}
+
 }  // namespace
 
 Port port_of(int64_t interface) {
@@ -76,17 +96,25 @@ void write_port(const Context &context, const Port &port, const PortSetter &sett
 }
 
 void check_result(int32_t result, const char *function, int64_t interface) {
-  if (result >= 0) return;
-  const std::optional<std::string> sentence = result_sentence(result);
   const std::string number = std::to_string(interface);
-  const std::string code = "result " + std::to_string(result);
-  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
-  throw CommandError({kRefused,
-                      "",
-                      std::string(function) + " refused port " + number + ": " + reason,
-                      number,
-                      {},
-                      Refusal{function, interface, result, sentence}});
+  refuse_negative(result, function, {"port " + number, number, interface});
+}
+
+void check_call(int32_t result, const char *function, const std::string &subject) {
+  refuse_negative(result, function, {subject, subject, std::nullopt});
+}
+
+Interfaces::Interfaces() {
+  for (int64_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface) {
+    const int32_t chip = chip_port_of(interface);
+    if (is_chip_port(chip)) by_port_.emplace(chip, interface);
+  }
+}
+
+std::optional<int64_t> Interfaces::of(int32_t chip_port) const {
+  const auto found = by_port_.find(chip_port);
+  if (found == by_port_.end()) return std::nullopt;
+  return found->second;
 }
 
 }  // namespace swsh

@@ -4,6 +4,9 @@
 #define SWCTL_SHELL_CHIP_PORTS_H
 
 #include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "command/table.h"
@@ -41,6 +44,21 @@ void write_port(const Context &context, const Port &port, const PortSetter &sett
 // Throws a CommandError of status kRefused if the result is negative: it names
 // the function and the interface and says what the chip says.
 void check_result(int32_t result, const char *function, int64_t interface);
+// The same for something that is not a port: `subject` says what was refused,
+// "02:00:5e:00:00:01 in VLAN 10".
+void check_call(int32_t result, const char *function, const std::string &subject);
+
+// The way back from chip ports to interfaces, the CPU's included. The board is
+// asked once, so that a table of thousands of ports costs no more.
+class Interfaces {
+ public:
+  Interfaces();
+  // None if no interface is on the port.
+  std::optional<int64_t> of(int32_t chip_port) const;
+
+ private:
+  std::map<int32_t, int64_t> by_port_;
+};
 
 }  // namespace swsh
 

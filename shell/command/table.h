@@ -6,6 +6,7 @@
 #define SWCTL_SHELL_COMMAND_TABLE_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ enum class Kind {
   interface,   // one logical interface
   interfaces,  // a list of them
   choice,      // one of the choices, written in full
+  mac,         // 02:00:5e:00:00:01
   text,        // any word
   flag,        // no value: the keyword itself says it
 };
@@ -45,6 +47,7 @@ Type interface_number(int64_t lowest = 1);
 Type interface_list(int64_t lowest = 1);
 Type choice(std::vector<Choice> choices);
 Type on_off();
+Type mac_address();
 Type text();
 Type flag();
 
@@ -58,8 +61,8 @@ struct Parameter {
 // What a parameter was given.
 struct Argument {
   std::string word;
-  int64_t number = 0;  // number, interface, the value of a choice
-  std::vector<int64_t> numbers;
+  int64_t number = 0;            // number, interface, the value of a choice
+  std::vector<int64_t> numbers;  // of a list; the six bytes of an address
 };
 
 // A command's arguments by parameter name. The walker has checked them
@@ -81,6 +84,9 @@ class Arguments {
 // What a command is told besides its arguments.
 struct Context {
   uint32_t unit = 0;
+  // Shows a record at once, for a command that goes on and on; empty where
+  // answers are gathered before they are shown.
+  std::function<void(const Record &)> emit = {};
 };
 
 using Handler = Answer (*)(const Arguments &, const Context &);

@@ -31,6 +31,10 @@ Type on_off() {
   return choice({{"on", 1, ""}, {"off", 0, ""}});
 }
 
+Type mac_address() {
+  return {Kind::mac, 0, 0, "", {}};
+}
+
 Type text() {
   return {};
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "command/value.h"
 
+#include "mac_text.h"
 #include "number_list.h"
 #include "text.h"
 
@@ -29,6 +30,11 @@ ParsedValue parse_list_value(const Type &type, const std::string &word) {
   return {{word, 0, parsed.numbers}, parsed.fault};
 }
 
+ParsedValue parse_mac_value(const std::string &word) {
+  const std::vector<int64_t> bytes = parse_mac(word);
+  return {{word, 0, bytes}, bytes.empty() ? quoted(word) + " is no address" : ""};
+}
+
 ParsedValue parse_choice(const Type &type, const std::string &word) {
   for (const Choice &each : type.choices) {
     if (each.word == word) return {{word, each.value, {}}, ""};
@@ -45,6 +51,7 @@ ParsedValue parse_value(const Type &type, const std::string &word) {
     case Kind::numbers:
     case Kind::interfaces: return parse_list_value(type, word);
     case Kind::choice: return parse_choice(type, word);
+    case Kind::mac: return parse_mac_value(word);
     case Kind::text:
     case Kind::flag: break;
   }
@@ -58,6 +65,7 @@ std::string value_usage(const Type &type) {
     case Kind::interface: return "PORT";
     case Kind::interfaces: return "PORTS";
     case Kind::choice: return join(choice_words(type), "|");
+    case Kind::mac: return "MAC";
     case Kind::text: return "TEXT";
     case Kind::flag: break;
   }
@@ -71,6 +79,7 @@ std::vector<std::string> value_expected(const Type &type) {
     case Kind::interface: return {"an interface number " + range_text(type)};
     case Kind::interfaces: return {"interface numbers " + range_text(type) + " such as 1-4,7"};
     case Kind::choice: return choice_words(type);
+    case Kind::mac: return {"an address such as 02:00:5e:00:00:01"};
     case Kind::text: return {"a text"};
     case Kind::flag: break;
   }

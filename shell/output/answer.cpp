@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "output/writer.h"
+#include "text.h"
 
 namespace swsh {
 namespace {
 
 std::string human_text(const Answer &answer) {
   switch (answer.shape) {
-    case Shape::nothing: return "";
+    case Shape::nothing:
+    case Shape::shown: return "";
     case Shape::table: return table_text(answer.records);
     case Shape::detail:
     case Shape::object: return detail_text(answer.records.front());
@@ -41,6 +43,15 @@ Record fault_record(const Fault &fault) {
   if (fault.refusal) add_refusal(error, *fault.refusal);
   error.add("status", int64_t{fault.status});
   return Record().add("error", error);
+}
+
+std::string line_text(const Record &record, Format format) {
+  // JSON a line each, whatever the indentation asked for elsewhere.
+  if (format != Format::human) return json_text(Value(record), Format::json);
+  std::vector<std::string> values;
+  for (const Field &field : record.fields)
+    if (field.in_table) values.push_back(plain_text(field));
+  return join(values, "  ");
 }
 
 std::string answer_text(const Answer &answer, Format format) {

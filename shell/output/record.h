@@ -65,6 +65,7 @@ enum class Shape {
   detail,   // a line per field
   object,   // a line per field; not one of many
   text,     // `text`, which the one record says in JSON
+  shown,    // everything has been shown while the command ran
 };
 
 struct Answer {

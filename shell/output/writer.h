@@ -16,6 +16,9 @@ std::string plain_text(const Field &field);
 
 std::string table_text(const std::vector<Record> &records);
 std::string detail_text(const Record &record, size_t indent = 0);
+// The record in one line, without a line end: its values with two spaces
+// between, or JSON.
+std::string line_text(const Record &record, Format format);
 // Without a line end.
 std::string json_text(const Value &value, Format format);
 

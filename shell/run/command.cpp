@@ -63,6 +63,7 @@ void complain(const std::string &place, const Fault &fault) {
 
 Status report(const Outcome &outcome, const std::string &place, Format format, DataOutput &output) {
   if (outcome.fault) complain(place, *outcome.fault);
+  if (outcome.answer.shape == Shape::shown) return outcome.status();
   if (format != Format::human) {
     output.write(json_text(outcome_value(outcome), format) + '\n');
   } else if (!outcome.fault) {

@@ -3,6 +3,8 @@ What completion offers.
   $ . "$TESTDIR/setup.sh"
 
   $ swctl -complete 1 swctl ""
+  mac
+  mcast
   port
   vlan
   version

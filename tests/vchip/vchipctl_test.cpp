@@ -128,9 +128,12 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 }
 
 TEST_F(Vchipctl, WrongWordsAreNamed) {
-  expect_wrong("", "a command is missing: expected reset, dump, link, medium, trace, help");
+  expect_wrong(
+      "",
+      "a command is missing: expected reset, dump, link, medium, learn, mark, time, trace, help");
   expect_wrong("rest",
-               "'rest' does not belong here: expected reset, dump, link, medium, trace, help");
+               "'rest' does not belong here: expected reset, dump, link, medium, learn, mark, "
+               "time, trace, help");
   expect_wrong("link", "a command is missing: expected up, down");
   expect_wrong("link sideways 3", "'sideways' does not belong here: expected up, down");
   expect_wrong("link up", "PORTS is required");
@@ -218,10 +221,43 @@ TEST_F(Vchipctl, HelpNeedsNoImage) {
   unsetenv("VCHIP_IMAGE");
   const Result help = run("help");
   EXPECT_EQ(help.status, 0);
-  for (const char *word : {"reset", "dump", "link", "medium", "trace", "--image", "--compact"})
+  for (const char *word : {"reset", "dump", "link", "medium", "learn", "mark", "time", "trace",
+                           "--image", "--compact"})
     EXPECT_NE(help.output.find(word), std::string::npos) << word;
   EXPECT_EQ(run("--help").status, 0);
   EXPECT_NE(run("link up --help").output.find("--forced"), std::string::npos);
+}
+
+TEST_F(Vchipctl, StationsAreLearnedMarkedAndAge) {
+  expect_done("learn 02:00:5e:00:00:01 --port 3 --vlan 10 --trunk 4 --unit 1");
+  expect_done("mark 02:00:5e:00:00:01 --vlan 10 --unit 1 --state 0x80000001 --aux 7");
+  expect_done("time 299 --unit 1");
+  const json learned = dump("--unit 1 --block l2")["addresses"];
+  ASSERT_EQ(learned.size(), 1u);
+  EXPECT_EQ(learned[0]["mac"], "02:00:5e:00:00:01");
+  EXPECT_EQ(learned[0]["vid"], 10);
+  EXPECT_EQ(learned[0]["port"], 2);
+  EXPECT_EQ(learned[0]["trunk"], 4);
+  EXPECT_EQ(learned[0]["state"], 0x80000001);
+  EXPECT_EQ(learned[0]["aux"], 7);
+  EXPECT_EQ(learned[0]["age"], 299);
+  EXPECT_EQ(dump("--unit 0 --block l2")["addresses"].size(), 0u);
+  expect_done("time 1 --unit 1");
+  EXPECT_EQ(dump("--unit 1 --block l2")["addresses"].size(), 0u);
+}
+
+TEST_F(Vchipctl, WrongStations) {
+  expect_wrong("learn 02:00:5e:00:00 --port 3",
+               "no address '02:00:5e:00:00': expected one such as 02:00:5e:00:00:01");
+  expect_wrong("learn 02:00:5e:00:00:+1 --port 3",
+               "no address '02:00:5e:00:00:+1': expected one such as 02:00:5e:00:00:01");
+  expect_wrong("learn 02:00:5e:00:00:01 --port 1-2", "a station sends into one port, not '1-2'");
+  expect_wrong("learn 02:00:5e:00:00:01 --port 3 --vlan 4096",
+               "no VLAN '4096': expected 0 to 4095");
+  expect_wrong("time soon", "no number of seconds 'soon': expected 0 to 4294967295");
+  EXPECT_EQ(run("mark 02:00:5e:00:00:01").output,
+            "vchipctl: the layer-2 table has no such entry\n");
+  EXPECT_EQ(run("mark 02:00:5e:00:00:01").status, 2);
 }
 
 TEST_F(Vchipctl, AFullDiskIsNotSuccess) {

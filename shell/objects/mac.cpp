@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "objects/mac.h"
+
+#include <algorithm>
+
+#include "chip/address_table.h"
+#include "fault.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+// An entry is found by its address and its VLAN.
+const Parameter kMac = {.name = "MAC", .type = mac_address(), .help = "Address", .required = true};
+const Parameter kVlan = {
+    .name = "vlan", .type = number(0, 4095), .help = "VLAN of the address", .required = true};
+
+Answer show(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  const AddressFilter filter = filter_of(arguments);
+  const Interfaces interfaces;
+  Answer answer = {.shape = Shape::table, .records = {}, .text = ""};
+  for (const user_l2_addr_t &entry : read_addresses()) {
+    if (filter.fits(entry)) answer.records.push_back(address_record(interfaces, entry));
+  }
+  return answer;
+}
+
+Answer get(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  const Mac mac = mac_of(arguments, "MAC");
+  const int64_t vid = arguments.number("vlan");
+  user_l2_addr_t entry = {};
+  std::copy(mac.begin(), mac.end(), entry.mac);
+  entry.vid = static_cast<uint16_t>(vid);
+  check_call(user_mac_addr_get(kLead, mac.data(), entry.vid, &entry), "user_mac_addr_get",
+             entry_text(mac.data(), vid));
+  return {Shape::detail, {address_record(Interfaces(), entry)}, ""};
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  if (arguments.has("static") && arguments.has("dynamic")) {
+    throw CommandError(wrong_usage("static and dynamic exclude each other", "dynamic"));
+  }
+  const Mac mac = mac_of(arguments, "MAC");
+  user_l2_addr_t entry = {};
+  std::copy(mac.begin(), mac.end(), entry.mac);
+  entry.vid = static_cast<uint16_t>(arguments.number("vlan"));
+  entry.port = port_of(arguments.number("port")).chip;
+  if (arguments.has("trunk")) entry.tgid = static_cast<int32_t>(arguments.number("trunk"));
+  entry.flags = arguments.has("dynamic") ? 0 : USER_L2_FLAG_STATIC;
+  check_call(user_mac_addr_add(kLead, entry), "user_mac_addr_add",
+             entry_text(mac.data(), entry.vid));
+  return {};
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  const Mac mac = mac_of(arguments, "MAC");
+  const auto vid = static_cast<uint32_t>(arguments.number("vlan"));
+  check_call(user_mac_addr_delete(kLead, mac.data(), vid), "user_mac_addr_delete",
+             entry_text(mac.data(), vid));
+  return {};
+}
+
+// What flush removes. A request for a trunk group alone selects nothing, so
+// that it would remove everything: it is not offered.
+void flush_selected(const Arguments &arguments) {
+  const uint32_t flags = arguments.has("static") ? 1 : 0;
+  const auto vid = arguments.has("vlan") ? static_cast<uint32_t>(arguments.number("vlan")) : 0;
+  const auto trunk = arguments.has("trunk") ? static_cast<int32_t>(arguments.number("trunk")) : 0;
+  const int32_t port = arguments.has("port") ? port_of(arguments.number("port")).chip : 0;
+  if (arguments.has("vlan") && arguments.has("port")) {
+    check_call(user_l2_addr_delete_by_vlan_port(kLead, 0, vid, 0, port, flags),
+               "user_l2_addr_delete_by_vlan_port", "the flush");
+  } else if (arguments.has("vlan") && arguments.has("trunk")) {
+    check_call(user_l2_addr_delete_by_vlan_trunk(kLead, 0, vid, trunk, flags),
+               "user_l2_addr_delete_by_vlan_trunk", "the flush");
+  } else if (arguments.has("vlan")) {
+    check_call(user_l2_addr_delete_by_vlan(kLead, 0, vid, flags), "user_l2_addr_delete_by_vlan",
+               "the flush");
+  } else if (arguments.has("port")) {
+    check_call(user_l2_addr_delete_by_port(kLead, 0, 0, port, flags), "user_l2_addr_delete_by_port",
+               "the flush");
+  } else {
+    const uint8_t ignored[SWCTL_MAC_BYTES] = {};
+    check_call(user_l2_addr_delete_by_mac(kLead, 0, ignored, flags), "user_l2_addr_delete_by_mac",
+               "the flush");
+  }
+}
+
+Answer flush(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  const bool selected = arguments.has("vlan") || arguments.has("port") || arguments.has("trunk");
+  if (arguments.has("all") && selected) {
+    throw CommandError(wrong_usage("all stands alone or with static", "all"));
+  }
+  if (!arguments.has("all") && !selected) {
+    throw CommandError(wrong_usage("missing keyword", std::nullopt, {"vlan", "port", "all"}));
+  }
+  if (arguments.has("trunk") && (!arguments.has("vlan") || arguments.has("port"))) {
+    throw CommandError(
+        wrong_usage("a trunk is flushed within a VLAN", "trunk", {"vlan beside trunk"}));
+  }
+  flush_selected(arguments);
+  return {};
+}
+
+Node show_command() {
+  return {
+      .name = "show",
+      .help = "Show the addresses in the table",
+      .keywords = filter_keywords(),
+      .details =
+          "Addresses in VLANs that do not exist are removed from the chip, not shown.\n"
+          "port is - for an address on a chip port without an interface.\n",
+      .run = show,
+  };
+}
+
+Node add_command() {
+  return {
+      .name = "add",
+      .help = "Add an address, static unless said otherwise",
+      .positional = {kMac},
+      .keywords = {kVlan,
+                   {.name = "port",
+                    .type = interface_number(0),
+                    .help = "Port it is bound to, 0 for the CPU",
+                    .required = true},
+                   {.name = "trunk", .type = number(0, 31), .help = "Trunk group; 0 if not given"},
+                   {.name = "static", .type = flag(), .help = "It stays until it is deleted"},
+                   {.name = "dynamic", .type = flag(), .help = "It ages as if it were learned"}},
+      .details = "An address that is there already is written over.\n",
+      .run = add,
+  };
+}
+
+Node flush_command() {
+  return {
+      .name = "flush",
+      .help = "Remove many addresses in one request to the chip",
+      .keywords = {{.name = "vlan", .type = number(0, 4095), .help = "Only in this VLAN"},
+                   {.name = "port", .type = interface_number(0), .help = "Only on this port"},
+                   {.name = "trunk",
+                    .type = number(0, 31),
+                    .help = "Only on this trunk group, within a VLAN"},
+                   {.name = "all", .type = flag(), .help = "Everywhere"},
+                   {.name = "static", .type = flag(), .help = "Static addresses too"}},
+      .needs_keyword = true,
+      .run = flush,
+  };
+}
+
+}  // namespace
+
+void expect_unit_0(const Context &context) {
+  if (context.unit == 0) return;
+  const std::string unit = std::to_string(context.unit);
+  throw CommandError(
+      wrong_usage("the library reaches the address table of unit 0 only", unit, {"unit 0"}));
+}
+
+Node mac_object() {
+  Node object = {
+      .name = "mac",
+      .help = "The layer-2 address table",
+      .children = {show_command(),
+                   add_command(),
+                   {.name = "del",
+                    .help = "Delete one address",
+                    .positional = {kMac},
+                    .keywords = {kVlan},
+                    .run = del},
+                   {.name = "get",
+                    .help = "Show one address in detail",
+                    .positional = {kMac},
+                    .keywords = {kVlan},
+                    .run = get},
+                   flush_command()},
+  };
+  for (Node &node : mac_learning_commands()) object.children.push_back(std::move(node));
+  for (Node &node : mac_dump_commands()) object.children.push_back(std::move(node));
+  object.children.push_back(mac_monitor_command());
+  return object;
+}
+
+}  // namespace swsh

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/mcast.h>
+
+#include "chip/address_table.h"
+#include "fault.h"
+#include "number_list.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+// The group that a command names, and the ports that it names.
+struct Named {
+  User_mcast_addr_t group;
+  uint32_t ports;
+
+  std::string text() const { return entry_text(group.mac, group.vid); }
+};
+
+Named named(const Arguments &arguments) {
+  Named all = {};
+  const Mac mac = mac_of(arguments, "MAC");
+  User_mcast_addr_t_init(kLead, &all.group, mac.data(),
+                         static_cast<uint32_t>(arguments.number("vlan")));
+  if (arguments.has("ports")) all.ports = portmask_of(arguments.numbers("ports"));
+  return all;
+}
+
+uint32_t &ports_in(User_mcast_addr_t &group) {
+  return group.pbmp.word[0];
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  Answer answer = {.shape = Shape::table, .records = {}, .text = ""};
+  const Interfaces interfaces;
+  for (const chip_l2_mcast_entry &entry : read_groups(context.unit)) {
+    if (arguments.has("vlan") && arguments.number("vlan") != entry.vid) continue;
+    Record record = group_record(interfaces, entry.mac, entry.vid, entry.portmask);
+    record.add_detail("forwarding", int64_t{entry.fwdIndex});
+    answer.records.push_back(std::move(record));
+  }
+  return answer;
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  Named all = named(arguments);
+  ports_in(all.group) = all.ports;
+  check_call(User_mcast_addr_add(kLead, context.unit, &all.group), "User_mcast_addr_add",
+             all.text());
+  return {};
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  const Named all = named(arguments);
+  check_call(User_mcast_addr_remove(kLead, context.unit, all.group.mac, all.group.vid),
+             "User_mcast_addr_remove", all.text());
+  return {};
+}
+
+void read(const Context &context, Named &all) {
+  const Mac mac = {all.group.mac[0], all.group.mac[1], all.group.mac[2],
+                   all.group.mac[3], all.group.mac[4], all.group.mac[5]};
+  check_call(User_mcast_port_get(kLead, context.unit, mac.data(), all.group.vid, &all.group),
+             "User_mcast_port_get", all.text());
+}
+
+// The chip takes a group's complete ports, so they are read first.
+Answer join(const Arguments &arguments, const Context &context) {
+  Named all = named(arguments);
+  read(context, all);
+  ports_in(all.group) |= all.ports;
+  check_call(User_mcast_port_add(kLead, context.unit, &all.group), "User_mcast_port_add",
+             all.text());
+  return {};
+}
+
+Answer leave(const Arguments &arguments, const Context &context) {
+  Named all = named(arguments);
+  read(context, all);
+  const uint32_t strangers = all.ports & ~ports_in(all.group);
+  if (strangers != 0) {
+    const std::string list = number_list_text(interfaces_of(Interfaces(), strangers));
+    throw CommandError(wrong_usage("no member of the group: " + list, list));
+  }
+  ports_in(all.group) &= ~all.ports;
+  check_call(User_mcast_port_remove(kLead, context.unit, &all.group), "User_mcast_port_remove",
+             all.text());
+  return {};
+}
+
+Node group_command(const char *name, const char *help, bool with_ports, Handler run) {
+  Node node = {
+      .name = name,
+      .help = help,
+      .positional =
+          {{.name = "MAC", .type = mac_address(), .help = "Group address", .required = true}},
+      .keywords = {{.name = "vlan",
+                    .type = number(0, 4095),
+                    .help = "VLAN of the group",
+                    .required = true}},
+      .run = run,
+  };
+  if (with_ports) {
+    node.keywords.push_back({.name = "ports",
+                             .type = interface_list(0),
+                             .help = "Ports, 0 for the CPU",
+                             .required = true});
+  }
+  return node;
+}
+
+}  // namespace
+
+Node mcast_object() {
+  return {
+      .name = "mcast",
+      .help = "Layer-2 multicast groups",
+      .children = {{.name = "show",
+                    .help = "Show the groups and their ports",
+                    .keywords = {{.name = "vlan",
+                                  .type = number(0, 4095),
+                                  .help = "Only groups in this VLAN"}},
+                    .run = show},
+                   group_command("add", "Add a group", true, add),
+                   group_command("del", "Delete a group", false, del),
+                   group_command("join", "Add ports to a group", true, join),
+                   group_command("leave", "Take ports from a group", true, leave)},
+  };
+}
+
+}  // namespace swsh
