@@ -42,6 +42,13 @@ struct TimeWords {
   std::string seconds;
 };
 
+struct CountWords {
+  std::string unit = "0";
+  std::string counter;
+  std::string packets;
+  std::string bytes;
+};
+
 struct DumpWords {
   std::string unit;  // empty: all
   std::string block;
@@ -55,6 +62,7 @@ void medium(const MediumWords &words);
 void learn(const StationWords &words);
 void mark(const MarkWords &words);
 void pass_time(const TimeWords &words);
+void count(const CountWords &words);
 void trace(const std::string &word);
 void dump(const DumpWords &words);
 

@@ -39,6 +39,7 @@ struct CommandLine {
   vchipctl::StationWords station;
   vchipctl::MarkWords mark;
   vchipctl::TimeWords time;
+  vchipctl::CountWords count;
   vchipctl::DumpWords dump;
   std::string trace;
   std::function<void()> run;
@@ -99,6 +100,15 @@ void add_time(CLI::App &app, CommandLine &line) {
   time->callback([&line] { line.run = [&line] { vchipctl::pass_time(line.time); }; });
 }
 
+void add_count(CLI::App &app, CommandLine &line) {
+  CLI::App *count = app.add_subcommand("rule-count", "Let rules count packets");
+  count->add_option("COUNTER", line.count.counter, "The counter that they count on")->required();
+  count->add_option("PACKETS", line.count.packets, "How many packets")->required();
+  count->add_option("BYTES", line.count.bytes, "How many bytes in them")->required();
+  count->add_option("--unit", line.count.unit, kUnit);
+  count->callback([&line] { line.run = [&line] { vchipctl::count(line.count); }; });
+}
+
 void add_commands(CLI::App &app, CommandLine &line) {
   app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
   app.require_subcommand(1);
@@ -110,6 +120,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_link(app, line);
   add_medium(app, line);
   add_addresses(app, line);
+  add_count(app, line);
   add_time(app, line);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();

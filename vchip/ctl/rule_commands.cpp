@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include <swctl-vchip/vchip.h>
+
+#include "commands.h"
+#include "usage_error.h"
+#include "words.h"
+
+namespace vchipctl {
+
+void count(const CountWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const uint32_t counter = parse_number(words.counter, "counter", VCHIP_ACL_COUNTERS - 1);
+  const uint32_t packets = parse_number(words.packets, "number of packets", UINT32_MAX);
+  const uint32_t bytes = parse_number(words.bytes, "number of bytes", UINT32_MAX);
+  const int32_t result = vchip_acl_count(unit, counter, packets, bytes);
+  if (result != 0) throw Refused(vchip_result_text(result));
+}
+
+}  // namespace vchipctl
