@@ -3,8 +3,10 @@ What completion offers.
   $ . "$TESTDIR/setup.sh"
 
   $ swctl -complete 1 swctl ""
+  acl
   mac
   mcast
+  meter
   port
   vlan
   version

@@ -11,8 +11,10 @@ Help at every level.
   completion, from a file or pipe as a batch.
   
   Objects:
+    acl      Access-control rules
     mac      The layer-2 address table
     mcast    Layer-2 multicast groups
+    meter    Meters, which limit the rate of what rules match
     port     Ports: link, speed, duplex, medium, loopback
     vlan     VLANs: ports, defaults, rules, translation
     version  Show the version and the library files in use
@@ -80,5 +82,5 @@ It may be asked for in several ways:
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: mac, mcast, port, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, mac, mcast, meter, port, vlan, version, help
   [1]

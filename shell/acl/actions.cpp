@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+#include "acl/actions.h"
+
+#include <swctl/field.h>
+#include <swctl/platform/adapter.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "acl/refusal.h"
+#include "chip/ports.h"
+#include "fault.h"
+#include "number_list.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr int64_t kWordMax = std::numeric_limits<uint32_t>::max();
+constexpr size_t kNoWord = CHIP_ACL_ACTION_WORDS;
+
+// Where an action's first parameter goes, and what it is.
+enum class Subject { none, number, second_parameter, interface };
+
+struct Name {
+  const char *word;
+  const char *help;
+  uint32_t action;
+  Subject subject;
+  // How the action reads in a record: two words with certain values, and the
+  // word of its subject. The words from `first` to before `end` are its own.
+  size_t first, end;
+  uint32_t sign;
+  size_t kind_word;
+  uint32_t kind;
+  size_t subject_word;
+};
+constexpr Name kNames[] = {
+    {"drop", "Discards the frame", 40, Subject::none, 25, 26, 1, kNoWord, 0, kNoWord},
+    {"permit", "Lets the frame pass", 41, Subject::none, 25, 26, 2, kNoWord, 0, kNoWord},
+    {"trap", "Sends it to the CPU", 24, Subject::none, 0, 7, 1, 1, 2, kNoWord},
+    {"redirect", "redirect:PORT, sends it to another port", 30, Subject::interface, 0, 7, 1, 1, 4,
+     2},
+    {"redirect-ports", "redirect-ports:N, to the chip's port list N", 33, Subject::number, 0, 7, 1,
+     1, 5, 2},
+    {"redirect-group", "redirect-group:N, to the chip's group N", 324, Subject::number, 0, 7, 1, 1,
+     6, 2},
+    {"mirror", "mirror:SESSION, copies it", 117, Subject::second_parameter, 7, 10, 1, kNoWord, 0,
+     9},
+    {"count", "count:COUNTER, counts it", 43, Subject::number, 10, 13, 1, kNoWord, 0, 12},
+    {"meter", "meter:METER, limits its rate", 118, Subject::number, 13, 15, 1, kNoWord, 0, 14},
+    {"outer-vlan", "outer-vlan:ID, sets the outer VLAN", 123, Subject::number, 15, 19, 1, kNoWord,
+     0, 18},
+    {"inner-vlan", "inner-vlan:ID, sets the inner VLAN", 130, Subject::number, 19, 23, 1, kNoWord,
+     0, 22},
+    {"priority", "priority:N, sets the internal priority", 1, Subject::number, 23, 25, 1, kNoWord,
+     0, 24},
+    {"queue", "queue:N, sets the queue", 2, Subject::number, 35, 37, 1, kNoWord, 0, 36},
+    {"remark-0", "remark-0:N, remarks, kind 0", 11, Subject::number, 29, 32, 1, 30, 0, 31},
+    {"remark-1", "remark-1:N, remarks, kind 1", 134, Subject::number, 29, 32, 1, 30, 1, 31},
+    {"remark-2", "remark-2:N, remarks, kind 2", 21, Subject::number, 29, 32, 1, 30, 2, 31},
+};
+// Any action of the library, by its number.
+constexpr char kByNumber[] = "code";
+
+std::vector<std::string> split(const std::string &text, char separator) {
+  std::vector<std::string> parts;
+  for (size_t start = 0; start <= text.size();) {
+    const size_t end = std::min(text.find(separator, start), text.size());
+    parts.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return parts;
+}
+
+CommandError bad_action(const std::string &word, const std::string &fault,
+                        std::vector<std::string> expected) {
+  return CommandError(
+      wrong_usage("bad action " + quoted(word) + ": " + fault, word, std::move(expected)));
+}
+
+uint32_t number_in(const std::string &word, const std::string &digits) {
+  const ParsedNumber parsed = parse_number(digits, 0, kWordMax);
+  if (parsed.fault.empty()) return static_cast<uint32_t>(parsed.number);
+  throw bad_action(word, quoted(digits) + " is " + parsed.fault, {"a number from 0"});
+}
+
+uint32_t chip_port_in(const std::string &word, const std::string &digits) {
+  const ParsedNumber parsed = parse_number(digits, 0, USER_FRONT_INTERFACES);
+  if (parsed.fault.empty()) return static_cast<uint32_t>(port_of(parsed.number).chip);
+  throw bad_action(word, quoted(digits) + " is " + parsed.fault, {"an interface number 0-26"});
+}
+
+std::vector<std::string> names() {
+  std::vector<std::string> all;
+  for (const Name &name : kNames) all.emplace_back(name.word);
+  all.emplace_back(kByNumber);
+  return all;
+}
+
+const Name *find(const std::string &word) {
+  for (const Name &name : kNames)
+    if (word == name.word) return &name;
+  return nullptr;
+}
+
+void expect_parameters(const std::string &word, const std::vector<std::string> &parts, size_t least,
+                       size_t most) {
+  const size_t given = parts.size() - 1;
+  if (given < least) throw bad_action(word, "a parameter is missing", {parts[0] + ":NUMBER"});
+  if (given > most)
+    throw bad_action(word, "too many parameters", {"at most " + std::to_string(most)});
+}
+
+// code:ACTION[:PARAM0[:PARAM1]]
+PlannedAction numbered_action(const std::string &word, const std::vector<std::string> &parts) {
+  expect_parameters(word, parts, 1, 3);
+  std::array<uint32_t, 3> numbers = {};
+  for (size_t i = 1; i < parts.size(); ++i) numbers[i - 1] = number_in(word, parts[i]);
+  return {word, numbers[0], numbers[1], numbers[2]};
+}
+
+PlannedAction named_action(const Name &name, const std::string &word,
+                           const std::vector<std::string> &parts) {
+  const size_t count = name.subject == Subject::none ? 0 : 1;
+  expect_parameters(word, parts, count, count);
+  switch (name.subject) {
+    case Subject::none: return {word, name.action, 0, 0};
+    case Subject::number: return {word, name.action, number_in(word, parts[1]), 0};
+    case Subject::second_parameter: return {word, name.action, 0, number_in(word, parts[1])};
+    case Subject::interface: return {word, name.action, chip_port_in(word, parts[1]), 0};
+  }
+  return {};
+}
+
+PlannedAction action_of(const std::string &word) {
+  const std::vector<std::string> parts = split(word, ':');
+  if (parts[0] == kByNumber) return numbered_action(word, parts);
+  const Name *name = find(parts[0]);
+  if (name == nullptr) throw bad_action(word, "no such action", names());
+  return named_action(*name, word, parts);
+}
+
+bool reads_as(const Name &name, const chip_acl_action &record) {
+  if (record.word[name.first] != name.sign) return false;
+  return name.kind_word == kNoWord || record.word[name.kind_word] == name.kind;
+}
+
+std::string subject_text(const Name &name, uint32_t value) {
+  if (name.subject != Subject::interface) return std::to_string(value);
+  for (int32_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface)
+    if (adp_intf_2_phy_id(interface) == static_cast<int32_t>(value))
+      return std::to_string(interface);
+  return 'p' + std::to_string(value);
+}
+
+std::string name_text(const Name &name, const chip_acl_action &record) {
+  if (name.subject_word == kNoWord) return name.word;
+  return std::string(name.word) + ':' + subject_text(name, record.word[name.subject_word]);
+}
+
+}  // namespace
+
+Parameter action_parameter() {
+  Parameter parameter = {.name = "action",
+                         .type = text(),
+                         .help = "Actions with commas between, parameters behind colons"};
+  return parameter;
+}
+
+std::vector<PlannedAction> actions_of(const std::string &word) {
+  std::vector<PlannedAction> all;
+  for (const std::string &each : split(word, ',')) all.push_back(action_of(each));
+  return all;
+}
+
+void add_action(const PlannedAction &action, uint32_t unit, int32_t rule) {
+  check_acl(user_field_action_add(kLead, unit, rule, action.action, &action.param0, &action.param1),
+            "user_field_action_add", "action " + action.word + " of rule " + std::to_string(rule));
+}
+
+std::vector<std::string> action_words(const chip_acl_action &record) {
+  std::vector<std::string> all;
+  std::array<bool, CHIP_ACL_ACTION_WORDS> read = {};
+  for (const Name &name : kNames) {
+    if (!reads_as(name, record)) continue;
+    all.push_back(name_text(name, record));
+    for (size_t word = name.first; word < name.end; ++word) read[word] = true;
+  }
+  for (size_t word = 0; word < CHIP_ACL_ACTION_WORDS; ++word)
+    if (!read[word] && record.word[word] != 0)
+      all.push_back('w' + std::to_string(word) + '=' + std::to_string(record.word[word]));
+  return all;
+}
+
+}  // namespace swsh

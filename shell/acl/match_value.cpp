@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "acl/match_value.h"
+
+#include <arpa/inet.h>
+#include <cstdio>
+#include <stdexcept>
+
+#include "number_list.h"
+
+namespace swsh {
+namespace {
+
+constexpr size_t kMacBytes = 6;
+constexpr int kIpBits = 32;
+constexpr int kIp6Bits = 128;
+
+struct Halves {
+  std::string value;
+  std::string mask;
+  bool has_mask;
+};
+
+Halves halves_of(const std::string &word) {
+  const size_t slash = word.find('/');
+  if (slash == std::string::npos) return {word, "", false};
+  return {word.substr(0, slash), word.substr(slash + 1), true};
+}
+
+uint32_t full_mask(int bits) {
+  return bits == kIpBits ? ~0u : (1u << bits) - 1;
+}
+
+uint32_t number_of(const std::string &word, int64_t high) {
+  const ParsedNumber parsed = parse_number(word, 0, high);
+  if (!parsed.fault.empty()) throw std::invalid_argument(parsed.fault);
+  return static_cast<uint32_t>(parsed.number);
+}
+
+[[noreturn]] void no_address() {
+  throw std::invalid_argument("not an address");
+}
+
+int digit_of(char character) {
+  if (character >= '0' && character <= '9') return character - '0';
+  if (character >= 'a' && character <= 'f') return character - 'a' + 10;
+  if (character >= 'A' && character <= 'F') return character - 'A' + 10;
+  no_address();
+}
+
+AddressBytes mac_of(const std::string &word) {
+  constexpr size_t kLength = 3 * kMacBytes - 1;
+  if (word.size() != kLength) no_address();
+  AddressBytes bytes = {};
+  for (size_t i = 0; i < kMacBytes; ++i) {
+    if (i > 0 && word[3 * i - 1] != ':') no_address();
+    bytes[i] = static_cast<uint8_t>(digit_of(word[3 * i]) * 16 + digit_of(word[3 * i + 1]));
+  }
+  return bytes;
+}
+
+uint32_t ip_of(const std::string &word) {
+  in_addr address = {};
+  if (inet_pton(AF_INET, word.c_str(), &address) != 1) no_address();
+  return ntohl(address.s_addr);
+}
+
+AddressBytes ip6_of(const std::string &word) {
+  AddressBytes bytes = {};
+  if (inet_pton(AF_INET6, word.c_str(), bytes.data()) != 1) no_address();
+  return bytes;
+}
+
+// A mask of leading ones, as in 10.0.0.0/8.
+AddressBytes prefix_mask(uint32_t length) {
+  AddressBytes mask = {};
+  for (uint32_t bit = 0; bit < length; ++bit)
+    mask[bit / 8] = static_cast<uint8_t>(mask[bit / 8] | 0x80 >> bit % 8);
+  return mask;
+}
+
+uint32_t ip_prefix_mask(uint32_t length) {
+  return length == 0 ? 0 : ~0u << (kIpBits - static_cast<int>(length));
+}
+
+bool is_plain_number(const std::string &word) {
+  return parse_number(word, 0, kIp6Bits).fault.empty();
+}
+
+MatchValue parse_number_match(int bits, const Halves &word) {
+  MatchValue value;
+  value.number = number_of(word.value, full_mask(bits));
+  value.mask = word.has_mask ? number_of(word.mask, full_mask(bits)) : full_mask(bits);
+  return value;
+}
+
+MatchValue parse_ip(const Halves &word) {
+  MatchValue value;
+  value.number = ip_of(word.value);
+  if (!word.has_mask) {
+    value.mask = ~0u;
+  } else if (is_plain_number(word.mask)) {
+    value.mask = ip_prefix_mask(number_of(word.mask, kIpBits));
+  } else {
+    value.mask = ip_of(word.mask);
+  }
+  return value;
+}
+
+MatchValue parse_mac(const Halves &word) {
+  MatchValue value;
+  value.address = mac_of(word.value);
+  value.address_mask = word.has_mask ? mac_of(word.mask) : prefix_mask(8 * kMacBytes);
+  return value;
+}
+
+MatchValue parse_ip6(const Halves &word) {
+  MatchValue value;
+  value.address = ip6_of(word.value);
+  if (!word.has_mask) {
+    value.address_mask = prefix_mask(kIp6Bits);
+  } else if (is_plain_number(word.mask)) {
+    value.address_mask = prefix_mask(number_of(word.mask, kIp6Bits));
+  } else {
+    value.address_mask = ip6_of(word.mask);
+  }
+  return value;
+}
+
+std::string hexadecimal(uint32_t number) {
+  char text[sizeof "0xffffffff"];
+  snprintf(text, sizeof text, "0x%x", number);
+  return text;
+}
+
+std::string mac_word(const AddressBytes &bytes) {
+  char text[3 * kMacBytes];
+  snprintf(text, sizeof text, "%02x:%02x:%02x:%02x:%02x:%02x", bytes[0], bytes[1], bytes[2],
+           bytes[3], bytes[4], bytes[5]);
+  return text;
+}
+
+std::string ip_word(uint32_t address) {
+  char text[INET_ADDRSTRLEN];
+  const in_addr network = {htonl(address)};
+  return inet_ntop(AF_INET, &network, text, sizeof text);
+}
+
+std::string ip6_word(const AddressBytes &bytes) {
+  char text[INET6_ADDRSTRLEN];
+  return inet_ntop(AF_INET6, bytes.data(), text, sizeof text);
+}
+
+std::string number_text(Notation notation, int bits, const MatchValue &value) {
+  const bool decimal = notation == Notation::decimal;
+  const std::string number = decimal ? std::to_string(value.number) : hexadecimal(value.number);
+  return value.mask == full_mask(bits) ? number : number + '/' + hexadecimal(value.mask);
+}
+
+}  // namespace
+
+MatchValue parse_match(Notation notation, int bits, const std::string &word) {
+  const Halves halves = halves_of(word);
+  switch (notation) {
+    case Notation::mac: return parse_mac(halves);
+    case Notation::ip: return parse_ip(halves);
+    case Notation::ip6: return parse_ip6(halves);
+    case Notation::decimal:
+    case Notation::hexadecimal: break;
+  }
+  return parse_number_match(bits, halves);
+}
+
+std::string match_text(Notation notation, int bits, const MatchValue &value) {
+  switch (notation) {
+    case Notation::mac: {
+      const bool full = value.address_mask == prefix_mask(8 * kMacBytes);
+      return mac_word(value.address) + (full ? "" : '/' + mac_word(value.address_mask));
+    }
+    case Notation::ip:
+      return ip_word(value.number) + (value.mask == ~0u ? "" : '/' + ip_word(value.mask));
+    case Notation::ip6: {
+      const bool full = value.address_mask == prefix_mask(kIp6Bits);
+      return ip6_word(value.address) + (full ? "" : '/' + ip6_word(value.address_mask));
+    }
+    case Notation::decimal:
+    case Notation::hexadecimal: break;
+  }
+  return number_text(notation, bits, value);
+}
+
+std::string match_expected(Notation notation, int bits) {
+  switch (notation) {
+    case Notation::mac: return "an address such as 01:80:c2:00:00:00, or ADDRESS/MASK";
+    case Notation::ip: return "an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK";
+    case Notation::ip6: return "an address such as 2001:db8::1, ADDRESS/LENGTH or ADDRESS/MASK";
+    case Notation::decimal:
+    case Notation::hexadecimal: break;
+  }
+  return "a number 0-" + std::to_string(full_mask(bits)) + ", or NUMBER/MASK";
+}
+
+}  // namespace swsh

@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include "acl/qualifiers.h"
+
+#include <swctl/field.h>
+#include <swctl/platform/adapter.h>
+
+#include <cstring>
+#include <stdexcept>
+
+#include "acl/refusal.h"
+#include "chip/ports.h"
+#include "fault.h"
+#include "number_list.h"
+#include "text.h"
+
+namespace swsh {
+
+using Write = int32_t (*)(uint32_t unit, int32_t rule, const MatchValue &value);
+enum class Style { masked, ports, protocol, frame_type, ip_type };
+
+struct Qualifier {
+  const char *keyword;
+  const char *help;
+  uint32_t field;
+  Style style;
+  Notation notation;
+  int bits;
+  const char *function;
+  Write write;
+};
+
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr int32_t kChipPorts = 32;
+constexpr int kDscpShift = 2;
+constexpr uint32_t kOtherProtocols = 0x1000;
+
+template <auto Function, typename Number>
+int32_t write_number(uint32_t unit, int32_t rule, const MatchValue &value) {
+  return Function(kLead, unit, rule, static_cast<Number>(value.number),
+                  static_cast<Number>(value.mask));
+}
+
+template <auto Function>
+int32_t write_address(uint32_t unit, int32_t rule, const MatchValue &value) {
+  return Function(kLead, unit, rule, value.address.data(), value.address_mask.data());
+}
+
+int32_t write_ports(uint32_t unit, int32_t rule, const MatchValue &value) {
+  const user_pbmp_t ports = {{value.number}};
+  return user_field_qualify_InPorts(kLead, unit, rule, ports);
+}
+
+#define NUMBER(keyword, help, field, notation, bits, function, type)          \
+  {                                                                           \
+    keyword, help, field, Style::masked, Notation::notation, bits, #function, \
+        write_number<function, type>                                          \
+  }
+#define ADDRESS(keyword, help, field, notation, function) \
+  { keyword, help, field, Style::masked, Notation::notation, 0, #function, write_address<function> }
+#define CODED(keyword, help, field, style, function, type)               \
+  {                                                                      \
+    keyword, help, field, Style::style, Notation::decimal, 8, #function, \
+        write_number<function, type>                                     \
+  }
+constexpr Qualifier kQualifiers[] = {
+    {"in-ports", "Ports that the frame came in on", CHIP_ACL_FIELD_IN_PORTS, Style::ports,
+     Notation::decimal, 32, "user_field_qualify_InPorts", write_ports},
+    ADDRESS("dst-mac", "Destination MAC address", CHIP_ACL_FIELD_DST_MAC, mac,
+            user_field_qualify_DstMac),
+    ADDRESS("src-mac", "Source MAC address", CHIP_ACL_FIELD_SRC_MAC, mac,
+            user_field_qualify_SrcMac),
+    NUMBER("ethertype", "EtherType", CHIP_ACL_FIELD_ETHER_TYPE, hexadecimal, 16,
+           user_field_qualify_EtherType, uint16_t),
+    NUMBER("outer-vlan", "Tag control information of the outer VLAN tag", CHIP_ACL_FIELD_OUTER_VLAN,
+           decimal, 16, user_field_qualify_OuterVlan, uint16_t),
+    NUMBER("outer-vlan-id", "VLAN of the outer tag", CHIP_ACL_FIELD_OUTER_VLAN_ID, decimal, 16,
+           user_field_qualify_OuterVlanId, uint16_t),
+    NUMBER("outer-priority", "Priority of the outer tag", CHIP_ACL_FIELD_OUTER_PRIORITY, decimal, 8,
+           user_field_qualify_OuterVlanPri, uint8_t),
+    NUMBER("inner-vlan", "Low byte of the inner VLAN tag", CHIP_ACL_FIELD_INNER_VLAN, decimal, 8,
+           user_field_qualify_InnerVlan, uint16_t),
+    NUMBER("inner-vlan-id", "VLAN of the inner tag", CHIP_ACL_FIELD_INNER_VLAN_ID, decimal, 16,
+           user_field_qualify_InnerVlanId, uint16_t),
+    NUMBER("inner-priority", "Priority of the inner tag", CHIP_ACL_FIELD_INNER_PRIORITY, decimal, 8,
+           user_field_qualify_InnerVlanPri, uint8_t),
+    CODED("frame-type", "Format of the frame", CHIP_ACL_FIELD_FRAME_TYPE, frame_type,
+          user_field_qualify_FrameType, uint32_t),
+    CODED("ip-type", "Kind of IP packet", CHIP_ACL_FIELD_IP_TYPE, ip_type,
+          user_field_qualify_iptype, uint32_t),
+    CODED("protocol", "Protocol of IP, udp, tcp, icmp, igmp or a number 0-255",
+          CHIP_ACL_FIELD_IP_PROTOCOL, protocol, user_field_qualify_IpProtocol, uint8_t),
+    NUMBER("src-ip", "Source address of IPv4", CHIP_ACL_FIELD_SRC_IP, ip, 32,
+           user_field_qualify_SrcIp, uint32_t),
+    NUMBER("dst-ip", "Destination address of IPv4", CHIP_ACL_FIELD_DST_IP, ip, 32,
+           user_field_qualify_DstIp, uint32_t),
+    ADDRESS("src-ip6", "Source address of IPv6", CHIP_ACL_FIELD_SRC_IP6, ip6,
+            user_field_qualify_SrcIp6),
+    ADDRESS("dst-ip6", "Destination address of IPv6", CHIP_ACL_FIELD_DST_IP6, ip6,
+            user_field_qualify_DstIp6),
+    NUMBER("dscp", "DSCP; excludes traffic-class", CHIP_ACL_FIELD_TRAFFIC_CLASS, decimal, 6,
+           user_field_qualify_DSCP, uint8_t),
+    NUMBER("traffic-class", "Traffic class of IPv6", CHIP_ACL_FIELD_TRAFFIC_CLASS, hexadecimal, 8,
+           user_field_qualify_Ip6TrafficClass, uint8_t),
+    NUMBER("src-port", "Source port of TCP or UDP", CHIP_ACL_FIELD_L4_SRC_PORT, decimal, 16,
+           user_field_qualify_L4SrcPort, uint16_t),
+    NUMBER("dst-port", "Destination port of TCP or UDP", CHIP_ACL_FIELD_L4_DST_PORT, decimal, 16,
+           user_field_qualify_L4DstPort, uint16_t),
+};
+
+// Names of numbers, and the codes that the chip has instead.
+struct Code {
+  const char *word;
+  uint32_t number;
+  uint8_t chip;
+};
+constexpr Code kProtocols[] = {{"udp", 17, 0}, {"tcp", 6, 1}, {"icmp", 1, 2}, {"igmp", 2, 3}};
+constexpr Code kFrameTypes[] = {{"1", 1, 0}, {"2", 2, 1}, {"3", 3, 2}};
+constexpr Code kIpTypes[] = {{"5", 5, 2}, {"10", 10, 3}, {"12", 12, 0}};
+
+template <size_t Count>
+Type codes_type(const Code (&codes)[Count]) {
+  std::vector<Choice> choices;
+  for (const Code &code : codes) choices.push_back({code.word, code.number, ""});
+  return choice(std::move(choices));
+}
+
+template <size_t Count>
+std::string code_word(const Code (&codes)[Count], uint8_t chip) {
+  for (const Code &code : codes)
+    if (code.chip == chip) return code.word;
+  return std::to_string(chip);
+}
+
+Type type_of(const Qualifier &qualifier) {
+  switch (qualifier.style) {
+    case Style::ports: return interface_list(0);
+    case Style::frame_type: return codes_type(kFrameTypes);
+    case Style::ip_type: return codes_type(kIpTypes);
+    case Style::masked:
+    case Style::protocol: break;
+  }
+  return text();
+}
+
+CommandError bad_value(const Qualifier &qualifier, const std::string &word,
+                       const std::string &fault, const std::string &expected) {
+  return CommandError(wrong_usage(
+      "bad value " + quoted(word) + " of " + qualifier.keyword + ": " + fault, word, {expected}));
+}
+
+uint32_t protocol_number(const Qualifier &qualifier, const std::string &word) {
+  for (const Code &code : kProtocols)
+    if (word == code.word) return code.number;
+  const ParsedNumber parsed = parse_number(word, 0, UINT8_MAX);
+  if (parsed.fault.empty()) return static_cast<uint32_t>(parsed.number);
+  throw bad_value(qualifier, word, parsed.fault, "udp, tcp, icmp, igmp or a number 0-255");
+}
+
+MatchValue masked_value(const Qualifier &qualifier, const std::string &word) {
+  try {
+    return parse_match(qualifier.notation, qualifier.bits, word);
+  } catch (const std::invalid_argument &error) {
+    throw bad_value(qualifier, word, error.what(),
+                    match_expected(qualifier.notation, qualifier.bits));
+  }
+}
+
+uint32_t port_mask(const std::vector<int64_t> &interfaces) {
+  uint32_t mask = 0;
+  for (const Port &port : ports_of(interfaces)) mask |= 1u << port.chip;
+  return mask;
+}
+
+MatchValue value_of(const Qualifier &qualifier, const Arguments &arguments) {
+  const std::string name = qualifier.keyword;
+  MatchValue value;
+  switch (qualifier.style) {
+    case Style::masked: return masked_value(qualifier, arguments.word(name));
+    case Style::ports: value.number = port_mask(arguments.numbers(name)); break;
+    case Style::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
+    case Style::frame_type:
+    case Style::ip_type: value.number = static_cast<uint32_t>(arguments.number(name)); break;
+  }
+  return value;
+}
+
+// A number of the field's width in the order of this machine.
+uint32_t host_number(const uint8_t *bytes, uint32_t width) {
+  uint16_t two = 0;
+  uint32_t four = 0;
+  switch (width) {
+    case 1: return bytes[0];
+    case 2: memcpy(&two, bytes, sizeof two); return two;
+    default: memcpy(&four, bytes, sizeof four); return four;
+  }
+}
+
+// The other way round from write_ports(): the ports that the mask leaves out.
+// A port that is on no interface has none to show.
+std::vector<int64_t> interfaces_in(const uint8_t *mask) {
+  const uint32_t ports = ~host_number(mask, 4);
+  std::vector<int64_t> interfaces;
+  for (int64_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface) {
+    const int32_t port = adp_intf_2_phy_id(static_cast<int32_t>(interface));
+    if (port >= 0 && port < kChipPorts && (ports >> port & 1) != 0) interfaces.push_back(interface);
+  }
+  return interfaces;
+}
+
+std::string protocol_text(const uint8_t *data, const uint8_t *mask) {
+  if (mask[0] == UINT8_MAX && mask[1] == 0) return code_word(kProtocols, data[0]);
+  return std::to_string(host_number(data, 2) - kOtherProtocols);
+}
+
+std::string masked_text(const Qualifier &qualifier, const uint8_t *data, const uint8_t *mask) {
+  MatchValue value;
+  memcpy(value.address.data(), data, kAddressBytes);
+  memcpy(value.address_mask.data(), mask, kAddressBytes);
+  const uint32_t width = chip_acl_field_bytes(qualifier.field);
+  value.number = host_number(data, width);
+  value.mask = host_number(mask, width);
+  if (qualifier.bits == 6) {
+    value.number >>= kDscpShift;
+    value.mask >>= kDscpShift;
+  }
+  return match_text(qualifier.notation, qualifier.bits, value);
+}
+
+Value shown_value(const Qualifier &qualifier, const uint8_t *data, const uint8_t *mask) {
+  switch (qualifier.style) {
+    case Style::ports: return interfaces_in(mask);
+    case Style::protocol: return protocol_text(data, mask);
+    case Style::frame_type: return code_word(kFrameTypes, data[0]);
+    case Style::ip_type: return code_word(kIpTypes, data[0]);
+    case Style::masked: break;
+  }
+  return masked_text(qualifier, data, mask);
+}
+
+// DSCP and traffic class are one field: six bits of it are a DSCP.
+bool is_shown(const Qualifier &qualifier, const swctl_platform_acl_rule &rule) {
+  if (rule.written[qualifier.field] == 0) return false;
+  if (qualifier.field != CHIP_ACL_FIELD_TRAFFIC_CLASS) return true;
+  const bool low_bits = ((rule.data[qualifier.field][0] | rule.mask[qualifier.field][0]) & 3) != 0;
+  return (qualifier.bits == 6) != low_bits;
+}
+
+}  // namespace
+
+std::vector<Parameter> qualifier_parameters() {
+  std::vector<Parameter> all;
+  for (const Qualifier &each : kQualifiers)
+    all.push_back({.name = each.keyword, .type = type_of(each), .help = each.help});
+  return all;
+}
+
+std::vector<Condition> conditions_of(const Arguments &arguments) {
+  if (arguments.has("dscp") && arguments.has("traffic-class")) {
+    throw CommandError(wrong_usage("dscp and traffic-class are one field of the chip",
+                                   "traffic-class", {"one of them"}));
+  }
+  std::vector<Condition> all;
+  for (const Qualifier &each : kQualifiers)
+    if (arguments.has(each.keyword)) all.push_back({&each, value_of(each, arguments)});
+  return all;
+}
+
+void write_condition(const Condition &condition, uint32_t unit, int32_t rule) {
+  const Qualifier &qualifier = *condition.qualifier;
+  check_acl(qualifier.write(unit, rule, condition.value), qualifier.function,
+            std::string(qualifier.keyword) + " of rule " + std::to_string(rule));
+}
+
+Record match_record(const swctl_platform_acl_rule &rule) {
+  Record record;
+  for (const Qualifier &each : kQualifiers)
+    if (is_shown(each, rule))
+      record.add(each.keyword, shown_value(each, rule.data[each.field], rule.mask[each.field]));
+  return record;
+}
+
+}  // namespace swsh

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Rules as the chip has them, where its platform can read them.
+#ifndef SWCTL_SHELL_ACL_RULES_H
+#define SWCTL_SHELL_ACL_RULES_H
+
+#include <swctl/platform/field_read.h>
+
+#include <functional>
+#include <optional>
+
+namespace swsh {
+
+using RuleVisit = std::function<void(const swctl_platform_acl_rule &rule)>;
+
+// Calls visit() for every rule that holds anything, by rising number. False if
+// the platform cannot read rules. Throws a CommandError if the chip refuses.
+bool each_rule(uint32_t unit, const RuleVisit &visit);
+
+// Whether the platform says that a rule is valid, matches something or does
+// something; false also where it cannot say.
+bool is_in_use(uint32_t unit, int32_t rule);
+
+// The same of a rule that was read: a template and a partner alone are the
+// form of an empty rule.
+bool is_in_use(const swctl_platform_acl_rule &rule);
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/field.h>
+
+#include <algorithm>
+
+#include "acl/actions.h"
+#include "acl/qualifiers.h"
+#include "acl/refusal.h"
+#include "acl/rules.h"
+#include "chip/ports.h"
+#include "fault.h"
+#include "number_list.h"
+#include "objects/registry.h"
+#include "output/writer.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr int64_t kLastRule = 1535;
+constexpr int64_t kLastCounter = 1535;
+constexpr int64_t kLastTemplate = 7;
+constexpr uint32_t kBytes = 1;
+constexpr uint32_t kForward = 0;
+
+std::string rule_name(int64_t rule) {
+  return "rule " + std::to_string(rule);
+}
+
+int32_t rule_number(const Arguments &arguments) {
+  return static_cast<int32_t>(arguments.number("RULE"));
+}
+
+std::string in_one_line(const Record &match) {
+  std::string text;
+  for (const Field &field : match.fields) {
+    if (!text.empty()) text += ' ';
+    text += field.key + ' ' + plain_text(field);
+  }
+  return text.empty() ? "all" : text;
+}
+
+Record rule_record(const swctl_platform_acl_rule &rule) {
+  const Record match = match_record(rule);
+  Record record;
+  record.add("rule", int64_t{rule.rule});
+  record.add("enabled", rule.valid != 0);
+  record.add("match", match, in_one_line(match));
+  record.add("actions", action_words(rule.action));
+  if (rule.written[CHIP_ACL_FIELD_TEMPLATE] != 0) {
+    record.add_detail("template", int64_t{rule.data[CHIP_ACL_FIELD_TEMPLATE][0]});
+  } else {
+    record.add_detail("template", nullptr);
+  }
+  record.add_detail("double", rule.joined != 0);
+  return record;
+}
+
+CommandError unreadable() {
+  Fault fault;
+  fault.status = kRefused;
+  fault.message = "this platform cannot read rules back";
+  return CommandError(fault);
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  const bool chosen = arguments.has("RULES");
+  const auto wanted = [&](const swctl_platform_acl_rule &rule) {
+    if (!chosen) return is_in_use(rule);
+    const std::vector<int64_t> &numbers = arguments.numbers("RULES");
+    return std::binary_search(numbers.begin(), numbers.end(), rule.rule);
+  };
+  Answer answer;
+  answer.shape = Shape::table;
+  const bool readable = each_rule(context.unit, [&](const swctl_platform_acl_rule &rule) {
+    if (wanted(rule)) answer.records.push_back(rule_record(rule));
+  });
+  if (!readable) throw unreadable();
+  if (chosen && answer.records.size() == 1 && arguments.numbers("RULES").size() == 1)
+    answer.shape = Shape::detail;
+  return answer;
+}
+
+void expect_free(const Context &context, int32_t rule) {
+  if (!is_in_use(context.unit, rule)) return;
+  const std::string number = std::to_string(rule);
+  throw CommandError(wrong_usage("rule " + number + " is in use", number,
+                                 {"a free rule, or acl del " + number + " before"}));
+}
+
+struct RulePlan {
+  int32_t rule;
+  std::vector<Condition> conditions;
+  std::vector<PlannedAction> actions;
+  bool enable;
+};
+
+RulePlan plan_of(const Arguments &arguments) {
+  RulePlan plan = {rule_number(arguments), conditions_of(arguments), {}, arguments.has("enable")};
+  if (arguments.has("action")) plan.actions = actions_of(arguments.word("action"));
+  return plan;
+}
+
+void install(const Context &context, int32_t rule) {
+  check_acl(user_field_entry_install(kLead, context.unit, rule), "user_field_entry_install",
+            rule_name(rule));
+}
+
+void write_rule(const RulePlan &plan, const Context &context) {
+  for (const Condition &each : plan.conditions) write_condition(each, context.unit, plan.rule);
+  for (const PlannedAction &each : plan.actions) add_action(each, context.unit, plan.rule);
+  if (plan.enable) install(context, plan.rule);
+}
+
+// Removes what was written of a rule and says so beside what went wrong.
+[[noreturn]] void take_back(const RulePlan &plan, const Context &context, Fault fault) {
+  const int32_t result = user_field_entry_destroy(kLead, context.unit, plan.rule);
+  fault.message += result < 0 ? "; what was written of it could not be removed (result " +
+                                    std::to_string(result) + ")"
+                              : "; nothing of it was kept";
+  throw CommandError(fault);
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  const RulePlan plan = plan_of(arguments);
+  expect_free(context, plan.rule);
+  try {
+    write_rule(plan, context);
+  } catch (const CommandError &error) {
+    take_back(plan, context, error.fault());
+  }
+  return {};
+}
+
+// Does one thing to each rule of a list; a refusal says which are done.
+using Step = void (*)(const Context &context, int32_t rule);
+Answer for_rules(const Arguments &arguments, const Context &context, Step step) {
+  std::vector<int64_t> done;
+  try {
+    for (const int64_t rule : arguments.numbers("RULES")) {
+      step(context, static_cast<int32_t>(rule));
+      done.push_back(rule);
+    }
+  } catch (const CommandError &error) {
+    Fault fault = error.fault();
+    if (!done.empty()) fault.message += "; already done: " + number_list_text(done);
+    throw CommandError(fault);
+  }
+  return {};
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  return for_rules(arguments, context, [](const Context &where, int32_t rule) {
+    check_acl(user_field_entry_destroy(kLead, where.unit, rule), "user_field_entry_destroy",
+              rule_name(rule));
+  });
+}
+
+Answer enable(const Arguments &arguments, const Context &context) {
+  return for_rules(arguments, context, install);
+}
+
+Answer choose_template(const Arguments &arguments, const Context &context) {
+  const int32_t rule = rule_number(arguments);
+  const auto index = static_cast<uint32_t>(arguments.number("TEMPLATE"));
+  check_acl(user_field_set_select_tempate_idx(kLead, context.unit, rule, index),
+            "user_field_set_select_tempate_idx", rule_name(rule));
+  return {};
+}
+
+Answer join_with_next(const Arguments &arguments, const Context &context) {
+  const int32_t rule = rule_number(arguments);
+  check_acl(user_field_set_double_entry(kLead, context.unit, rule), "user_field_set_double_entry",
+            rule_name(rule));
+  return {};
+}
+
+Answer init(const Arguments &, const Context &context) {
+  check_acl(user_field_init(kLead, context.unit), "user_field_init", "the rule table");
+  return {};
+}
+
+Answer miss(const Arguments &arguments, const Context &context) {
+  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  const auto action = static_cast<uint32_t>(arguments.number("ACTION"));
+  for (const Port &port : ports) {
+    check_result(
+        user_field_lookupMissAct_set(kLead, context.unit, static_cast<uint32_t>(port.chip), action),
+        "user_field_lookupMissAct_set", port.interface);
+  }
+  return {};
+}
+
+int64_t read_count(const Context &context, int64_t counter, uint32_t kind) {
+  uint32_t words[2] = {};
+  check_acl(
+      user_field_get_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind, words),
+      "user_field_get_statistics", "counter " + std::to_string(counter));
+  return static_cast<int64_t>(uint64_t{words[0]} << 32 | words[1]);
+}
+
+void clear_count(const Context &context, int64_t counter, uint32_t kind) {
+  check_acl(user_field_clear_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind),
+            "user_field_clear_statistics", "counter " + std::to_string(counter));
+}
+
+Answer stats(const Arguments &arguments, const Context &context) {
+  Answer answer;
+  answer.shape = Shape::table;
+  for (const int64_t counter : arguments.numbers("COUNTERS")) {
+    Record record;
+    record.add("counter", counter);
+    record.add("packets", read_count(context, counter, USER_FIELD_COUNT_PACKETS));
+    record.add("bytes", read_count(context, counter, kBytes));
+    answer.records.push_back(record);
+  }
+  if (!arguments.has("clear")) return answer;
+  for (const int64_t counter : arguments.numbers("COUNTERS")) {
+    clear_count(context, counter, USER_FIELD_COUNT_PACKETS);
+    clear_count(context, counter, kBytes);
+  }
+  return answer;
+}
+
+Parameter one_rule() {
+  return {.name = "RULE", .type = number(0, kLastRule), .help = "Rule", .required = true};
+}
+
+Parameter rules(bool required) {
+  return {.name = "RULES", .type = numbers(0, kLastRule), .help = "Rules", .required = required};
+}
+
+Node show_command() {
+  return {
+      .name = "show",
+      .help = "Show rules",
+      .positional = {rules(false)},
+      .details =
+          "Without RULES, all rules that match or do something, in a table. A single\n"
+          "rule is shown in detail. Match and actions read as acl add takes them.\n",
+      .run = show,
+  };
+}
+
+Node add_command() {
+  Node node = {
+      .name = "add",
+      .help = "Write a rule",
+      .positional = {one_rule()},
+      .keywords = qualifier_parameters(),
+      .needs_keyword = true,
+      .details =
+          "VALUE or VALUE/MASK: a frame matches if it equals VALUE in the bits of MASK.\n"
+          "The rule is written whole or not at all, and takes effect with enable.\n"
+          "Actions: drop, permit, trap, redirect:PORT, redirect-ports:N,\n"
+          "redirect-group:N, mirror:SESSION, count:COUNTER, meter:METER, outer-vlan:ID,\n"
+          "inner-vlan:ID, priority:N, queue:N, remark-0:N, remark-1:N, remark-2:N, and\n"
+          "code:ACTION:PARAM0:PARAM1 for any action of the library by its number.\n",
+      .run = add,
+  };
+  node.keywords.push_back(action_parameter());
+  node.keywords.push_back({.name = "enable", .type = flag(), .help = "Put it into effect at once"});
+  return node;
+}
+
+Node stats_command() {
+  return {
+      .name = "stats",
+      .help = "Show what rules counted",
+      .positional = {{.name = "COUNTERS",
+                      .type = numbers(0, kLastCounter),
+                      .help = "Counters, as the action count names them",
+                      .required = true}},
+      .keywords = {{.name = "clear", .type = flag(), .help = "Set them to 0 afterwards"}},
+      .run = stats,
+  };
+}
+
+Node miss_command() {
+  return {
+      .name = "miss",
+      .help = "Say what becomes of frames that no rule matches",
+      .positional = {{.name = "PORTS",
+                      .type = interface_list(0),
+                      .help = "Ports that the frames came in on",
+                      .required = true},
+                     {.name = "ACTION",
+                      .type = choice({{"drop", USER_FIELD_MISS_ACTION, "They are discarded"},
+                                      {"forward", kForward, "They go on"}}),
+                      .help = "What becomes of them",
+                      .required = true}},
+      .run = miss,
+  };
+}
+
+Node template_command() {
+  return {
+      .name = "template",
+      .help = "Choose the template of a rule",
+      .positional = {one_rule(),
+                     {.name = "TEMPLATE",
+                      .type = number(0, kLastTemplate),
+                      .help = "Template",
+                      .required = true}},
+      .run = choose_template,
+  };
+}
+
+}  // namespace
+
+Node acl_object() {
+  return {
+      .name = "acl",
+      .help = "Access-control rules",
+      .children = {show_command(),
+                   add_command(),
+                   {.name = "del", .help = "Delete rules", .positional = {rules(true)}, .run = del},
+                   {.name = "enable",
+                    .help = "Put rules into effect",
+                    .positional = {rules(true)},
+                    .run = enable},
+                   stats_command(),
+                   miss_command(),
+                   template_command(),
+                   {.name = "double",
+                    .help = "Join a rule with the next one into a double entry",
+                    .positional = {one_rule()},
+                    .run = join_with_next},
+                   {.name = "init",
+                    .help = "Prepare the rule table: templates, selectors, double entries",
+                    .run = init}},
+  };
+}
+
+}  // namespace swsh

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/field.h>
+#include <swctl/platform/sdk.h>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "acl/refusal.h"
+#include "fault.h"
+#include "number_list.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr int64_t kLastMeter = 255;
+// The library divides rates by this; the chip has 20 bits of the result.
+constexpr int64_t kRateUnit = 16;
+constexpr int64_t kLastRate = 0xFFFFF * kRateUnit + kRateUnit - 1;
+constexpr int64_t kBurstUnit = 128;
+constexpr int64_t kLastBurst = 0xFFFF * kBurstUnit + kBurstUnit - 1;
+
+// The burst slots that this process has taken, by unit and meter: the library
+// counts them for the process.
+std::map<std::pair<uint32_t, uint32_t>, int32_t> &taken_slots() {
+  static std::map<std::pair<uint32_t, uint32_t>, int32_t> slots;
+  return slots;
+}
+
+std::string meter_name(uint32_t meter) {
+  return "meter " + std::to_string(meter);
+}
+
+// The library has no call that reads a meter, so this one is the SDK's.
+chip_acl_meter read_meter(const Context &context, uint32_t meter) {
+  chip_acl_meter entry = {};
+  check_acl(rtk_acl_meterEntry_get(context.unit, meter, &entry), "rtk_acl_meterEntry_get",
+            meter_name(meter));
+  return entry;
+}
+
+chip_acl_burst read_bursts(const Context &context) {
+  chip_acl_burst burst = {};
+  check_acl(rtk_acl_meterBurstSize_get(context.unit, CHIP_ACL_TABLE, &burst),
+            "rtk_acl_meterBurstSize_get", "the burst sizes");
+  return burst;
+}
+
+Record meter_record(uint32_t meter, const chip_acl_meter &entry, const chip_acl_burst &burst) {
+  Record record;
+  record.add("meter", int64_t{meter});
+  record.add("state", entry.enable != 0, entry.enable != 0 ? "on" : "off");
+  record.add("rate", entry.rate * kRateUnit);
+  record.add("burst_slot", int64_t{entry.burst_slot});
+  if (entry.burst_slot < CHIP_ACL_BURST_SLOTS) {
+    record.add("burst_word", int64_t{burst.size[entry.burst_slot]});
+  } else {
+    record.add("burst_word", nullptr);
+  }
+  return record;
+}
+
+bool is_in_use(const chip_acl_meter &entry) {
+  return (entry.enable | entry.rate | entry.burst_slot) != 0;
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  const bool chosen = arguments.has("METERS");
+  const chip_acl_burst burst = read_bursts(context);
+  Answer answer;
+  answer.shape = Shape::table;
+  for (int64_t number = 0; number <= kLastMeter; ++number) {
+    const auto meter = static_cast<uint32_t>(number);
+    const auto has = [&](const std::vector<int64_t> &list) {
+      return std::find(list.begin(), list.end(), number) != list.end();
+    };
+    if (chosen && !has(arguments.numbers("METERS"))) continue;
+    const chip_acl_meter entry = read_meter(context, meter);
+    if (chosen || is_in_use(entry)) answer.records.push_back(meter_record(meter, entry, burst));
+  }
+  if (chosen && answer.records.size() == 1) answer.shape = Shape::detail;
+  return answer;
+}
+
+int32_t taken_slot(const Context &context, uint32_t meter) {
+  const auto found = taken_slots().find({context.unit, meter});
+  return found == taken_slots().end() ? USER_FIELD_NO_BURST_SLOT : found->second;
+}
+
+void give_slot_back(const Context &context, uint32_t meter) {
+  const int32_t slot = taken_slot(context, meter);
+  if (slot == USER_FIELD_NO_BURST_SLOT) return;
+  user_field_meter_burst_size_set_del(context.unit, 0, slot);
+  taken_slots().erase({context.unit, meter});
+}
+
+uint32_t take_slot(const Context &context, uint32_t meter, int64_t burst) {
+  const int32_t slot = user_field_meter_burst_size_set_del(
+      context.unit, static_cast<int32_t>(burst), taken_slot(context, meter));
+  check_acl(slot, "user_field_meter_burst_size_set_del",
+            "burst " + std::to_string(burst) + " of " + meter_name(meter) +
+                ", both slots hold other bursts");
+  taken_slots()[{context.unit, meter}] = slot;
+  return static_cast<uint32_t>(slot);
+}
+
+void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t slot) {
+  const int32_t result = user_field_meter_rate_burst_set(
+      context.unit, meter, static_cast<int32_t>(rate), static_cast<int32_t>(slot));
+  if (result < 0) give_slot_back(context, meter);
+  check_acl(result, "user_field_meter_rate_burst_set", meter_name(meter));
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  const auto meter = static_cast<uint32_t>(arguments.number("METER"));
+  const chip_acl_meter present = read_meter(context, meter);
+  if (arguments.has("rate") || arguments.has("burst")) {
+    uint32_t slot = present.burst_slot;
+    if (arguments.has("burst")) slot = take_slot(context, meter, arguments.number("burst"));
+    const int64_t rate =
+        arguments.has("rate") ? arguments.number("rate") : present.rate * kRateUnit;
+    write_meter(context, meter, rate, slot);
+  }
+  if (arguments.has("state")) {
+    check_acl(user_field_meter_entry_enable(context.unit, meter,
+                                            static_cast<uint32_t>(arguments.number("state"))),
+              "user_field_meter_entry_enable", meter_name(meter));
+  }
+  return {};
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  std::vector<int64_t> done;
+  for (const int64_t number : arguments.numbers("METERS")) {
+    const auto meter = static_cast<uint32_t>(number);
+    const int32_t result = user_field_meter_entry_del(context.unit, meter);
+    if (result < 0) {
+      Fault fault = acl_refusal(result, "user_field_meter_entry_del", meter_name(meter));
+      if (!done.empty()) fault.message += "; already done: " + number_list_text(done);
+      throw CommandError(fault);
+    }
+    give_slot_back(context, meter);
+    done.push_back(number);
+  }
+  return {};
+}
+
+Parameter meters(bool required) {
+  return {.name = "METERS", .type = numbers(0, kLastMeter), .help = "Meters", .required = required};
+}
+
+Node set_command() {
+  return {
+      .name = "set",
+      .help = "Set a meter's rate, burst and state",
+      .positional =
+          {{.name = "METER", .type = number(0, kLastMeter), .help = "Meter", .required = true}},
+      .keywords = {{.name = "rate",
+                    .type = number(0, kLastRate),
+                    .help = "Rate; the chip has it in steps of 16"},
+                   {.name = "burst",
+                    .type = number(1, kLastBurst, "bytes"),
+                    .help = "Burst size; the chip has it in steps of 128"},
+                   {.name = "state", .type = on_off(), .help = "Whether it limits anything"}},
+      .needs_keyword = true,
+      .details =
+          "A rate or a burst switches the meter on unless state says otherwise; what is\n"
+          "not given stays. All meters of a batch or session share two burst sizes.\n",
+      .run = set,
+  };
+}
+
+}  // namespace
+
+Node meter_object() {
+  return {
+      .name = "meter",
+      .help = "Meters, which limit the rate of what rules match",
+      .children = {{.name = "show",
+                    .help = "Show meters",
+                    .positional = {meters(false)},
+                    .details = "Without METERS, all that are not as after power-on, in a table.\n",
+                    .run = show},
+                   set_command(),
+                   {.name = "del",
+                    .help = "Switch meters off and forget their rates",
+                    .positional = {meters(true)},
+                    .run = del}},
+  };
+}
+
+}  // namespace swsh

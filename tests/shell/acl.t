@@ -1,0 +1,225 @@
+The object acl: rules, their counters, and what no rule matches.
+
+  $ . "$TESTDIR/setup.sh"
+  $ swctl acl show
+  $ swctl -j acl show
+  []
+
+A rule is written with its conditions and actions; it takes effect with enable:
+
+  $ swctl acl add 7 in-ports 1-4 dst-mac 01:80:c2:00:00:00/ff:ff:ff:ff:ff:f0 ethertype 0x88cc action trap
+  $ swctl acl add 300 src-ip 10.0.0.0/8 protocol tcp dst-port 80 dscp 46 action drop,meter:3,redirect:25 enable
+  $ swctl acl show
+  rule  enabled  match                                                                      actions
+  7     no       in-ports 1-4 dst-mac 01:80:c2:00:00:00/ff:ff:ff:ff:ff:f0 ethertype 0x88cc  trap
+  300   yes      protocol tcp src-ip 10.0.0.0/255.0.0.0 dscp 46 dst-port 80                 drop,redirect:25,meter:3
+  $ swctl acl show 7
+  rule      7
+  enabled   no
+  match
+    in-ports   1-4
+    dst-mac    01:80:c2:00:00:00/ff:ff:ff:ff:ff:f0
+    ethertype  0x88cc
+  actions   trap
+  template  -
+  double    no
+  $ swctl -j acl show 300
+  [{"rule":300,"enabled":true,"match":{"protocol":"tcp","src-ip":"10.0.0.0/255.0.0.0","dscp":"46","dst-port":"80"},"actions":["drop","redirect:25","meter:3"],"template":null,"double":false}]
+  $ swctl acl enable 7
+  $ swctl -j acl show 7 | grep -o '"enabled":true'
+  "enabled":true
+
+The chip has it:
+
+  $ vchipctl dump --block acl --unit 0 | grep '"text": "match'
+        "text": "match in ports 0-3, destination mac 01:80:c2:00:00:00 mask ff:ff:ff:ff:ff:f0, ethertype 0x88cc; trap",
+        "text": "match ip protocol tcp, source ip 10.0.0.0 mask 255.0.0.0, traffic class 0xb8 mask 0xfc, destination port 80; redirect to port 24; meter 3; drop",
+
+What is written reads back:
+
+  $ swctl acl del 7,300
+  $ while read -r condition; do
+  >   swctl acl add 9 $condition
+  >   swctl -j acl show 9 | sed 's/.*"match":\({[^}]*}\).*/\1/'
+  >   swctl acl del 9
+  > done <<CONDITIONS
+  > in-ports 0,25,26
+  > dst-mac 02:00:5E:00:00:01
+  > src-mac 02:00:5e:00:00:01/ff:00:00:00:00:00
+  > ethertype 0x800/0xff00
+  > outer-vlan 10/0xfff
+  > outer-vlan-id 4094
+  > outer-priority 5/7
+  > inner-vlan 35
+  > inner-vlan-id 10/0
+  > inner-priority 7
+  > frame-type 3
+  > ip-type 10
+  > protocol udp
+  > protocol 89
+  > src-ip 10.1.2.3
+  > dst-ip 10.1.2.3/0
+  > src-ip6 2001:db8::1
+  > dst-ip6 2001:db8::/33
+  > dscp 46/0x38
+  > traffic-class 0xb9
+  > src-port 67
+  > dst-port 65535/0xff00
+  > CONDITIONS
+  {"in-ports":[0,25,26]}
+  {"dst-mac":"02:00:5e:00:00:01"}
+  {"src-mac":"02:00:5e:00:00:01/ff:00:00:00:00:00"}
+  {"ethertype":"0x800/0xff00"}
+  {"outer-vlan":"10/0xfff"}
+  {"outer-vlan-id":"4094"}
+  {"outer-priority":"5/0x7"}
+  {"inner-vlan":"35"}
+  {"inner-vlan-id":"10/0x0"}
+  {"inner-priority":"7"}
+  {"frame-type":"3"}
+  {"ip-type":"10"}
+  {"protocol":"udp"}
+  {"protocol":"89"}
+  {"src-ip":"10.1.2.3"}
+  {"dst-ip":"10.1.2.3/0.0.0.0"}
+  {"src-ip6":"2001:db8::1"}
+  {"dst-ip6":"2001:db8::/ffff:ffff:8000::"}
+  {"dscp":"46/0x38"}
+  {"traffic-class":"0xb9"}
+  {"src-port":"67"}
+  {"dst-port":"65535/0xff00"}
+  $ for action in drop permit trap redirect:26 redirect-ports:9 redirect-group:2 mirror:1 count:5 \
+  >   meter:3 outer-vlan:10 inner-vlan:20 priority:7 queue:0 remark-0:46 remark-1:5 remark-2:1 \
+  >   code:53:0:8 code:24:1; do
+  >   swctl acl add 9 action $action
+  >   swctl -j acl show 9 | sed 's/.*"actions":\[\([^]]*\)\].*/\1/'
+  >   swctl acl del 9
+  > done
+  "drop"
+  "permit"
+  "trap"
+  "redirect:26"
+  "redirect-ports:9"
+  "redirect-group:2"
+  "mirror:1"
+  "count:5"
+  "meter:3"
+  "outer-vlan:10"
+  "inner-vlan:20"
+  "priority:7"
+  "queue:0"
+  "remark-0:46"
+  "remark-1:5"
+  "remark-2:1"
+  "meter:8"
+  "trap"
+
+A rule that is in use is not overwritten:
+
+  $ swctl acl add 7 ethertype 0x800 action drop
+  $ swctl acl add 7 action permit
+  swctl: acl add 7 action permit: rule 7 is in use, expected a free rule, or acl del 7 before
+  [1]
+
+A wrong word is found before anything is written:
+
+  $ swctl acl add 9 ethertype 0x1ffff
+  swctl: acl add 9 ethertype 0x1ffff: bad value "0x1ffff" of ethertype: out of range, expected a number 0-65535, or NUMBER/MASK
+  [1]
+  $ swctl acl add 9 dst-mac 01:80:c2 action drop
+  swctl: acl add 9 dst-mac 01:80:c2 action drop: bad value "01:80:c2" of dst-mac: not an address, expected an address such as 01:80:c2:00:00:00, or ADDRESS/MASK
+  [1]
+  $ swctl acl add 9 src-ip 10.0.0.0/33
+  swctl: acl add 9 src-ip 10.0.0.0/33: bad value "10.0.0.0/33" of src-ip: out of range, expected an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK
+  [1]
+  $ swctl acl add 9 protocol sctp
+  swctl: acl add 9 protocol sctp: bad value "sctp" of protocol: not a number, expected udp, tcp, icmp, igmp or a number 0-255
+  [1]
+  $ swctl acl add 9 dscp 1 traffic-class 1
+  swctl: acl add 9 dscp 1 traffic-class 1: dscp and traffic-class are one field of the chip, expected one of them
+  [1]
+  $ swctl acl add 9 ethertype 0x800 action drop,meter
+  swctl: acl add 9 ethertype 0x800 action drop,meter: bad action "meter": a parameter is missing, expected meter:NUMBER
+  [1]
+  $ swctl acl add 9 action redirect:27
+  swctl: acl add 9 action redirect:27: bad action "redirect:27": "27" is out of range, expected an interface number 0-26
+  [1]
+  $ swctl acl add 1536 action drop
+  swctl: acl add: bad value "1536", expected a number 0-1535
+  [1]
+  $ swctl acl add 9
+  swctl: acl add 9: missing keyword, expected one of: * (glob)
+  [1]
+  $ swctl acl show 9
+
+A field that the chip refuses leaves nothing behind:
+
+  $ SWPROBE_FAIL="rtk_acl_ruleEntryField_write nth 2 result -1004" \
+  >   swctl acl add 9 ethertype 0x800 src-port 7 action drop
+  swctl: acl add 9 ethertype 0x800 src-port 7 action drop: user_field_qualify_L4SrcPort refused src-port of rule 9: a value is outside its range (result -1004); nothing of it was kept
+  [2]
+  $ SWPROBE_FAIL="rtk_acl_ruleAction_set nth 2 result -1004" \
+  >   swctl acl add 9 ethertype 0x800 action drop,meter:3
+  swctl: acl add 9 ethertype 0x800 action drop,meter:3: user_field_action_add refused action meter:3 of rule 9: a value is outside its range (result -1004); nothing of it was kept
+  [2]
+  $ SWPROBE_FAIL="rtk_acl_ruleValidate_set result -1004" swctl acl add 9 ethertype 0x800 enable
+  swctl: acl add 9 ethertype 0x800 enable: user_field_entry_install refused rule 9: a value is outside its range (result -1004); nothing of it was kept
+  [2]
+  $ swctl -j acl show 9
+  []
+  $ SWPROBE_FAIL="rtk_acl_ruleAction_set result -1004; rtk_acl_rule_del result -7" \
+  >   swctl acl add 9 ethertype 0x800 action drop 2>&1 | grep -o '; what.*'
+  ; what was written of it could not be removed (result -7)
+  $ swctl acl del 7-9
+
+The form of the table:
+
+  $ swctl acl template 7 5
+  $ swctl acl double 6
+  $ swctl acl show
+  $ swctl acl show 6,7
+  rule  enabled  match  actions
+  6     no       all    -
+  7     no       all    -
+  $ swctl -u 1 acl init
+  $ vchipctl dump --block acl --unit 1 | grep -c '"joined": true'
+  384
+  $ SWPROBE_FAIL="rtk_acl_template_set result -1004" swctl acl init
+  user_field_init:[00283] call api failed, ret=-1004 
+  swctl: acl init: user_field_init refused the rule table: a value is outside its range (result -1004)
+  [2]
+
+Frames that no rule matches, and counters:
+
+  $ swctl acl miss 1-4,25 drop
+  $ swctl acl miss 3 forward
+  $ vchipctl dump --block acl --unit 0 --compact | grep -o '"drops_what_no_rule_matches":[^]]*]'
+  "drops_what_no_rule_matches":[0,1,3,24]
+  $ vchipctl rule-count 5 10 6400
+  $ swctl acl stats 4-5
+  counter  packets  bytes
+  4        0        0
+  5        10       6400
+  $ swctl -j acl stats 5 clear
+  [{"counter":5,"packets":10,"bytes":6400}]
+  $ swctl acl stats 5
+  counter  packets  bytes
+  5        0        0
+
+A hundred rules from a file, and a line that is wrong:
+
+  $ for rule in $(seq 1 100); do
+  >   echo "acl add $rule in-ports 1 dst-mac 02:00:00:00:00:01 ethertype 0x800 action drop enable"
+  > done > rules
+  $ swctl -b rules
+  $ swctl acl show | wc -l
+  101
+  $ swctl -j acl show | is_json
+  valid
+  $ swctl acl del 1-100
+  $ sed -i '51s/0x800/0x80000/' rules
+  $ swctl -b rules
+  rules:51: acl add 51 in-ports 1 dst-mac 02:00:00:00:00:01 ethertype 0x80000 action drop enable: bad value "0x80000" of ethertype: out of range, expected a number 0-65535, or NUMBER/MASK
+  [1]
+  $ swctl acl show | wc -l
+  51
