@@ -40,4 +40,15 @@ struct user_pbmp_t {
 };
 typedef struct user_pbmp_t user_pbmp_t;
 
+/**
+ * @brief A 64-bit counter value as two words, the most significant first.
+ *
+ * The order of the words is the same on every machine.
+ */
+struct user_counter_t {
+  uint32_t high;
+  uint32_t low;
+};
+typedef struct user_counter_t user_counter_t;
+
 #endif

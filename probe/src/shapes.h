@@ -6,6 +6,7 @@
 
 #include <swctl/platform/adapter_records.h>
 #include <swctl/platform/l2_records.h>
+#include <swctl/platform/port_records.h>
 #include <swctl/platform/vlan_records.h>
 
 #include "shape.h"
@@ -64,6 +65,34 @@ struct Shape<chip_l2_flush_request> {
       SWPROBE_FIELD(chip_l2_flush_request, reserved2, dec),
       SWPROBE_FIELD(chip_l2_flush_request, includeStatic, dec),
   };
+};
+
+template <>
+struct Shape<user_counter_t> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(user_counter_t, high, dec),
+      SWPROBE_FIELD(user_counter_t, low, dec),
+  };
+};
+
+template <>
+struct Shape<chip_cable_test_t> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_cable_test_t, unused, dec),
+      SWPROBE_FIELD(chip_cable_test_t, shorted, dec),
+      SWPROBE_FIELD(chip_cable_test_t, open, dec),
+      SWPROBE_FIELD(chip_cable_test_t, mismatch, dec),
+      SWPROBE_FIELD(chip_cable_test_t, crosstalk, dec),
+      SWPROBE_FIELD(chip_cable_test_t, length, dec),
+  };
+};
+
+// Its counters as pairs of words, the most significant first.
+template <>
+struct Shape<chip_port_counters_t> {
+  static constexpr Field fields[] = {{"value", offsetof(chip_port_counters_t, value),
+                                      sizeof(uint32_t), 2 * CHIP_PORT_COUNTERS, true, false,
+                                      Form::dec}};
 };
 
 template <>

@@ -27,10 +27,9 @@ TEST_F(Defaults, AreKeptPerUnitAndReset) {
   EXPECT_EQ(rtk_acl_meterIncludeIfg_set(1, 0), 0);
   EXPECT_EQ(vchip::defaults(1), (DefaultsView{false, {0, 0, 0, 0, 0, 7}, 0, false}));
   EXPECT_EQ(vchip::defaults(0), kPowerOn);
-  EXPECT_THAT(vchip::dump_json(-1),
-              testing::HasSubstr(R"("defaults":{"zero_source_learned":false,)"
-                                 R"("flood_mask_index":[0,0,0,0,0,7],"priority_source":0,)"
-                                 R"("meters_count_gap":false})"));
+  EXPECT_THAT(vchip::dump_json(-1), testing::HasSubstr(R"("defaults":{"zero_source_learned":false,)"
+                                                       R"("priority_source":0,)"
+                                                       R"("meters_count_gap":false})"));
   ASSERT_EQ(vchip_reset(), 0);
   EXPECT_EQ(vchip::defaults(1), kPowerOn);
 }

@@ -18,9 +18,9 @@ namespace {
 using Interface = vchip_test::PrivateChip;
 
 constexpr int32_t kResults[] = {
-    VCHIP_E_UNIT,      VCHIP_E_PORT,        VCHIP_E_NULL,    VCHIP_E_VALUE, VCHIP_E_INDEX,
-    VCHIP_E_CPU_PORT,  VCHIP_E_LINK,        VCHIP_E_IMAGE,   VCHIP_E_VLAN,  VCHIP_E_RULE_KIND,
-    VCHIP_E_DUPLICATE, VCHIP_E_RULE_EXISTS, VCHIP_E_NO_RULE,
+    VCHIP_E_UNIT,      VCHIP_E_PORT,        VCHIP_E_NULL,    VCHIP_E_VALUE,  VCHIP_E_INDEX,
+    VCHIP_E_CPU_PORT,  VCHIP_E_LINK,        VCHIP_E_IMAGE,   VCHIP_E_VLAN,   VCHIP_E_RULE_KIND,
+    VCHIP_E_DUPLICATE, VCHIP_E_RULE_EXISTS, VCHIP_E_NO_RULE, VCHIP_E_MEDIUM, VCHIP_E_NO_TEST,
 };
 
 TEST_F(Interface, EveryListedCallLivesInTheLibrary) {
@@ -30,9 +30,10 @@ TEST_F(Interface, EveryListedCallLivesInTheLibrary) {
 #include <swctl/platform/calls/adapter.def>
 #include <swctl/platform/calls/sdk.def>
 #include <swctl/platform/calls_end.h>
-      "Log_logging_func", "sys_trace_get",   "sys_trace_add_log", "swctl_platform_result_text",
-      "vchip_open",       "vchip_reset",     "vchip_cable_plug",  "vchip_cable_pull",
-      "vchip_medium_set", "vchip_trace_set", "vchip_result_text",
+      "Log_logging_func",  "sys_trace_get",     "sys_trace_add_log",  "swctl_platform_result_text",
+      "vchip_open",        "vchip_reset",       "vchip_cable_plug",   "vchip_cable_pull",
+      "vchip_medium_set",  "vchip_trace_set",   "vchip_result_text",  "vchip_pair_set",
+      "vchip_counter_set", "vchip_counter_add", "vchip_storm_exceed",
   };
   for (const char *name : names) {
     void *address = dlsym(RTLD_DEFAULT, name);

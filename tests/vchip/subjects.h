@@ -40,6 +40,9 @@ const Subjects &acl_subjects();
 const Subjects &frame_subjects();
 const Subjects &l2_subjects();
 const Subjects &port_subjects();
+const Subjects &port_more_subjects();
+const Subjects &port_rate_subjects();
+const Subjects &port_tag_subjects();
 const Subjects &vlan_subjects();
 
 }  // namespace vchip_test

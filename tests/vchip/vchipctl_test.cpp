@@ -128,12 +128,11 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 }
 
 TEST_F(Vchipctl, WrongWordsAreNamed) {
-  expect_wrong(
-      "",
-      "a command is missing: expected reset, dump, link, medium, learn, mark, time, trace, help");
-  expect_wrong("rest",
-               "'rest' does not belong here: expected reset, dump, link, medium, learn, mark, "
-               "time, trace, help");
+  const std::string all =
+      "expected reset, dump, link, medium, learn, mark, rule-count, time, pair, counter, storm, "
+      "trace, help";
+  expect_wrong("", "a command is missing: " + all);
+  expect_wrong("rest", "'rest' does not belong here: " + all);
   expect_wrong("link", "a command is missing: expected up, down");
   expect_wrong("link sideways 3", "'sideways' does not belong here: expected up, down");
   expect_wrong("link up", "PORTS is required");
@@ -145,7 +144,7 @@ TEST_F(Vchipctl, WrongWordsAreNamed) {
   const Result unknown_block = run("dump --block ports");
   EXPECT_EQ(unknown_block.status, 1);
   EXPECT_EQ(
-      unknown_block.output.find("vchipctl: no block 'ports': expected platform, rules, port, "), 0u)
+      unknown_block.output.find("vchipctl: no block 'ports': expected platform, rules, acl, "), 0u)
       << unknown_block.output;
   expect_wrong("dump --unit 0 --block platform", "block 'platform' belongs to no unit");
   expect_wrong("dump --unit 0 --block rules", "block 'rules' belongs to no unit");
@@ -263,6 +262,37 @@ TEST_F(Vchipctl, WrongStations) {
 TEST_F(Vchipctl, AFullDiskIsNotSuccess) {
   const Result result = run("dump > /dev/full");
   EXPECT_EQ(result.status, 2);
+}
+
+TEST_F(Vchipctl, PairsOfWires) {
+  expect_done("pair 3,5 A,C-D open,crosstalk --length 1250");
+  const json cables = dump("--unit 0 --block cable");
+  const json broken = json::parse(R"({"faults":["open","crosstalk"],"length_cm":1250})");
+  const json whole = json::parse(R"({"faults":[],"length_cm":0})");
+  for (const size_t port : {2u, 4u}) {
+    EXPECT_EQ(cables[port]["pairs"], json::array({broken, whole, broken, broken}));
+  }
+  EXPECT_EQ(cables[3]["pairs"][0], whole);
+  expect_done("pair 3 A none --unit 0");
+  EXPECT_EQ(dump("--unit 0 --block cable")[2]["pairs"][0], whole);
+  expect_wrong("pair 3 E open", "no pair 'E': expected A to D, or lists and ranges of them");
+  expect_wrong("pair 3 D-B open", "bad pair range 'D-B': expected rising");
+  expect_wrong("pair 3 A wet",
+               "no fault 'wet': expected none, or a list of open, short, mismatch, crosstalk");
+}
+
+TEST_F(Vchipctl, CountersAndStorms) {
+  expect_done("counter 3 1 set 18446744073709551615");
+  expect_done("counter 3 1 add 2");
+  expect_done("storm 3 4");
+  EXPECT_EQ(dump("--unit 0 --block counter")[2]["counters"],
+            json::parse(R"([{"counter":1,"name":"rx-unicast","value":"1"}])"));
+  EXPECT_EQ(dump("--unit 0 --block rate")["ports"][2]["storm"][4]["exceeded"], true);
+  expect_wrong("counter 3 1 double 2", "no counter command 'double': expected set or add");
+  const Result refused = run("counter 3 48 set 1");
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_EQ(refused.output, "vchipctl: an index is outside its table\n");
+  EXPECT_EQ(run("storm 3 5").status, 2);
 }
 
 }  // namespace

@@ -76,6 +76,30 @@ void medium(const MediumWords &words) {
   for (const int32_t port : ports) expect_done(vchip_medium_set(unit, port, side));
 }
 
+void pair(const PairWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const std::vector<uint32_t> pairs = parse_pairs(words.pairs);
+  const uint32_t faults = parse_faults(words.faults);
+  for (const int32_t port : parse_ports(words.ports))
+    for (const uint32_t each : pairs)
+      expect_done(vchip_pair_set(unit, port, each, faults, words.length));
+}
+
+void counter(const CounterWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  const std::vector<int32_t> ports = parse_ports(words.ports);
+  if (words.change != "set" && words.change != "add")
+    throw UsageError("no counter command '" + words.change + "': expected set or add");
+  const auto change = words.change == "set" ? vchip_counter_set : vchip_counter_add;
+  for (const int32_t port : ports) expect_done(change(unit, port, words.counter, words.number));
+}
+
+void storm(const StormWords &words) {
+  const uint32_t unit = parse_unit(words.unit);
+  for (const int32_t port : parse_ports(words.ports))
+    expect_done(vchip_storm_exceed(unit, port, words.type));
+}
+
 void trace(const std::string &word) {
   if (word == "on") return expect_done(vchip_trace_set(1));
   if (word == "off") return expect_done(vchip_trace_set(0));

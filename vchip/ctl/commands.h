@@ -4,6 +4,7 @@
 #ifndef VCHIPCTL_COMMANDS_H
 #define VCHIPCTL_COMMANDS_H
 
+#include <cstdint>
 #include <string>
 
 namespace vchipctl {
@@ -55,6 +56,28 @@ struct DumpWords {
   bool compact = false;
 };
 
+struct PairWords {
+  std::string unit = "0";
+  std::string ports;
+  std::string pairs;
+  std::string faults;
+  uint32_t length = 0;
+};
+
+struct CounterWords {
+  std::string unit = "0";
+  std::string ports;
+  uint32_t counter = 0;
+  std::string change;
+  uint64_t number = 0;
+};
+
+struct StormWords {
+  std::string unit = "0";
+  std::string ports;
+  uint32_t type = 0;
+};
+
 void reset();
 void link_up(const LinkWords &words);
 void link_down(const LinkWords &words);
@@ -63,6 +86,9 @@ void learn(const StationWords &words);
 void mark(const MarkWords &words);
 void pass_time(const TimeWords &words);
 void count(const CountWords &words);
+void pair(const PairWords &words);
+void counter(const CounterWords &words);
+void storm(const StormWords &words);
 void trace(const std::string &word);
 void dump(const DumpWords &words);
 

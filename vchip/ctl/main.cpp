@@ -40,6 +40,9 @@ struct CommandLine {
   vchipctl::MarkWords mark;
   vchipctl::TimeWords time;
   vchipctl::CountWords count;
+  vchipctl::PairWords pair;
+  vchipctl::CounterWords counter;
+  vchipctl::StormWords storm;
   vchipctl::DumpWords dump;
   std::string trace;
   std::function<void()> run;
@@ -109,6 +112,37 @@ void add_count(CLI::App &app, CommandLine &line) {
   count->callback([&line] { line.run = [&line] { vchipctl::count(line.count); }; });
 }
 
+void add_pair(CLI::App &app, CommandLine &line) {
+  CLI::App *pair = app.add_subcommand("pair", "Say what is wrong with pairs of wires");
+  pair->add_option("PORTS", line.pair.ports, kPorts)->required();
+  pair->add_option("PAIRS", line.pair.pairs, "A to D: lists and ranges such as A, B-D")->required();
+  pair->add_option("FAULTS", line.pair.faults,
+                   "none, or a list of: open, short, mismatch, crosstalk")
+      ->required();
+  pair->add_option("--length", line.pair.length, "To the fault or the far end, in centimetres");
+  pair->add_option("--unit", line.pair.unit, kUnit);
+  pair->callback([&line] { line.run = [&line] { vchipctl::pair(line.pair); }; });
+}
+
+void add_counter(CLI::App &app, CommandLine &line) {
+  CLI::App *counter = app.add_subcommand("counter", "Let ports count");
+  counter->add_option("PORTS", line.counter.ports, kPorts)->required();
+  counter->add_option("COUNTER", line.counter.counter, "Identifier, 0 to 47")->required();
+  counter->add_option("CHANGE", line.counter.change, "set or add; adding wraps around at 2^64")
+      ->required();
+  counter->add_option("NUMBER", line.counter.number, "0 to 2^64 - 1")->required();
+  counter->add_option("--unit", line.counter.unit, kUnit);
+  counter->callback([&line] { line.run = [&line] { vchipctl::counter(line.counter); }; });
+}
+
+void add_storm(CLI::App &app, CommandLine &line) {
+  CLI::App *storm = app.add_subcommand("storm", "Let a storm type exceed its rate");
+  storm->add_option("PORTS", line.storm.ports, kPorts)->required();
+  storm->add_option("TYPE", line.storm.type, "Storm type, 0 to 4")->required();
+  storm->add_option("--unit", line.storm.unit, kUnit);
+  storm->callback([&line] { line.run = [&line] { vchipctl::storm(line.storm); }; });
+}
+
 void add_commands(CLI::App &app, CommandLine &line) {
   app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
   app.require_subcommand(1);
@@ -122,6 +156,9 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_addresses(app, line);
   add_count(app, line);
   add_time(app, line);
+  add_pair(app, line);
+  add_counter(app, line);
+  add_storm(app, line);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });

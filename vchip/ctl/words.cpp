@@ -26,6 +26,17 @@ constexpr AbilityWord kAbilityWords[] = {
     {"pause", VCHIP_ABILITY_PAUSE},         {"asymmetric-pause", VCHIP_ABILITY_ASYMMETRIC_PAUSE},
 };
 
+struct FaultWord {
+  const char *name;
+  uint32_t fault;
+};
+constexpr FaultWord kFaultWords[] = {
+    {"open", VCHIP_FAULT_OPEN},
+    {"short", VCHIP_FAULT_SHORT},
+    {"mismatch", VCHIP_FAULT_MISMATCH},
+    {"crosstalk", VCHIP_FAULT_CROSSTALK},
+};
+
 std::string quoted(const std::string &word) {
   return "'" + word + "'";
 }
@@ -85,6 +96,19 @@ void add_range(std::vector<int32_t> &ports, const std::string &range) {
     throw UsageError("bad port range " + quoted(range) + ": expected A-B or pA-pB, rising");
   for (int32_t each = first.number; each <= last.number; ++each)
     ports.push_back(first.on_chip ? each : front_port(each));
+}
+
+uint32_t parse_pair(const std::string &word) {
+  if (word.size() == 1 && word[0] >= 'A' && word[0] < 'A' + VCHIP_PAIRS)
+    return static_cast<uint32_t>(word[0] - 'A');
+  throw UsageError("no pair " + quoted(word) + ": expected A to D, or lists and ranges of them");
+}
+
+uint32_t parse_fault(const std::string &word) {
+  for (const FaultWord &fault : kFaultWords)
+    if (word == fault.name) return fault.fault;
+  throw UsageError("no fault " + quoted(word) +
+                   ": expected none, or a list of open, short, mismatch, crosstalk");
 }
 
 uint32_t parse_ability(const std::string &word) {
@@ -147,6 +171,25 @@ uint32_t parse_number(const std::string &word, const std::string &what, uint32_t
     throw UsageError("no " + what + ' ' + quoted(word) + ": expected 0 to " +
                      std::to_string(highest));
   return value;
+}
+
+std::vector<uint32_t> parse_pairs(const std::string &list) {
+  std::vector<uint32_t> pairs;
+  for (const std::string &range : split(list)) {
+    const size_t dash = range.find('-');
+    const uint32_t first = parse_pair(range.substr(0, dash));
+    const uint32_t last = dash == std::string::npos ? first : parse_pair(range.substr(dash + 1));
+    if (first > last) throw UsageError("bad pair range " + quoted(range) + ": expected rising");
+    for (uint32_t pair = first; pair <= last; ++pair) pairs.push_back(pair);
+  }
+  return pairs;
+}
+
+uint32_t parse_faults(const std::string &list) {
+  if (list == "none") return 0;
+  uint32_t faults = 0;
+  for (const std::string &word : split(list)) faults |= parse_fault(word);
+  return faults;
 }
 
 uint32_t parse_medium(const std::string &word) {

@@ -20,6 +20,12 @@ uint32_t parse_abilities(const std::string &list);
 // "1000-full": an ability word with one mode.
 uint32_t parse_mode(const std::string &word);
 
+// "A", "B-D" or "A,C": pairs of wires, numbered from 0.
+std::vector<uint32_t> parse_pairs(const std::string &list);
+
+// "none", "open", "short,crosstalk": VCHIP_FAULT_*.
+uint32_t parse_faults(const std::string &list);
+
 uint32_t parse_medium(const std::string &word);
 
 // "02:00:5e:00:00:01": six bytes.

@@ -45,6 +45,15 @@
 #define VCHIP_DUPLEX_HALF 0u
 #define VCHIP_DUPLEX_FULL 1u
 
+/**
+ * @name Crossover modes
+ * @{
+ */
+#define VCHIP_CROSSOVER_AUTO 0u
+#define VCHIP_CROSSOVER_STRAIGHT 1u
+#define VCHIP_CROSSOVER_CROSSED 2u
+/** @} */
+
 #define VCHIP_MEDIUM_COPPER 0u
 #define VCHIP_MEDIUM_FIBRE 1u
 

@@ -50,6 +50,8 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_CPU_PORT (-1006)  /**< the CPU port has no such feature */
 #define VCHIP_E_LINK (-1007)      /**< the port's link is down */
 #define VCHIP_E_IMAGE (-1008)     /**< the image named by VCHIP_IMAGE cannot be used */
+#define VCHIP_E_MEDIUM (-1021)    /**< the port's medium has no such test */
+#define VCHIP_E_NO_TEST (-1022)   /**< no cable test has been run on the port */
 #define VCHIP_E_L2_ENTRY (-1031)  /**< no such layer-2 entry, or none left in a scan */
 #define VCHIP_E_L2_FULL (-1032)   /**< no place for the entry: its bucket, or the table, is full */
 #define VCHIP_E_L2_EXISTS (-1033) /**< the multicast group exists already */
@@ -196,6 +198,59 @@ SWCTL_API int32_t vchip_time_pass(uint32_t unit, uint32_t seconds);
  */
 SWCTL_API int32_t vchip_acl_count(uint32_t unit, uint32_t counter, uint64_t packets,
                                   uint64_t bytes);
+
+/**
+ * @name Cable faults
+ * What may be wrong with a pair of wires; several may be at once.
+ * @{
+ */
+#define VCHIP_FAULT_OPEN 1u
+#define VCHIP_FAULT_SHORT 2u
+#define VCHIP_FAULT_MISMATCH 4u
+#define VCHIP_FAULT_CROSSTALK 8u
+#define VCHIP_FAULTS_ALL 15u
+/** @} */
+
+/** Pairs of wires of a copper port, A to D, numbered from 0. */
+#define VCHIP_PAIRS 4
+
+/**
+ * @brief Says what is wrong with a pair of the wires on a front port.
+ *
+ * It shows in cable tests that start from then on. Faults stay when a cable
+ * is pulled and plugged; the link does not mind them.
+ *
+ * @param pair   0 to 3
+ * @param faults VCHIP_FAULT_*, 0 for none
+ * @param length to the fault or the far end, in centimetres
+ * @return as vchip_cable_plug(); ::VCHIP_E_INDEX for another pair,
+ *         ::VCHIP_E_VALUE for another fault
+ */
+SWCTL_API int32_t vchip_pair_set(uint32_t unit, int32_t port, uint32_t pair, uint32_t faults,
+                                 uint32_t length);
+
+/**
+ * @brief Sets a counter of a port.
+ * @param counter identifier
+ * @param value   what it holds from now on
+ * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_INDEX, ::VCHIP_E_IMAGE
+ */
+SWCTL_API int32_t vchip_counter_set(uint32_t unit, int32_t port, uint32_t counter, uint64_t value);
+
+/**
+ * @brief Counts on: adds to a counter of a port, which wraps around behind
+ *        2^64 - 1.
+ * @param amount what to add
+ * @return as vchip_counter_set()
+ */
+SWCTL_API int32_t vchip_counter_add(uint32_t unit, int32_t port, uint32_t counter, uint64_t amount);
+
+/**
+ * @brief Lets a storm type exceed its rate on a front port, controlled or not.
+ * @param type storm type, 0 to 4
+ * @return as vchip_cable_plug(); ::VCHIP_E_INDEX for another type
+ */
+SWCTL_API int32_t vchip_storm_exceed(uint32_t unit, int32_t port, uint32_t type);
 
 /**
  * @brief Switches the platform's operation trace on or off.

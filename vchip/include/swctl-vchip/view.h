@@ -13,9 +13,15 @@
 #define SWCTL_VCHIP_VIEW_H
 
 #include <swctl-vchip/acl_view.h>
+#include <swctl-vchip/attack_view.h>
+#include <swctl-vchip/cable_view.h>
+#include <swctl-vchip/counter_view.h>
 #include <swctl-vchip/defaults_view.h>
+#include <swctl-vchip/forward_view.h>
 #include <swctl-vchip/l2_view.h>
+#include <swctl-vchip/rate_view.h>
 #include <swctl-vchip/rule_view.h>
+#include <swctl-vchip/tag_view.h>
 #include <swctl-vchip/vlan_view.h>
 #include <swctl/types.h>
 
@@ -38,6 +44,9 @@ struct PortView {
   bool combo;
   uint32_t medium;
   bool loopback;
+  bool back_pressure;
+  uint32_t crossover;
+  bool eee;
   bool cable;
   bool partner_autonegotiation;
   uint32_t partner_ability;
@@ -45,20 +54,19 @@ struct PortView {
   bool link;
   uint32_t speed;
   uint32_t duplex;
+  // Flow control in operation.
+  bool pause_transmit;
+  bool pause_receive;
 };
 SWCTL_API PortView port(uint32_t unit, int32_t port);
 
 // What holds for a whole unit.
 struct SwitchView {
   bool tag_counts_in_length;
+  std::vector<uint32_t> max_length;  // by class of link speeds
+  std::vector<uint32_t> cpu_format;  // by kind of frame
 };
 SWCTL_API SwitchView switch_wide(uint32_t unit);
-
-struct RateView {
-  uint32_t storm_mode;
-  std::vector<uint32_t> storm_burst;  // by storm type
-};
-SWCTL_API RateView rates(uint32_t unit);
 
 // One record of the operation trace.
 struct TraceRecord {

@@ -16,9 +16,16 @@
 #include "acl/acl_block.h"
 #include "acl/counter_block.h"
 #include "acl/meter_block.h"
+#include "counter/counter_block.h"
+#include "forward/flood_block.h"
+#include "forward/learning_block.h"
+#include "forward/mask_block.h"
 #include "l2/group_block.h"
 #include "l2/l2_block.h"
+#include "port/cable_block.h"
 #include "port/port_block.h"
+#include "tag/tag_block.h"
+#include "unit/attack_block.h"
 #include "unit/defaults_block.h"
 #include "unit/rate_block.h"
 #include "unit/switch_block.h"
@@ -26,17 +33,24 @@
 #include "vlan/vlan_block.h"
 
 //     type         member and name in a dump
-#define VCHIP_BLOCKS(BLOCK)       \
-  BLOCK(AclBlock, acl)            \
-  BLOCK(MeterBlock, meter)        \
-  BLOCK(CounterBlock, acl_count)  \
-  BLOCK(PortBlock, port)          \
-  BLOCK(SwitchBlock, switch_wide) \
-  BLOCK(RateBlock, rate)          \
-  BLOCK(DefaultsBlock, defaults)  \
-  BLOCK(L2Block, l2)              \
-  BLOCK(GroupBlock, group)        \
-  BLOCK(VlanBlock, vlan)          \
+#define VCHIP_BLOCKS(BLOCK)        \
+  BLOCK(AclBlock, acl)             \
+  BLOCK(MeterBlock, meter)         \
+  BLOCK(CounterBlock, acl_count)   \
+  BLOCK(PortBlock, port)           \
+  BLOCK(SwitchBlock, switch_wide)  \
+  BLOCK(RateBlock, rate)           \
+  BLOCK(DefaultsBlock, defaults)   \
+  BLOCK(CableBlock, cable)         \
+  BLOCK(PortCounterBlock, counter) \
+  BLOCK(FloodBlock, flood)         \
+  BLOCK(MaskBlock, forward_mask)   \
+  BLOCK(LearningBlock, learning)   \
+  BLOCK(TagBlock, tag)             \
+  BLOCK(AttackBlock, attack)       \
+  BLOCK(L2Block, l2)               \
+  BLOCK(GroupBlock, group)         \
+  BLOCK(VlanBlock, vlan)           \
   BLOCK(ConversionBlock, conversion)
 
 #endif

@@ -3,9 +3,14 @@
 #ifndef VCHIP_CORE_BOARD_H
 #define VCHIP_CORE_BOARD_H
 
+#include <swctl-vchip/vchip.h>
+
 #include <cstdint>
 
 namespace vchip {
+
+// Every port of a unit, as a mask of chip ports.
+inline constexpr uint32_t kAllPorts = (uint32_t{1} << VCHIP_PORTS) - 1;
 
 // VCHIP_NO_INTERFACE where there is none.
 int32_t interface_of(int32_t port);

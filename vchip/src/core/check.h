@@ -6,6 +6,8 @@
 
 #include <swctl-vchip/vchip.h>
 
+#include "core/board.h"
+
 namespace vchip {
 
 constexpr int32_t on_port(int32_t port) {
@@ -24,6 +26,16 @@ constexpr int32_t not_null(const Pointers *...pointers) {
 
 constexpr int32_t at_most(uint32_t value, uint32_t limit) {
   return value <= limit ? 0 : VCHIP_E_VALUE;
+}
+
+// An index into a table of `size` entries.
+constexpr int32_t below(uint32_t index, uint32_t size) {
+  return index < size ? 0 : VCHIP_E_INDEX;
+}
+
+// A mask of ports; one for a port that the unit does not have is refused.
+constexpr int32_t on_ports(uint32_t mask) {
+  return (mask & ~kAllPorts) == 0 ? 0 : VCHIP_E_PORT;
 }
 
 constexpr int32_t flag(uint32_t value) {

@@ -24,6 +24,13 @@ void Dump::numbers(const char *name, const std::vector<uint32_t> &values) {
   object_[name] = values;
 }
 
+void Dump::ports(const char *name, uint32_t mask) {
+  std::vector<uint32_t> numbers;
+  for (uint32_t port = 0; port < 32; ++port)
+    if ((mask >> port & 1) != 0) numbers.push_back(port);
+  object_[name] = numbers;
+}
+
 void Dump::text(const char *name, const std::string &value) {
   object_[name] = value;
 }

@@ -21,6 +21,8 @@ class Dump {
   void flag(const char *name, bool value);
   void number(const char *name, int64_t value);
   void numbers(const char *name, const std::vector<uint32_t> &values);
+  // The chip ports of a mask, as an array of numbers.
+  void ports(const char *name, uint32_t mask);
   void text(const char *name, const std::string &value);
   void texts(const char *name, const std::vector<std::string> &values);
   void object(const char *name, const std::function<void(Dump &)> &fill);

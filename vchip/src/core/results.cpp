@@ -20,6 +20,8 @@ const char *sentence(int32_t result) {
     case VCHIP_E_L2_FULL: return "the layer-2 table has no place for the entry";
     case VCHIP_E_L2_EXISTS: return "the multicast group exists already";
     case VCHIP_E_L2_LIMIT: return "the port's learning limit is reached";
+    case VCHIP_E_MEDIUM: return "the port's medium has no such test";
+    case VCHIP_E_NO_TEST: return "no cable test has been run on the port";
     case VCHIP_E_VLAN: return "there is no such VLAN";
     case VCHIP_E_RULE_KIND: return "there is no such kind of rule, qualifier or action";
     case VCHIP_E_DUPLICATE: return "the rule has such a qualifier or action already";

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "core/board.h"
-#include "core/check.h"
 #include "core/dump.h"
 #include "core/viewing.h"
 
@@ -27,6 +26,9 @@ void view_settings(PortView &view, const PortBlock &ports) {
   view.forced_flow_control = forced.flow_control;
   view.medium = ports.medium(view.port);
   view.loopback = ports.loopback(view.port);
+  view.back_pressure = ports.back_pressure(view.port);
+  view.crossover = ports.crossover(view.port);
+  view.eee = ports.eee(view.port);
 }
 
 void dump_chip(Dump &document, const State &state, const std::string &image) {
@@ -50,7 +52,7 @@ void dump_chip(Dump &document, const State &state, const std::string &image) {
 PortView port(uint32_t unit, int32_t port) {
   Viewing chip;
   const PortBlock &ports = chip.unit(unit).port;
-  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
+  expect_port(port);
   PortView view = {};
   view.port = port;
   view.interface = interface_of(port);
@@ -61,18 +63,18 @@ PortView port(uint32_t unit, int32_t port) {
   view.link = link.up;
   view.speed = link.speed;
   view.duplex = link.duplex;
+  const Pause pause = ports.pause(port);
+  view.pause_transmit = pause.transmit;
+  view.pause_receive = pause.receive;
   return view;
 }
 
 SwitchView switch_wide(uint32_t unit) {
   Viewing chip;
-  return {chip.unit(unit).switch_wide.tag_counts()};
-}
-
-RateView rates(uint32_t unit) {
-  Viewing chip;
-  const RateBlock &rate = chip.unit(unit).rate;
-  return {rate.storm_mode(), {rate.storm_burst().begin(), rate.storm_burst().end()}};
+  const SwitchBlock &block = chip.unit(unit).switch_wide;
+  return {block.tag_counts(),
+          {block.max_length().begin(), block.max_length().end()},
+          {block.cpu_format().begin(), block.cpu_format().end()}};
 }
 
 PlatformView platform() {

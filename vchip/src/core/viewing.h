@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "core/check.h"
 #include "core/chip.h"
 
 namespace vchip {
@@ -25,6 +26,10 @@ class Viewing {
  private:
   Locked chip_;
 };
+
+inline void expect_port(int32_t port) {
+  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
+}
 
 }  // namespace vchip
 

@@ -17,6 +17,9 @@ void PortBlock::reset() {
       .forced_flow_control = 0,
       .medium = VCHIP_MEDIUM_COPPER,
       .loopback = 0,
+      .back_pressure = 0,
+      .crossover = VCHIP_CROSSOVER_AUTO,
+      .eee = 0,
       .cable = 0,
   };
   for (Port &port : ports_) port = kPowerOn;
@@ -32,6 +35,13 @@ void PortBlock::set_forced(int32_t port, const ForcedMode &mode) {
   own.forced_speed = mode.speed;
   own.forced_duplex = mode.duplex;
   own.forced_flow_control = mode.flow_control;
+}
+
+void PortBlock::set_flow_control(int32_t port, bool on) {
+  constexpr uint32_t kBits = VCHIP_ABILITY_PAUSE | VCHIP_ABILITY_ASYMMETRIC_PAUSE;
+  Port &own = of(port);
+  own.advertised = on ? own.advertised | kBits : own.advertised & ~kBits;
+  own.forced_flow_control = on;
 }
 
 Cable PortBlock::cable(int32_t port) const {
@@ -60,6 +70,16 @@ Link PortBlock::link(int32_t port) const {
   const LinkEnd partner = {world.partner.autonegotiation != 0, world.partner.ability, fixed.speed,
                            fixed.duplex};
   return resolve_link(local, partner);
+}
+
+Pause PortBlock::pause(int32_t port) const {
+  const Link now = link(port);
+  if (!now.up || now.duplex != VCHIP_DUPLEX_FULL) return kNoPause;
+  const Port &own = of(port);
+  const bool forced = own.forced_flow_control != 0;
+  if (!autonegotiation(port)) return {forced, forced};
+  const vchip_partner_t partner = cable(port).partner;
+  return partner.autonegotiation != 0 ? resolve_pause(own.advertised, partner.ability) : kNoPause;
 }
 
 }  // namespace vchip

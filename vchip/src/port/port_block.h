@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "port/link.h"
+#include "port/pause.h"
 
 namespace vchip {
 
@@ -27,7 +28,7 @@ struct Cable {
 
 class PortBlock {
  public:
-  static constexpr uint32_t kLayout = 1;
+  static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
@@ -43,6 +44,14 @@ class PortBlock {
   bool loopback(int32_t port) const { return of(port).loopback != 0; }
   void set_loopback(int32_t port, bool on) { of(port).loopback = on; }
   uint32_t medium(int32_t port) const { return of(port).medium; }
+  bool back_pressure(int32_t port) const { return of(port).back_pressure != 0; }
+  void set_back_pressure(int32_t port, bool on) { of(port).back_pressure = on; }
+  uint32_t crossover(int32_t port) const { return of(port).crossover; }
+  void set_crossover(int32_t port, uint32_t mode) { of(port).crossover = mode; }
+  bool eee(int32_t port) const { return of(port).eee != 0; }
+  void set_eee(int32_t port, bool on) { of(port).eee = on; }
+  // Both ways of agreeing on pause: what is advertised, and what is forced.
+  void set_flow_control(int32_t port, bool on);
 
   // The world.
   void set_medium(int32_t port, uint32_t medium) { of(port).medium = medium; }
@@ -51,6 +60,7 @@ class PortBlock {
   void pull(int32_t port) { of(port).cable = 0; }
 
   Link link(int32_t port) const;
+  Pause pause(int32_t port) const;
 
  private:
   struct Port {
@@ -62,6 +72,9 @@ class PortBlock {
     uint32_t forced_flow_control;
     uint32_t medium;
     uint32_t loopback;
+    uint32_t back_pressure;
+    uint32_t crossover;
+    uint32_t eee;
     // The partner's ability word with the flags below in its reserved bits: in
     // one word, so that no killed call can leave half a partner. 0: no cable.
     uint32_t cable;

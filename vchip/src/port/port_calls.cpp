@@ -109,3 +109,46 @@ int32_t rtk_diag_portMacLocalLoopbackEnable_set(uint32_t unit, int32_t port, uin
   return change(unit, {on_port(port), flag(enable)},
                 [=](Unit &chip) { chip.port.set_loopback(port, enable != 0); });
 }
+
+int32_t rtk_port_flowCtrlEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
+  return change(unit, {on_front_port(port), flag(enable)},
+                [=](Unit &chip) { chip.port.set_flow_control(port, enable != 0); });
+}
+
+int32_t rtk_port_flowctrl_get(uint32_t unit, int32_t port, uint32_t *transmit, uint32_t *receive) {
+  return look(unit, {on_front_port(port), not_null(transmit, receive)}, [=](const Unit &chip) {
+    const vchip::Pause pause = chip.port.pause(port);
+    *transmit = pause.transmit;
+    *receive = pause.receive;
+    return 0;
+  });
+}
+
+int32_t rtk_port_backpressureEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
+  return change(unit, {on_front_port(port), flag(enable)},
+                [=](Unit &chip) { chip.port.set_back_pressure(port, enable != 0); });
+}
+
+int32_t rtk_port_phyCrossOverMode_get(uint32_t unit, int32_t port, uint32_t *mode) {
+  return look(unit, {on_front_port(port), not_null(mode)}, [=](const Unit &chip) {
+    *mode = chip.port.crossover(port);
+    return 0;
+  });
+}
+
+int32_t rtk_port_phyCrossOverMode_set(uint32_t unit, int32_t port, uint32_t mode) {
+  return change(unit, {on_front_port(port), at_most(mode, VCHIP_CROSSOVER_CROSSED)},
+                [=](Unit &chip) { chip.port.set_crossover(port, mode); });
+}
+
+int32_t rtk_eee_portEnable_get(uint32_t unit, int32_t port, uint32_t *enable) {
+  return look(unit, {on_front_port(port), not_null(enable)}, [=](const Unit &chip) {
+    *enable = chip.port.eee(port);
+    return 0;
+  });
+}
+
+int32_t rtk_eee_portEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
+  return change(unit, {on_front_port(port), flag(enable)},
+                [=](Unit &chip) { chip.port.set_eee(port, enable != 0); });
+}

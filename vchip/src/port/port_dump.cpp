@@ -46,6 +46,19 @@ void dump_cable(Dump &entry, const Cable &cable) {
   });
 }
 
+const char *crossover_name(uint32_t mode) {
+  switch (mode) {
+    case VCHIP_CROSSOVER_STRAIGHT: return "straight";
+    case VCHIP_CROSSOVER_CROSSED: return "crossed";
+    default: return "auto";
+  }
+}
+
+void dump_pause(Dump &entry, const Pause &pause) {
+  entry.flag("transmit", pause.transmit);
+  entry.flag("receive", pause.receive);
+}
+
 void dump_link(Dump &entry, const Link &link) {
   entry.flag("up", link.up);
   if (!link.up) return;
@@ -70,6 +83,10 @@ void PortBlock::dump_port(Dump &entry, int32_t port) const {
   entry.flag("autonegotiation", autonegotiation(port));
   entry.object("advertised", [&](Dump &word) { dump_abilities(word, advertised(port)); });
   entry.object("forced", [&](Dump &mode) { dump_forced(mode, forced(port)); });
+  entry.object("pause", [&](Dump &state) { dump_pause(state, pause(port)); });
+  entry.flag("back_pressure", back_pressure(port));
+  entry.text("crossover", crossover_name(crossover(port)));
+  entry.flag("eee", eee(port));
   entry.flag("combo", is_combo(port));
   entry.text("medium", medium(port) == VCHIP_MEDIUM_FIBRE ? "fibre" : "copper");
   dump_cable(entry, cable(port));

@@ -3,30 +3,23 @@
 #ifndef VCHIP_UNIT_DEFAULTS_BLOCK_H
 #define VCHIP_UNIT_DEFAULTS_BLOCK_H
 
-#include <array>
 #include <cstdint>
 
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kLookupMissTypes = 6;
-inline constexpr uint32_t kFloodPortMasks = 8;
 inline constexpr uint32_t kMaxPrioritySource = 1;
 
 class DefaultsBlock {
  public:
-  static constexpr uint32_t kLayout = 1;
+  static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
 
   bool zero_source_learned() const { return zero_source_learned_ != 0; }
   void set_zero_source_learned(bool learned) { zero_source_learned_ = learned; }
-  const std::array<uint32_t, kLookupMissTypes> &flood_mask_index() const {
-    return flood_mask_index_;
-  }
-  void set_flood_mask_index(uint32_t type, uint32_t index) { flood_mask_index_[type] = index; }
   uint32_t priority_source() const { return priority_source_; }
   void set_priority_source(uint32_t source) { priority_source_ = source; }
   bool meters_count_gap() const { return meters_count_gap_ != 0; }
@@ -34,7 +27,6 @@ class DefaultsBlock {
 
  private:
   uint32_t zero_source_learned_;
-  std::array<uint32_t, kLookupMissTypes> flood_mask_index_;
   uint32_t priority_source_;
   uint32_t meters_count_gap_;
 };

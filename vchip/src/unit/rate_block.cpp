@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "unit/rate_block.h"
 
-#include <swctl/platform/sdk.h>
-
-#include "core/check.h"
-#include "core/chip.h"
 #include "core/dump.h"
 
 namespace vchip {
@@ -13,8 +9,16 @@ namespace {
 constexpr uint32_t kCountBytes = 0;
 constexpr uint32_t kCountPackets = 1;
 
-int32_t on_storm_type(uint32_t type) {
-  return type < kStormTypes ? 0 : VCHIP_E_INDEX;
+void dump_bandwidth(Dump &entry, const Bandwidth &bandwidth) {
+  entry.flag("limited", bandwidth.limited != 0);
+  entry.number("rate", bandwidth.rate);
+}
+
+void dump_storm(Dump &entry, const Storm &storm) {
+  entry.flag("controlled", storm.controlled != 0);
+  entry.number("selection", storm.selection);
+  entry.number("rate", storm.rate);
+  entry.flag("exceeded", storm.exceeded != 0);
 }
 
 }  // namespace
@@ -24,6 +28,19 @@ int32_t on_storm_type(uint32_t type) {
 void RateBlock::reset() {
   storm_mode_ = kCountPackets;
   storm_burst_.fill(0);
+  Port power_on = {{0, kMaxBandwidth}, {0, kMaxBandwidth}, {}};
+  for (Storm &storm : power_on.storm) storm.rate = kMaxStormRate;
+  for (Port &port : ports_) port = power_on;
+}
+
+void RateBlock::dump_port(Dump &entry, int32_t port) const {
+  entry.number("port", port);
+  entry.object("ingress", [&](Dump &limit) { dump_bandwidth(limit, ingress(port)); });
+  entry.object("egress", [&](Dump &limit) { dump_bandwidth(limit, egress(port)); });
+  if (port == VCHIP_CPU_PORT) return;
+  entry.objects("storm", kStormTypes, [&](Dump &type, size_t index) {
+    dump_storm(type, storm(port, static_cast<uint32_t>(index)));
+  });
 }
 
 void RateBlock::dump(const char *name, Dump &unit) const {
@@ -31,18 +48,10 @@ void RateBlock::dump(const char *name, Dump &unit) const {
     block.number("storm_mode", storm_mode_);
     block.text("storm_counts", storm_mode_ == kCountBytes ? "bytes" : "packets");
     block.numbers("storm_burst", {storm_burst_.begin(), storm_burst_.end()});
+    block.objects("ports", VCHIP_PORTS, [this](Dump &entry, size_t port) {
+      dump_port(entry, static_cast<int32_t>(port));
+    });
   });
 }
 
 }  // namespace vchip
-
-int32_t rtk_rate_stormControlRateMode_set(uint32_t unit, uint32_t mode) {
-  return vchip::change(unit, {vchip::at_most(mode, vchip::kCountPackets)},
-                       [=](vchip::Unit &chip) { chip.rate.set_storm_mode(mode); });
-}
-
-int32_t rtk_rate_stormControlBurstSize_set(uint32_t unit, uint32_t type, uint32_t size) {
-  return vchip::change(unit,
-                       {vchip::on_storm_type(type), vchip::at_most(size, vchip::kMaxStormBurst)},
-                       [=](vchip::Unit &chip) { chip.rate.set_storm_burst(type, size); });
-}

@@ -3,6 +3,8 @@
 #ifndef VCHIP_UNIT_RATE_BLOCK_H
 #define VCHIP_UNIT_RATE_BLOCK_H
 
+#include <swctl-vchip/vchip.h>
+
 #include <array>
 #include <cstdint>
 
@@ -12,10 +14,26 @@ class Dump;
 
 inline constexpr uint32_t kStormTypes = 5;
 inline constexpr uint32_t kMaxStormBurst = 0xffff;
+inline constexpr uint32_t kMaxStormRate = 0xffffff;
+// In units of 16 kbit/s.
+inline constexpr int32_t kMaxBandwidth = 0xfffff;
+
+// The limit of one direction of a port.
+struct Bandwidth {
+  uint32_t limited;
+  int32_t rate;
+};
+// Storm control of one type on one port.
+struct Storm {
+  uint32_t controlled;
+  uint32_t selection;
+  uint32_t rate;
+  uint32_t exceeded;
+};
 
 class RateBlock {
  public:
-  static constexpr uint32_t kLayout = 1;
+  static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
@@ -25,9 +43,24 @@ class RateBlock {
   const std::array<uint32_t, kStormTypes> &storm_burst() const { return storm_burst_; }
   void set_storm_burst(uint32_t type, uint32_t size) { storm_burst_[type] = size; }
 
+  const Bandwidth &ingress(int32_t port) const { return ports_[port].ingress; }
+  Bandwidth &ingress(int32_t port) { return ports_[port].ingress; }
+  const Bandwidth &egress(int32_t port) const { return ports_[port].egress; }
+  Bandwidth &egress(int32_t port) { return ports_[port].egress; }
+  const Storm &storm(int32_t port, uint32_t type) const { return ports_[port].storm[type]; }
+  Storm &storm(int32_t port, uint32_t type) { return ports_[port].storm[type]; }
+
  private:
+  struct Port {
+    Bandwidth ingress;
+    Bandwidth egress;
+    Storm storm[kStormTypes];
+  };
+  void dump_port(Dump &entry, int32_t port) const;
+
   uint32_t storm_mode_;
   std::array<uint32_t, kStormTypes> storm_burst_;
+  Port ports_[VCHIP_PORTS];
 };
 
 }  // namespace vchip

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "core/board.h"
+
 namespace vchip {
 
 class Dump;
@@ -17,7 +19,6 @@ inline constexpr uint32_t kVlanIds = 4096;
 inline constexpr uint32_t kFirstVlan = 1;
 inline constexpr uint32_t kLastVlan = 4094;
 inline constexpr uint32_t kDefaultVlan = 1;
-inline constexpr uint32_t kAllPorts = (1u << VCHIP_PORTS) - 1;
 
 constexpr uint32_t port_bit(int32_t port) {
   return 1u << static_cast<uint32_t>(port);
