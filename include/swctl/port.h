@@ -3,6 +3,8 @@
  * @file port.h
  * @brief Ports: link, medium, loopback, speed and duplex.
  *
+ * What else there is of ports stands in the headers that this one includes.
+ *
  * The laws in frame.h hold throughout: leading argument ignored, then the
  * unit, then the chip's physical port, passed to the SDK unchanged. No range
  * is checked here; the SDK refuses what it does not have.
@@ -10,7 +12,15 @@
 #ifndef SWCTL_PORT_H
 #define SWCTL_PORT_H
 
+#include <swctl/port_cable.h>
+#include <swctl/port_counter.h>
 #include <swctl/port_fixed.h>
+#include <swctl/port_flood.h>
+#include <swctl/port_frame.h>
+#include <swctl/port_negotiation.h>
+#include <swctl/port_rate.h>
+#include <swctl/port_switch.h>
+#include <swctl/port_tag.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS
@@ -53,6 +63,7 @@ SWCTL_BEGIN_DECLS
 #define USER_ABILITY_1000_HALF 0x08000000u
 #define USER_ABILITY_1000_FULL 0x04000000u
 #define USER_ABILITY_PAUSE 0x02000000u
+#define USER_ABILITY_ASYMMETRIC_PAUSE 0x01000000u
 /** @} */
 
 /** Medium of a combo port that runs on its fibre side. */

@@ -4,8 +4,7 @@
 #include <swctl/platform/sdk.h>
 #include <swctl/port.h>
 
-#include <cstdio>
-
+#include "port/advertised.h"
 #include "port/report.h"
 #include "port/speed_code.h"
 
@@ -27,11 +26,9 @@ constexpr Mode sdk_mode(int32_t result) {
   return {result, false, 0};
 }
 
-Mode read_advertised(const char *function, int32_t port) {
+Mode advertised_mode(const char *function, int32_t port) {
   uint32_t ability = 0;
-  // Unit 0 for every caller: programs have come to depend on it.
-  const int32_t result = rtk_port_phyAutoNegoAbility_get(0, port, &ability);
-  if (result < 0) fprintf(stderr, "%s:get port autonego ability failed\n", function);
+  const int32_t result = swctl::read_advertised(function, port, &ability);
   return {result, true, ability};
 }
 
@@ -46,7 +43,7 @@ Mode read_mode(const char *function, uint32_t unit, int32_t port, uint32_t *spee
   uint32_t autonegotiation = 0;
   result = report_read(rtk_port_phyAutoNegoEnable_get(unit, port, &autonegotiation));
   if (result < 0) return sdk_mode(result);
-  if (autonegotiation != 0) return read_advertised(function, port);
+  if (autonegotiation != 0) return advertised_mode(function, port);
 
   uint32_t flow_control = 0;
   return sdk_mode(

@@ -22,6 +22,8 @@ LIBC = {
     # the kernel channel: its socket, the messages, the table's mutex
     "socket", "bind", "sendmsg", "select", "recvmsg", "close", "perror", "malloc", "calloc", "free",
     "getpid", "pthread_self", "pthread_mutex_lock", "pthread_mutex_unlock",
+    # waiting
+    "sleep",
     # every shared library
     "__cxa_finalize", "__gmon_start__", "__stack_chk_fail", "__stack_chk_guard",
     "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable",
