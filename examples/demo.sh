@@ -45,6 +45,22 @@ try swctl port show 1-4,25
 try swctl port set 4 speed 100 duplex half loopback on
 try swctl port show 4
 
+chapter "Everything else that a port has"
+try swctl port set 2 ingress 10mbit egress 2mbit pause on vlan 20 isolation 0-4
+try swctl port show 2
+try vchipctl counter 2 0 set 64000
+try vchipctl counter 2 1 set 1000
+try swctl port stats 1-3
+try swctl storm set 2 type 2 rate 100
+try vchipctl storm 2 2
+try swctl storm show 2
+try swctl flood set 0-4
+
+chapter "A broken cable"
+try vchipctl pair 3 A-D none --length 2400
+try vchipctl pair 3 B open --length 1200
+try swctl port cable 3
+
 chapter "The same as JSON, for programs"
 try "swctl -j port show 1-2"
 

@@ -3,6 +3,8 @@
 
 #include <swctl/platform/adapter.h>
 
+#include <algorithm>
+
 #include "chip/sentence.h"
 #include "fault.h"
 #include "number_list.h"
@@ -47,8 +49,7 @@ struct Subject {
   std::optional<int64_t> interface;
 };
 
-void refuse_negative(int32_t result, const char *function, const Subject &subject) {
-  if (result >= 0) return;
+[[noreturn]] void refuse(int32_t result, const char *function, const Subject &subject) {
   const std::optional<std::string> sentence = result_sentence(result);
   const std::string code = "result " + std::to_string(result);
   const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
@@ -96,12 +97,24 @@ void write_port(const Context &context, const Port &port, const PortSetter &sett
 }
 
 void check_result(int32_t result, const char *function, int64_t interface) {
-  const std::string number = std::to_string(interface);
-  refuse_negative(result, function, {"port " + number, number, interface});
+  if (result < 0) refuse_port(result, function, interface);
 }
 
 void check_call(int32_t result, const char *function, const std::string &subject) {
-  refuse_negative(result, function, {subject, subject, std::nullopt});
+  if (result < 0) refuse_call(result, function, subject);
+}
+
+void refuse_port(int32_t result, const char *function, int64_t interface) {
+  const std::string number = std::to_string(interface);
+  refuse(result, function, {"port " + number, number, interface});
+}
+
+void refuse_call(int32_t result, const char *function, const std::string &subject) {
+  refuse(result, function, {subject, subject, std::nullopt});
+}
+
+std::string unit_text(const Context &context) {
+  return "unit " + std::to_string(context.unit);
 }
 
 Interfaces::Interfaces() {
@@ -115,6 +128,23 @@ std::optional<int64_t> Interfaces::of(int32_t chip_port) const {
   const auto found = by_port_.find(chip_port);
   if (found == by_port_.end()) return std::nullopt;
   return found->second;
+}
+
+std::vector<int64_t> interfaces_in(const user_pbmp_t &ports) {
+  const Interfaces board;
+  std::vector<int64_t> interfaces;
+  for (int32_t port = 0; port < kChipPorts; ++port) {
+    const std::optional<int64_t> interface = board.of(port);
+    if ((ports.word[0] >> port & 1) != 0 && interface) interfaces.push_back(*interface);
+  }
+  std::sort(interfaces.begin(), interfaces.end());
+  return interfaces;
+}
+
+user_pbmp_t bitmap_of(const std::vector<int64_t> &interfaces) {
+  user_pbmp_t ports = {};
+  for (const Port &port : ports_of(interfaces)) ports.word[0] |= uint32_t{1} << port.chip;
+  return ports;
 }
 
 }  // namespace swsh

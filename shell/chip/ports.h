@@ -3,6 +3,8 @@
 #ifndef SWCTL_SHELL_CHIP_PORTS_H
 #define SWCTL_SHELL_CHIP_PORTS_H
 
+#include <swctl/types.h>
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -48,6 +50,13 @@ void check_result(int32_t result, const char *function, int64_t interface);
 // "02:00:5e:00:00:01 in VLAN 10".
 void check_call(int32_t result, const char *function, const std::string &subject);
 
+// For results that are refusals although they are not negative.
+[[noreturn]] void refuse_port(int32_t result, const char *function, int64_t interface);
+[[noreturn]] void refuse_call(int32_t result, const char *function, const std::string &subject);
+
+// The subject of a call on a whole unit: "unit 0".
+std::string unit_text(const Context &context);
+
 // The way back from chip ports to interfaces, the CPU's included. The board is
 // asked once, so that a table of thousands of ports costs no more.
 class Interfaces {
@@ -59,6 +68,11 @@ class Interfaces {
  private:
   std::map<int32_t, int64_t> by_port_;
 };
+
+// Interfaces against a bitmap of chip ports. Ports without an interface are
+// left out; bitmap_of() throws as ports_of() does.
+std::vector<int64_t> interfaces_in(const user_pbmp_t &ports);
+user_pbmp_t bitmap_of(const std::vector<int64_t> &interfaces);
 
 }  // namespace swsh
 

@@ -22,6 +22,8 @@ enum class Kind {
   interfaces,  // a list of them
   choice,      // one of the choices, written in full
   mac,         // 02:00:5e:00:00:01
+  choices,     // some of them with commas between, as the OR of their values
+  bandwidth,   // kbit/s, written as 64kbit, 10mbit or 1gbit
   text,        // any word
   flag,        // no value: the keyword itself says it
 };
@@ -46,6 +48,8 @@ Type numbers(int64_t low, int64_t high);
 Type interface_number(int64_t lowest = 1);
 Type interface_list(int64_t lowest = 1);
 Type choice(std::vector<Choice> choices);
+Type choice_list(std::vector<Choice> choices);
+Type bandwidth(int64_t low, int64_t high);
 Type on_off();
 Type mac_address();
 Type text();

@@ -27,6 +27,14 @@ Type choice(std::vector<Choice> choices) {
   return {Kind::choice, 0, 0, "", std::move(choices)};
 }
 
+Type choice_list(std::vector<Choice> choices) {
+  return {Kind::choices, 0, 0, "", std::move(choices)};
+}
+
+Type bandwidth(int64_t low, int64_t high) {
+  return {Kind::bandwidth, low, high, "kbit", {}};
+}
+
 Type on_off() {
   return choice({{"on", 1, ""}, {"off", 0, ""}});
 }

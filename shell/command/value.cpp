@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "command/value.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "mac_text.h"
 #include "number_list.h"
 #include "text.h"
@@ -42,6 +45,37 @@ ParsedValue parse_choice(const Type &type, const std::string &word) {
   return {{}, quoted(word) + " is no choice"};
 }
 
+// Items with commas between; an empty one is no choice either.
+ParsedValue parse_choices(const Type &type, const std::string &word) {
+  ParsedValue all = {{word, 0, {}}, ""};
+  for (size_t start = 0; start <= word.size() && all.fault.empty();) {
+    const size_t end = std::min(word.find(',', start), word.size());
+    const ParsedValue one = parse_choice(type, word.substr(start, end - start));
+    all.fault = one.fault;
+    all.argument.number |= one.argument.number;
+    start = end + 1;
+  }
+  return all;
+}
+
+struct BandwidthUnit {
+  std::string_view name;
+  int64_t kbit;
+};
+constexpr BandwidthUnit kBandwidthUnits[] = {{"kbit", 1}, {"mbit", 1000}, {"gbit", 1000000}};
+
+ParsedValue parse_bandwidth(const Type &type, const std::string &word) {
+  for (const BandwidthUnit &unit : kBandwidthUnits) {
+    if (!word.ends_with(unit.name)) continue;
+    const std::string digits = word.substr(0, word.size() - unit.name.size());
+    const ParsedNumber parsed =
+        parse_number(digits, (type.low + unit.kbit - 1) / unit.kbit, type.high / unit.kbit);
+    const std::string fault = parsed.fault.empty() ? "" : quoted(digits) + " is " + parsed.fault;
+    return {{word, parsed.number * unit.kbit, {}}, fault};
+  }
+  return {{}, quoted(word) + " has no unit"};
+}
+
 }  // namespace
 
 ParsedValue parse_value(const Type &type, const std::string &word) {
@@ -52,6 +86,8 @@ ParsedValue parse_value(const Type &type, const std::string &word) {
     case Kind::interfaces: return parse_list_value(type, word);
     case Kind::choice: return parse_choice(type, word);
     case Kind::mac: return parse_mac_value(word);
+    case Kind::choices: return parse_choices(type, word);
+    case Kind::bandwidth: return parse_bandwidth(type, word);
     case Kind::text:
     case Kind::flag: break;
   }
@@ -66,6 +102,8 @@ std::string value_usage(const Type &type) {
     case Kind::interfaces: return "PORTS";
     case Kind::choice: return join(choice_words(type), "|");
     case Kind::mac: return "MAC";
+    case Kind::choices: return "LIST";
+    case Kind::bandwidth: return "RATE";
     case Kind::text: return "TEXT";
     case Kind::flag: break;
   }
@@ -78,8 +116,11 @@ std::vector<std::string> value_expected(const Type &type) {
     case Kind::numbers: return {"a list of numbers " + range_text(type) + " such as 1-4,7"};
     case Kind::interface: return {"an interface number " + range_text(type)};
     case Kind::interfaces: return {"interface numbers " + range_text(type) + " such as 1-4,7"};
-    case Kind::choice: return choice_words(type);
     case Kind::mac: return {"an address such as 02:00:5e:00:00:01"};
+    case Kind::choice:
+    case Kind::choices: return choice_words(type);
+    case Kind::bandwidth:
+      return {"a rate " + range_text(type) + " such as 64kbit, 10mbit or 1gbit"};
     case Kind::text: return {"a text"};
     case Kind::flag: break;
   }

@@ -4,10 +4,13 @@ What completion offers.
 
   $ swctl -complete 1 swctl ""
   acl
+  dos
+  flood
   mac
   mcast
   meter
   port
+  storm
   vlan
   version
   help
@@ -16,12 +19,32 @@ What completion offers.
   $ swctl -complete 2 swctl port
   show
   set
+  stats
+  clear
+  cable
   help
   $ swctl -complete 3 swctl port show ""
   $ swctl -complete 4 swctl port set 3 ""
   speed
   duplex
+  admin
+  advertise
+  autoneg
+  pause
+  backpressure
+  mdix
+  eee
   loopback
+  mtu
+  learning
+  isolation
+  vlan
+  filter
+  dtag
+  tpid
+  entry
+  ingress
+  egress
   $ swctl -complete 5 swctl port set 3 speed 10
   10
   100
@@ -30,9 +53,27 @@ What completion offers.
   $ swctl -complete 6 swctl port set 3 loopback on ""
   speed
   duplex
+  admin
+  advertise
+  autoneg
+  pause
+  backpressure
+  mdix
+  eee
+  mtu
+  learning
+  isolation
+  vlan
+  filter
+  dtag
+  tpid
+  entry
+  ingress
+  egress
   $ swctl -complete 3 swctl -j port s
   show
   set
+  stats
   $ swctl -complete 1 swctl -
   -json
   -pretty
@@ -63,8 +104,8 @@ In bash:
   > echo "${COMPREPLY[@]}"
   > END
   $ bash ask "$TESTDIR" swctl port ""
-  show set help
+  show set stats clear cable help
   $ bash ask "$TESTDIR" swctl port set 1-4 d
-  duplex
+  duplex dtag
   $ bash ask "$TESTDIR" swctl -j po
   port

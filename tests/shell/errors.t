@@ -5,16 +5,16 @@ Wrong usage: the culprit, what was expected, and status 1.
 Words that the shell does not know:
 
   $ swctl prot
-  swctl: unknown word "prot", expected one of: acl, mac, mcast, meter, port, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, dos, flood, mac, mcast, meter, port, storm, vlan, version, help
   [1]
   $ swctl port shwo
-  swctl: port: unknown word "shwo", expected one of: show, set, help
+  swctl: port: unknown word "shwo", expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl port set 3 sped 100
-  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, loopback
+  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
   [1]
   $ swctl port set 3 loopback on now
-  swctl: port set 3 loopback on: unknown word "now", expected one of: speed, duplex
+  swctl: port set 3 loopback on: unknown word "now", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
   [1]
   $ swctl version now
   swctl: version: unexpected word "now", expected end of command
@@ -23,19 +23,19 @@ Words that the shell does not know:
 Ambiguous words:
 
   $ swctl port s
-  swctl: port: ambiguous word "s", expected one of: show, set
+  swctl: port: ambiguous word "s", expected one of: show, set, stats
   [1]
 
 Words that are missing:
 
   $ swctl port
-  swctl: port: missing word, expected one of: show, set, help
+  swctl: port: missing word, expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl port set
   swctl: port set: missing PORTS, expected interface numbers 1-26 such as 1-4,7
   [1]
   $ swctl port set 3
-  swctl: port set 3: missing keyword, expected one of: speed, duplex, loopback
+  swctl: port set 3: missing keyword, expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
   [1]
   $ swctl port set 3 speed
   swctl: port set 3 speed: missing value, expected one of: 10, 100, 1000, 10000
@@ -53,7 +53,7 @@ Values that are not to be had:
   swctl: port set 3 loopback: bad value "yes", expected one of: on, off
   [1]
   $ swctl port set 3 speed 10 duplex half speed 100
-  swctl: port set 3 speed 10 duplex half: keyword "speed" is there twice, expected loopback
+  swctl: port set 3 speed 10 duplex half: keyword "speed" is there twice, expected one of: admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
   [1]
 
 Interfaces that the device does not have:
@@ -128,5 +128,5 @@ Options:
 Control characters do not reach the terminal:
 
   $ swctl "$(printf '\033[2J')"
-  swctl: unknown word "\x1b[2J", expected one of: acl, mac, mcast, meter, port, vlan, version, help
+  swctl: unknown word "\x1b[2J", expected one of: acl, dos, flood, mac, mcast, meter, port, storm, vlan, version, help
   [1]

@@ -12,10 +12,13 @@ Help at every level.
   
   Objects:
     acl      Access-control rules
+    dos      Prevention of denial-of-service attacks
+    flood    Flooding: ports that get frames to unknown unicast addresses
     mac      The layer-2 address table
     mcast    Layer-2 multicast groups
     meter    Meters, which limit the rate of what rules match
-    port     Ports: link, speed, duplex, medium, loopback
+    port     Ports: state, settings, counters, cables
+    storm    Storm control: rates of flooded traffic
     vlan     VLANs: ports, defaults, rules, translation
     version  Show the version and the library files in use
     help     Say what may come next, here and behind every word
@@ -31,12 +34,15 @@ Help at every level.
   $ swctl port help
   Usage: swctl port COMMAND ...
   
-  Ports: link, speed, duplex, medium, loopback.
+  Ports: state, settings, counters, cables.
   
   Commands:
-    show  Show the state of ports
-    set   Force speed and duplex, switch the loopback
-    help  Say what may come next, here and behind every word
+    show   Show the state of ports
+    set    Change settings of ports
+    stats  Show counters of ports
+    clear  Set the counters of ports to 0
+    cable  Test the cable of a copper port
+    help   Say what may come next, here and behind every word
   $ swctl port show help
   Usage: swctl port show [PORTS]
   
@@ -44,26 +50,50 @@ Help at every level.
   Without PORTS, all front ports in a table; a single port in detail.
   Speed and duplex are those in operation; with the link down, those forced or,
   under autonegotiation, those advertised: several speeds or none are unknown,
-  duplex both stands for both or neither.
+  duplex both stands for both or neither. A single port shows its settings too.
   
     PORTS  Ports to show: interface numbers 1-26 such as 1-4,7
   $ swctl port set help
-  Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full] [loopback on|off]
+  Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full] [admin on|off] [advertise LIST] [autoneg on|off] [pause on|off] [backpressure on|off] [mdix auto|straight|crossed] [eee on|off] [loopback on|off] [mtu 64-16383] [learning on|off|forward|cpu|copy|restore] [isolation PORTS] [vlan 1-4094] [filter on|off] [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE] [egress RATE]
   
-  Force speed and duplex, switch the loopback.
+  Change settings of ports.
   speed and duplex switch autonegotiation off and force the mode; flow control
-  stays as it is. Every port is checked before the first one is changed.
+  stays as it is. Everything is checked before the first port is changed; then
+  the settings are made in the order shown here, port by port.
   
-    PORTS                    Ports to change: interface numbers 1-26 such as 1-4,7
-    speed 10|100|1000|10000  Forced speed in Mbit/s; without duplex, the present one stays
-      10                     10 Mbit/s
-      100                    100 Mbit/s
-      1000                   1 Gbit/s
-      10000                  10 Gbit/s
-    duplex half|full         Forced duplex; without speed, the present one stays
-      half                   One direction at a time
-      full                   Both directions at once
-    loopback on|off          Whether the MAC sends its own frames back to itself
+    PORTS                                     Ports to change: interface numbers 1-26 such as 1-4,7
+    speed 10|100|1000|10000                   Forced speed in Mbit/s; without duplex, the present one stays
+      10                                      10 Mbit/s
+      100                                     100 Mbit/s
+      1000                                    1 Gbit/s
+      10000                                   10 Gbit/s
+    duplex half|full                          Forced duplex; without speed, the present one stays
+      half                                    One direction at a time
+      full                                    Both directions at once
+    admin on|off                              Whether the port is switched on
+    advertise LIST                            What autonegotiation offers, such as 100-full,pause
+    autoneg on|off                            Autonegotiation
+    pause on|off                              Flow control
+    backpressure on|off                       Collisions on purpose in half duplex
+    mdix auto|straight|crossed                Which pairs the port sends on
+    eee on|off                                Energy-efficient Ethernet
+    loopback on|off                           Whether the MAC sends its own frames back to itself
+    mtu 64-16383                              Longest frame, for all ports of the unit: a number 64-16383 bytes
+    learning on|off|forward|cpu|copy|restore  What new source addresses lead to
+      on                                      Learn and forward
+      off                                     Drop frames from unknown addresses
+      forward                                 Forward without learning
+      cpu                                     Leave learning to the processor
+      copy                                    Learn, and copy to the processor
+      restore                                 What the last change found
+    isolation PORTS                           Ports it may send to, 0 the CPU: interface numbers 0-26 such as 1-4,7
+    vlan 1-4094                               VLAN of untagged frames: a number 1-4094
+    filter on|off                             Refuse frames of foreign VLANs
+    dtag on|off                               Double-tag mode
+    tpid 0-65535                              Tag protocol identifier: a number 0-65535
+    entry 0-3                                 Place of tpid in the switch's tables; 0 if not given: a number 0-3
+    ingress RATE                              Limit of what it takes in: a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+    egress RATE                               Limit of what it sends: a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
   $ swctl version help
   Usage: swctl version
   
@@ -82,5 +112,5 @@ It may be asked for in several ways:
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: acl, mac, mcast, meter, port, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, dos, flood, mac, mcast, meter, port, storm, vlan, version, help
   [1]

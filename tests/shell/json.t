@@ -15,7 +15,57 @@ JSON on standard output, whatever happens.
       "medium": "copper",
       "loopback": false,
       "max_speed": 1000,
-      "chip_port": 2
+      "chip_port": 2,
+      "admin": true,
+      "autoneg": true,
+      "advertise": [
+        "10-half",
+        "10-full",
+        "100-half",
+        "100-full",
+        "1000-full",
+        "pause"
+      ],
+      "pause": false,
+      "pause_active": false,
+      "mdix": "auto",
+      "eee": false,
+      "mtu": 1518,
+      "learning": "on",
+      "isolation": [
+        0,
+        1,
+        2,
+        3,
+        4,
+        5,
+        6,
+        7,
+        8,
+        9,
+        10,
+        11,
+        12,
+        13,
+        14,
+        15,
+        16,
+        17,
+        18,
+        19,
+        20,
+        21,
+        22,
+        23,
+        24,
+        25,
+        26
+      ],
+      "vlan": 1,
+      "dtag": false,
+      "tpid": "0x8100",
+      "ingress": 16777200,
+      "egress": 16777200
     }
   ]
   $ swctl -j port show | is_json
@@ -33,8 +83,8 @@ A command without an answer answers nothing:
 Errors are there and, as ever, on standard error:
 
   $ swctl -j port set 3 sped 100
-  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, loopback
-  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","loopback"],"status":1}}
+  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
+  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","admin","advertise","autoneg","pause","backpressure","mdix","eee","loopback","mtu","learning","isolation","vlan","filter","dtag","tpid","entry","ingress","egress"],"status":1}}
   [1]
   $ data swctl -j port set 3 sped 100 | is_json
   valid
@@ -90,7 +140,7 @@ Help and version:
   $ swctl -j version help
   {"usage":"swctl version","help":"Show the version and the library files in use","words":[]}
   $ swctl -j port help
-  {"usage":"swctl port COMMAND ...","help":"Ports: link, speed, duplex, medium, loopback","words":[{"word":"show","help":"Show the state of ports"},{"word":"set","help":"Force speed and duplex, switch the loopback"}]}
+  {"usage":"swctl port COMMAND ...","help":"Ports: state, settings, counters, cables","words":[{"word":"show","help":"Show the state of ports"},{"word":"set","help":"Change settings of ports"},{"word":"stats","help":"Show counters of ports"},{"word":"clear","help":"Set the counters of ports to 0"},{"word":"cable","help":"Test the cable of a copper port"}]}
   $ swctl -j port set help | is_json
   valid
   $ swctl -j -h | is_json

@@ -50,36 +50,81 @@ A list is shown in the order of the ports, each once:
 A single port is shown in detail:
 
   $ swctl port show 4
-  port       4
-  link       up
-  speed      100
-  duplex     full
-  medium     copper
-  loopback   off
-  max_speed  1000
-  chip_port  3
+  port          4
+  link          up
+  speed         100
+  duplex        full
+  medium        copper
+  loopback      off
+  max_speed     1000
+  chip_port     3
+  admin         on
+  autoneg       on
+  advertise     10-half,10-full,100-half,100-full,1000-full,pause
+  pause         off
+  pause_active  off
+  mdix          auto
+  eee           off
+  mtu           1518
+  learning      on
+  isolation     0-26
+  vlan          1
+  dtag          off
+  tpid          0x8100
+  ingress       16777200 kbit/s
+  egress        16777200 kbit/s
   $ swctl port show 26
-  port       26
-  link       down
-  speed      unknown
-  duplex     both
-  medium     copper
-  loopback   off
-  max_speed  1000
-  chip_port  26
+  port          26
+  link          down
+  speed         unknown
+  duplex        both
+  medium        copper
+  loopback      off
+  max_speed     1000
+  chip_port     26
+  admin         on
+  autoneg       on
+  advertise     10-half,10-full,100-half,100-full,1000-full,pause
+  pause         off
+  pause_active  off
+  mdix          auto
+  eee           off
+  mtu           1518
+  learning      on
+  isolation     0-26
+  vlan          1
+  dtag          off
+  tpid          0x8100
+  ingress       16777200 kbit/s
+  egress        16777200 kbit/s
 
 Setting speed and duplex switches autonegotiation off:
 
   $ swctl port set 7 speed 100 duplex half
   $ swctl port show 7
-  port       7
-  link       down
-  speed      100
-  duplex     half
-  medium     copper
-  loopback   off
-  max_speed  1000
-  chip_port  6
+  port          7
+  link          down
+  speed         100
+  duplex        half
+  medium        copper
+  loopback      off
+  max_speed     1000
+  chip_port     6
+  admin         on
+  autoneg       off
+  advertise     10-half,10-full,100-half,100-full,1000-full,pause
+  pause         on
+  pause_active  off
+  mdix          auto
+  eee           off
+  mtu           1518
+  learning      on
+  isolation     0-26
+  vlan          1
+  dtag          off
+  tpid          0x8100
+  ingress       16777200 kbit/s
+  egress        16777200 kbit/s
   $ SWPROBE=trace swctl port set 7 speed 10 duplex full 2>&1 | grep _set
   rtk_port_phyAutoNegoEnable_set(unit=0, port=6, enable=0) = 0
   rtk_port_phyForceModeAbility_set(unit=0, port=6, speed=0, duplex=1, flow_control=1) = 0
@@ -148,21 +193,36 @@ The loopback:
 
 Everything may be abbreviated but values:
 
-  $ swctl p se 10 sp 100 d full l on
+  $ swctl p se 10 sp 100 du full lo on
   $ swctl po sh 10
-  port       10
-  link       down
-  speed      100
-  duplex     full
-  medium     copper
-  loopback   on
-  max_speed  1000
-  chip_port  9
+  port          10
+  link          down
+  speed         100
+  duplex        full
+  medium        copper
+  loopback      on
+  max_speed     1000
+  chip_port     9
+  admin         on
+  autoneg       off
+  advertise     10-half,10-full,100-half,100-full,1000-full,pause
+  pause         on
+  pause_active  off
+  mdix          auto
+  eee           off
+  mtu           1518
+  learning      on
+  isolation     0-26
+  vlan          1
+  dtag          off
+  tpid          0x8100
+  ingress       16777200 kbit/s
+  egress        16777200 kbit/s
 
 Another unit has a state of its own:
 
   $ swctl -u 1 port set 3 loopback on
   $ swctl -u 1 port show 3 | grep loopback
-  loopback   on
+  loopback      on
   $ swctl port show 3 | grep loopback
-  loopback   off
+  loopback      off

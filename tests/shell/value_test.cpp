@@ -46,6 +46,34 @@ TEST(Value, AChoiceStandsForItsValue) {
   EXPECT_EQ(parse_value(on_off(), "off").argument.number, 0);
 }
 
+TEST(Value, AListOfChoicesIsTheirOr) {
+  const Type bits = choice_list({{"one", 1, ""}, {"two", 2, ""}, {"top", 0x80000000, ""}});
+  EXPECT_EQ(parse_value(bits, "two").argument.number, 2);
+  EXPECT_EQ(parse_value(bits, "two,one,two").argument.number, 3);
+  EXPECT_EQ(parse_value(bits, "top,one").argument.number, 0x80000001);
+  EXPECT_EQ(parse_value(bits, "top,one").argument.word, "top,one");
+  EXPECT_EQ(parse_value(bits, "one,three").fault, "\"three\" is no choice");
+  EXPECT_EQ(parse_value(bits, "one,").fault, "\"\" is no choice");
+  EXPECT_EQ(parse_value(bits, "").fault, "\"\" is no choice");
+}
+
+TEST(Value, ABandwidthHasAUnit) {
+  const Type rate = bandwidth(0, 16777200);
+  EXPECT_EQ(parse_value(rate, "64kbit").argument.number, 64);
+  EXPECT_EQ(parse_value(rate, "10mbit").argument.number, 10000);
+  EXPECT_EQ(parse_value(rate, "1gbit").argument.number, 1000000);
+  EXPECT_EQ(parse_value(rate, "0mbit").fault, "");
+  EXPECT_EQ(parse_value(rate, "16777200kbit").fault, "");
+  EXPECT_EQ(parse_value(rate, "16777201kbit").fault, "\"16777201\" is out of range");
+  EXPECT_EQ(parse_value(rate, "17gbit").fault, "\"17\" is out of range");
+  EXPECT_EQ(parse_value(rate, "10").fault, "\"10\" has no unit");
+  EXPECT_EQ(parse_value(rate, "10Mbit").fault, "\"10Mbit\" has no unit");
+  EXPECT_NE(parse_value(rate, "mbit").fault, "");
+  EXPECT_NE(parse_value(rate, "-1mbit").fault, "");
+  EXPECT_NE(parse_value(bandwidth(1500, 3000), "1mbit").fault, "");
+  EXPECT_EQ(parse_value(bandwidth(1500, 3000), "2mbit").fault, "");
+}
+
 TEST(Value, AnyWordIsAText) {
   EXPECT_EQ(parse_value(text(), "").fault, "");
   EXPECT_EQ(parse_value(text(), "a b").argument.word, "a b");
@@ -57,6 +85,8 @@ TEST(Value, UsageShowsTheFormOfAValue) {
   EXPECT_EQ(value_usage(interface_number()), "PORT");
   EXPECT_EQ(value_usage(interface_list()), "PORTS");
   EXPECT_EQ(value_usage(on_off()), "on|off");
+  EXPECT_EQ(value_usage(choice_list({{"a", 1, ""}})), "LIST");
+  EXPECT_EQ(value_usage(bandwidth(0, 1)), "RATE");
   EXPECT_EQ(value_usage(text()), "TEXT");
   EXPECT_EQ(value_usage(flag()), "");
 }
@@ -68,6 +98,9 @@ TEST(Value, WhatIsExpectedNamesRangeAndUnit) {
   EXPECT_THAT(value_expected(interface_list(0)),
               ElementsAre("interface numbers 0-26 such as 1-4,7"));
   EXPECT_THAT(value_expected(on_off()), ElementsAre("on", "off"));
+  EXPECT_THAT(value_expected(choice_list({{"a", 1, ""}, {"b", 2, ""}})), ElementsAre("a", "b"));
+  EXPECT_THAT(value_expected(bandwidth(1, 9)),
+              ElementsAre("a rate 1-9 kbit such as 64kbit, 10mbit or 1gbit"));
   EXPECT_THAT(value_expected(text()), ElementsAre("a text"));
   EXPECT_THAT(value_expected(flag()), IsEmpty());
 }

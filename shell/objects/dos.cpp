@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/port.h>
+
+#include "chip/ports.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr uint32_t kAttackTypes = 32;
+
+std::string action_text(uint32_t action) {
+  return action != 0 ? "drop" : "forward";
+}
+
+// How many types there are is the chip's affair: it refuses the first beyond.
+Answer show(const Arguments &, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (uint32_t type = 0; type < kAttackTypes; ++type) {
+    uint32_t action = 0;
+    const int32_t result = user_dos_attack_prevent_action_get(kLead, context.unit, type, &action);
+    if (result < 0 && type > 0) break;
+    check_call(result, "user_dos_attack_prevent_action_get", unit_text(context));
+    answer.records.push_back(
+        Record().add("type", int64_t{type}).add("action", action_text(action)));
+  }
+  return answer;
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  check_call(user_dos_attack_prevent_action_set(kLead, context.unit,
+                                                static_cast<uint32_t>(arguments.number("TYPE")),
+                                                static_cast<uint32_t>(arguments.number("action"))),
+             "user_dos_attack_prevent_action_set", unit_text(context));
+  return {};
+}
+
+Answer protect(const Arguments &, const Context &context) {
+  check_call(user_dos_attack_prevent_init(kLead, context.unit), "user_dos_attack_prevent_init",
+             unit_text(context));
+  return {};
+}
+
+}  // namespace
+
+Node dos_object() {
+  return {
+      .name = "dos",
+      .help = "Prevention of denial-of-service attacks",
+      .children =
+          {
+              {.name = "show",
+               .help = "Show what becomes of the frames of each attack",
+               .details = "The library reads unit 0, whatever unit is chosen.\n",
+               .run = show},
+              {.name = "set",
+               .help = "Choose what becomes of the frames of an attack",
+               .positional = {{.name = "TYPE",
+                               .type = number(0, kAttackTypes - 1),
+                               .help = "Attack type",
+                               .required = true}},
+               .keywords = {{.name = "action",
+                             .type = choice({{"forward", 0, ""}, {"drop", 1, ""}}),
+                             .help = "What becomes of its frames",
+                             .required = true}},
+               .run = set},
+              {.name = "protect",
+               .help = "Switch prevention on for every front port",
+               .run = protect},
+          },
+  };
+}
+
+}  // namespace swsh

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/port.h>
+
+#include "chip/ports.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+Answer show(const Arguments &, const Context &context) {
+  user_pbmp_t ports = {};
+  check_call(user_ulf_flood_ports_get(kLead, context.unit, &ports), "user_ulf_flood_ports_get",
+             unit_text(context));
+  Record record;
+  record.add("unknown_unicast", interfaces_in(ports));
+  return {Shape::object, {record}, ""};
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  const user_pbmp_t ports = bitmap_of(arguments.numbers("PORTS"));
+  check_call(user_ulf_flood_ports_set(kLead, context.unit, ports), "user_ulf_flood_ports_set",
+             unit_text(context));
+  return {};
+}
+
+void change(const Arguments &arguments, const Context &context, uint32_t add) {
+  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+    check_result(user_ulf_flood_port_add_remove(kLead, context.unit, port.chip, add),
+                 "user_ulf_flood_port_add_remove", port.interface);
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  change(arguments, context, 1);
+  return {};
+}
+
+Answer remove(const Arguments &arguments, const Context &context) {
+  change(arguments, context, 0);
+  return {};
+}
+
+Node command(const char *name, const char *help, Handler run) {
+  return {.name = name,
+          .help = help,
+          .positional = {{.name = "PORTS",
+                          .type = interface_list(0),
+                          .help = "Ports, 0 the CPU",
+                          .required = true}},
+          .run = run};
+}
+
+}  // namespace
+
+Node flood_object() {
+  return {
+      .name = "flood",
+      .help = "Flooding: ports that get frames to unknown unicast addresses",
+      .children = {{.name = "show",
+                    .help = "Show the ports",
+                    .details = "Ports that are on no interface are left out.\n",
+                    .run = show},
+                   command("set", "Flood these ports and no others", set),
+                   command("add", "Flood these ports too", add),
+                   command("remove", "Do not flood these ports", remove)},
+  };
+}
+
+}  // namespace swsh

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/port.h>
+
+#include "chip/ports.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+// The one type that the library reports as exceeded, if any.
+int64_t exceeded_type(const Context &context, const Port &port) {
+  uint32_t flag = 0;
+  uint32_t type = 0;
+  check_result(user_rate_stormExceedFlag_get(kLead, context.unit, port.chip, &flag, &type),
+               "user_rate_stormExceedFlag_get", port.interface);
+  return flag != 0 ? int64_t{type} : -1;
+}
+
+Record storm_record(const Context &context, const Port &port, uint32_t type, int64_t exceeded) {
+  uint32_t rate = 0;
+  uint32_t enable = 0;
+  uint32_t selection = 0;
+  check_result(user_rate_bandwidth_get(kLead, context.unit, port.chip, type, &rate, &enable),
+               "user_rate_bandwidth_get", port.interface);
+  check_result(user_rate_stormsel_get(kLead, context.unit, port.chip, type, &selection),
+               "user_rate_stormsel_get", port.interface);
+  Record record;
+  record.add("port", port.interface);
+  record.add("type", int64_t{type});
+  record.add("control", enable != 0, enable != 0 ? "on" : "off");
+  record.add("rate", int64_t{rate});
+  record.add("selection", int64_t{selection});
+  const bool first = exceeded == int64_t{type};
+  record.add("exceeded", first, first ? "yes" : "no");
+  return record;
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  Answer answer = {Shape::table, {}, ""};
+  for (const Port &port : ports) {
+    const int64_t exceeded = exceeded_type(context, port);
+    for (uint32_t type = 0; type < USER_STORM_TYPES; ++type)
+      answer.records.push_back(storm_record(context, port, type, exceeded));
+  }
+  return answer;
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  const auto type = static_cast<uint32_t>(arguments.number("type"));
+  for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
+    if (arguments.has("rate"))
+      check_result(user_rate_bandwidth_set(kLead, context.unit, port.chip, type,
+                                           static_cast<uint32_t>(arguments.number("rate"))),
+                   "user_rate_bandwidth_set", port.interface);
+    if (arguments.has("selection"))
+      check_result(user_rate_stormsel_set(kLead, context.unit, port.chip, type,
+                                          static_cast<uint32_t>(arguments.number("selection"))),
+                   "user_rate_stormsel_set", port.interface);
+  }
+  return {};
+}
+
+Answer reset(const Arguments &arguments, const Context &context) {
+  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+    check_result(user_rate_stormExceedFlag_reset(kLead, context.unit, port.chip),
+                 "user_rate_stormExceedFlag_reset", port.interface);
+  return {};
+}
+
+Answer set_mode(const Arguments &arguments, const Context &context) {
+  const auto mode = static_cast<uint32_t>(arguments.number("MODE"));
+  const int32_t result = user_rate_stormCountMode_set(kLead, context.unit, mode);
+  // Any result but 0 is a failure here.
+  if (result != 0) refuse_call(result, "user_rate_stormCountMode_set", unit_text(context));
+  return {};
+}
+
+Parameter ports_parameter(const char *help, bool required) {
+  return {.name = "PORTS", .type = interface_list(), .help = help, .required = required};
+}
+
+}  // namespace
+
+Node storm_object() {
+  return {
+      .name = "storm",
+      .help = "Storm control: rates of flooded traffic",
+      .children =
+          {
+              {.name = "show",
+               .help = "Show storm control of ports",
+               .positional = {ports_parameter("Ports to show", false)},
+               .details =
+                   "Of the types that exceeded their rate, the lowest of a port is marked.\n",
+               .run = show},
+              {.name = "set",
+               .help = "Limit a type of traffic",
+               .positional = {ports_parameter("Ports to change", true)},
+               .keywords = {{.name = "type",
+                             .type = number(0, USER_STORM_TYPES - 1),
+                             .help = "Type of traffic",
+                             .required = true},
+                            {.name = "rate",
+                             .type = number(0, 0xffffff),
+                             .help = "Rate in the chip's unit; 0 switches control off"},
+                            {.name = "selection",
+                             .type = number(0, 1),
+                             .help = "Which traffic the type covers"}},
+               .run = set},
+              {.name = "reset",
+               .help = "Take back the marks of exceeded rates",
+               .positional = {ports_parameter("Ports to change", true)},
+               .run = reset},
+              {.name = "mode",
+               .help = "Choose what is counted, for the whole unit",
+               .positional = {{.name = "MODE",
+                               .type = choice({{"bytes", 0, "Bytes"}, {"packets", 1, "Packets"}}),
+                               .help = "What is counted",
+                               .required = true}},
+               .run = set_mode},
+          },
+  };
+}
+
+}  // namespace swsh

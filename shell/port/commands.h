@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The commands of the object port, a file each.
+#ifndef SWCTL_SHELL_PORT_COMMANDS_H
+#define SWCTL_SHELL_PORT_COMMANDS_H
+
+#include <swctl/port.h>
+
+#include "chip/ports.h"
+
+namespace swsh {
+
+Node port_show_command();
+Node port_set_command();
+Node port_stats_command();
+Node port_clear_command();
+Node port_cable_command();
+
+// The names of what a port may advertise.
+std::vector<Choice> ability_choices();
+
+// What more than one of them reads.
+inline constexpr PortGetter kSpeedGet = {"user_port_speed_get", user_port_speed_get};
+inline constexpr PortGetter kDuplexGet = {"user_port_duplex_get", user_port_duplex_get};
+
+}  // namespace swsh
+
+#endif

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+#include <optional>
+
+#include "fault.h"
+#include "number_list.h"
+#include "port/commands.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+// What port set is to do with the mode of one port.
+struct Plan {
+  Port port;
+  uint32_t speed = USER_SPEED_UNKNOWN;
+  uint32_t duplex = USER_DUPLEX_FULL;
+};
+
+uint32_t present_duplex(const Context &context, const Port &port) {
+  const uint32_t duplex = read_port(context, port, kDuplexGet);
+  // A port that advertises both modes would settle on full if it could.
+  return duplex == USER_DUPLEX_BOTH ? USER_DUPLEX_FULL : duplex;
+}
+
+uint32_t present_speed(const Context &context, const Port &port) {
+  const uint32_t speed = read_port(context, port, kSpeedGet);
+  if (speed != USER_SPEED_UNKNOWN) return speed;
+  const std::string number = std::to_string(port.interface);
+  throw CommandError(wrong_usage("the present speed of port " + number + " is not known", number,
+                                 {"speed beside duplex"}));
+}
+
+Plan plan_for(const Arguments &arguments, const Context &context, const Port &port) {
+  Plan plan = {.port = port};
+  const bool speed = arguments.has("speed");
+  const bool duplex = arguments.has("duplex");
+  if (speed) plan.speed = static_cast<uint32_t>(arguments.number("speed"));
+  if (duplex) plan.duplex = static_cast<uint32_t>(arguments.number("duplex"));
+  if (speed && !duplex) plan.duplex = present_duplex(context, port);
+  if (duplex && !speed) plan.speed = present_speed(context, port);
+  return plan;
+}
+
+// user_port_duplex_set() takes the speed as the SDK's code.
+uint32_t speed_code(uint32_t speed) {
+  switch (speed) {
+    case USER_SPEED_10: return 0;
+    case USER_SPEED_100: return 1;
+    case USER_SPEED_1000: return 2;
+    case USER_SPEED_10000: return 3;
+    default: return 4;
+  }
+}
+
+void apply_mode(const Arguments &arguments, const Context &context, const Plan &plan) {
+  const Port &port = plan.port;
+  if (arguments.has("speed")) {
+    check_result(user_port_speed_set(kLead, context.unit, port.chip, plan.speed, plan.duplex),
+                 "user_port_speed_set", port.interface);
+  } else if (arguments.has("duplex")) {
+    check_result(
+        user_port_duplex_set(kLead, context.unit, port.chip, plan.duplex, speed_code(plan.speed)),
+        "user_port_duplex_set", port.interface);
+  }
+}
+
+void check(int32_t result, const char *function, const Port &port) {
+  check_result(result, function, port.interface);
+}
+
+// A keyword that stands on its own, and what to do about it.
+struct Setting {
+  Parameter keyword;
+  void (*apply)(const Arguments &, const Context &, const Port &);
+};
+
+// The value of a keyword as the library takes it.
+uint32_t word_of(const Arguments &arguments, const char *keyword) {
+  return static_cast<uint32_t>(arguments.number(keyword));
+}
+
+#define APPLY_WORD(keyword, function)                                                              \
+  [](const Arguments &arguments, const Context &context, const Port &port) {                       \
+    check(function(kLead, context.unit, port.chip, word_of(arguments, keyword)), #function, port); \
+  }
+
+void apply_advertise(const Arguments &arguments, const Context &context, const Port &port) {
+  const uint32_t ability = word_of(arguments, "advertise");
+  check(user_port_ability_advert_set(kLead, context.unit, port.chip, &ability),
+        "user_port_ability_advert_set", port);
+}
+
+void apply_isolation(const Arguments &arguments, const Context &context, const Port &port) {
+  check(user_port_egress_set(kLead, context.unit, port.chip, 0,
+                             bitmap_of(arguments.numbers("isolation"))),
+        "user_port_egress_set", port);
+}
+
+void apply_tpid(const Arguments &arguments, const Context &context, const Port &port) {
+  const uint32_t entry = arguments.has("entry") ? word_of(arguments, "entry") : 0;
+  check(user_port_tpid_set(kLead, context.unit, port.chip, word_of(arguments, "tpid"), entry),
+        "user_port_tpid_set", port);
+}
+
+void apply_ingress(const Arguments &arguments, const Context &context, const Port &port) {
+  check(user_port_ingress_rate_set(kLead, context.unit, port.chip,
+                                   static_cast<int32_t>(arguments.number("ingress"))),
+        "user_port_ingress_rate_set", port);
+}
+
+void apply_egress(const Arguments &arguments, const Context &context, const Port &port) {
+  check(user_port_egress_rate_set(kLead, context.unit, port.chip,
+                                  static_cast<int32_t>(arguments.number("egress"))),
+        "user_port_egress_rate_set", port);
+}
+
+Type learning_type() {
+  return choice({{"on", USER_LEARN_ON, "Learn and forward"},
+                 {"off", USER_LEARN_DISCARD, "Drop frames from unknown addresses"},
+                 {"forward", USER_LEARN_FORWARD, "Forward without learning"},
+                 {"cpu", USER_LEARN_TO_CPU, "Leave learning to the processor"},
+                 {"copy", USER_LEARN_COPY_CPU, "Learn, and copy to the processor"},
+                 {"restore", USER_LEARN_RESTORE, "What the last change found"}});
+}
+
+Type mdix_type() {
+  return choice({{"auto", USER_MDIX_AUTO, ""},
+                 {"straight", USER_MDIX_STRAIGHT, ""},
+                 {"crossed", USER_MDIX_CROSSED, ""}});
+}
+
+// In the order in which they are carried out.
+const std::vector<Setting> &settings() {
+  constexpr int64_t kHighestRate = 1048575 * 16;
+  static const std::vector<Setting> all = {
+      {{.name = "admin", .type = on_off(), .help = "Whether the port is switched on"},
+       APPLY_WORD("admin", user_port_enable_set)},
+      {{.name = "advertise",
+        .type = choice_list(ability_choices()),
+        .help = "What autonegotiation offers, such as 100-full,pause"},
+       apply_advertise},
+      {{.name = "autoneg", .type = on_off(), .help = "Autonegotiation"},
+       APPLY_WORD("autoneg", user_port_autoneg_set)},
+      {{.name = "pause", .type = on_off(), .help = "Flow control"},
+       APPLY_WORD("pause", user_port_pause_set)},
+      {{.name = "backpressure", .type = on_off(), .help = "Collisions on purpose in half duplex"},
+       APPLY_WORD("backpressure", user_port_backpressure_set)},
+      {{.name = "mdix", .type = mdix_type(), .help = "Which pairs the port sends on"},
+       APPLY_WORD("mdix", user_port_mdix_set)},
+      {{.name = "eee", .type = on_off(), .help = "Energy-efficient Ethernet"},
+       APPLY_WORD("eee", user_eee_portEnable_set)},
+      {{.name = "loopback",
+        .type = on_off(),
+        .help = "Whether the MAC sends its own frames back to itself"},
+       APPLY_WORD("loopback", user_port_loopback_set)},
+      {{.name = "mtu",
+        .type = number(64, 16383, "bytes"),
+        .help = "Longest frame, for all ports of the unit"},
+       APPLY_WORD("mtu", user_port_jumboframe_set)},
+      {{.name = "learning", .type = learning_type(), .help = "What new source addresses lead to"},
+       APPLY_WORD("learning", user_port_learn_set)},
+      {{.name = "isolation", .type = interface_list(0), .help = "Ports it may send to, 0 the CPU"},
+       apply_isolation},
+      {{.name = "vlan", .type = number(1, 4094), .help = "VLAN of untagged frames"},
+       APPLY_WORD("vlan", user_port_untagged_vlan_set)},
+      {{.name = "filter", .type = on_off(), .help = "Refuse frames of foreign VLANs"},
+       APPLY_WORD("filter", user_port_ifilter_set)},
+      {{.name = "dtag", .type = on_off(), .help = "Double-tag mode"},
+       APPLY_WORD("dtag", user_port_dtag_mode_set)},
+      {{.name = "tpid", .type = number(0, 0xffff), .help = "Tag protocol identifier"}, apply_tpid},
+      {{.name = "entry",
+        .type = number(0, 3),
+        .help = "Place of tpid in the switch's tables; 0 if not given"},
+       nullptr},
+      {{.name = "ingress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it takes in"},
+       apply_ingress},
+      {{.name = "egress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it sends"},
+       apply_egress},
+  };
+  return all;
+}
+
+void apply(const Arguments &arguments, const Context &context, const Plan &plan) {
+  apply_mode(arguments, context, plan);
+  for (const Setting &setting : settings()) {
+    if (setting.apply != nullptr && arguments.has(setting.keyword.name))
+      setting.apply(arguments, context, plan.port);
+  }
+}
+
+// What one word alone does not show. Nothing is changed yet.
+void check_together(const Arguments &arguments) {
+  const bool mode = arguments.has("speed") || arguments.has("duplex");
+  if (mode && arguments.has("autoneg") && arguments.number("autoneg") != 0)
+    throw CommandError(
+        wrong_usage("speed and duplex are forced, not negotiated", "autoneg", {"autoneg off"}));
+  if (arguments.has("entry") && !arguments.has("tpid"))
+    throw CommandError(wrong_usage("entry belongs to tpid", "entry", {"tpid"}));
+  if (arguments.has("isolation")) bitmap_of(arguments.numbers("isolation"));
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  check_together(arguments);
+  std::vector<Plan> plans;
+  for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
+    plans.push_back(plan_for(arguments, context, port));
+  }
+  std::vector<int64_t> done;
+  try {
+    for (const Plan &plan : plans) {
+      apply(arguments, context, plan);
+      done.push_back(plan.port.interface);
+    }
+  } catch (const CommandError &error) {
+    if (done.empty()) throw;
+    Fault fault = error.fault();
+    fault.message += "; already set: " + number_list_text(done);
+    throw CommandError(fault);
+  }
+  return {};
+}
+
+std::vector<Parameter> keywords() {
+  std::vector<Parameter> all = {
+      {.name = "speed",
+       .type = choice({{"10", 10, "10 Mbit/s"},
+                       {"100", 100, "100 Mbit/s"},
+                       {"1000", 1000, "1 Gbit/s"},
+                       {"10000", 10000, "10 Gbit/s"}}),
+       .help = "Forced speed in Mbit/s; without duplex, the present one stays"},
+      {.name = "duplex",
+       .type = choice({{"half", USER_DUPLEX_HALF, "One direction at a time"},
+                       {"full", USER_DUPLEX_FULL, "Both directions at once"}}),
+       .help = "Forced duplex; without speed, the present one stays"}};
+  for (const Setting &setting : settings()) all.push_back(setting.keyword);
+  return all;
+}
+
+}  // namespace
+
+Node port_set_command() {
+  return {
+      .name = "set",
+      .help = "Change settings of ports",
+      .positional = {{.name = "PORTS",
+                      .type = interface_list(),
+                      .help = "Ports to change",
+                      .required = true}},
+      .keywords = keywords(),
+      .needs_keyword = true,
+      .details =
+          "speed and duplex switch autonegotiation off and force the mode; flow control\n"
+          "stays as it is. Everything is checked before the first port is changed; then\n"
+          "the settings are made in the order shown here, port by port.\n",
+      .run = set,
+  };
+}
+
+}  // namespace swsh

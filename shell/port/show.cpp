@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+#include <string>
+
+#include "port/commands.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+
+constexpr PortGetter kLinkGet = {"user_port_link_status_get", user_port_link_status_get};
+constexpr PortGetter kMediumGet = {"user_port_media_type_get", user_port_media_type_get};
+constexpr PortGetter kLoopbackGet = {"user_port_loopback_get", user_port_loopback_get};
+constexpr PortGetter kSpeedMax = {"user_port_speed_max", user_port_speed_max};
+constexpr PortGetter kAdminGet = {"user_port_enable_get", user_port_enable_get};
+constexpr PortGetter kAutonegGet = {"user_port_autoneg_get", user_port_autoneg_get};
+constexpr PortGetter kAdvertiseGet = {"user_port_ability_advert_get", user_port_ability_advert_get};
+constexpr PortGetter kPauseGet = {"user_port_pause_get", user_port_pause_get};
+constexpr PortGetter kPauseState = {"user_port_pause_get_stat", user_port_pause_get_stat};
+constexpr PortGetter kMdixGet = {"user_port_mdix_get", user_port_mdix_get};
+constexpr PortGetter kMtuGet = {"user_port_jumboframe_get", user_port_jumboframe_get};
+constexpr PortGetter kLearnGet = {"user_port_learn_get", user_port_learn_get};
+constexpr PortGetter kDtagGet = {"user_port_dtag_mode_get", user_port_dtag_mode_get};
+constexpr PortGetter kEeeGet = {"user_eee_portEnable_get", user_eee_portEnable_get};
+
+void add_speed(Record &record, uint32_t speed) {
+  if (speed == USER_SPEED_UNKNOWN) {
+    record.add("speed", nullptr, "unknown");
+  } else {
+    record.add("speed", int64_t{speed});
+  }
+}
+
+std::string duplex_text(uint32_t duplex) {
+  switch (duplex) {
+    case USER_DUPLEX_HALF: return "half";
+    case USER_DUPLEX_FULL: return "full";
+    case USER_DUPLEX_BOTH: return "both";
+    default: return std::to_string(duplex);
+  }
+}
+
+std::vector<std::string> ability_names(uint32_t ability) {
+  std::vector<std::string> names;
+  for (const Choice &each : ability_choices())
+    if ((ability & static_cast<uint32_t>(each.value)) != 0) names.push_back(each.word);
+  return names;
+}
+
+std::string mdix_text(uint32_t mode) {
+  switch (mode) {
+    case USER_MDIX_AUTO: return "auto";
+    case USER_MDIX_STRAIGHT: return "straight";
+    case USER_MDIX_CROSSED: return "crossed";
+    default: return std::to_string(mode);
+  }
+}
+
+std::string learn_text(uint32_t mode) {
+  switch (mode) {
+    case USER_LEARN_ON: return "on";
+    case USER_LEARN_DISCARD: return "off";
+    case USER_LEARN_TO_CPU: return "cpu";
+    default: return std::to_string(mode);
+  }
+}
+
+// Getters whose values are not words of 32 bits.
+template <typename Value>
+Value read_value(const Context &context, const Port &port, const char *name,
+                 int32_t (*getter)(uint32_t, uint32_t, int32_t, Value *)) {
+  Value value = {};
+  check_result(getter(kLead, context.unit, port.chip, &value), name, port.interface);
+  return value;
+}
+
+std::vector<int64_t> isolation(const Context &context, const Port &port) {
+  user_pbmp_t ports = {};
+  check_result(user_port_egress_get(kLead, context.unit, port.chip, 0, &ports),
+               "user_port_egress_get", port.interface);
+  return interfaces_in(ports);
+}
+
+std::string tpid_text(uint16_t tpid) {
+  char text[8];
+  snprintf(text, sizeof text, "0x%04x", tpid);
+  return text;
+}
+
+void add_switch(Record &record, const char *key, bool on) {
+  record.add_detail(key, on, on ? "on" : "off");
+}
+
+void add_rate(Record &record, const char *key, int32_t rate) {
+  record.add_detail(key, int64_t{rate}, std::to_string(rate) + " kbit/s");
+}
+
+void add_link_settings(Record &record, const Context &context, const Port &port) {
+  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  add_switch(record, "admin", read(kAdminGet) != 0);
+  add_switch(record, "autoneg", read(kAutonegGet) != 0);
+  record.add_detail("advertise", ability_names(read(kAdvertiseGet)));
+  add_switch(record, "pause", read(kPauseGet) != 0);
+  add_switch(record, "pause_active", read(kPauseState) != 0);
+  record.add_detail("mdix", mdix_text(read(kMdixGet)));
+  add_switch(record, "eee", read(kEeeGet) != 0);
+}
+
+void add_frame_settings(Record &record, const Context &context, const Port &port) {
+  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  record.add_detail("mtu", int64_t{read(kMtuGet)});
+  record.add_detail("learning", learn_text(read(kLearnGet)));
+  record.add_detail("isolation", isolation(context, port));
+  record.add_detail("vlan", int64_t{read_value(context, port, "user_port_untagged_vlan_get",
+                                               user_port_untagged_vlan_get)});
+  add_switch(record, "dtag", read(kDtagGet) != 0);
+  record.add_detail("tpid",
+                    tpid_text(read_value(context, port, "user_port_tpid_get", user_port_tpid_get)));
+  add_rate(record, "ingress",
+           read_value(context, port, "user_port_ingress_rate_get", user_port_ingress_rate_get));
+  add_rate(record, "egress",
+           read_value(context, port, "user_port_egress_rate_get", user_port_egress_rate_get));
+}
+
+Record port_record(const Context &context, const Port &port) {
+  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  const bool loopback = read(kLoopbackGet) != 0;
+  Record record;
+  record.add("port", port.interface);
+  record.add("link", std::string(read(kLinkGet) != 0 ? "up" : "down"));
+  add_speed(record, read(kSpeedGet));
+  record.add("duplex", duplex_text(read(kDuplexGet)));
+  record.add("medium", std::string(read(kMediumGet) == USER_MEDIUM_FIBRE ? "fibre" : "copper"));
+  record.add("loopback", loopback, loopback ? "on" : "off");
+  record.add_detail("max_speed", int64_t{read(kSpeedMax)});
+  record.add_detail("chip_port", int64_t{port.chip});
+  return record;
+}
+
+// Settings are read for a single port only: a table has no place for them.
+Answer show(const Arguments &arguments, const Context &context) {
+  const bool chosen = arguments.has("PORTS");
+  const auto ports = chosen ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  Answer answer;
+  for (const Port &port : ports) answer.records.push_back(port_record(context, port));
+  answer.shape = chosen && ports.size() == 1 ? Shape::detail : Shape::table;
+  if (answer.shape == Shape::table) return answer;
+  add_link_settings(answer.records.front(), context, ports.front());
+  add_frame_settings(answer.records.front(), context, ports.front());
+  return answer;
+}
+
+}  // namespace
+
+std::vector<Choice> ability_choices() {
+  return {
+      {"10-half", USER_ABILITY_10_HALF, ""},
+      {"10-full", USER_ABILITY_10_FULL, ""},
+      {"100-half", USER_ABILITY_100_HALF, ""},
+      {"100-full", USER_ABILITY_100_FULL, ""},
+      {"1000-half", USER_ABILITY_1000_HALF, ""},
+      {"1000-full", USER_ABILITY_1000_FULL, ""},
+      {"pause", USER_ABILITY_PAUSE, ""},
+      {"asymmetric-pause", USER_ABILITY_ASYMMETRIC_PAUSE, ""},
+  };
+}
+
+Node port_show_command() {
+  return {
+      .name = "show",
+      .help = "Show the state of ports",
+      .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+      .details =
+          "Without PORTS, all front ports in a table; a single port in detail.\n"
+          "Speed and duplex are those in operation; with the link down, those forced or,\n"
+          "under autonegotiation, those advertised: several speeds or none are unknown,\n"
+          "duplex both stands for both or neither. A single port shows its settings too.\n",
+      .run = show,
+  };
+}
+
+}  // namespace swsh

@@ -1,0 +1,116 @@
+The settings of ports.
+
+  $ . "$TESTDIR/setup.sh"
+
+A single port shows them all:
+
+  $ swctl port show 3
+  port          3
+  link          down
+  speed         unknown
+  duplex        both
+  medium        copper
+  loopback      off
+  max_speed     1000
+  chip_port     2
+  admin         on
+  autoneg       on
+  advertise     10-half,10-full,100-half,100-full,1000-full,pause
+  pause         off
+  pause_active  off
+  mdix          auto
+  eee           off
+  mtu           1518
+  learning      on
+  isolation     0-26
+  vlan          1
+  dtag          off
+  tpid          0x8100
+  ingress       16777200 kbit/s
+  egress        16777200 kbit/s
+
+Each keyword changes one of them:
+
+  $ swctl port set 3 admin off advertise 10-full,100-full,pause pause off mdix crossed eee on
+  $ swctl port set 3 mtu 9000 learning off isolation 0-2,25 vlan 20 dtag on tpid 0x9100 entry 2
+  $ swctl port set 3 ingress 10mbit egress 64kbit backpressure on filter on
+  $ swctl port show 3
+  port          3
+  link          down
+  speed         unknown
+  duplex        full
+  medium        copper
+  loopback      off
+  max_speed     1000
+  chip_port     2
+  admin         off
+  autoneg       on
+  advertise     10-full,100-full
+  pause         off
+  pause_active  off
+  mdix          crossed
+  eee           on
+  mtu           9000
+  learning      off
+  isolation     0-2,25
+  vlan          20
+  dtag          on
+  tpid          0x9100
+  ingress       10000 kbit/s
+  egress        64 kbit/s
+  $ swctl -j port show 3
+  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"dtag":true,"tpid":"0x9100","ingress":10000,"egress":64}]
+
+The advertised modes go to the chip before autonegotiation is switched:
+
+  $ SWPROBE=trace swctl port set 4 autoneg off advertise 1000-full,asymmetric-pause 2>&1
+  adp_intf_2_phy_id(interface=4) = 3
+  rtk_port_phyAutoNegoAbility_set(unit=0, port=3, ability=0x5000000) = 0
+  rtk_port_phyAutoNegoEnable_set(unit=0, port=3, enable=0) = 0
+
+Learning in all its forms. Behind forward, cpu would change nothing; what restore
+brings back is what the same run of the shell has seen, so nothing here:
+
+  $ for mode in on off cpu on cpu copy on copy forward cpu restore; do
+  >   SWPROBE=trace swctl port set 5 learning $mode 2>&1 | grep _set
+  > done
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=0, action=0) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=2, action=1) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=0, action=0) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=1, action=2) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=0, action=0) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=0, action=3) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=2, action=0) = 0
+  rtk_l2_newMacOp_set(unit=0, port=4, mode=0, action=0) = 0
+
+What does not fit together changes nothing:
+
+  $ swctl port set 6 admin off speed 100 autoneg on
+  swctl: port set 6 admin off speed 100 autoneg on: speed and duplex are forced, not negotiated, expected autoneg off
+  [1]
+  $ swctl port set 6 admin off entry 2
+  swctl: port set 6 admin off entry 2: entry belongs to tpid, expected tpid
+  [1]
+  $ swctl port set 6 admin off isolation 0-27
+  swctl: port set 6 admin off isolation: bad value "0-27": "27" is out of range, expected interface numbers 0-26 such as 1-4,7
+  [1]
+  $ swctl port set 6 admin off ingress 10
+  swctl: port set 6 admin off ingress: bad value "10", expected a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+  [1]
+  $ swctl port set 6 admin off ingress 17gbit
+  swctl: port set 6 admin off ingress: bad value "17gbit": "17" is out of range, expected a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+  [1]
+  $ swctl port set 6 admin off advertise 100-full,1000
+  swctl: port set 6 admin off advertise: bad value "100-full,1000": "1000" is no choice, expected one of: 10-half, 10-full, 100-half, 100-full, 1000-half, 1000-full, pause, asymmetric-pause
+  [1]
+  $ swctl port show 6 | grep admin
+  admin         on
+
+A refusal says what was done before:
+
+  $ SWPROBE_FAIL='rtk_eee_portEnable_set port 7 result -1004' swctl port set 7-9 eee on
+  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 8: a value is outside its range (result -1004); already set: 7
+  [2]
+  $ SWPROBE_FAIL='rtk_eee_portEnable_set port 8 result -1004' swctl port set 7-9 eee on
+  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 9: a value is outside its range (result -1004); already set: 7,8
+  [2]
