@@ -2,13 +2,11 @@
 #include "acl/actions.h"
 
 #include <swctl/field.h>
-#include <swctl/platform/adapter.h>
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-#include "acl/refusal.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"
@@ -150,9 +148,8 @@ bool reads_as(const Name &name, const chip_acl_action &record) {
 
 std::string subject_text(const Name &name, uint32_t value) {
   if (name.subject != Subject::interface) return std::to_string(value);
-  for (int32_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface)
-    if (adp_intf_2_phy_id(interface) == static_cast<int32_t>(value))
-      return std::to_string(interface);
+  const auto interface = Interfaces().of(static_cast<int32_t>(value));
+  if (interface) return std::to_string(*interface);
   return 'p' + std::to_string(value);
 }
 
@@ -177,8 +174,9 @@ std::vector<PlannedAction> actions_of(const std::string &word) {
 }
 
 void add_action(const PlannedAction &action, uint32_t unit, int32_t rule) {
-  check_acl(user_field_action_add(kLead, unit, rule, action.action, &action.param0, &action.param1),
-            "user_field_action_add", "action " + action.word + " of rule " + std::to_string(rule));
+  check_call(
+      user_field_action_add(kLead, unit, rule, action.action, &action.param0, &action.param1),
+      "user_field_action_add", "action " + action.word + " of rule " + std::to_string(rule));
 }
 
 std::vector<std::string> action_words(const chip_acl_action &record) {

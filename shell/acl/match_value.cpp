@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "acl/match_value.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <cstdio>
 #include <stdexcept>
+#include <vector>
 
+#include "mac_text.h"
 #include "number_list.h"
 
 namespace swsh {
@@ -40,21 +43,11 @@ uint32_t number_of(const std::string &word, int64_t high) {
   throw std::invalid_argument("not an address");
 }
 
-int digit_of(char character) {
-  if (character >= '0' && character <= '9') return character - '0';
-  if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-  if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-  no_address();
-}
-
 AddressBytes mac_of(const std::string &word) {
-  constexpr size_t kLength = 3 * kMacBytes - 1;
-  if (word.size() != kLength) no_address();
+  const std::vector<int64_t> parsed = parse_mac(word);
+  if (parsed.empty()) no_address();
   AddressBytes bytes = {};
-  for (size_t i = 0; i < kMacBytes; ++i) {
-    if (i > 0 && word[3 * i - 1] != ':') no_address();
-    bytes[i] = static_cast<uint8_t>(digit_of(word[3 * i]) * 16 + digit_of(word[3 * i + 1]));
-  }
+  std::copy(parsed.begin(), parsed.end(), bytes.begin());
   return bytes;
 }
 
@@ -132,13 +125,6 @@ std::string hexadecimal(uint32_t number) {
   return text;
 }
 
-std::string mac_word(const AddressBytes &bytes) {
-  char text[3 * kMacBytes];
-  snprintf(text, sizeof text, "%02x:%02x:%02x:%02x:%02x:%02x", bytes[0], bytes[1], bytes[2],
-           bytes[3], bytes[4], bytes[5]);
-  return text;
-}
-
 std::string ip_word(uint32_t address) {
   char text[INET_ADDRSTRLEN];
   const in_addr network = {htonl(address)};
@@ -174,7 +160,8 @@ std::string match_text(Notation notation, int bits, const MatchValue &value) {
   switch (notation) {
     case Notation::mac: {
       const bool full = value.address_mask == prefix_mask(8 * kMacBytes);
-      return mac_word(value.address) + (full ? "" : '/' + mac_word(value.address_mask));
+      return mac_text(value.address.data()) +
+             (full ? "" : '/' + mac_text(value.address_mask.data()));
     }
     case Notation::ip:
       return ip_word(value.number) + (value.mask == ~0u ? "" : '/' + ip_word(value.mask));

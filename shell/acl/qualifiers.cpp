@@ -7,7 +7,6 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "acl/refusal.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"
@@ -269,8 +268,8 @@ std::vector<Condition> conditions_of(const Arguments &arguments) {
 
 void write_condition(const Condition &condition, uint32_t unit, int32_t rule) {
   const Qualifier &qualifier = *condition.qualifier;
-  check_acl(qualifier.write(unit, rule, condition.value), qualifier.function,
-            std::string(qualifier.keyword) + " of rule " + std::to_string(rule));
+  check_call(qualifier.write(unit, rule, condition.value), qualifier.function,
+             std::string(qualifier.keyword) + " of rule " + std::to_string(rule));
 }
 
 Record match_record(const swctl_platform_acl_rule &rule) {

@@ -5,7 +5,7 @@
 #include <dlfcn.h>
 #include <memory>
 
-#include "acl/refusal.h"
+#include "chip/ports.h"
 
 namespace swsh {
 namespace {
@@ -20,7 +20,7 @@ Reader reader() {
 
 swctl_platform_acl_rule next_rule(Reader read, uint32_t unit, int32_t from) {
   swctl_platform_acl_rule rule = {};
-  check_acl(read(unit, from, &rule), kReader, "rule " + std::to_string(from));
+  check_call(read(unit, from, &rule), kReader, "rule " + std::to_string(from));
   return rule;
 }
 

@@ -4,12 +4,11 @@
 #include <algorithm>
 
 #include "acl/actions.h"
+#include "acl/each.h"
 #include "acl/qualifiers.h"
-#include "acl/refusal.h"
 #include "acl/rules.h"
 #include "chip/ports.h"
 #include "fault.h"
-#include "number_list.h"
 #include "objects/registry.h"
 #include "output/writer.h"
 
@@ -102,8 +101,8 @@ RulePlan plan_of(const Arguments &arguments) {
 }
 
 void install(const Context &context, int32_t rule) {
-  check_acl(user_field_entry_install(kLead, context.unit, rule), "user_field_entry_install",
-            rule_name(rule));
+  check_call(user_field_entry_install(kLead, context.unit, rule), "user_field_entry_install",
+             rule_name(rule));
 }
 
 void write_rule(const RulePlan &plan, const Context &context) {
@@ -132,51 +131,37 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-// Does one thing to each rule of a list; a refusal says which are done.
-using Step = void (*)(const Context &context, int32_t rule);
-Answer for_rules(const Arguments &arguments, const Context &context, Step step) {
-  std::vector<int64_t> done;
-  try {
-    for (const int64_t rule : arguments.numbers("RULES")) {
-      step(context, static_cast<int32_t>(rule));
-      done.push_back(rule);
-    }
-  } catch (const CommandError &error) {
-    Fault fault = error.fault();
-    if (!done.empty()) fault.message += "; already done: " + number_list_text(done);
-    throw CommandError(fault);
-  }
+Answer del(const Arguments &arguments, const Context &context) {
+  for_each_number(arguments.numbers("RULES"), [&](int64_t rule) {
+    check_call(user_field_entry_destroy(kLead, context.unit, static_cast<int32_t>(rule)),
+               "user_field_entry_destroy", rule_name(rule));
+  });
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
-  return for_rules(arguments, context, [](const Context &where, int32_t rule) {
-    check_acl(user_field_entry_destroy(kLead, where.unit, rule), "user_field_entry_destroy",
-              rule_name(rule));
-  });
-}
-
 Answer enable(const Arguments &arguments, const Context &context) {
-  return for_rules(arguments, context, install);
+  for_each_number(arguments.numbers("RULES"),
+                  [&](int64_t rule) { install(context, static_cast<int32_t>(rule)); });
+  return {};
 }
 
 Answer choose_template(const Arguments &arguments, const Context &context) {
   const int32_t rule = rule_number(arguments);
   const auto index = static_cast<uint32_t>(arguments.number("TEMPLATE"));
-  check_acl(user_field_set_select_tempate_idx(kLead, context.unit, rule, index),
-            "user_field_set_select_tempate_idx", rule_name(rule));
+  check_call(user_field_set_select_tempate_idx(kLead, context.unit, rule, index),
+             "user_field_set_select_tempate_idx", rule_name(rule));
   return {};
 }
 
 Answer join_with_next(const Arguments &arguments, const Context &context) {
   const int32_t rule = rule_number(arguments);
-  check_acl(user_field_set_double_entry(kLead, context.unit, rule), "user_field_set_double_entry",
-            rule_name(rule));
+  check_call(user_field_set_double_entry(kLead, context.unit, rule), "user_field_set_double_entry",
+             rule_name(rule));
   return {};
 }
 
 Answer init(const Arguments &, const Context &context) {
-  check_acl(user_field_init(kLead, context.unit), "user_field_init", "the rule table");
+  check_call(user_field_init(kLead, context.unit), "user_field_init", "the rule table");
   return {};
 }
 
@@ -193,15 +178,15 @@ Answer miss(const Arguments &arguments, const Context &context) {
 
 int64_t read_count(const Context &context, int64_t counter, uint32_t kind) {
   uint32_t words[2] = {};
-  check_acl(
+  check_call(
       user_field_get_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind, words),
       "user_field_get_statistics", "counter " + std::to_string(counter));
   return static_cast<int64_t>(uint64_t{words[0]} << 32 | words[1]);
 }
 
 void clear_count(const Context &context, int64_t counter, uint32_t kind) {
-  check_acl(user_field_clear_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind),
-            "user_field_clear_statistics", "counter " + std::to_string(counter));
+  check_call(user_field_clear_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind),
+             "user_field_clear_statistics", "counter " + std::to_string(counter));
 }
 
 Answer stats(const Arguments &arguments, const Context &context) {

@@ -6,9 +6,8 @@
 #include <map>
 #include <utility>
 
-#include "acl/refusal.h"
-#include "fault.h"
-#include "number_list.h"
+#include "acl/each.h"
+#include "chip/ports.h"
 #include "objects/registry.h"
 
 namespace swsh {
@@ -35,15 +34,15 @@ std::string meter_name(uint32_t meter) {
 // The library has no call that reads a meter, so this one is the SDK's.
 chip_acl_meter read_meter(const Context &context, uint32_t meter) {
   chip_acl_meter entry = {};
-  check_acl(rtk_acl_meterEntry_get(context.unit, meter, &entry), "rtk_acl_meterEntry_get",
-            meter_name(meter));
+  check_call(rtk_acl_meterEntry_get(context.unit, meter, &entry), "rtk_acl_meterEntry_get",
+             meter_name(meter));
   return entry;
 }
 
 chip_acl_burst read_bursts(const Context &context) {
   chip_acl_burst burst = {};
-  check_acl(rtk_acl_meterBurstSize_get(context.unit, CHIP_ACL_TABLE, &burst),
-            "rtk_acl_meterBurstSize_get", "the burst sizes");
+  check_call(rtk_acl_meterBurstSize_get(context.unit, CHIP_ACL_TABLE, &burst),
+             "rtk_acl_meterBurstSize_get", "the burst sizes");
   return burst;
 }
 
@@ -98,9 +97,9 @@ void give_slot_back(const Context &context, uint32_t meter) {
 uint32_t take_slot(const Context &context, uint32_t meter, int64_t burst) {
   const int32_t slot = user_field_meter_burst_size_set_del(
       context.unit, static_cast<int32_t>(burst), taken_slot(context, meter));
-  check_acl(slot, "user_field_meter_burst_size_set_del",
-            "burst " + std::to_string(burst) + " of " + meter_name(meter) +
-                ", both slots hold other bursts");
+  check_call(slot, "user_field_meter_burst_size_set_del",
+             "burst " + std::to_string(burst) + " of " + meter_name(meter) +
+                 ", both slots hold other bursts");
   taken_slots()[{context.unit, meter}] = slot;
   return static_cast<uint32_t>(slot);
 }
@@ -109,7 +108,7 @@ void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t 
   const int32_t result = user_field_meter_rate_burst_set(
       context.unit, meter, static_cast<int32_t>(rate), static_cast<int32_t>(slot));
   if (result < 0) give_slot_back(context, meter);
-  check_acl(result, "user_field_meter_rate_burst_set", meter_name(meter));
+  check_call(result, "user_field_meter_rate_burst_set", meter_name(meter));
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
@@ -123,26 +122,20 @@ Answer set(const Arguments &arguments, const Context &context) {
     write_meter(context, meter, rate, slot);
   }
   if (arguments.has("state")) {
-    check_acl(user_field_meter_entry_enable(context.unit, meter,
-                                            static_cast<uint32_t>(arguments.number("state"))),
-              "user_field_meter_entry_enable", meter_name(meter));
+    check_call(user_field_meter_entry_enable(context.unit, meter,
+                                             static_cast<uint32_t>(arguments.number("state"))),
+               "user_field_meter_entry_enable", meter_name(meter));
   }
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
-  std::vector<int64_t> done;
-  for (const int64_t number : arguments.numbers("METERS")) {
+  for_each_number(arguments.numbers("METERS"), [&](int64_t number) {
     const auto meter = static_cast<uint32_t>(number);
-    const int32_t result = user_field_meter_entry_del(context.unit, meter);
-    if (result < 0) {
-      Fault fault = acl_refusal(result, "user_field_meter_entry_del", meter_name(meter));
-      if (!done.empty()) fault.message += "; already done: " + number_list_text(done);
-      throw CommandError(fault);
-    }
+    check_call(user_field_meter_entry_del(context.unit, meter), "user_field_meter_entry_del",
+               meter_name(meter));
     give_slot_back(context, meter);
-    done.push_back(number);
-  }
+  });
   return {};
 }
 

@@ -51,7 +51,7 @@ TEST(MatchValue, MacAddresses) {
   EXPECT_EQ(there_and_back(Notation::mac, 0, "01:80:c2:00:00:0e/ff:ff:ff:ff:ff:f0"),
             "01:80:c2:00:00:0e/ff:ff:ff:ff:ff:f0");
   for (const char *word :
-       {"", "01:80:c2:00:00", "01:80:c2:00:00:0e:00", "01-80-c2-00-00-0e", "0g:80:c2:00:00:0e",
+       {"", "01:80:c2:00:00", "01:80:c2:00:00:0e:00", "01-80:c2-00-00-0e", "0g:80:c2:00:00:0e",
         "1:80:c2:00:00:00e", "01:80:c2:00:00:0e/", "01:80:c2:00:00:0e/8"})
     EXPECT_EQ(fault_of(Notation::mac, 0, word), "not an address") << word;
 }
