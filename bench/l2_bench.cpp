@@ -112,7 +112,10 @@ void delete_direct(benchmark::State &state) {
       if (entry.port != kChosenPort || !STATIC_ENTRY_TEST(entry.flags)) return;
       rtk_l2_addr_del(0, entry.vid, entry.mac);
       if (sys_trace_get() != 0) abort();
-      Log_logging_func(6, 0, "STATIC-MAC", "%02x%02x\n", entry.mac[4], entry.mac[5]);
+      const uint8_t *mac = entry.mac;
+      Log_logging_func(6, 0, "STATIC-MAC",
+                       "User remove static MAC %02x:%02x:%02x:%02x:%02x:%02x from network system\n",
+                       mac[0], mac[1], mac[2], mac[3], mac[4], mac[5]);
     });
   }
 }
