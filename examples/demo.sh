@@ -72,7 +72,7 @@ refused "SWPROBE_FAIL='rtk_port_link_get port 2 result -1007' swctl port show 1-
 refused "LD_PRELOAD=\$PROBE SWPROBE_FAIL='rtk_port_link_get port 2 result -1007' ./port_status"
 
 chapter "What the chip itself holds, past every SDK call"
-try "vchipctl dump --unit 0 --block port | head -n 28"
+try "vchipctl dump --unit 0 --block port | sed -n 1,28p"
 
 chapter "A wrong word is named, with what was expected in its place"
 refused swctl port set 4 sped 100
