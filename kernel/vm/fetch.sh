@@ -1,0 +1,25 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+# fetch.sh DIR
+# Puts the kernel that belongs to the newest installed kernel headers into DIR,
+# as vmlinuz, from Debian's package; and beside it the headers' release.
+set -euo pipefail
+dir=$1
+
+release=$(find /usr/src -maxdepth 1 -name 'linux-headers-*-amd64' -printf '%f\n' |
+  sed 's/^linux-headers-//' | sort -V | tail -n 1)
+[ -n "$release" ] || { echo "fetch.sh: no kernel headers are installed" >&2; exit 1; }
+mkdir -p "$dir"
+if [ -s "$dir/vmlinuz" ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+chmod 755 "$work"
+(cd "$work" && apt-get download -q "linux-image-$release" >download.log 2>&1) || {
+  cat "$work/download.log" >&2
+  echo "fetch.sh: cannot download linux-image-$release" >&2
+  exit 1
+}
+dpkg-deb --fsys-tarfile "$work"/linux-image-*.deb | tar -x -C "$work" "./boot/vmlinuz-$release"
+mv "$work/boot/vmlinuz-$release" "$dir/vmlinuz"
+echo "$release" >"$dir/release"
