@@ -14,8 +14,12 @@
 namespace {
 
 template <class First, class... Rest>
-bool is_refused(First first, Rest...) {
-  return first == First{99};
+bool is_refused([[maybe_unused]] First first, Rest...) {
+  if constexpr (std::is_integral_v<First>) {
+    return first == First{99};
+  } else {
+    return false;
+  }
 }
 
 template <class T>
