@@ -6,6 +6,8 @@
 
 #include <swctl/platform/adapter_records.h>
 #include <swctl/platform/l2_records.h>
+#include <swctl/platform/mcast_records.h>
+#include <swctl/platform/mirror_records.h>
 #include <swctl/platform/port_records.h>
 #include <swctl/platform/vlan_records.h>
 
@@ -112,6 +114,58 @@ struct Shape<chip_vlan_egress_entry> {
       SWPROBE_FIELD(chip_vlan_egress_entry, new_vid, dec),
       SWPROBE_FIELD(chip_vlan_egress_entry, field13, dec),
       SWPROBE_FIELD(chip_vlan_egress_entry, field14, dec),
+  };
+};
+
+template <>
+struct Shape<chip_ip6_address> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_ip6_address, bytes, hex),
+  };
+};
+
+template <>
+struct Shape<chip_ip_mcast_entry> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_ip_mcast_entry, vid, dec),
+      SWPROBE_FIELD(chip_ip_mcast_entry, zero, dec),
+      SWPROBE_FIELD(chip_ip_mcast_entry, address_b, hex),
+      SWPROBE_FIELD(chip_ip_mcast_entry, address_a, hex),
+      SWPROBE_FIELD(chip_ip_mcast_entry, ports, hex),
+      SWPROBE_FIELD(chip_ip_mcast_entry, rest, dec),
+  };
+};
+
+template <>
+struct Shape<chip_ip6_mcast_entry> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_ip6_mcast_entry, vid, dec),
+      SWPROBE_FIELD(chip_ip6_mcast_entry, address_b.bytes, hex),
+      SWPROBE_FIELD(chip_ip6_mcast_entry, address_a.bytes, hex),
+      SWPROBE_FIELD(chip_ip6_mcast_entry, zero, dec),
+      SWPROBE_FIELD(chip_ip6_mcast_entry, ports, hex),
+      SWPROBE_FIELD(chip_ip6_mcast_entry, rest, dec),
+  };
+};
+
+template <>
+struct Shape<chip_mirror_entry> {
+  static constexpr Field fields[] = {
+      SWPROBE_FIELD(chip_mirror_entry, enable, dec),
+      SWPROBE_FIELD(chip_mirror_entry, mirroring_port, dec),
+      SWPROBE_FIELD(chip_mirror_entry, ingress, hex),
+      SWPROBE_FIELD(chip_mirror_entry, egress, hex),
+      SWPROBE_FIELD(chip_mirror_entry, field5, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field6, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field7, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field8, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field9, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field10, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field11, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field12, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field13, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field14, dec),
+      SWPROBE_FIELD(chip_mirror_entry, field15, dec),
   };
 };
 

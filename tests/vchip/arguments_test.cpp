@@ -22,9 +22,10 @@ const Subjects &subjects() {
     Subjects joined;
     for (const Subjects *family :
          {&vchip_test::acl_subjects(), &vchip_test::frame_subjects(), &vchip_test::l2_subjects(),
-          &vchip_test::port_subjects(), &vchip_test::port_more_subjects(),
-          &vchip_test::port_rate_subjects(), &vchip_test::port_tag_subjects(),
-          &vchip_test::vlan_subjects()})
+          &vchip_test::mcast_ip_subjects(), &vchip_test::mirror_trunk_subjects(),
+          &vchip_test::port_more_subjects(), &vchip_test::port_rate_subjects(),
+          &vchip_test::port_subjects(), &vchip_test::port_tag_subjects(),
+          &vchip_test::qos_subjects(), &vchip_test::stp_subjects(), &vchip_test::vlan_subjects()})
       joined.insert(joined.end(), family->begin(), family->end());
     return joined;
   }();

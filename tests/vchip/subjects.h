@@ -39,10 +39,14 @@ using Subjects = std::vector<Subject>;
 const Subjects &acl_subjects();
 const Subjects &frame_subjects();
 const Subjects &l2_subjects();
+const Subjects &mcast_ip_subjects();
+const Subjects &mirror_trunk_subjects();
 const Subjects &port_subjects();
 const Subjects &port_more_subjects();
 const Subjects &port_rate_subjects();
 const Subjects &port_tag_subjects();
+const Subjects &qos_subjects();
+const Subjects &stp_subjects();
 const Subjects &vlan_subjects();
 
 }  // namespace vchip_test

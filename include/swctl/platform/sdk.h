@@ -12,6 +12,8 @@
 
 #include <swctl/platform/field_records.h>
 #include <swctl/platform/l2_records.h>
+#include <swctl/platform/mcast_records.h>
+#include <swctl/platform/mirror_records.h>
 #include <swctl/platform/port_records.h>
 #include <swctl/platform/vlan_records.h>
 #include <swctl/types.h>

@@ -59,9 +59,15 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_VLAN (-1041)      /**< there is no such VLAN */
 #define VCHIP_E_RULE_KIND (-1042) /**< no such kind of rule, qualifier or action */
 #define VCHIP_E_DUPLICATE (-1043) /**< the rule has such a qualifier or action already */
-#define VCHIP_E_RULE_EXISTS (-1044) /**< there is such a rule already */
-#define VCHIP_E_NO_RULE (-1045)     /**< there is no such rule */
-#define VCHIP_E_FIELD (-1051)       /**< a rule has no such match field */
+#define VCHIP_E_RULE_EXISTS (-1044)     /**< there is such a rule already */
+#define VCHIP_E_NO_RULE (-1045)         /**< there is no such rule */
+#define VCHIP_E_FIELD (-1051)           /**< a rule has no such match field */
+#define VCHIP_E_INSTANCE (-1061)        /**< there is no such spanning-tree instance */
+#define VCHIP_E_INSTANCE_EXISTS (-1062) /**< the spanning-tree instance exists already */
+#define VCHIP_E_IP_MCAST_ENTRY (-1071)  /**< there is no such IP multicast entry */
+#define VCHIP_E_IP_MCAST_FULL (-1072)   /**< the IP multicast table is full */
+#define VCHIP_E_IP_MCAST_EXISTS (-1073) /**< the IP multicast entry exists already */
+#define VCHIP_E_TRUNK_MEMBER (-1081)    /**< a port belongs to another trunk */
 /** @} */
 
 /** What creating a VLAN that exists answers: positive, the VLAN stays as it is. */

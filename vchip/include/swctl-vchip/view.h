@@ -19,8 +19,12 @@
 #include <swctl-vchip/defaults_view.h>
 #include <swctl-vchip/forward_view.h>
 #include <swctl-vchip/l2_view.h>
+#include <swctl-vchip/mcast_ip_view.h>
+#include <swctl-vchip/mirror_trunk_view.h>
+#include <swctl-vchip/qos_view.h>
 #include <swctl-vchip/rate_view.h>
 #include <swctl-vchip/rule_view.h>
+#include <swctl-vchip/stp_view.h>
 #include <swctl-vchip/tag_view.h>
 #include <swctl-vchip/vlan_view.h>
 #include <swctl/types.h>

@@ -22,8 +22,14 @@
 #include "forward/mask_block.h"
 #include "l2/group_block.h"
 #include "l2/l2_block.h"
+#include "mcast/mcast_ip_block.h"
+#include "mirror_trunk/mirror_block.h"
+#include "mirror_trunk/trunk_block.h"
 #include "port/cable_block.h"
 #include "port/port_block.h"
+#include "qos/qos_block.h"
+#include "stp/stp_block.h"
+#include "stp/trap_block.h"
 #include "tag/tag_block.h"
 #include "unit/attack_block.h"
 #include "unit/defaults_block.h"
@@ -33,24 +39,30 @@
 #include "vlan/vlan_block.h"
 
 //     type         member and name in a dump
-#define VCHIP_BLOCKS(BLOCK)        \
-  BLOCK(AclBlock, acl)             \
-  BLOCK(MeterBlock, meter)         \
-  BLOCK(CounterBlock, acl_count)   \
-  BLOCK(PortBlock, port)           \
-  BLOCK(SwitchBlock, switch_wide)  \
-  BLOCK(RateBlock, rate)           \
-  BLOCK(DefaultsBlock, defaults)   \
-  BLOCK(CableBlock, cable)         \
-  BLOCK(PortCounterBlock, counter) \
-  BLOCK(FloodBlock, flood)         \
-  BLOCK(MaskBlock, forward_mask)   \
-  BLOCK(LearningBlock, learning)   \
-  BLOCK(TagBlock, tag)             \
-  BLOCK(AttackBlock, attack)       \
-  BLOCK(L2Block, l2)               \
-  BLOCK(GroupBlock, group)         \
-  BLOCK(VlanBlock, vlan)           \
-  BLOCK(ConversionBlock, conversion)
+#define VCHIP_BLOCKS(BLOCK)          \
+  BLOCK(AclBlock, acl)               \
+  BLOCK(MeterBlock, meter)           \
+  BLOCK(CounterBlock, acl_count)     \
+  BLOCK(PortBlock, port)             \
+  BLOCK(SwitchBlock, switch_wide)    \
+  BLOCK(RateBlock, rate)             \
+  BLOCK(DefaultsBlock, defaults)     \
+  BLOCK(CableBlock, cable)           \
+  BLOCK(PortCounterBlock, counter)   \
+  BLOCK(FloodBlock, flood)           \
+  BLOCK(MaskBlock, forward_mask)     \
+  BLOCK(LearningBlock, learning)     \
+  BLOCK(TagBlock, tag)               \
+  BLOCK(AttackBlock, attack)         \
+  BLOCK(L2Block, l2)                 \
+  BLOCK(GroupBlock, group)           \
+  BLOCK(VlanBlock, vlan)             \
+  BLOCK(ConversionBlock, conversion) \
+  BLOCK(QosBlock, qos)               \
+  BLOCK(StpBlock, stp)               \
+  BLOCK(TrapBlock, trap)             \
+  BLOCK(MirrorBlock, mirror)         \
+  BLOCK(TrunkBlock, trunk)           \
+  BLOCK(McastIpBlock, mcast_ip)
 
 #endif

@@ -27,6 +27,12 @@ const char *sentence(int32_t result) {
     case VCHIP_E_DUPLICATE: return "the rule has such a qualifier or action already";
     case VCHIP_E_RULE_EXISTS: return "there is such a rule already";
     case VCHIP_E_NO_RULE: return "there is no such rule";
+    case VCHIP_E_INSTANCE: return "there is no such spanning-tree instance";
+    case VCHIP_E_INSTANCE_EXISTS: return "the spanning-tree instance exists already";
+    case VCHIP_E_IP_MCAST_ENTRY: return "there is no such IP multicast entry";
+    case VCHIP_E_IP_MCAST_FULL: return "the IP multicast table is full";
+    case VCHIP_E_IP_MCAST_EXISTS: return "the IP multicast entry exists already";
+    case VCHIP_E_TRUNK_MEMBER: return "a port belongs to another trunk";
     case VCHIP_VLAN_EXISTS: return "the VLAN exists already";
     default: return nullptr;
   }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/dump.h"
+#include "core/ports_in.h"
 
 namespace vchip {
 namespace {
@@ -21,13 +22,6 @@ void make(Vlan &vlan, uint32_t ports) {
   vlan.untagged = ports;
   vlan.stg = 0;
   set_exists(vlan, 1);
-}
-
-std::vector<uint32_t> ports_in(uint32_t mask) {
-  std::vector<uint32_t> ports;
-  for (uint32_t port = 0; port < VCHIP_PORTS; ++port)
-    if ((mask >> port & 1) != 0) ports.push_back(port);
-  return ports;
 }
 
 }  // namespace

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// The IP multicast table, and what becomes of frames that are not in it.
+#ifndef VCHIP_MCAST_MCAST_IP_BLOCK_H
+#define VCHIP_MCAST_MCAST_IP_BLOCK_H
+
+#include <swctl-vchip/vchip.h>
+#include <swctl/platform/mcast_records.h>
+
+#include <array>
+#include <cstdint>
+
+#include "forward/flood_block.h"
+
+namespace vchip {
+
+class Dump;
+
+inline constexpr uint32_t kIpMcastEntries = 256;
+inline constexpr uint32_t kIp6McastEntries = 128;
+inline constexpr uint32_t kMaxMcastMode = 1;
+inline constexpr uint32_t kMaxMissAction = 3;
+
+// A place of a table. A killed call leaves it empty or whole.
+template <typename Entry>
+struct McastPlace {
+  uint32_t used;
+  Entry entry;
+};
+
+class McastIpBlock {
+ public:
+  using MissActions = std::array<uint32_t, kMissTypes>;
+  template <typename Entry, uint32_t size>
+  using Table = std::array<McastPlace<Entry>, size>;
+
+  static constexpr uint32_t kLayout = 1;
+  void reset();
+  void repair() {}  // a place is empty while it is written
+  void dump(const char *name, Dump &unit) const;
+
+  const Table<chip_ip_mcast_entry, kIpMcastEntries> &ip() const { return ip_; }
+  const Table<chip_ip6_mcast_entry, kIp6McastEntries> &ip6() const { return ip6_; }
+
+  // Each answers 0 or why not.
+  int32_t add(const chip_ip_mcast_entry &entry);
+  int32_t set(const chip_ip_mcast_entry &entry);
+  int32_t remove(const chip_ip_mcast_entry &key);
+  int32_t add(const chip_ip6_mcast_entry &entry);
+  int32_t remove(const chip_ip6_mcast_entry &key);
+
+  uint32_t ip_mode() const { return ip_mode_; }
+  void set_ip_mode(uint32_t mode) { ip_mode_ = mode; }
+  uint32_t ip6_mode() const { return ip6_mode_; }
+  void set_ip6_mode(uint32_t mode) { ip6_mode_ = mode; }
+  const MissActions &miss_actions(int32_t port) const {
+    return miss_actions_[static_cast<size_t>(port)];
+  }
+  void set_miss_action(int32_t port, uint32_t type, uint32_t action) {
+    miss_actions_[static_cast<size_t>(port)][type] = action;
+  }
+
+ private:
+  Table<chip_ip_mcast_entry, kIpMcastEntries> ip_;
+  Table<chip_ip6_mcast_entry, kIp6McastEntries> ip6_;
+  uint32_t ip_mode_;
+  uint32_t ip6_mode_;
+  std::array<MissActions, VCHIP_PORTS> miss_actions_;
+};
+
+}  // namespace vchip
+
+#endif

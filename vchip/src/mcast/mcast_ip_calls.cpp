@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// The SDK's calls on IP multicast.
+#include <swctl/platform/sdk.h>
+
+#include "core/check.h"
+#include "core/chip.h"
+
+using vchip::at_most;
+using vchip::change;
+using vchip::change_if;
+using vchip::not_null;
+using vchip::on_port;
+using vchip::Unit;
+
+namespace {
+
+constexpr bool is_vlan(uint32_t vid) {
+  return vid >= vchip::kFirstVlan && vid <= vchip::kLastVlan;
+}
+
+// RFC 5771 and RFC 4291, 2.7.
+constexpr bool is_group(uint32_t address) {
+  return address >> 28 == 0xe;
+}
+constexpr bool is_group(const chip_ip6_address &address) {
+  return address.bytes[0] == 0xff;
+}
+
+// Address b is the group and address a the source; any source but a group will
+// do, and zeros stand for every source.
+template <typename Entry>
+int32_t possible_key(const Entry &entry) {
+  return is_vlan(entry.vid) && is_group(entry.address_b) && !is_group(entry.address_a)
+             ? 0
+             : VCHIP_E_VALUE;
+}
+
+// What has no meaning must be 0, so that a record that was not cleared shows.
+template <typename Entry>
+int32_t possible(const Entry *entry) {
+  if (entry == nullptr) return 0;
+  if ((entry->ports & ~vchip::kAllPorts) != 0) return VCHIP_E_PORT;
+  if ((entry->rest[0] | entry->rest[1] | entry->rest[2] | entry->zero) != 0) return VCHIP_E_VALUE;
+  return possible_key(*entry);
+}
+
+}  // namespace
+
+int32_t rtk_l2_ipMcastAddr_add(uint32_t unit, const chip_ip_mcast_entry *entry) {
+  return change_if(unit, {not_null(entry), possible(entry)},
+                   [=](Unit &chip) { return chip.mcast_ip.add(*entry); });
+}
+
+int32_t rtk_l2_ipMcastAddr_set(uint32_t unit, const chip_ip_mcast_entry *entry) {
+  return change_if(unit, {not_null(entry), possible(entry)},
+                   [=](Unit &chip) { return chip.mcast_ip.set(*entry); });
+}
+
+int32_t rtk_l2_ipMcastAddr_del(uint32_t unit, uint32_t address_a, uint32_t address_b,
+                               uint32_t vid) {
+  const chip_ip_mcast_entry key = {static_cast<uint16_t>(vid), 0, address_b, address_a, 0, {}};
+  return change_if(unit, {at_most(vid, vchip::kLastVlan), possible_key(key)},
+                   [=](Unit &chip) { return chip.mcast_ip.remove(key); });
+}
+
+int32_t rtk_l2_ip6McastAddr_add(uint32_t unit, const chip_ip6_mcast_entry *entry) {
+  return change_if(unit, {not_null(entry), possible(entry)},
+                   [=](Unit &chip) { return chip.mcast_ip.add(*entry); });
+}
+
+int32_t rtk_l2_ip6McastAddr_del(uint32_t unit, chip_ip6_address address_a,
+                                chip_ip6_address address_b, uint32_t vid) {
+  const chip_ip6_mcast_entry key = {static_cast<uint16_t>(vid), address_b, address_a, 0, 0, {}};
+  return change_if(unit, {at_most(vid, vchip::kLastVlan), possible_key(key)},
+                   [=](Unit &chip) { return chip.mcast_ip.remove(key); });
+}
+
+int32_t rtk_l2_ipmcMode_set(uint32_t unit, uint32_t mode) {
+  return change(unit, {at_most(mode, vchip::kMaxMcastMode)},
+                [=](Unit &chip) { chip.mcast_ip.set_ip_mode(mode); });
+}
+
+int32_t rtk_l2_ip6mcMode_set(uint32_t unit, uint32_t mode) {
+  return change(unit, {at_most(mode, vchip::kMaxMcastMode)},
+                [=](Unit &chip) { chip.mcast_ip.set_ip6_mode(mode); });
+}
+
+int32_t rtk_l2_portLookupMissAction_set(uint32_t unit, int32_t port, uint32_t type,
+                                        uint32_t action) {
+  return change(unit,
+                {on_port(port), type < vchip::kMissTypes ? 0 : VCHIP_E_INDEX,
+                 at_most(action, vchip::kMaxMissAction)},
+                [=](Unit &chip) { chip.mcast_ip.set_miss_action(port, type, action); });
+}
