@@ -8,6 +8,7 @@
 #ifndef SWCTL_MCAST_H
 #define SWCTL_MCAST_H
 
+#include <swctl/mcast_ip.h>
 #include <swctl/mcast_l2.h>
 #include <swctl/types.h>
 

@@ -8,6 +8,7 @@
 #ifndef SWCTL_STP_H
 #define SWCTL_STP_H
 
+#include <swctl/l2_walk.h>
 #include <swctl/types.h>
 
 SWCTL_BEGIN_DECLS
@@ -45,6 +46,309 @@ SWCTL_API int32_t user_l2_bpdu_through_set(uint32_t lead, ...);
 /** Whether protocol frames pass through a port. */
 SWCTL_API int32_t user_l2_bpdu_through_get(uint32_t lead, ...);
 /** @} */
+
+/**
+ * @name Port states
+ * Of a port in a spanning-tree group (IEEE 802.1D-1998, 8.4). The chip has one
+ * state for listening and learning; ::stateflag says which was meant.
+ * @{
+ */
+#define USER_STP_DISABLED 0u
+#define USER_STP_BLOCKING 1u
+#define USER_STP_LISTENING 2u
+#define USER_STP_LEARNING 3u
+#define USER_STP_FORWARDING 4u
+/** @} */
+
+/** 16-bit words of the list of user_stg_vlan_each_time_list(). */
+#define USER_STG_LIST_WORDS 1024
+
+/**
+ * @brief Makes a spanning-tree group: an instance of the chip.
+ *
+ * Passes through to rtk_stp_mstpInstance_create(unit, stg).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param stg  instance number; not checked
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_create_id(uint32_t lead, uint32_t unit, uint32_t stg);
+
+/**
+ * @brief Destroys a spanning-tree group.
+ *
+ * Passes through to rtk_stp_mstpInstance_destroy(unit, stg).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param stg  instance number; not checked
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_destroy(uint32_t lead, uint32_t unit, uint32_t stg);
+
+/**
+ * @brief Puts a VLAN into a spanning-tree group.
+ *
+ * Calls rtk_vlan_stg_set(unit, vid, stg).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param stg  instance number; not checked
+ * @param vid  VLAN ID; the low 16 bits count
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_vlan_add(uint32_t lead, uint32_t unit, uint32_t stg, uint32_t vid);
+
+/**
+ * @brief Puts a VLAN back into group 0, whatever group it is in.
+ *
+ * Calls rtk_vlan_stg_set(unit, vid, 0).
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @param stg  ignored
+ * @param vid  VLAN ID; the low 16 bits count
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_vlan_remove(uint32_t lead, uint32_t unit, uint32_t stg, uint32_t vid);
+
+/**
+ * @brief Sets the state of a port in a spanning-tree group.
+ *
+ * Calls rtk_stp_mstpState_set(unit, stg, port, code), where the code is 0
+ * disabled, 1 blocking, 2 listening or learning, 3 forwarding. For listening
+ * and learning, ::stateflag becomes the state before the call, and stays so if
+ * the call fails.
+ *
+ * @param lead  ignored
+ * @param unit  switch unit
+ * @param stg   instance number; not checked
+ * @param port  chip port
+ * @param state one of USER_STP_*; any other value disables the port
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_stp_set(uint32_t lead, uint32_t unit, uint32_t stg, int32_t port,
+                                   uint32_t state);
+
+/**
+ * @brief The state of a port in a spanning-tree group.
+ *
+ * Calls rtk_stp_mstpState_get(unit, stg, port, ...). What the chip calls
+ * learning reads as ::stateflag, or as ::USER_STP_LISTENING while that is 0:
+ * the state that was last asked for, on any port of any group.
+ *
+ * @param lead  ignored
+ * @param unit  switch unit
+ * @param stg   instance number; not checked
+ * @param port  chip port
+ * @param state receives one of USER_STP_*; written whatever the result,
+ *              ::USER_STP_DISABLED if the SDK wrote nothing; untouched for a
+ *              code that the chip's states do not have
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stg_stp_get(uint32_t lead, uint32_t unit, uint32_t stg, int32_t port,
+                                   uint32_t *state);
+
+/**
+ * @brief Whether there is a spanning-tree group of that number.
+ *
+ * Passes through to rtk_stp_isMstpInstanceExist_get(unit, stg, exists).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param stg    instance number; not checked
+ * @param exists handed to the SDK; receives non-zero if there is
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_stp_isMstpInstanceExist_get(uint32_t lead, uint32_t unit, uint32_t stg,
+                                                   uint32_t *exists);
+
+/**
+ * @brief The number of spanning-tree groups of unit 0.
+ *
+ * Calls rtk_stp_isMstpInstanceExist_get(0, instance, ...) for the instances 0
+ * to 15, on unit 0. No result is looked at; a call that writes nothing counts
+ * like the one before it.
+ *
+ * @param lead  ignored
+ * @param unit  ignored
+ * @param count receives the number; untouched if there is no group
+ * @return 0; -1 if there is no group
+ */
+SWCTL_API int32_t user_stg_stg_count_get(uint32_t lead, uint32_t unit, uint32_t *count);
+
+/**
+ * @brief Hands over a list that the process left in ::g_tmpBuffer.
+ *
+ * Copies the whole buffer to the start of the list and fills the rest with
+ * zeros. Makes no SDK call.
+ *
+ * @param lead ignored
+ * @param unit ignored
+ * @param stg  ignored
+ * @param list receives ::USER_STG_LIST_WORDS words
+ * @return 0, always
+ */
+SWCTL_API int32_t user_stg_vlan_each_time_list(uint32_t lead, uint32_t unit, uint32_t stg,
+                                               uint16_t *list);
+
+/**
+ * @brief Says that the VLANs of a group cannot be listed.
+ *
+ * Writes "user_stg_vlan_list 649: Can not get vlan list int STG in kenerl
+ * mode" and a line end to standard error. Makes no SDK call.
+ *
+ * @param lead ignored, as is every further argument
+ * @return 0, always
+ */
+SWCTL_API int32_t user_stg_vlan_list(uint32_t lead, ...);
+
+/**
+ * @brief Says that the groups cannot be listed.
+ *
+ * Writes "user_stg_list 677: Can not get STG list in kenerl mode" and a line
+ * end to standard error. Makes no SDK call.
+ *
+ * @param lead ignored, as is every further argument
+ * @return 0, always
+ */
+SWCTL_API int32_t user_stg_list(uint32_t lead, ...);
+
+/**
+ * @brief Gives IGMP frames (RFC 3376) to the processor, or switches them.
+ *
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 5, action): 2 (trap) or 0 (forward).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param enable non-zero: to the processor
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_igmp_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
+
+/**
+ * @brief Gives MLD frames (RFC 3810) to the processor, or switches them.
+ *
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 4, action): 2 (trap) or 0 (forward).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param enable non-zero: to the processor
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_mld_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
+
+/**
+ * @brief Gives frames to the switch's own address to the processor, or
+ *        switches them.
+ *
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 24, action): 2 (trap) or 0 (forward).
+ *
+ * @param lead   ignored
+ * @param unit   switch unit
+ * @param enable non-zero: to the processor
+ * @return the SDK's result
+ */
+SWCTL_API int32_t user_selfmac_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
+
+/**
+ * @brief Has every front port switch spanning-tree frames (BPDU).
+ *
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 19, 0) for the ports of
+ * the logical interfaces 1 to ::USER_FRONT_INTERFACES. No result is looked at.
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @return 0, always
+ */
+SWCTL_API int32_t user_stg_init(uint32_t lead, uint32_t unit);
+
+/**
+ * @brief Switches spanning-tree frames (BPDU) on every front port, or gives
+ *        them to the processor.
+ *
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 19, action) for the ports
+ * of the logical interfaces 1 to ::USER_FRONT_INTERFACES: 0 (forward) or 2
+ * (trap). A port that fails does not end the walk. Mind the sense: it is the
+ * opposite of an enable's.
+ *
+ * @param lead    ignored
+ * @param unit    switch unit
+ * @param forward non-zero: switch them; 0: to the processor
+ * @return the SDK's result for the last port
+ */
+SWCTL_API int32_t user_stg_set_bpdu_forward(uint32_t lead, uint32_t unit, uint32_t forward);
+
+/**
+ * @brief Has every front port switch LLDP frames (IEEE 802.1AB).
+ *
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 21, 0) for the ports of
+ * the logical interfaces 1 to ::USER_FRONT_INTERFACES. A port that fails does
+ * not end the walk.
+ *
+ * @param lead ignored
+ * @param unit switch unit
+ * @return the SDK's result for the last port
+ */
+SWCTL_API int32_t user_lldp_init(uint32_t lead, uint32_t unit);
+
+/**
+ * @brief Switches LLDP frames (IEEE 802.1AB) on one or every front port, or
+ *        gives them to the processor.
+ *
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 21, action): 0 (forward)
+ * or 2 (trap), once for the port of the interface, or for interface 0 for the
+ * ports of the logical interfaces 1 to ::USER_FRONT_INTERFACES, where a port
+ * that fails does not end the walk.
+ *
+ * @param lead      ignored
+ * @param unit      switch unit
+ * @param forward   non-zero: switch them; 0: to the processor
+ * @param interface logical interface; 0 for every front port
+ * @return the SDK's result, for the last port of a walk
+ */
+SWCTL_API int32_t user_lldp_set_bpdu_forward(uint32_t lead, uint32_t unit, uint32_t forward,
+                                             int32_t interface);
+
+/**
+ * @brief Takes an address whose frames would count as protocol frames.
+ *
+ * Reads the six bytes and does nothing with them. Makes no SDK call.
+ *
+ * @param lead  ignored
+ * @param unit  ignored
+ * @param index ignored
+ * @param mac   six bytes
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_bpdu_set(uint32_t lead, uint32_t unit, uint32_t index,
+                                   const uint8_t *mac);
+
+/**
+ * @brief Hands over an address that the process left in ::g_tmpBuffer.
+ *
+ * Copies the first six bytes of the buffer. Makes no SDK call.
+ *
+ * @param lead  ignored
+ * @param unit  ignored
+ * @param index ignored
+ * @param mac   receives six bytes
+ * @return 0, always
+ */
+SWCTL_API int32_t user_l2_bpdu_get(uint32_t lead, uint32_t unit, uint32_t index, uint8_t *mac);
+
+/**
+ * @brief Walks the unicast entries of unit 0, to find the phones among them.
+ *
+ * Passes through to rtk_l2_traverse(0, callback, data) of l2_walk.h, by its
+ * exported name.
+ *
+ * @param callback called for each entry; not null
+ * @param data     handed to the callback
+ * @return the result of the walk
+ */
+SWCTL_API int32_t user_l2_voice_vlan_traverse(user_l2_walk_callback_t callback, void *data);
 
 SWCTL_END_DECLS
 

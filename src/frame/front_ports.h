@@ -20,6 +20,16 @@ int32_t each_front_port(Visit visit) {
   return 0;
 }
 
+// The same to the end: no result ends the walk, and that of the last port is
+// returned.
+template <typename Visit>
+int32_t every_front_port(Visit visit) {
+  int32_t result = 0;
+  for (int32_t interface = 1; interface <= USER_FRONT_INTERFACES; ++interface)
+    result = visit(adp_intf_2_phy_id(interface));
+  return result;
+}
+
 }  // namespace swctl
 
 #endif

@@ -27,5 +27,9 @@ void call_l2(void);
 void call_mcast(void);
 void call_port(void);
 void call_vlan(void);
+void call_mcast_ip(void);
+void call_mirror_trunk(void);
+void call_qos(void);
+void call_stp(void);
 
 #endif

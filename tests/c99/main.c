@@ -33,7 +33,11 @@ int main(void) {
   call_kmsg();
   call_l2();
   call_mcast();
+  call_mcast_ip();
+  call_mirror_trunk();
   call_port();
+  call_qos();
+  call_stp();
   call_vlan();
   printf("%d functions called, %d surprises\n", calls, surprises);
   return surprises == 0 ? 0 : 1;
