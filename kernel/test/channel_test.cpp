@@ -347,8 +347,45 @@ TEST(Threads, ReleasedPlacesAreTakenAgain) {
   crowd.leave();
 }
 
-// The last: it leaves the table locked.
-TEST(Threads, ThirtyThirdIsRefused) {
+// What a command prints, and its status behind it.
+std::string output_of(const std::string &command) {
+  FILE *pipe = popen((command + " 2>&1; echo [$?]").c_str(), "r");
+  std::string output;
+  char line[256];
+  while (fgets(line, sizeof line, pipe) != nullptr) output += line;
+  pclose(pipe);
+  return output;
+}
+
+TEST(Shell, SendShowsTheAnswer) {
+  EXPECT_EQ(output_of("swctl kernel send 2 010203fa"), "msgid   2\nanswer  256 (0x100)\n[0]\n");
+  EXPECT_EQ(output_of("swctl -j kernel send 0x1ff 01010101"),
+            "[{\"msgid\":511,\"answer\":16843009}]\n[0]\n");
+  EXPECT_EQ(ask(0x1FF), 0x01010101u) << "the register is the kernel's";
+  EXPECT_EQ(output_of("swctl kernel send 0x1ff -T 5"),
+            "msgid   511\nanswer  16843009 (0x1010101)\n[0]\n");
+}
+
+TEST(Shell, SendSaysThatThereIsNoAnswer) {
+  const std::string output = output_of("swctl kernel send 4 -T 1");
+  EXPECT_EQ(output.find("Receive message time out! iRet:2076~ "), 0u) << output;
+  EXPECT_NE(output.find("swctl: kernel send 4 -T 1: the kernel's switch module did not answer "
+                        "within 1 s\n[2]\n"),
+            std::string::npos)
+      << output;
+}
+
+TEST(Shell, StatusShowsModuleAndSockets) {
+  release_all();
+  EXPECT_EQ(output_of("swctl kernel status"),
+            "protocol  30\nmodule    present\nsockets   0\n[0]\n");
+  ask(SWITCH_ECHO, word(1));
+  EXPECT_EQ(output_of("swctl -j kernel status"),
+            "[{\"protocol\":30,\"module\":true,\"sockets\":1}]\n[0]\n");
+}
+
+// The last of the program: it leaves the table locked.
+TEST(FullTable, ThirtyThirdIsRefused) {
   release_all();
   EXPECT_EQ(ask(SWITCH_ECHO, word(1)), 1u);
   Crowd crowd(31);

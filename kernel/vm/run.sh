@@ -1,13 +1,15 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# run.sh DIR LIBRARY_DIR PROGRAM [ARGUMENT]...
-# Builds the switch module, packs an initial RAM disk with it and PROGRAM, and
-# boots the kernel that fetch.sh put into DIR with it, in software emulation.
-# Shows what PROGRAM printed and ends with its status. The whole log of the
-# machine stands in DIR/vm.log and is shown if something goes wrong.
+# run.sh DIR LIBRARY_DIR PROGRAM[,PROGRAM]... [ARGUMENT]...
+# Builds the switch module, packs an initial RAM disk with it and the programs,
+# and boots the kernel that fetch.sh put into DIR with it, in software emulation.
+# Runs the first program, shows what it printed and ends with its status. The
+# whole log of the machine stands in DIR/vm.log and is shown if something goes
+# wrong.
 # Ends with 77 if what the machine needs is not there.
 set -euo pipefail
-dir=$1 library_dir=$(realpath "$2") program=$3
+dir=$1 library_dir=$(realpath "$2")
+IFS=, read -ra programs <<<"$3"
 shift 3
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 limit=${SWCTL_VM_SECONDS:-240}
@@ -44,11 +46,14 @@ install_program() {
 }
 mkdir -p "$dir"/root/{bin,lib,lib64,proc,sys,dev,tmp}
 cp "$(command -v busybox)" "$dir/root/bin/busybox"
+ln -s busybox "$dir/root/bin/sh"
 cp "$here/init" "$dir/root/init"
 cp "$dir/module/swctl_switch.ko" "$dir/root/"
-install_program "$program"
+for program in "${programs[@]}"; do
+  install_program "$program"
+done
 cp "$dir"/root/lib/ld-linux-x86-64.so.2 "$dir/root/lib64/"
-printf '%s\n' "$(basename "$program")" "$@" >"$dir/root/command"
+printf '%s\n' "$(basename "${programs[0]}")" "$@" >"$dir/root/command"
 (cd "$dir/root" && find . | cpio --quiet -o -H newc -R 0:0) >"$dir/initrd"
 
 status=0

@@ -23,6 +23,7 @@ enum class Kind {
   choice,      // one of the choices, written in full
   mac,         // 02:00:5e:00:00:01
   choices,     // some of them with commas between, as the OR of their values
+  bytes,       // 0a0b0c, at most high of them
   bandwidth,   // kbit/s, written as 64kbit, 10mbit or 1gbit
   text,        // any word
   flag,        // no value: the keyword itself says it
@@ -49,6 +50,8 @@ Type interface_number(int64_t lowest = 1);
 Type interface_list(int64_t lowest = 1);
 Type choice(std::vector<Choice> choices);
 Type choice_list(std::vector<Choice> choices);
+// Up to `most` bytes in hexadecimal.
+Type bytes(int64_t most);
 Type bandwidth(int64_t low, int64_t high);
 Type on_off();
 Type mac_address();

@@ -31,6 +31,10 @@ Type choice_list(std::vector<Choice> choices) {
   return {Kind::choices, 0, 0, "", std::move(choices)};
 }
 
+Type bytes(int64_t most) {
+  return {Kind::bytes, 0, most, "", {}};
+}
+
 Type bandwidth(int64_t low, int64_t high) {
   return {Kind::bandwidth, low, high, "kbit", {}};
 }

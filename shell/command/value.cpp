@@ -11,6 +11,8 @@
 namespace swsh {
 namespace {
 
+constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
+
 std::string range_text(const Type &type) {
   const std::string range = std::to_string(type.low) + '-' + std::to_string(type.high);
   return type.unit.empty() ? range : range + ' ' + type.unit;
@@ -58,6 +60,22 @@ ParsedValue parse_choices(const Type &type, const std::string &word) {
   return all;
 }
 
+// Pairs of hexadecimal digits, with or without colons between them.
+ParsedValue parse_bytes(const Type &type, const std::string &word) {
+  ParsedValue parsed = {{word, 0, {}}, ""};
+  for (size_t at = 0; at < word.size(); at += 2) {
+    if (at != 0 && word[at] == ':') ++at;
+    const std::string digits = word.substr(at, 2);
+    if (digits.size() != 2 || digits.find_first_not_of(kHexadecimal) != std::string::npos)
+      return {{}, quoted(digits) + " is no byte"};
+    parsed.argument.numbers.push_back(std::stoi(digits, nullptr, 16));
+  }
+  if (parsed.argument.numbers.empty()) return {{}, quoted(word) + " is no byte"};
+  if (static_cast<int64_t>(parsed.argument.numbers.size()) > type.high)
+    return {{}, std::to_string(parsed.argument.numbers.size()) + " bytes are too many"};
+  return parsed;
+}
+
 struct BandwidthUnit {
   std::string_view name;
   int64_t kbit;
@@ -87,6 +105,7 @@ ParsedValue parse_value(const Type &type, const std::string &word) {
     case Kind::choice: return parse_choice(type, word);
     case Kind::mac: return parse_mac_value(word);
     case Kind::choices: return parse_choices(type, word);
+    case Kind::bytes: return parse_bytes(type, word);
     case Kind::bandwidth: return parse_bandwidth(type, word);
     case Kind::text:
     case Kind::flag: break;
@@ -103,6 +122,7 @@ std::string value_usage(const Type &type) {
     case Kind::choice: return join(choice_words(type), "|");
     case Kind::mac: return "MAC";
     case Kind::choices: return "LIST";
+    case Kind::bytes: return "BYTES";
     case Kind::bandwidth: return "RATE";
     case Kind::text: return "TEXT";
     case Kind::flag: break;
@@ -119,6 +139,8 @@ std::vector<std::string> value_expected(const Type &type) {
     case Kind::mac: return {"an address such as 02:00:5e:00:00:01"};
     case Kind::choice:
     case Kind::choices: return choice_words(type);
+    case Kind::bytes:
+      return {"up to " + std::to_string(type.high) + " bytes in hexadecimal such as 0a0b0c"};
     case Kind::bandwidth:
       return {"a rate " + range_text(type) + " such as 64kbit, 10mbit or 1gbit"};
     case Kind::text: return {"a text"};

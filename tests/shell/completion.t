@@ -6,6 +6,7 @@ What completion offers.
   acl
   dos
   flood
+  kernel
   mac
   mcast
   meter

@@ -14,6 +14,7 @@ Help at every level.
     acl      Access-control rules
     dos      Prevention of denial-of-service attacks
     flood    Flooding: ports that get frames to unknown unicast addresses
+    kernel   The message channel to the kernel's switch module
     mac      The layer-2 address table
     mcast    Layer-2 multicast groups
     meter    Meters, which limit the rate of what rules match
@@ -112,5 +113,5 @@ It may be asked for in several ways:
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: acl, dos, flood, mac, mcast, meter, port, storm, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
   [1]

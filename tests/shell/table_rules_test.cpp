@@ -105,6 +105,7 @@ TEST(Table, PlacesAreUpperCaseAndKeywordsLowerCase) {
       for (const char c : each.name) EXPECT_FALSE(std::islower(static_cast<unsigned char>(c)));
     }
     for (const Parameter &each : node.keywords) {
+      if (each.name.starts_with('-')) continue;  // a letter, as other tools have it
       for (const char c : each.name) EXPECT_FALSE(std::isupper(static_cast<unsigned char>(c)));
     }
   });

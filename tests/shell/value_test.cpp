@@ -57,6 +57,23 @@ TEST(Value, AListOfChoicesIsTheirOr) {
   EXPECT_EQ(parse_value(bits, "").fault, "\"\" is no choice");
 }
 
+TEST(Value, BytesArePairsOfHexadecimalDigits) {
+  EXPECT_THAT(parse_value(bytes(4), "0a").argument.numbers, ElementsAre(10));
+  EXPECT_THAT(parse_value(bytes(4), "00fFA5").argument.numbers, ElementsAre(0, 255, 165));
+  EXPECT_THAT(parse_value(bytes(4), "00:ff:a5").argument.numbers, ElementsAre(0, 255, 165));
+  EXPECT_EQ(parse_value(bytes(4), "00ff").argument.word, "00ff");
+  EXPECT_EQ(parse_value(bytes(4), "").fault, "\"\" is no byte");
+  EXPECT_EQ(parse_value(bytes(4), "00f").fault, "\"f\" is no byte");
+  EXPECT_EQ(parse_value(bytes(4), "0x0a").fault, "\"0x\" is no byte");
+  EXPECT_EQ(parse_value(bytes(4), "00:").fault, "\"\" is no byte");
+  EXPECT_EQ(parse_value(bytes(4), "00::01").fault, "\":0\" is no byte");
+}
+
+TEST(Value, BytesAreNoMoreThanThereIsRoomFor) {
+  EXPECT_EQ(parse_value(bytes(4), "01020304").fault, "");
+  EXPECT_EQ(parse_value(bytes(4), "0102030405").fault, "5 bytes are too many");
+}
+
 TEST(Value, ABandwidthHasAUnit) {
   const Type rate = bandwidth(0, 16777200);
   EXPECT_EQ(parse_value(rate, "64kbit").argument.number, 64);
