@@ -4,6 +4,7 @@
 #include "chip/address_table.h"
 #include "fault.h"
 #include "number_list.h"
+#include "objects/mcast_ip.h"
 #include "objects/registry.h"
 
 namespace swsh {
@@ -116,7 +117,7 @@ Node group_command(const char *name, const char *help, bool with_ports, Handler 
 Node mcast_object() {
   return {
       .name = "mcast",
-      .help = "Layer-2 multicast groups",
+      .help = "Multicast: layer-2 groups, IP entries",
       .children = {{.name = "show",
                     .help = "Show the groups and their ports",
                     .keywords = {{.name = "vlan",
@@ -126,7 +127,8 @@ Node mcast_object() {
                    group_command("add", "Add a group", true, add),
                    group_command("del", "Delete a group", false, del),
                    group_command("join", "Add ports to a group", true, join),
-                   group_command("leave", "Take ports from a group", true, leave)},
+                   group_command("leave", "Take ports from a group", true, leave),
+                   mcast_ip_commands()},
   };
 }
 

@@ -85,10 +85,10 @@ Other lines that are wrong:
   $ printf 'port show 3 \\' | swctl -j | is_json
   valid
   $ echo "prot" | swctl -b -
-  stdin:1: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
+  stdin:1: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ echo "help nothing" | swctl
-  stdin:1: unknown word "nothing", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
+  stdin:1: unknown word "nothing", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 Files that are not there:

@@ -10,8 +10,13 @@ What completion offers.
   mac
   mcast
   meter
+  mirror
   port
+  qos
   storm
+  stp
+  trap
+  trunk
   vlan
   version
   help

@@ -5,7 +5,7 @@ Wrong usage: the culprit, what was expected, and status 1.
 Words that the shell does not know:
 
   $ swctl prot
-  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port shwo
   swctl: port: unknown word "shwo", expected one of: show, set, stats, clear, cable, help
@@ -128,5 +128,5 @@ Options:
 Control characters do not reach the terminal:
 
   $ swctl "$(printf '\033[2J')"
-  swctl: unknown word "\x1b[2J", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
+  swctl: unknown word "\x1b[2J", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]

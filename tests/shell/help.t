@@ -16,10 +16,15 @@ Help at every level.
     flood    Flooding: ports that get frames to unknown unicast addresses
     kernel   The message channel to the kernel's switch module
     mac      The layer-2 address table
-    mcast    Layer-2 multicast groups
+    mcast    Multicast: layer-2 groups, IP entries
     meter    Meters, which limit the rate of what rules match
+    mirror   Mirroring: copies of frames to a port
     port     Ports: state, settings, counters, cables
+    qos      Quality of service: priorities and queues
     storm    Storm control: rates of flooded traffic
+    stp      Spanning tree: instances, VLANs, port states
+    trap     Protocol frames for the processor
+    trunk    Trunks: ports that stand for one link
     vlan     VLANs: ports, defaults, rules, translation
     version  Show the version and the library files in use
     help     Say what may come next, here and behind every word
@@ -113,5 +118,5 @@ It may be asked for in several ways:
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, port, storm, vlan, version, help
+  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]

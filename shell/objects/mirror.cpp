@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/mirror_trunk.h>
+#include <swctl/platform/sdk.h>
+
+#include "chip/address_table.h"
+#include "chip/ports.h"
+#include "chip/unit_zero.h"
+#include "fault.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr int64_t kLastGroup = 3;
+
+std::string group_text(uint32_t group) {
+  return "mirror group " + std::to_string(group);
+}
+
+// The library writes groups and reads none, so the chip is asked.
+chip_mirror_entry read_group(uint32_t group) {
+  chip_mirror_entry entry = {};
+  check_call(rtk_mirror_group_get(0, group, &entry), "rtk_mirror_group_get", group_text(group));
+  return entry;
+}
+
+Record group_record(const Interfaces &interfaces, uint32_t group) {
+  const chip_mirror_entry entry = read_group(group);
+  const bool on = entry.enable != 0;
+  const bool flows = entry.field15 != 0;
+  const auto to = interfaces.of(static_cast<int32_t>(entry.mirroring_port));
+  Record record;
+  record.add("group", int64_t{group});
+  record.add("state", on, on ? "on" : "off");
+  if (on && to) {
+    record.add("to", *to);
+  } else {
+    record.add("to", nullptr);
+  }
+  record.add("ingress", interfaces_of(interfaces, entry.ingress));
+  record.add("egress", interfaces_of(interfaces, entry.egress));
+  record.add("flows", flows, flows ? "yes" : "no");
+  return record;
+}
+
+Answer show(const Arguments &, const Context &context) {
+  expect_unit_zero(context);
+  const Interfaces interfaces;
+  Answer answer = {Shape::table, {}, ""};
+  for (uint32_t group = 0; group <= kLastGroup; ++group)
+    answer.records.push_back(group_record(interfaces, group));
+  return answer;
+}
+
+uint32_t group_of(const Arguments &arguments) {
+  return static_cast<uint32_t>(arguments.number("GROUP"));
+}
+
+std::vector<Port> mirrored(const Arguments &arguments) {
+  if (!arguments.has("ports")) return {};
+  return ports_of(arguments.numbers("ports"));
+}
+
+void set_port(const Context &context, uint32_t group, const Port &port, uint32_t to,
+              uint32_t mode) {
+  check_result(user_mirror_port_set(kLead, context.unit, port.chip, group, to, mode),
+               "user_mirror_port_set", port.interface);
+}
+
+Answer add(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  if (!arguments.has("ports") && !arguments.has("flows"))
+    throw CommandError(wrong_usage("nothing to mirror", {}, {"ports", "flows"}));
+  if (!arguments.has("ports") && arguments.has("direction"))
+    throw CommandError(wrong_usage("a direction is one of ports", {}, {"ports"}));
+  const uint32_t group = group_of(arguments);
+  const auto to = static_cast<uint32_t>(port_of(arguments.number("to")).chip);
+  const std::vector<Port> ports = mirrored(arguments);
+  const uint32_t mode = arguments.has("direction")
+                            ? static_cast<uint32_t>(arguments.number("direction"))
+                            : USER_MIRROR_BOTH;
+  for (const Port &port : ports) set_port(context, group, port, to, mode);
+  if (arguments.has("flows"))
+    check_call(user_set_flow_mirror(kLead, context.unit, group, to), "user_set_flow_mirror",
+               group_text(group));
+  return {};
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const uint32_t group = group_of(arguments);
+  const std::vector<Port> ports = mirrored(arguments);
+  if (!arguments.has("ports")) {
+    check_call(user_set_mirror_disable(kLead, context.unit, group), "user_set_mirror_disable",
+               group_text(group));
+    return {};
+  }
+  const uint32_t to = read_group(group).mirroring_port;
+  for (const Port &port : ports) set_port(context, group, port, to, USER_MIRROR_NONE);
+  check_call(user_check_set_mirror_disable(kLead, context.unit, group),
+             "user_check_set_mirror_disable", group_text(group));
+  return {};
+}
+
+Parameter group_parameter() {
+  return {.name = "GROUP", .type = number(0, kLastGroup), .help = "Mirror group", .required = true};
+}
+
+Parameter ports_parameter(const char *help) {
+  return {.name = "ports", .type = interface_list(0), .help = help};
+}
+
+}  // namespace
+
+Node mirror_object() {
+  return {
+      .name = "mirror",
+      .help = "Mirroring: copies of frames to a port",
+      .children =
+          {
+              {.name = "show", .help = "Show the mirror groups", .run = show},
+              {.name = "add",
+               .help = "Mirror ports, or the flows that rules choose",
+               .positional = {group_parameter()},
+               .keywords = {{.name = "to",
+                             .type = interface_number(0),
+                             .help = "Port that gets the copies",
+                             .required = true},
+                            ports_parameter("Ports that are mirrored; 0 is the CPU"),
+                            {.name = "direction",
+                             .type = choice({{"ingress", USER_MIRROR_INGRESS, "What they receive"},
+                                             {"egress", USER_MIRROR_EGRESS, "What they send"},
+                                             {"both", USER_MIRROR_BOTH, "Both"}}),
+                             .help = "Which frames; both if not given"},
+                            {.name = "flows",
+                             .type = flag(),
+                             .help = "Mirror the flows that rules choose"}},
+               .run = add},
+              {.name = "del",
+               .help = "Disable a group, or take ports out of it",
+               .positional = {group_parameter()},
+               .keywords = {ports_parameter("Only these; the group goes with the last one")},
+               .details = "A group that is disabled as a whole keeps its ports: enabled again it\n"
+                          "mirrors them.\n",
+               .run = del},
+          },
+  };
+}
+
+}  // namespace swsh

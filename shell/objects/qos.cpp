@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/qos.h>
+
+#include <algorithm>
+
+#include "chip/ports.h"
+#include "chip/unit_zero.h"
+#include "fault.h"
+#include "number_list.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr int64_t kLastPriority = USER_QOS_PRIORITIES - 1;
+constexpr int64_t kLastQueue = USER_QOS_QUEUES - 1;
+constexpr int64_t kLastCodePoint = 63;
+constexpr int64_t kMaxWeight = 0xffff;
+constexpr size_t kBarLength = 40;
+
+struct Queues {
+  uint8_t of_priority[USER_QOS_PRIORITIES];
+};
+
+Queues read_queues() {
+  Queues queues = {};
+  for (uint32_t priority = 0; priority < USER_QOS_PRIORITIES; ++priority) {
+    uint32_t queue = 0;
+    check_call(user_qos_pri_queue_map_get(priority, &queue), "user_qos_pri_queue_map_get",
+               "priority " + std::to_string(priority));
+    queues.of_priority[priority] = static_cast<uint8_t>(queue);
+  }
+  return queues;
+}
+
+Answer show_map(const Arguments &, const Context &context) {
+  expect_unit_zero(context);
+  const Queues queues = read_queues();
+  Answer answer = {Shape::table, {}, ""};
+  for (size_t priority = 0; priority < USER_QOS_PRIORITIES; ++priority)
+    answer.records.push_back(Record()
+                                 .add("priority", static_cast<int64_t>(priority))
+                                 .add("queue", int64_t{queues.of_priority[priority]}));
+  return answer;
+}
+
+// The chip takes the whole map, so the rest of it is read first.
+Answer set_map(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  Queues queues = read_queues();
+  for (const int64_t priority : arguments.numbers("PRIORITIES"))
+    queues.of_priority[priority] = static_cast<uint8_t>(arguments.number("queue"));
+  check_call(user_qos_pri_queue_map_set(queues.of_priority), "user_qos_pri_queue_map_set",
+             "the queue map");
+  return {};
+}
+
+Answer set_tag(const Arguments &arguments, const Context &context) {
+  for (const int64_t priority : arguments.numbers("PRIORITIES"))
+    check_call(user_qos_pri_remap_set(context.unit, static_cast<uint32_t>(priority),
+                                      static_cast<uint32_t>(arguments.number("internal"))),
+               "user_qos_pri_remap_set", "priority " + std::to_string(priority));
+  return {};
+}
+
+std::vector<int64_t> code_points(const Arguments &arguments) {
+  if (arguments.has("DSCPS")) return arguments.numbers("DSCPS");
+  std::vector<int64_t> all;
+  for (int64_t dscp = 0; dscp <= kLastCodePoint; ++dscp) all.push_back(dscp);
+  return all;
+}
+
+Answer show_dscp(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  Answer answer = {Shape::table, {}, ""};
+  for (const int64_t dscp : code_points(arguments)) {
+    uint32_t priority = 0;
+    check_call(user_qos_dscp_map_get(static_cast<uint32_t>(dscp), &priority),
+               "user_qos_dscp_map_get", "code point " + std::to_string(dscp));
+    answer.records.push_back(Record().add("dscp", dscp).add("priority", int64_t{priority}));
+  }
+  return answer;
+}
+
+Answer set_dscp(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  for (const int64_t dscp : arguments.numbers("DSCPS"))
+    check_call(user_qos_dscp_map_set(static_cast<uint32_t>(dscp),
+                                     static_cast<uint32_t>(arguments.number("priority"))),
+               "user_qos_dscp_map_set", "code point " + std::to_string(dscp));
+  return {};
+}
+
+Answer show_default(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  Answer answer = {Shape::table, {}, ""};
+  for (const Port &port : ports) {
+    uint32_t priority = 0;
+    check_result(user_qos_port_cos_get(port.chip, &priority), "user_qos_port_cos_get",
+                 port.interface);
+    answer.records.push_back(
+        Record().add("port", port.interface).add("priority", int64_t{priority}));
+  }
+  return answer;
+}
+
+Answer set_default(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+    check_result(
+        user_qos_port_cos_set(port.chip, static_cast<uint32_t>(arguments.number("priority"))),
+        "user_qos_port_cos_set", port.interface);
+  return {};
+}
+
+Answer set_trust(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const auto group = static_cast<int32_t>(arguments.number("TRUST"));
+  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  check_call(user_qos_trust_sel_group_set(group), "user_qos_trust_sel_group_set",
+             "trust group " + std::to_string(group));
+  for (const Port &port : ports)
+    check_result(user_qos_port_trust_mode_set(port.chip, static_cast<uint32_t>(group)),
+                 "user_qos_port_trust_mode_set", port.interface);
+  return {};
+}
+
+std::vector<Choice> modes() {
+  return {{"strict", USER_QOS_SCHEDULE_STRICT, "A queue goes before all lower ones"},
+          {"equal", USER_QOS_SCHEDULE_EQUAL, "All queues have the same share"},
+          {"weighted", USER_QOS_SCHEDULE_WEIGHTED, "Shares by weight, algorithm 1"},
+          {"weighted-0", USER_QOS_SCHEDULE_WEIGHTED_0, "Shares by weight, algorithm 0"}};
+}
+
+std::string mode_word(uint32_t mode) {
+  for (const Choice &each : modes())
+    if (each.value == mode) return each.word;
+  return std::to_string(mode);
+}
+
+// The longest bar is the greatest weight's; a strict queue takes what it wants.
+std::string bar(uint32_t weight, uint32_t greatest) {
+  if (weight == 0) return "strict";
+  return std::string(std::max<size_t>(1, weight * kBarLength / greatest), '#');
+}
+
+Answer show_schedule(const Arguments &, const Context &context) {
+  expect_unit_zero(context);
+  uint32_t mode = 0;
+  uint32_t weights[USER_QOS_QUEUES] = {};
+  check_call(user_qos_schedule_get(&mode, weights), "user_qos_schedule_get", unit_text(context));
+  const uint32_t greatest = *std::ranges::max_element(weights);
+  Answer answer = {Shape::table, {}, ""};
+  for (uint32_t queue = 0; queue < USER_QOS_QUEUES; ++queue)
+    answer.records.push_back(Record()
+                                 .add("queue", int64_t{queue})
+                                 .add("schedule", mode_word(mode))
+                                 .add("weight", int64_t{weights[queue]})
+                                 .add("share", bar(weights[queue], greatest)));
+  return answer;
+}
+
+// Unlike a list of numbers these stay in their order.
+std::vector<uint32_t> weights_of(const std::string &word) {
+  std::vector<uint32_t> weights;
+  for (size_t start = 0, comma = 0; comma != std::string::npos; start = comma + 1) {
+    comma = word.find(',', start);
+    const ParsedNumber weight = parse_number(word.substr(start, comma - start), 0, kMaxWeight);
+    if (!weight.fault.empty()) return {};
+    weights.push_back(static_cast<uint32_t>(weight.number));
+  }
+  return weights;
+}
+
+Answer set_schedule(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const auto mode = static_cast<uint32_t>(arguments.number("SCHEDULE"));
+  const bool weighted = mode >= USER_QOS_SCHEDULE_WEIGHTED;
+  std::vector<uint32_t> weights(USER_QOS_QUEUES, 1);
+  if (weighted != arguments.has("weights")) {
+    throw CommandError(weighted ? wrong_usage("the schedule needs weights", {}, {"weights"})
+                                : wrong_usage("the schedule has no weights", "weights"));
+  }
+  if (weighted) weights = weights_of(arguments.word("weights"));
+  if (weights.size() != USER_QOS_QUEUES) {
+    throw CommandError(wrong_usage("bad weights \"" + arguments.word("weights") + '"',
+                                   arguments.word("weights"),
+                                   {"eight numbers 0-65535 such as 0,0,1,1,2,2,4,8"}));
+  }
+  check_call(user_qos_schedule_set(mode, weights.data()), "user_qos_schedule_set",
+             unit_text(context));
+  return {};
+}
+
+Parameter required(const char *name, Type type, const char *help) {
+  return {.name = name, .type = std::move(type), .help = help, .required = true};
+}
+
+Node map_commands() {
+  return {
+      .name = "map",
+      .help = "The queue of each internal priority",
+      .children = {{.name = "show", .help = "Show the queue of each priority", .run = show_map},
+                   {.name = "set",
+                    .help = "Send priorities to a queue",
+                    .positional = {required("PRIORITIES", numbers(0, kLastPriority), "Priorities")},
+                    .keywords = {required("queue", number(0, kLastQueue), "Queue")},
+                    .run = set_map}}};
+}
+
+Node dscp_commands() {
+  return {
+      .name = "dscp",
+      .help = "The internal priority of each code point",
+      .children = {{.name = "show",
+                    .help = "Show the priority of code points",
+                    .positional = {{.name = "DSCPS",
+                                    .type = numbers(0, kLastCodePoint),
+                                    .help = "Code points to show"}},
+                    .run = show_dscp},
+                   {.name = "set",
+                    .help = "Give code points a priority",
+                    .positional = {required("DSCPS", numbers(0, kLastCodePoint), "Code points")},
+                    .keywords = {required("priority", number(0, kLastPriority), "Priority")},
+                    .run = set_dscp}}};
+}
+
+Node default_commands() {
+  return {.name = "default",
+          .help = "The priority of frames without a tag",
+          .children = {
+              {.name = "show",
+               .help = "Show the priority of ports",
+               .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+               .run = show_default},
+              {.name = "set",
+               .help = "Give ports a priority",
+               .positional = {required("PORTS", interface_list(), "Ports to change")},
+               .keywords = {required("priority", number(0, kLastPriority), "Priority")},
+               .run = set_default}}};
+}
+
+Node trust_commands() {
+  return {
+      .name = "trust",
+      .help = "Which of its priorities a frame follows",
+      .children = {{.name = "set",
+                    .help = "Choose what ports trust",
+                    .positional = {required("PORTS", interface_list(), "Ports to change"),
+                                   required("TRUST",
+                                            choice({{"port", USER_QOS_TRUST_PORT, "The port's"},
+                                                    {"tag", USER_QOS_TRUST_TAG, "A tag's, if any"},
+                                                    {"dscp", USER_QOS_TRUST_DSCP,
+                                                     "That of the code point, if any"}}),
+                                            "Whose priority counts")},
+                    .details = "The chip cannot be asked which group a port has.\n",
+                    .run = set_trust}}};
+}
+
+Node schedule_commands() {
+  return {.name = "schedule",
+          .help = "How the queues of the front ports take turns",
+          .children = {
+              {.name = "show",
+               .help = "Show the queues with their shares",
+               .details = "Read from the first port; all front ports are set alike.\n",
+               .run = show_schedule},
+              {.name = "set",
+               .help = "Schedule the queues of all front ports",
+               .positional = {required("SCHEDULE", choice(modes()), "How they take turns")},
+               .keywords = {{.name = "weights",
+                             .type = text(),
+                             .help = "Of the queues 0 to 7, with commas between; 0 is strict"}},
+               .run = set_schedule}}};
+}
+
+}  // namespace
+
+Node qos_object() {
+  return {.name = "qos",
+          .help = "Quality of service: priorities and queues",
+          .children = {
+              map_commands(),
+              dscp_commands(),
+              default_commands(),
+              trust_commands(),
+              schedule_commands(),
+              {.name = "tag",
+               .help = "Give priorities of tags an internal one",
+               .positional = {required("PRIORITIES", numbers(0, kLastPriority), "In the tag")},
+               .keywords = {required("internal", number(0, kLastPriority), "Internal priority")},
+               .run = set_tag},
+          }};
+}
+
+}  // namespace swsh

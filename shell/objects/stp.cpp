@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include <swctl/stp.h>
+
+#include "chip/ports.h"
+#include "fault.h"
+#include "objects/registry.h"
+
+namespace swsh {
+namespace {
+
+constexpr uint32_t kLead = 0;
+constexpr int64_t kLastInstance = 15;
+
+std::vector<Choice> states() {
+  return {{"disabled", USER_STP_DISABLED, "Takes part in nothing"},
+          {"blocking", USER_STP_BLOCKING, "Neither learns nor forwards"},
+          {"listening", USER_STP_LISTENING, "Waits before it learns"},
+          {"learning", USER_STP_LEARNING, "Learns and does not forward"},
+          {"forwarding", USER_STP_FORWARDING, "Learns and forwards"}};
+}
+
+std::string state_word(uint32_t state) {
+  for (const Choice &each : states())
+    if (each.value == state) return each.word;
+  return std::to_string(state);
+}
+
+std::string instance_text(uint32_t instance) {
+  return "instance " + std::to_string(instance);
+}
+
+uint32_t instance_of(const Arguments &arguments, const char *name) {
+  return static_cast<uint32_t>(arguments.number(name));
+}
+
+bool exists(const Context &context, uint32_t instance) {
+  uint32_t there = 0;
+  check_call(user_stp_isMstpInstanceExist_get(kLead, context.unit, instance, &there),
+             "user_stp_isMstpInstanceExist_get", instance_text(instance));
+  return there != 0;
+}
+
+uint32_t existing(const Context &context, uint32_t instance) {
+  if (exists(context, instance)) return instance;
+  const std::string number = std::to_string(instance);
+  throw CommandError(wrong_usage("there is no instance " + number, number));
+}
+
+std::vector<uint32_t> instances(const Arguments &arguments, const Context &context) {
+  if (arguments.has("INSTANCE")) return {existing(context, instance_of(arguments, "INSTANCE"))};
+  std::vector<uint32_t> all;
+  for (uint32_t instance = 0; instance <= kLastInstance; ++instance)
+    if (exists(context, instance)) all.push_back(instance);
+  return all;
+}
+
+std::string read_state(const Context &context, uint32_t instance, const Port &port) {
+  uint32_t state = 0;
+  check_result(user_stg_stp_get(kLead, context.unit, instance, port.chip, &state),
+               "user_stg_stp_get", port.interface);
+  return state_word(state);
+}
+
+// One line for the ports of an instance that are in the same state.
+void add_lines(Answer &answer, const Context &context, uint32_t instance) {
+  std::vector<std::string> words;
+  const std::vector<Port> ports = front_ports();
+  for (const Port &port : ports) words.push_back(read_state(context, instance, port));
+  for (const Choice &state : states()) {
+    std::vector<int64_t> there;
+    for (size_t index = 0; index < ports.size(); ++index)
+      if (words[index] == state.word) there.push_back(ports[index].interface);
+    if (there.empty()) continue;
+    answer.records.push_back(
+        Record().add("instance", int64_t{instance}).add("state", state.word).add("ports", there));
+  }
+}
+
+Answer show(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const uint32_t instance : instances(arguments, context))
+    add_lines(answer, context, instance);
+  return answer;
+}
+
+Answer set(const Arguments &arguments, const Context &context) {
+  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  const uint32_t instance = existing(context, instance_of(arguments, "INSTANCE"));
+  for (const Port &port : ports)
+    check_result(user_stg_stp_set(kLead, context.unit, instance, port.chip,
+                                  static_cast<uint32_t>(arguments.number("state"))),
+                 "user_stg_stp_set", port.interface);
+  return {};
+}
+
+Answer add_instance(const Arguments &arguments, const Context &context) {
+  const uint32_t instance = instance_of(arguments, "INSTANCE");
+  check_call(user_stg_create_id(kLead, context.unit, instance), "user_stg_create_id",
+             instance_text(instance));
+  return {};
+}
+
+Answer remove_instance(const Arguments &arguments, const Context &context) {
+  const uint32_t instance = instance_of(arguments, "INSTANCE");
+  check_call(user_stg_destroy(kLead, context.unit, instance), "user_stg_destroy",
+             instance_text(instance));
+  return {};
+}
+
+Answer add_vlans(const Arguments &arguments, const Context &context) {
+  const uint32_t instance = existing(context, instance_of(arguments, "instance"));
+  for (const int64_t vid : arguments.numbers("VLANS"))
+    check_call(user_stg_vlan_add(kLead, context.unit, instance, static_cast<uint32_t>(vid)),
+               "user_stg_vlan_add", "VLAN " + std::to_string(vid));
+  return {};
+}
+
+Answer remove_vlans(const Arguments &arguments, const Context &context) {
+  for (const int64_t vid : arguments.numbers("VLANS"))
+    check_call(user_stg_vlan_remove(kLead, context.unit, 0, static_cast<uint32_t>(vid)),
+               "user_stg_vlan_remove", "VLAN " + std::to_string(vid));
+  return {};
+}
+
+Parameter instance_parameter(bool required) {
+  return {.name = "INSTANCE",
+          .type = number(0, kLastInstance),
+          .help = "Spanning-tree instance",
+          .required = required};
+}
+
+Parameter vlans_parameter() {
+  return {.name = "VLANS", .type = numbers(1, 4094), .help = "VLANs to move", .required = true};
+}
+
+Node instance_commands() {
+  return {.name = "instance",
+          .help = "Make and destroy instances",
+          .children = {{.name = "add",
+                        .help = "Make an instance",
+                        .positional = {instance_parameter(true)},
+                        .run = add_instance},
+                       {.name = "del",
+                        .help = "Destroy an instance",
+                        .positional = {instance_parameter(true)},
+                        .run = remove_instance}}};
+}
+
+Node vlan_commands() {
+  return {.name = "vlan",
+          .help = "The VLANs of instances",
+          .children = {{.name = "add",
+                        .help = "Put VLANs into an instance",
+                        .positional = {vlans_parameter()},
+                        .keywords = {{.name = "instance",
+                                      .type = number(0, kLastInstance),
+                                      .help = "Where they go",
+                                      .required = true}},
+                        .run = add_vlans},
+                       {.name = "del",
+                        .help = "Put VLANs back into instance 0",
+                        .positional = {vlans_parameter()},
+                        .run = remove_vlans}}};
+}
+
+}  // namespace
+
+Node stp_object() {
+  return {
+      .name = "stp",
+      .help = "Spanning tree: instances, VLANs, port states",
+      .children =
+          {
+              {.name = "show",
+               .help = "Show the ports of instances by their state",
+               .positional = {instance_parameter(false)},
+               .details = "The chip has one state for listening and learning. It reads as the one\n"
+                          "that this session asked for last, or as listening.\n",
+               .run = show},
+              {.name = "set",
+               .help = "Set the state of ports in an instance",
+               .positional = {instance_parameter(true),
+                              {.name = "PORTS",
+                               .type = interface_list(),
+                               .help = "Ports to change",
+                               .required = true}},
+               .keywords =
+                   {{.name = "state", .type = choice(states()), .help = "State", .required = true}},
+               .run = set},
+              instance_commands(),
+              vlan_commands(),
+          },
+  };
+}
+
+}  // namespace swsh

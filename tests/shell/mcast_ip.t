@@ -1,0 +1,40 @@
+The branch ip of the object mcast.
+
+  $ . "$TESTDIR/setup.sh"
+  $ entries() { vchipctl dump --unit 0 --block mcast_ip --compact | grep -o '^{"ip":.*"ip6_mode":.'; }
+
+  $ swctl mcast ip add 232.1.2.3 vlan 10 source 192.0.2.1 ports 0,1-2,26
+  $ swctl mcast ip add 239.0.0.1 vlan 10 ports 3
+  $ swctl mcast ip add ff3e::8000:1 vlan 20 source 2001:db8::1 ports 25
+  $ entries
+  {"ip":[{"vid":10,"source":"192.0.2.1","group":"232.1.2.3","ports":[0,1,26,28]},{"vid":10,"source":"0.0.0.0","group":"239.0.0.1","ports":[2]}],"ip6":[{"vid":20,"source":"2001:db8::1","group":"ff3e::8000:1","ports":[24]}],"ip_mode":0,"ip6_mode":0
+  $ swctl mcast ip set 239.0.0.1 vlan 10 ports 4
+  $ swctl mcast ip del 232.1.2.3 vlan 10 source 192.0.2.1
+  $ swctl mcast ip del ff3e::8000:1 vlan 20 source 2001:db8::1
+  $ swctl mcast ip lookup ip6 address
+  $ swctl mcast ip miss ip 1,26 action 2
+  $ swctl mcast ip miss ip6 1 action 1
+  $ entries
+  {"ip":[{"vid":10,"source":"0.0.0.0","group":"239.0.0.1","ports":[3]}],"ip6":[],"ip_mode":0,"ip6_mode":1
+  $ vchipctl dump --unit 0 --block mcast_ip --compact | grep -o '"port":\(0\|1\|26\),[^]]*]'
+  "port":0,"miss_action":[2,1,0,0,0,0]
+  "port":1,"miss_action":[0,0,0,0,0,0]
+  "port":26,"miss_action":[2,0,0,0,0,0]
+
+What cannot be:
+
+  $ swctl mcast ip add 232.1.2 vlan 10 ports 1
+  swctl: mcast ip add 232.1.2 vlan 10 ports 1: "232.1.2" is no address, expected an address such as 232.1.2.3 or ff3e::8000:1
+  [1]
+  $ swctl mcast ip add 232.1.2.3 vlan 10 source 2001:db8::1 ports 1
+  swctl: mcast ip add 232.1.2.3 vlan 10 source 2001:db8::1 ports 1: group and source are of two families, expected a source of the group's family
+  [1]
+  $ swctl mcast ip set ff3e::1 vlan 10 ports 1
+  swctl: mcast ip set ff3e::1 vlan 10 ports 1: an IPv6 entry cannot be set, expected del and add
+  [1]
+  $ swctl mcast ip add 192.0.2.1 vlan 10 ports 1
+  swctl: mcast ip add 192.0.2.1 vlan 10 ports 1: User_ip_mcast_add refused 192.0.2.1 in VLAN 10: a value is outside its range (result -1004)
+  [2]
+  $ swctl mcast ip del 232.1.2.3 vlan 10
+  swctl: mcast ip del 232.1.2.3 vlan 10: User_ip_mcast_del refused 232.1.2.3 in VLAN 10: there is no such IP multicast entry (result -1071)
+  [2]

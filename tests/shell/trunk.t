@@ -1,0 +1,34 @@
+The object trunk: ports that stand for one link.
+
+  $ . "$TESTDIR/setup.sh"
+  $ trunks() { vchipctl dump --unit 0 --block trunk --compact; }
+
+  $ swctl trunk set 4 1-2,26
+  $ trunks
+  {"trunks":[{"trunk":4,"members":[0,1,26]}],"algorithms":[{"hash":["source-port"]},{"hash":["source-port"]}]}
+  $ swctl trunk set 4 3
+  $ trunks | grep -o '"members":[^]]*]'
+  "members":[2]
+  $ swctl trunk hash ips
+  $ trunks | grep -o '"hash":[^]]*]' | head -1
+  "hash":["source-ip","destination-ip"]
+  $ swctl trunk del 4
+  $ trunks | grep -o '"trunks":[^]]*]'
+  "trunks":[]
+
+A port belongs to one trunk:
+
+  $ swctl trunk set 1 1-2
+  $ swctl trunk set 2 2-3
+  swctl: trunk set 2 2-3: user_trunk_set refused trunk 2: a port belongs to another trunk (result -1081)
+  [2]
+
+  $ swctl trunk hash everything
+  swctl: trunk hash: bad value "everything", expected one of: none, source-mac, destination-mac, macs, source-ip, destination-ip, ips
+  [1]
+  $ swctl trunk set 32 1
+  swctl: trunk set: bad value "32", expected a number 0-31
+  [1]
+  $ swctl -u 1 trunk del 1
+  swctl: trunk del 1: works on unit 0 alone, expected unit 0
+  [1]
