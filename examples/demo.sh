@@ -61,6 +61,43 @@ try vchipctl pair 3 A-D none --length 2400
 try vchipctl pair 3 B open --length 1200
 try swctl port cable 3
 
+chapter "VLANs and stations"
+try swctl vlan add 10 tagged 26 untagged 1-4
+try swctl vlan add 20 tagged 25-26
+try swctl vlan show 10,20
+try swctl mac add 02:00:5e:00:00:01 vlan 10 port 3
+try vchipctl learn 02:00:5e:00:00:02 --port 2 --vlan 10
+try swctl mac show
+
+chapter "Groups of listeners"
+try swctl mcast add 01:00:5e:01:02:03 vlan 10 ports 1,26
+try swctl mcast join 01:00:5e:01:02:03 vlan 10 ports 2
+try swctl mcast show
+try swctl mcast ip add 232.1.2.3 vlan 10 source 192.0.2.1 ports 1-2
+try swctl trap set igmp cpu
+
+chapter "Who goes first"
+try swctl qos map set 6-7 queue 7
+try swctl qos trust set 1-4 dscp
+try swctl qos dscp set 46 priority 6
+try swctl qos schedule set weighted weights 1,1,2,2,4,4,8,0
+try swctl qos schedule show
+
+chapter "A second spanning tree for VLAN 20"
+try swctl stp instance add 1
+try swctl stp vlan add 20 instance 1
+try swctl stp set 1 26 state forwarding
+try swctl stp set 1 25 state blocking
+try swctl stp show
+try swctl trap set bpdu cpu
+
+chapter "Two ports as one, and a port to watch them"
+try swctl trunk set 1 5-6
+try swctl trunk hash ips
+try swctl trap set lacp cpu
+try swctl mirror add 1 to 24 ports 5-6 direction ingress
+try swctl mirror show
+
 chapter "The same as JSON, for programs"
 try "swctl -j port show 1-2"
 
