@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "frame/port_mask.h"
+
 namespace {
 
 static_assert(sizeof(chip_ip_mcast_entry) == 7 * 4);
@@ -20,18 +22,13 @@ static_assert(offsetof(chip_ip6_mcast_entry, ports) == 36);
 // Lookup types.
 enum LookupType : uint32_t { lookup_ip_mcast, lookup_ip6_mcast };
 
-// The chip has ports below 32 only: the first word of the bitmap is the mask.
-constexpr uint32_t mask_of(const user_pbmp_t &ports) {
-  return ports.word[0];
-}
-
 constexpr uint32_t mode_if(uint32_t enable) {
   return enable != 0 ? 1 : 0;
 }
 
 constexpr chip_ip_mcast_entry ip_entry(uint32_t address_a, uint32_t address_b, uint32_t vid,
                                        const user_pbmp_t &ports) {
-  return {static_cast<uint16_t>(vid), 0, address_b, address_a, mask_of(ports), {}};
+  return {static_cast<uint16_t>(vid), 0, address_b, address_a, swctl::mask_of(ports), {}};
 }
 
 chip_ip6_address ip6_address(const uint8_t *bytes) {
@@ -64,7 +61,7 @@ int32_t User_ip6_mcast_add(uint32_t unit, const uint8_t *address_a, const uint8_
   entry.vid = static_cast<uint16_t>(vid);
   entry.address_b = ip6_address(address_b);
   entry.address_a = ip6_address(address_a);
-  entry.ports = mask_of(ports);
+  entry.ports = swctl::mask_of(ports);
   return rtk_l2_ip6McastAddr_add(unit, &entry);
 }
 

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+#include "frame/ports.h"
+
 namespace {
 
 static_assert(sizeof(chip_mirror_entry) == 15 * 4);
@@ -14,10 +16,6 @@ static_assert(offsetof(chip_mirror_entry, field12) == 11 * 4);
 static_assert(offsetof(chip_mirror_entry, field15) == 14 * 4);
 
 constexpr int32_t kCpuPort = 28;
-
-constexpr uint32_t port_bit(int32_t port) {
-  return 1u << (static_cast<uint32_t>(port) & 31u);
-}
 
 // What a failing read leaves is used as it is.
 chip_mirror_entry read_group(uint32_t group) {
@@ -60,7 +58,7 @@ int32_t user_mirror_port_set(uint32_t, uint32_t, int32_t port, uint32_t group,
   chip_mirror_entry entry = read_group(group);
   enable(entry, mirroring_port);
   if (port == kCpuPort) entry.field12 = 1;
-  set_mode(entry, port_bit(port), mode);
+  set_mode(entry, swctl::port_bit(port), mode);
   return rtk_mirror_group_set(0, group, &entry);
 }
 

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+#include "frame/ports.h"
+
 namespace {
 
 // Callers build the description themselves: the bytes have their places.
@@ -47,7 +49,7 @@ constexpr Action trap_or_drop(uint32_t enable) {
 uint32_t members_of(const user_trunk_desc_t &description) {
   uint32_t members = 0;
   for (int32_t index = 0; index < description.count && index < USER_TRUNK_PORTS; ++index)
-    members |= 1u << (description.ports[index] % 32u);
+    members |= swctl::port_bit(description.ports[index]);
   return members;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// This program has its own rtk_l2_traverse. The library reaches it by its
-// exported name, so it is this one that is called.
+// This program has its own rtk_l2_traverse, which the library reaches by its
+// exported name, and its own SDK call, to see what holds while it runs.
+#include <swctl/frame.h>
+#include <swctl/platform/sdk.h>
 #include <swctl/stp.h>
 
 #include "support/library_test.h"
@@ -15,6 +17,7 @@ struct Seen {
 };
 Seen seen;
 int32_t answer;
+uint32_t flag_during_call;
 
 using StpInterpose = swctl_test::LibraryTest;
 
@@ -26,6 +29,11 @@ int32_t nothing(uint32_t, chip_l2_ucast_entry *, void *) {
 
 int32_t rtk_l2_traverse(uint32_t unit, user_l2_walk_callback_t callback, void *data) {
   seen = {seen.calls + 1, unit, callback, data};
+  return answer;
+}
+
+int32_t rtk_stp_mstpState_set(uint32_t, uint32_t, int32_t, uint32_t) {
+  flag_during_call = stateflag;
   return answer;
 }
 
@@ -43,6 +51,16 @@ TEST_F(StpInterpose, VoiceWalkIsTheWalkOfUnitZero) {
     EXPECT_EQ(seen.data, &data);
     EXPECT_NO_CALLS();
   }
+}
+
+TEST_F(StpInterpose, TheStateIsRememberedBeforeTheCall) {
+  answer = -1;
+  for (const uint32_t state : {USER_STP_LEARNING, USER_STP_LISTENING}) {
+    stateflag = 0;
+    EXPECT_EQ(user_stg_stp_set(0, 0, 1, 5, state), -1);
+    EXPECT_EQ(flag_during_call, state);
+  }
+  stateflag = 0;
 }
 
 }  // namespace

@@ -66,7 +66,6 @@ TEST_F(StgState, SetTranslatesAndRemembers) {
   EXPECT_EQ(chip_state(1, 1, 25), 0u);
 }
 
-// Looks at the shared word while the SDK call runs, by letting the call fail.
 TEST_F(StgState, SetRemembersEvenIfTheChipRefuses) {
   for (const uint32_t state : {USER_STP_LEARNING, USER_STP_LISTENING}) {
     stateflag = 0;

@@ -133,7 +133,9 @@ TEST_F(Trap, LldpOfOneInterfaceAnswersTheSdk) {
                "rtk_trap_portMgmtFrameAction_set(unit=0, port=-1, type=21, action=2) = -1002");
   for (const int64_t result : {4, -7}) {
     chip_answers(kPortAction, result);
+    swprobe::forget();
     EXPECT_EQ(user_lldp_set_bpdu_forward(0, 0, 0, -3), result);
+    EXPECT_EQ(swctl_test::take_asked().sdk.size(), 1u) << "only interface 0 means all";
   }
 }
 
