@@ -88,6 +88,17 @@ TEST_F(DataRequest, DataFillsTheRequestUpTo2046Bytes) {
   EXPECT_EQ(payload_sent(), half_word(2046) + data);
 }
 
+TEST_F(DataRequest, LengthIsNotHeldAgainstTheRoom) {
+  const Bytes data(0x10000, 0x5A);
+  world().oversized = data.data();
+  for (uint32_t length : {2047u, 0xFFFFu}) {
+    reply_with(1);
+    ask(0, data.data(), length);
+    EXPECT_EQ(observed_.calls.front(), "memcpy(" + std::to_string(length) + ")");
+    EXPECT_EQ(bytes_at(world().sent.data() + 28, 2), half_word(static_cast<uint16_t>(length)));
+  }
+}
+
 TEST_F(DataRequest, NullDataIsZeros) {
   reply_with(1);
   ask(0, nullptr, 5);

@@ -146,6 +146,7 @@ int __real_pthread_mutex_unlock(pthread_mutex_t *mutex);
 void *__real_malloc(size_t size);
 void *__real_calloc(size_t count, size_t size);
 void __real_free(void *block);
+void *__real_memcpy(void *to, const void *from, size_t size);
 
 int __wrap_socket(int family, int type, int protocol) {
   const int result = answer(world().next_descriptor, world().socket_error);
@@ -232,6 +233,12 @@ void *__wrap_calloc(size_t count, size_t size) {
   note("calloc(%zu)", count * size);
   if (world().out_of_memory) return nullptr;
   return remember(__real_calloc(count, size), count * size);
+}
+
+void *__wrap_memcpy(void *to, const void *from, size_t size) {
+  if (!world().playing || from != world().oversized) return __real_memcpy(to, from, size);
+  note("memcpy(%zu)", size);
+  return __real_memcpy(to, from, SWCTL_KMSG_MAX_DATA);
 }
 
 void __wrap_free(void *block) {

@@ -30,6 +30,9 @@ struct World {
   int pid = 77;
   uint8_t memory = 0xA5;  // what fresh memory holds
   bool out_of_memory = false;
+  // Of this the library copies more than there is room for: the copy is noted
+  // and cut short.
+  const void *oversized = nullptr;
 
   Bytes sent;  // the last datagram
   std::map<void *, size_t> allocated;
