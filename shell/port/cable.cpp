@@ -26,8 +26,8 @@ std::string state_text(uint32_t state) {
 // The wire as far as it is good, and how it ends.
 std::string wire(uint32_t state, uint32_t length, uint32_t longest) {
   constexpr uint32_t kWidth = 32;
-  const uint64_t scaled = uint64_t{kWidth} * length / longest;
-  std::string drawn(std::max<uint64_t>(scaled, 1), '=');
+  const auto scaled = static_cast<size_t>(uint64_t{kWidth} * length / longest);
+  std::string drawn(std::max<size_t>(scaled, 1), '=');
   switch (state) {
     case USER_CABLE_OK: return drawn + "|";
     case USER_CABLE_OPEN: return drawn + "  ";
