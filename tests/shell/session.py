@@ -12,8 +12,10 @@ import signal
 import subprocess
 import sys
 import tempfile
+import termios
 import time
 
+EDITOR = sys.argv[1]
 PATIENCE = 30.0
 PROMPT = "swctl> "
 
@@ -48,6 +50,8 @@ class Session:
         return before
 
     def type(self, keys):
+        if EDITOR == "libedit":
+            self.wait_for_editor()
         os.write(self.terminal, keys.encode())
 
     def run(self, line):
@@ -59,6 +63,18 @@ class Session:
         self.type(line + "\n")
         shown = self.wait_for(PROMPT).replace("\r", "")
         return "".join(each for each in shown.splitlines(True) if each != line + "\n")
+
+    def wait_for_editor(self):
+        """Waits until keys reach the editor one by one.
+
+        A control key that comes before, on the heels of the prompt, is taken by
+        the terminal itself and loses its meaning.
+        """
+        deadline = time.monotonic() + PATIENCE
+        while termios.tcgetattr(self.terminal)[3] & termios.ICANON:
+            if time.monotonic() > deadline:
+                raise AssertionError("the editor does not take the terminal")
+            time.sleep(0.01)
 
     def end(self):
         """Waits for the end; answers the exit status."""
@@ -197,14 +213,13 @@ def check_unwritable_history(directory):
 
 
 def main():
-    editor = sys.argv[1]
     with tempfile.TemporaryDirectory() as name:
         directory = pathlib.Path(name)
         subprocess.run(["vchipctl", "--image", directory / "chip.img", "reset"], check=True)
         check_commands(directory)
         check_json(directory)
         check_end_of_input(directory)
-        if editor == "libedit":
+        if EDITOR == "libedit":
             check_completion(directory)
             check_help_key(directory)
             check_history(directory)
