@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Multicast entries as the SDK has them, made from and turned into the
-// caller's words.
+// Multicast entries as the SDK has them, made from the caller's words.
 #ifndef SWCTL_SRC_FRAME_MCAST_ENTRY_H
 #define SWCTL_SRC_FRAME_MCAST_ENTRY_H
 
@@ -9,16 +8,6 @@
 #include <cstring>
 
 namespace swctl {
-
-// The SDK's port mask is one word; callers' bitmaps have more ports than the
-// chip.
-inline uint32_t portmask_of(const user_pbmp_t &ports) {
-  return ports.word[0];
-}
-
-inline user_pbmp_t pbmp_of(uint32_t portmask) {
-  return {{portmask}};
-}
 
 inline chip_l2_mcast_entry mcast_entry(const uint8_t *mac, uint32_t vid, uint32_t portmask = 0) {
   chip_l2_mcast_entry entry = {};

@@ -2,7 +2,7 @@
 #include <swctl/l2.h>
 #include <swctl/mcast_l2.h>
 
-#include "frame/mcast_entry.h"
+#include "frame/port_mask.h"
 #include "l2/entry.h"
 
 namespace {
@@ -33,7 +33,7 @@ bool read_record(Entry &entry, FILE *file) {
 
 void convert_group(const chip_l2_mcast_entry &entry, User_mcast_addr_t &out) {
   out.vid = entry.vid;
-  out.pbmp = swctl::pbmp_of(entry.portmask);
+  out.pbmp = swctl::bitmap_of(entry.portmask);
   memcpy(out.mac, entry.mac, sizeof out.mac);
 }
 

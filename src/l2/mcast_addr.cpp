@@ -3,13 +3,14 @@
 #include <swctl/platform/sdk.h>
 
 #include "frame/mcast_entry.h"
+#include "frame/port_mask.h"
 
+using swctl::bitmap_of;
+using swctl::mask_of;
 using swctl::mcast_entry;
-using swctl::pbmp_of;
-using swctl::portmask_of;
 
 int32_t user_mac_mcast_addr_add(uint32_t, user_l2_addr_t addr) {
-  const uint32_t ports = portmask_of(addr.pbmp);
+  const uint32_t ports = mask_of(addr.pbmp);
   chip_l2_mcast_entry entry = mcast_entry(addr.mac, addr.vid, ports);
   if (rtk_l2_mcastAddr_get(0, &entry) < 0) {
     // What a failed read left in the entry must not reach the chip.
@@ -24,7 +25,7 @@ int32_t user_mac_mcast_addr_add(uint32_t, user_l2_addr_t addr) {
 int32_t user_mac_mcast_addr_get(uint32_t, const uint8_t *mac, uint32_t vid, user_l2_addr_t *out) {
   chip_l2_mcast_entry entry = mcast_entry(mac, vid);
   const int32_t result = rtk_l2_mcastAddr_get(0, &entry);
-  out->pbmp = pbmp_of(entry.portmask);
+  out->pbmp = bitmap_of(entry.portmask);
   return result;
 }
 
@@ -33,7 +34,7 @@ int32_t user_mac_mcast_addr_delete(uint32_t, const uint8_t *mac, uint32_t vid) {
 }
 
 int32_t user_mac_mcast_add_with_portmask(const uint8_t *mac, uint32_t vid, user_pbmp_t pbmp) {
-  const chip_l2_mcast_entry entry = mcast_entry(mac, vid, portmask_of(pbmp));
+  const chip_l2_mcast_entry entry = mcast_entry(mac, vid, mask_of(pbmp));
   return rtk_l2_mcastAddr_add(0, &entry);
 }
 

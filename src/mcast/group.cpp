@@ -3,11 +3,12 @@
 #include <swctl/platform/sdk.h>
 
 #include "frame/mcast_entry.h"
+#include "frame/port_mask.h"
 
 namespace {
 
 chip_l2_mcast_entry entry_of(const User_mcast_addr_t &record) {
-  return swctl::mcast_entry(record.mac, record.vid, swctl::portmask_of(record.pbmp));
+  return swctl::mcast_entry(record.mac, record.vid, swctl::mask_of(record.pbmp));
 }
 
 int32_t replace(uint32_t unit, const User_mcast_addr_t &record) {
@@ -51,6 +52,6 @@ int32_t User_mcast_port_get(uint32_t, uint32_t unit, const uint8_t *mac, uint32_
   if (result < 0) return result;
   memcpy(record->mac, entry.mac, sizeof record->mac);
   record->vid = entry.vid;
-  record->pbmp = swctl::pbmp_of(entry.portmask);
+  record->pbmp = swctl::bitmap_of(entry.portmask);
   return result;
 }
