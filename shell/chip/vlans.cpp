@@ -2,7 +2,7 @@
 #include "chip/vlans.h"
 
 #include <swctl/platform/adapter.h>
-#include <swctl/platform/sdk.h>
+#include <swctl/port.h>
 #include <swctl/vlan.h>
 
 #include <algorithm>
@@ -74,9 +74,9 @@ std::vector<Vlan> vlans_of(const Context &context, const std::vector<int64_t> &v
 }
 
 int64_t read_pvid(const Context &context, int64_t interface) {
-  uint32_t pvid = 0;
-  check_vlan(rtk_vlan_portPvid_get(context.unit, port_of(interface).chip, &pvid),
-             "rtk_vlan_portPvid_get", "port " + std::to_string(interface));
+  uint16_t pvid = 0;
+  check_vlan(user_port_untagged_vlan_get(kLead, context.unit, port_of(interface).chip, &pvid),
+             "user_port_untagged_vlan_get", "port " + std::to_string(interface));
   return pvid;
 }
 
