@@ -21,7 +21,7 @@ int run_pairs(int argc, char **argv, std::span<const Pair> pairs) {
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
   RatioReporter reporter;
   for (const Pair &pair : pairs) {
-    benchmark::RegisterBenchmark((std::string(pair.name) + "/library").c_str(), pair.library);
+    benchmark::RegisterBenchmark((std::string(pair.name) + "/library").c_str(), pair.through);
     benchmark::RegisterBenchmark((std::string(pair.name) + "/direct").c_str(), pair.direct);
     reporter.expect(pair.name, pair.limit);
   }

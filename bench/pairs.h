@@ -8,7 +8,7 @@
 // What is done through the library, and the same done without it.
 struct Pair {
   const char *name;
-  void (*library)(benchmark::State &);
+  void (*through)(benchmark::State &);
   void (*direct)(benchmark::State &);
   double limit;  // for the ratio of both; 0: none
 };
