@@ -13,10 +13,6 @@
 namespace vchipctl {
 namespace {
 
-void expect_done(int32_t result) {
-  if (result != 0) throw Refused(vchip_result_text(result));
-}
-
 vchip_partner_t parse_partner(const LinkWords &words) {
   if (!words.partner.empty() && !words.forced.empty())
     throw UsageError("--partner and --forced exclude each other");

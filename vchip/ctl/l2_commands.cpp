@@ -11,10 +11,6 @@
 namespace vchipctl {
 namespace {
 
-void expect_done(int32_t result) {
-  if (result != 0) throw Refused(vchip_result_text(result));
-}
-
 vchip_station_t parse_station(const StationWords &words) {
   vchip_station_t station = {};
   const std::vector<uint8_t> mac = parse_mac(words.mac);

@@ -12,8 +12,7 @@ void count(const CountWords &words) {
   const uint32_t counter = parse_number(words.counter, "counter", VCHIP_ACL_COUNTERS - 1);
   const uint32_t packets = parse_number(words.packets, "number of packets", UINT32_MAX);
   const uint32_t bytes = parse_number(words.bytes, "number of bytes", UINT32_MAX);
-  const int32_t result = vchip_acl_count(unit, counter, packets, bytes);
-  if (result != 0) throw Refused(vchip_result_text(result));
+  expect_done(vchip_acl_count(unit, counter, packets, bytes));
 }
 
 }  // namespace vchipctl

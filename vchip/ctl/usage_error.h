@@ -2,6 +2,8 @@
 #ifndef VCHIPCTL_USAGE_ERROR_H
 #define VCHIPCTL_USAGE_ERROR_H
 
+#include <swctl-vchip/vchip.h>
+
 #include <stdexcept>
 
 namespace vchipctl {
@@ -15,6 +17,11 @@ struct UsageError : std::runtime_error {
 struct Refused : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+
+// For the result of a control: whatever is not 0 is a refusal.
+inline void expect_done(int32_t result) {
+  if (result != 0) throw Refused(vchip_result_text(result));
+}
 
 }  // namespace vchipctl
 
