@@ -65,9 +65,14 @@ SWCTL_API int32_t user_i2c_ioctl(uint32_t lead, uint32_t device, uint32_t addres
 /** Whether a unit is attached. Prints "user_attach_check 1460 ret = 0\n". */
 SWCTL_API int32_t user_attach_check(uint32_t lead, ...);
 /**
- * The number of units that can be attached. Prints "user_attach_max 1498
- * max_units=%d ret = 0\n" with the word at `max_units`, which the caller has
- * set and which is only read.
+ * @brief The number of units that can be attached.
+ *
+ * Prints "user_attach_max 1498 max_units=%d ret = 0\n".
+ *
+ * @param lead      ignored
+ * @param max_units the word that is printed, which the caller has set and
+ *                  which is only read
+ * @return 0, always
  */
 SWCTL_API int32_t user_attach_max(uint32_t lead, const uint32_t *max_units);
 /** Attaches a unit. Prints "user_device_attach 1542 ret = 0\n". */
@@ -79,9 +84,16 @@ SWCTL_API int32_t user_auth_init(uint32_t lead, ...);
 /** Chooses how a port authenticates. Prints "user_auth_mode_set 112 ret = 0\n". */
 SWCTL_API int32_t user_auth_mode_set(uint32_t lead, ...);
 /**
- * How a port authenticates. Prints "user_auth_mode_get 132 mode = %d ret =
- * 0\n" with the word at `mode`, which the caller has set and which is only
- * read.
+ * @brief How a port authenticates.
+ *
+ * Prints "user_auth_mode_get 132 mode = %d ret = 0\n".
+ *
+ * @param lead ignored
+ * @param unit ignored
+ * @param port ignored
+ * @param mode the word that is printed, which the caller has set and which is
+ *             only read
+ * @return 0, always
  */
 SWCTL_API int32_t user_auth_mode_get(uint32_t lead, uint32_t unit, int32_t port,
                                      const uint32_t *mode);

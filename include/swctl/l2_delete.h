@@ -180,7 +180,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_mac_port(uint32_t lead, uint32_t
 /**
  * @brief The callback of user_l2_addr_delete_static_by_mac_port().
  *
- * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -206,7 +208,9 @@ SWCTL_API int32_t user_l2_addr_delete_trunk_static_by_port_mac_vlan(uint32_t lea
  * @brief The callback of
  * user_l2_addr_delete_trunk_static_by_port_mac_vlan().
  *
- * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
  * @return 0, always
  */
 SWCTL_API int32_t del_static_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -233,7 +237,9 @@ SWCTL_API int32_t user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan(uint32_t le
  * @brief The callback of
  * user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan().
  *
- * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
  * @return 0, always
  */
 SWCTL_API int32_t del_dynamic_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -261,7 +267,9 @@ SWCTL_API int32_t user_l2_addr_delete_all_dynamic_by_port_mac_vlan(uint32_t lead
  * @brief The callback of
  * user_l2_addr_delete_all_dynamic_by_port_mac_vlan().
  *
- * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
  * @return 0, always
  */
 SWCTL_API int32_t del_all_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -287,7 +295,9 @@ SWCTL_API int32_t user_l2_addr_delete_dynaic_by_mac_port(uint32_t lead, uint32_t
 /**
  * @brief The callback of user_l2_addr_delete_dynaic_by_mac_port().
  *
- * @param data a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
  * @return 0, always
  */
 SWCTL_API int32_t del_dynaic_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -311,7 +321,9 @@ SWCTL_API int32_t user_l2_addr_delete_all_by_mac_port(uint32_t lead, uint32_t un
 /**
  * @brief The callback of user_l2_addr_delete_all_by_mac_port().
  *
- * @param data a ::chip_l2_ucast_entry with mac and port
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac and port
  * @return 0, always
  */
 SWCTL_API int32_t del_all_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -334,7 +346,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_port(uint32_t lead, uint32_t uni
 /**
  * @brief The callback of user_l2_addr_delete_static_by_port().
  *
- * @param data the chip port, an int32_t
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  the chip port, an int32_t
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -356,7 +370,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_trunk(uint32_t lead, uint32_t un
 /**
  * @brief The callback of user_l2_addr_delete_static_by_trunk().
  *
- * @param data the trunk group id, an int32_t
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  the trunk group id, an int32_t
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -377,7 +393,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan(uint32_t lead, uint32_t uni
 /**
  * @brief The callback of user_l2_addr_delete_static_by_vlan().
  *
- * @param data the VLAN id, a uint16_t
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  the VLAN id, a uint16_t
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -400,7 +418,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_port(uint32_t lead, uint32_
 /**
  * @brief The callback of user_l2_addr_delete_static_by_vlan_port().
  *
- * @param data a ::chip_l2_ucast_entry with vid and port
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with vid and port
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -423,7 +443,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_trunk(uint32_t lead, uint32
 /**
  * @brief The callback of user_l2_addr_delete_static_by_vlan_trunk().
  *
- * @param data a ::chip_l2_ucast_entry with vid and trunk
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with vid and trunk
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -446,7 +468,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_mac(uint32_t lead, uint32_t unit
 /**
  * @brief The callback of user_l2_addr_delete_static_by_mac().
  *
- * @param data a ::chip_l2_ucast_entry with mac
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  a ::chip_l2_ucast_entry with mac
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_mac_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -471,7 +495,9 @@ SWCTL_API int32_t user_l2_addr_del_all_addr_by_lrntype(uint32_t lead, uint32_t u
 /**
  * @brief The callback of user_l2_addr_del_all_addr_by_lrntype().
  *
- * @param data the learn type, a uint32_t
+ * @param unit  ignored
+ * @param entry where the walk stands
+ * @param data  the learn type, a uint32_t
  * @return 0, always
  */
 SWCTL_API int32_t del_all__mac_bytype_callback(uint32_t unit, chip_l2_ucast_entry *entry,

@@ -23,7 +23,10 @@ SWCTL_BEGIN_DECLS
 SWCTL_API void Log_logging_func(int32_t level, int32_t option, const char *tag, const char *format,
                                 ...) __attribute__((format(printf, 4, 5)));
 
-/** @brief Non-zero while operation tracing is on. */
+/**
+ * @brief Whether operation tracing is on.
+ * @return not 0 while it is
+ */
 SWCTL_API int32_t sys_trace_get(void);
 
 /**

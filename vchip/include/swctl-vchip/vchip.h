@@ -132,12 +132,16 @@ SWCTL_API int32_t vchip_cable_plug(uint32_t unit, int32_t port, const vchip_part
 
 /**
  * @brief Pulls the cable out of a front port.
+ * @param unit switch unit
+ * @param port chip port, not the CPU port
  * @return as vchip_cable_plug()
  */
 SWCTL_API int32_t vchip_cable_pull(uint32_t unit, int32_t port);
 
 /**
  * @brief Which side of a combo port has a signal.
+ * @param unit   switch unit
+ * @param port   chip port
  * @param medium 0 copper, 1 fibre
  * @return as vchip_cable_plug(); ::VCHIP_E_VALUE for another medium or for
  *         fibre on a port that is not a combo port
@@ -196,6 +200,7 @@ SWCTL_API int32_t vchip_time_pass(uint32_t unit, uint32_t seconds);
 
 /**
  * @brief Lets rules that count on a counter match packets.
+ * @param unit    switch unit
  * @param counter counter, 0 to 1535
  * @param packets added to its packets
  * @param bytes   added to its bytes
@@ -226,6 +231,8 @@ SWCTL_API int32_t vchip_acl_count(uint32_t unit, uint32_t counter, uint64_t pack
  * It shows in cable tests that start from then on. Faults stay when a cable
  * is pulled and plugged; the link does not mind them.
  *
+ * @param unit   switch unit
+ * @param port   chip port, not the CPU port
  * @param pair   0 to 3
  * @param faults VCHIP_FAULT_*, 0 for none
  * @param length to the fault or the far end, in centimetres
@@ -237,6 +244,8 @@ SWCTL_API int32_t vchip_pair_set(uint32_t unit, int32_t port, uint32_t pair, uin
 
 /**
  * @brief Sets a counter of a port.
+ * @param unit    switch unit
+ * @param port    chip port
  * @param counter identifier
  * @param value   what it holds from now on
  * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_INDEX, ::VCHIP_E_IMAGE
@@ -246,13 +255,18 @@ SWCTL_API int32_t vchip_counter_set(uint32_t unit, int32_t port, uint32_t counte
 /**
  * @brief Counts on: adds to a counter of a port, which wraps around behind
  *        2^64 - 1.
- * @param amount what to add
+ * @param unit    switch unit
+ * @param port    chip port
+ * @param counter identifier
+ * @param amount  what to add
  * @return as vchip_counter_set()
  */
 SWCTL_API int32_t vchip_counter_add(uint32_t unit, int32_t port, uint32_t counter, uint64_t amount);
 
 /**
  * @brief Lets a storm type exceed its rate on a front port, controlled or not.
+ * @param unit switch unit
+ * @param port chip port, not the CPU port
  * @param type storm type, 0 to 4
  * @return as vchip_cable_plug(); ::VCHIP_E_INDEX for another type
  */
