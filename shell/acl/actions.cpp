@@ -7,6 +7,7 @@
 #include <array>
 #include <limits>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"
@@ -15,7 +16,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int64_t kWordMax = std::numeric_limits<uint32_t>::max();
 constexpr size_t kNoWord = CHIP_ACL_ACTION_WORDS;
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"
@@ -30,7 +31,6 @@ struct Qualifier {
 
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int32_t kChipPorts = 32;
 constexpr int kDscpShift = 2;
 constexpr uint32_t kOtherProtocols = 0x1000;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "chip/lead.h"
 #include "chip/sentence.h"
 #include "fault.h"
 #include "number_list.h"
@@ -12,7 +13,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 // The chip's port numbers are below 32; the adapter answers something else for
 // an interface that the board does not have.
 constexpr int32_t kChipPorts = 32;

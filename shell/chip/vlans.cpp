@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/sentence.h"
 #include "fault.h"
@@ -15,7 +16,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr uint32_t kWordBits = 32;
 
 void add_to(user_pbmp_t &map, int64_t port) {

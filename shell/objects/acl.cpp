@@ -7,6 +7,7 @@
 #include "acl/each.h"
 #include "acl/qualifiers.h"
 #include "acl/rules.h"
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -15,7 +16,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int64_t kLastRule = 1535;
 constexpr int64_t kLastCounter = 1535;
 constexpr int64_t kLastTemplate = 7;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr uint32_t kAttackTypes = 32;
 
 std::string action_text(uint32_t action) {

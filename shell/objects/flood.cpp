@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 Answer show(const Arguments &, const Context &context) {
   user_pbmp_t ports = {};

@@ -4,13 +4,12 @@
 #include <algorithm>
 
 #include "chip/address_table.h"
+#include "chip/lead.h"
 #include "fault.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 // An entry is found by its address and its VLAN.
 const Parameter kMac = {.name = "MAC", .type = mac_address(), .help = "Address", .required = true};

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "chip/address_table.h"
+#include "chip/lead.h"
 #include "fault.h"
 #include "objects/mac.h"
 #include "text.h"
@@ -12,7 +13,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr uint32_t kUnicast = 0;
 constexpr uint32_t kMulticast = 1;
 

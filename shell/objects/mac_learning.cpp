@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/l2.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/mac.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 std::vector<Port> chosen_ports(const Arguments &arguments) {
   return arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();

@@ -2,6 +2,7 @@
 #include <swctl/mcast.h>
 
 #include "chip/address_table.h"
+#include "chip/lead.h"
 #include "fault.h"
 #include "number_list.h"
 #include "objects/mcast_ip.h"
@@ -9,8 +10,6 @@
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 // The group that a command names, and the ports that it names.
 struct Named {

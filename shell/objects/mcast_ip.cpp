@@ -7,13 +7,12 @@
 #include <cstring>
 #include <utility>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 // An address as the library takes it: a number, or sixteen bytes.
 struct Address {

@@ -3,6 +3,7 @@
 #include <swctl/platform/sdk.h>
 
 #include "chip/address_table.h"
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
 #include "fault.h"
@@ -11,7 +12,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int64_t kLastGroup = 3;
 
 std::string group_text(uint32_t group) {

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 // The one type that the library reports as exceeded, if any.
 int64_t exceeded_type(const Context &context, const Port &port) {

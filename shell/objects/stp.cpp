@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/stp.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -8,7 +9,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int64_t kLastInstance = 15;
 
 std::vector<Choice> states() {

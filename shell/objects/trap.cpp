@@ -2,14 +2,13 @@
 #include <swctl/mirror_trunk.h>
 #include <swctl/stp.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 enum Action : int64_t { kForward, kDrop, kCpu };
 enum Frames : int64_t { kIgmp, kMld, kOwnMac, kBpdu, kLldp, kLacp, kOam };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mirror_trunk.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
 #include "objects/registry.h"
@@ -8,7 +9,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr int64_t kLastTrunk = 31;
 
 uint32_t trunk_of(const Arguments &arguments) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/vlan.h>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
 #include "fault.h"
@@ -10,8 +11,6 @@
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 std::vector<int64_t> ports_given(const Arguments &arguments, const char *keyword) {
   return arguments.has(keyword) ? arguments.numbers(keyword) : std::vector<int64_t>{};

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <optional>
 
+#include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
 #include "fault.h"
@@ -17,7 +18,6 @@
 namespace swsh {
 namespace {
 
-constexpr uint32_t kLead = 0;
 constexpr uint32_t kUnused = 0;
 constexpr int kDecimal = 10;
 constexpr int kHexadecimal = 16;

@@ -4,13 +4,12 @@
 #include <string>
 #include <unistd.h>
 
+#include "chip/lead.h"
 #include "port/commands.h"
 #include "text.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 std::string state_text(uint32_t state) {
   switch (state) {

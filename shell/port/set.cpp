@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <optional>
 
+#include "chip/lead.h"
 #include "fault.h"
 #include "number_list.h"
 #include "port/commands.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 // What port set is to do with the mode of one port.
 struct Plan {

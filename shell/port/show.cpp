@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <string>
 
+#include "chip/lead.h"
 #include "port/commands.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 constexpr PortGetter kLinkGet = {"user_port_link_status_get", user_port_link_status_get};
 constexpr PortGetter kMediumGet = {"user_port_media_type_get", user_port_media_type_get};

@@ -5,12 +5,11 @@
 #include <cstdint>
 #include <thread>
 
+#include "chip/lead.h"
 #include "port/commands.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kLead = 0;
 
 uint64_t number_of(const user_counter_t &counter) {
   return uint64_t{counter.high} << 32 | counter.low;
