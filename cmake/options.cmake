@@ -3,9 +3,16 @@
 add_library(swctl_options INTERFACE)
 target_compile_options(swctl_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow -Werror
+  # GCC's -Wconversion leaves these out in C++, Clang's does not.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes>)
 if(SWCTL_SANITIZE)
   target_compile_options(swctl_options INTERFACE
     -fsanitize=${SWCTL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(swctl_options INTERFACE -fsanitize=${SWCTL_SANITIZE})
+  # Clang puts its runtime into the program. Where the program is C, it must
+  # still serve the libraries, which are C++.
+  target_link_options(swctl_options INTERFACE
+    $<$<LINK_LANG_AND_ID:C,Clang>:-fsanitize-link-c++-runtime>)
+  target_link_libraries(swctl_options INTERFACE $<$<LINK_LANG_AND_ID:C,Clang>:stdc++>)
 endif()

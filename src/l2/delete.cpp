@@ -83,11 +83,9 @@ CALLBACK(del_static_mac_by_vlan_trunk_callback, match_record,
 CALLBACK(del_static_mac_by_mac_callback, match_record, Keys{.mac = true}, kStatic)
 
 int32_t del_all__mac_bytype_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
-  static constexpr Removal kByType[] = {
-      [USER_LEARN_TYPE_DYNAMIC] = kDynamic,
-      [USER_LEARN_TYPE_STATIC] = kStaticOnInterface,
-      [USER_LEARN_TYPE_ALL] = kAllOnInterfaceUnlogged,
-  };
+  static_assert(USER_LEARN_TYPE_DYNAMIC == 0 && USER_LEARN_TYPE_STATIC == 1 &&
+                USER_LEARN_TYPE_ALL == 2);
+  static constexpr Removal kByType[] = {kDynamic, kStaticOnInterface, kAllOnInterfaceUnlogged};
   uint32_t type;
   memcpy(&type, data, sizeof type);
   if (type > USER_LEARN_TYPE_ALL) type = USER_LEARN_TYPE_ALL;

@@ -241,6 +241,13 @@ void *__wrap_memcpy(void *to, const void *from, size_t size) {
   return __real_memcpy(to, from, SWCTL_KMSG_MAX_DATA);
 }
 
+#ifdef __clang__
+// What Clang's address sanitizer calls in its place.
+void *__wrap___asan_memcpy(void *to, const void *from, size_t size) {
+  return __wrap_memcpy(to, from, size);
+}
+#endif
+
 void __wrap_free(void *block) {
   const auto known = world().allocated.find(block);
   if (known != world().allocated.end()) {

@@ -40,8 +40,12 @@ int32_t call_with_words(const unsigned char (&bytes)[kBytes]) {
   return function(0, 0, 4, w[0], w[1], w[2], w[3], w[4], w[5], w[6], w[7], w[8], w[9]);
 }
 #elif defined(__x86_64__)
+#ifdef __clang__
+__attribute__((no_sanitize("function")))  // the type is wrong on purpose
+#endif
 // Five double words of the stack; the other registers hold no argument.
-int32_t call_with_words(const unsigned char (&bytes)[kBytes]) {
+int32_t
+call_with_words(const unsigned char (&bytes)[kBytes]) {
   using Function = int32_t (*)(uint32_t, uint32_t, uint32_t, uint64_t, uint64_t, uint64_t, uint64_t,
                                uint64_t, uint64_t, uint64_t, uint64_t);
   const auto function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(user_trunk_set));
