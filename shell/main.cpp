@@ -7,6 +7,7 @@
 
 #include "command/completion.h"
 #include "command/help.h"
+#include "command/manual.h"
 #include "number_list.h"
 #include "objects/registry.h"
 #include "run/batch.h"
@@ -64,6 +65,7 @@ Status run(const Settings &settings, DataOutput &output) {
   if (settings.fault) return show({{}, settings.fault});
   if (settings.help) return show({help_answer(command_table(), {}), {}});
   if (settings.version) return show({version_answer(), {}});
+  if (settings.manual) return show({{Shape::text, {}, manual_sections(command_table())}, {}});
   if (settings.batch && !settings.words.empty()) {
     return show({{}, batch_with_command(settings.words.front())});
   }

@@ -60,12 +60,6 @@ std::vector<Line> choice_lines(const Parameter &parameter) {
   return lines;
 }
 
-std::string described(const Parameter &parameter) {
-  const bool has_choices = !parameter.type.choices.empty();
-  const std::string values = has_choices ? "" : join(value_expected(parameter.type), " or ");
-  return values.empty() ? parameter.help : parameter.help + ": " + values;
-}
-
 std::string parameters_text(const Node &node) {
   std::vector<Line> lines;
   const auto add = [&](const Parameter &parameter, const std::string &left) {
@@ -118,6 +112,12 @@ std::vector<Record> word_records(const Node &node) {
 }
 
 }  // namespace
+
+std::string described(const Parameter &parameter) {
+  const bool has_choices = !parameter.type.choices.empty();
+  const std::string values = has_choices ? "" : join(value_expected(parameter.type), " or ");
+  return values.empty() ? parameter.help : parameter.help + ": " + values;
+}
 
 std::string usage_line(const Node &node, const std::vector<std::string> &path) {
   std::vector<std::string> words = path;

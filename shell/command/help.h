@@ -17,6 +17,9 @@ std::string usage_line(const Node &node, const std::vector<std::string> &path);
 // Help for a node: as text for a person, as a record for JSON.
 Answer help_answer(const Node &node, const std::vector<std::string> &path);
 
+// What a parameter is for, and which values it takes unless they are words.
+std::string described(const Parameter &parameter);
+
 // What may come next, a line each, for the interactive `?`.
 std::string expected_text(const std::vector<Expected> &expected);
 

@@ -76,6 +76,7 @@ class Reader {
     if (name == "force") settings_.force = true;
     if (name == "help") settings_.help = true;
     if (name == "Version") settings_.version = true;
+    if (name == "manual") settings_.manual = true;
     if (name == "batch") settings_.batch = value;
     if (name == "complete") settings_.completion_index = value;
     if (name == "unit") set_unit(value);
@@ -108,6 +109,7 @@ const std::vector<Option> &options() {
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},
       {"Version", 'V', "", "Show the version of the program"},
+      {"manual", 0, "", ""},
       {"complete", 0, "INDEX", ""},
   };
   return all;

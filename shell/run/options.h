@@ -32,6 +32,7 @@ struct Settings {
   bool force = false;
   bool help = false;
   bool version = false;
+  bool manual = false;
   uint32_t unit = 0;
   std::optional<std::string> batch;
   std::optional<std::string> completion_index;
