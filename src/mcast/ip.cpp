@@ -19,9 +19,6 @@ static_assert(offsetof(chip_ip6_mcast_entry, address_b) == 2);
 static_assert(offsetof(chip_ip6_mcast_entry, address_a) == 18);
 static_assert(offsetof(chip_ip6_mcast_entry, ports) == 36);
 
-// Lookup types.
-enum LookupType : uint32_t { lookup_ip_mcast, lookup_ip6_mcast };
-
 constexpr uint32_t mode_if(uint32_t enable) {
   return enable != 0 ? 1 : 0;
 }
@@ -81,10 +78,10 @@ int32_t User_switch_ip6mc_mode_set(uint32_t, uint32_t unit, uint32_t enable) {
 
 int32_t User_switch_ipmc_lookup_miss_action(uint32_t, uint32_t unit, int32_t port,
                                             uint32_t action) {
-  return rtk_l2_portLookupMissAction_set(unit, port, lookup_ip_mcast, action);
+  return rtk_l2_portLookupMissAction_set(unit, port, CHIP_LOOKUP_IP_MCAST, action);
 }
 
 int32_t User_switch_ip6mc_lookup_miss_action(uint32_t, uint32_t unit, int32_t port,
                                              uint32_t action) {
-  return rtk_l2_portLookupMissAction_set(unit, port, lookup_ip6_mcast, action);
+  return rtk_l2_portLookupMissAction_set(unit, port, CHIP_LOOKUP_IP6_MCAST, action);
 }

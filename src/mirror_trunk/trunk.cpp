@@ -14,27 +14,15 @@ namespace {
 static_assert(sizeof(user_trunk_desc_t) == 40);
 static_assert(offsetof(user_trunk_desc_t, ports) == 5);
 
-constexpr uint32_t kAlgorithm = 0;
-constexpr uint32_t kSlowProtocols = 6;  // frame type that may pass a blocked port
-
-// Groups of reserved multicast addresses.
-enum AddressGroup : uint32_t { group_oam, group_lacp };
-enum Action : uint32_t { action_drop = 1, action_trap = 2 };
-
-// Header fields that the chip can hash.
-constexpr uint32_t kSourceMac = 2;
-constexpr uint32_t kDestinationMac = 4;
-constexpr uint32_t kSourceIp = 8;
-constexpr uint32_t kDestinationIp = 16;
-
+// By selector.
 constexpr uint32_t kHashFields[] = {
     0,
-    kSourceMac,
-    kDestinationMac,
-    kSourceMac | kDestinationMac,
-    kSourceIp,
-    kDestinationIp,
-    kSourceIp | kDestinationIp,
+    CHIP_TRUNK_HASH_SOURCE_MAC,
+    CHIP_TRUNK_HASH_DESTINATION_MAC,
+    CHIP_TRUNK_HASH_SOURCE_MAC | CHIP_TRUNK_HASH_DESTINATION_MAC,
+    CHIP_TRUNK_HASH_SOURCE_IP,
+    CHIP_TRUNK_HASH_DESTINATION_IP,
+    CHIP_TRUNK_HASH_SOURCE_IP | CHIP_TRUNK_HASH_DESTINATION_IP,
 };
 
 constexpr uint32_t hash_fields(uint32_t selector) {
@@ -42,8 +30,8 @@ constexpr uint32_t hash_fields(uint32_t selector) {
   return selector < kSelectors ? kHashFields[selector] : 0;
 }
 
-constexpr Action trap_or_drop(uint32_t enable) {
-  return enable != 0 ? action_trap : action_drop;
+constexpr uint32_t trap_or_drop(uint32_t enable) {
+  return enable != 0 ? CHIP_TRAP_TO_CPU : CHIP_TRAP_DROP;
 }
 
 uint32_t members_of(const user_trunk_desc_t &description) {
@@ -66,15 +54,16 @@ int32_t user_trunk_destroy(uint32_t, uint32_t, uint32_t trunk) {
 }
 
 int32_t user_trunk_loadbalance_set(uint32_t, uint32_t, uint32_t, uint32_t selector) {
-  return rtk_trunk_distributionAlgorithmParam_set(0, kAlgorithm, hash_fields(selector));
+  return rtk_trunk_distributionAlgorithmParam_set(0, CHIP_TRUNK_ALGORITHM, hash_fields(selector));
 }
 
 int32_t user_trunk_trap_lacp(uint32_t, uint32_t unit, uint32_t enable) {
-  const int32_t result = rtk_trap_bypassStp_set(unit, kSlowProtocols, enable != 0 ? 1 : 0);
+  const int32_t result =
+      rtk_trap_bypassStp_set(unit, CHIP_TRAP_BYPASS_SLOW_PROTOCOLS, enable != 0 ? 1 : 0);
   if (result < 0) return result;
-  return rtk_trap_rmaGroupAction_set(unit, group_lacp, trap_or_drop(enable));
+  return rtk_trap_rmaGroupAction_set(unit, CHIP_TRAP_GROUP_LACP, trap_or_drop(enable));
 }
 
 int32_t user_eoam_trap_set(uint32_t, uint32_t unit, uint32_t enable) {
-  return rtk_trap_rmaGroupAction_set(unit, group_oam, trap_or_drop(enable));
+  return rtk_trap_rmaGroupAction_set(unit, CHIP_TRAP_GROUP_OAM, trap_or_drop(enable));
 }

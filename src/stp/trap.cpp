@@ -10,27 +10,17 @@
 
 namespace {
 
-// The SDK's management-frame types and actions.
-enum FrameType : uint32_t {
-  frame_mld = 4,
-  frame_igmp = 5,
-  frame_bpdu = 19,
-  frame_lldp = 21,
-  frame_own_mac = 24
-};
-enum Action : uint32_t { action_forward = 0, action_trap = 2 };
-
 constexpr size_t kMacBytes = 6;
 
-constexpr Action trap_if(uint32_t enable) {
-  return enable != 0 ? action_trap : action_forward;
+constexpr uint32_t trap_if(uint32_t enable) {
+  return enable != 0 ? CHIP_TRAP_TO_CPU : CHIP_TRAP_FORWARD;
 }
 
-constexpr Action forward_if(uint32_t forward) {
-  return forward != 0 ? action_forward : action_trap;
+constexpr uint32_t forward_if(uint32_t forward) {
+  return forward != 0 ? CHIP_TRAP_FORWARD : CHIP_TRAP_TO_CPU;
 }
 
-int32_t set_on_front_ports(uint32_t unit, FrameType type, Action action) {
+int32_t set_on_front_ports(uint32_t unit, uint32_t type, uint32_t action) {
   return swctl::every_front_port(
       [=](int32_t port) { return rtk_trap_portMgmtFrameAction_set(unit, port, type, action); });
 }
@@ -38,34 +28,35 @@ int32_t set_on_front_ports(uint32_t unit, FrameType type, Action action) {
 }  // namespace
 
 int32_t user_igmp_trap_to_cpu(uint32_t, uint32_t unit, uint32_t enable) {
-  return rtk_trap_mgmtFrameAction_set(unit, frame_igmp, trap_if(enable));
+  return rtk_trap_mgmtFrameAction_set(unit, CHIP_TRAP_FRAME_IGMP, trap_if(enable));
 }
 
 int32_t user_mld_trap_to_cpu(uint32_t, uint32_t unit, uint32_t enable) {
-  return rtk_trap_mgmtFrameAction_set(unit, frame_mld, trap_if(enable));
+  return rtk_trap_mgmtFrameAction_set(unit, CHIP_TRAP_FRAME_MLD, trap_if(enable));
 }
 
 int32_t user_selfmac_trap_to_cpu(uint32_t, uint32_t unit, uint32_t enable) {
-  return rtk_trap_mgmtFrameAction_set(unit, frame_own_mac, trap_if(enable));
+  return rtk_trap_mgmtFrameAction_set(unit, CHIP_TRAP_FRAME_OWN_MAC, trap_if(enable));
 }
 
 int32_t user_stg_init(uint32_t, uint32_t unit) {
-  set_on_front_ports(unit, frame_bpdu, action_forward);
+  set_on_front_ports(unit, CHIP_TRAP_FRAME_BPDU, CHIP_TRAP_FORWARD);
   return 0;
 }
 
 int32_t user_stg_set_bpdu_forward(uint32_t, uint32_t unit, uint32_t forward) {
-  return set_on_front_ports(unit, frame_bpdu, forward_if(forward));
+  return set_on_front_ports(unit, CHIP_TRAP_FRAME_BPDU, forward_if(forward));
 }
 
 int32_t user_lldp_init(uint32_t, uint32_t unit) {
-  return set_on_front_ports(unit, frame_lldp, action_forward);
+  return set_on_front_ports(unit, CHIP_TRAP_FRAME_LLDP, CHIP_TRAP_FORWARD);
 }
 
 int32_t user_lldp_set_bpdu_forward(uint32_t, uint32_t unit, uint32_t forward, int32_t interface) {
-  const Action action = forward_if(forward);
-  if (interface == 0) return set_on_front_ports(unit, frame_lldp, action);
-  return rtk_trap_portMgmtFrameAction_set(unit, adp_intf_2_phy_id(interface), frame_lldp, action);
+  const uint32_t action = forward_if(forward);
+  if (interface == 0) return set_on_front_ports(unit, CHIP_TRAP_FRAME_LLDP, action);
+  return rtk_trap_portMgmtFrameAction_set(unit, adp_intf_2_phy_id(interface), CHIP_TRAP_FRAME_LLDP,
+                                          action);
 }
 
 int32_t user_l2_bpdu_set(uint32_t, uint32_t, uint32_t, const uint8_t *mac) {

@@ -21,23 +21,6 @@ struct RuleKind {
   int32_t first;
 };
 
-// The adapter's numbers for what a rule matches and does.
-enum Qualifier : uint32_t {
-  kSourceMac = 6,
-  kSourceIp4 = 9,
-  kIngressPorts = 13,
-  kTagState = 21,
-  kReceivedVlan = 22,
-  kEthertype = 29,
-  kEncapsulation = 89,
-};
-enum Action : uint32_t {
-  kAssignVlan = 123,
-  kAssignPriority = 124,
-  kAssignOuterVlan = 130,
-  kAssignOuterPriority = 134,
-};
-
 // Signed on purpose: a negative index is the adapter's to judge.
 constexpr bool has_index(const RuleKind &kind, int32_t index) {
   return index < kind.limit;
@@ -52,19 +35,19 @@ class EntityRule {
     record_.index = static_cast<uint32_t>(index) + static_cast<uint32_t>(kind.first);
   }
 
-  void act(Action action, uint32_t value) {
+  void act(uint32_t action, uint32_t value) {
     adp_fp_add_entity_action(&record_, action, &value, sizeof value, nullptr, 0);
   }
   // Values and masks lie in memory as the caller's machine writes them.
-  void match_masked(Qualifier qualifier, const void *value, const void *mask, uint32_t length) {
+  void match_masked(uint32_t qualifier, const void *value, const void *mask, uint32_t length) {
     adp_fp_add_entity_qualify(&record_, qualifier, static_cast<const uint8_t *>(value), length,
                               static_cast<const uint8_t *>(mask), length);
   }
-  void match_word(Qualifier qualifier, uint32_t value) {
+  void match_word(uint32_t qualifier, uint32_t value) {
     adp_fp_add_entity_qualify(&record_, qualifier, reinterpret_cast<const uint8_t *>(&value),
                               sizeof value, nullptr, 0);
   }
-  void match_half(Qualifier qualifier, uint16_t value) {
+  void match_half(uint32_t qualifier, uint16_t value) {
     constexpr uint16_t kWhole = 0xFFFF;
     match_masked(qualifier, &value, &kWhole, sizeof value);
   }

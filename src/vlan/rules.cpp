@@ -13,45 +13,44 @@ using swctl::has_index;
 using swctl::RuleKind;
 using swctl::vid_of;
 
-constexpr RuleKind kProtocolVlan = {12, USER_VLAN_PROTOCOL_RULES, 0};
-constexpr RuleKind kIp4Vlan = {13, USER_VLAN_IP4_RULES, 0};
-constexpr RuleKind kMacVlan = {21, USER_VLAN_MAC_RULES, 0};
-// The adapter's first 15 rules of this kind belong to others.
-constexpr RuleKind kVoiceVlan = {24, USER_VLAN_VOICE_RULES, 15};
-constexpr RuleKind kDoubleTag = {32, USER_VLAN_DTAG_RULES, 0};
-constexpr RuleKind kTranslation = {33, USER_VLAN_TRANSLATE_RULES, 0};
+constexpr RuleKind kProtocolVlan = {ADP_FP_ENTITY_PROTOCOL_VLAN, USER_VLAN_PROTOCOL_RULES, 0};
+constexpr RuleKind kIp4Vlan = {ADP_FP_ENTITY_IP4_VLAN, USER_VLAN_IP4_RULES, 0};
+constexpr RuleKind kMacVlan = {ADP_FP_ENTITY_MAC_VLAN, USER_VLAN_MAC_RULES, 0};
+constexpr RuleKind kVoiceVlan = {ADP_FP_ENTITY_VOICE_VLAN, USER_VLAN_VOICE_RULES,
+                                 ADP_FP_FIRST_VOICE_RULE};
+constexpr RuleKind kDoubleTag = {ADP_FP_ENTITY_DOUBLE_TAG, USER_VLAN_DTAG_RULES, 0};
+constexpr RuleKind kTranslation = {ADP_FP_ENTITY_TRANSLATION, USER_VLAN_TRANSLATE_RULES, 0};
 
 constexpr int32_t kRefused = -1;
 constexpr uint32_t kMacLength = 6;
 constexpr uint32_t kAllProtocolPorts = 1;  // bit of interface 0
 
-// Whether the rule is for frames with the tag of a VLAN that it names, or for
-// those that come without one.
-constexpr uint16_t kTagged = 0;
-constexpr uint16_t kUntagged = 1;
+// Of the frames that a rule is for.
+constexpr uint16_t kTagged = ADP_FP_TAG_STATE_TAGGED;
+constexpr uint16_t kUntagged = ADP_FP_TAG_STATE_UNTAGGED;
 
 void match_ports(EntityRule &rule, const user_pbmp_t *ports) {
   constexpr uint32_t kAll = UINT32_MAX;
   constexpr user_pbmp_t kEveryPort = {{kAll, kAll, kAll, kAll, kAll, kAll, kAll, kAll}};
-  rule.match_masked(swctl::kIngressPorts, ports, &kEveryPort, sizeof kEveryPort);
+  rule.match_masked(ADP_FP_QUALIFIER_INGRESS_PORTS, ports, &kEveryPort, sizeof kEveryPort);
 }
 
 void match_tag(EntityRule &rule, uint32_t vid) {
-  rule.match_half(swctl::kTagState, kTagged);
-  rule.match_half(swctl::kReceivedVlan, vid_of(vid));
+  rule.match_half(ADP_FP_QUALIFIER_TAG_STATE, kTagged);
+  rule.match_half(ADP_FP_QUALIFIER_RECEIVED_VLAN, vid_of(vid));
 }
 
 void assign(EntityRule &rule, uint32_t vid, uint32_t priority) {
-  rule.act(swctl::kAssignVlan, vid_of(vid));
-  if (priority != 0) rule.act(swctl::kAssignPriority, priority);
+  rule.act(ADP_FP_ACTION_VLAN, vid_of(vid));
+  if (priority != 0) rule.act(ADP_FP_ACTION_PRIORITY, priority);
 }
 
 // The adapter's code of an encapsulation; 0 for one that it does not know.
 constexpr uint32_t encapsulation_code(uint32_t encapsulation) {
   switch (encapsulation) {
-    case USER_ENCAPSULATION_ETHERNET: return 1;
-    case USER_ENCAPSULATION_LLC: return 2;
-    case USER_ENCAPSULATION_SNAP: return 3;
+    case USER_ENCAPSULATION_ETHERNET: return ADP_FP_ENCAPSULATION_ETHERNET;
+    case USER_ENCAPSULATION_LLC: return ADP_FP_ENCAPSULATION_LLC;
+    case USER_ENCAPSULATION_SNAP: return ADP_FP_ENCAPSULATION_SNAP;
     default: return 0;
   }
 }
@@ -68,7 +67,7 @@ int32_t user_vlan_translate_add(uint32_t, uint32_t, int32_t index, uint32_t,
                                 const user_pbmp_t *ports, uint32_t old_vid, uint32_t new_vid) {
   if (!has_index(kTranslation, index)) return kRefused;
   EntityRule rule(kTranslation, index);
-  rule.act(swctl::kAssignVlan, vid_of(new_vid));
+  rule.act(ADP_FP_ACTION_VLAN, vid_of(new_vid));
   match_ports(rule, ports);
   match_tag(rule, old_vid);
   return rule.hand_over();
@@ -82,8 +81,8 @@ int32_t user_vlan_dtag_add(uint32_t, uint32_t, int32_t index, uint32_t, const us
                            uint32_t inner_vid, uint32_t outer_vid, uint32_t outer_priority) {
   if (!has_index(kDoubleTag, index)) return kRefused;
   EntityRule rule(kDoubleTag, index);
-  rule.act(swctl::kAssignOuterVlan, vid_of(outer_vid));
-  if (outer_priority != 0) rule.act(swctl::kAssignOuterPriority, outer_priority);
+  rule.act(ADP_FP_ACTION_OUTER_VLAN, vid_of(outer_vid));
+  if (outer_priority != 0) rule.act(ADP_FP_ACTION_OUTER_PRIORITY, outer_priority);
   match_ports(rule, ports);
   match_tag(rule, inner_vid);
   return rule.hand_over();
@@ -100,8 +99,8 @@ int32_t user_vlan_mac_add(uint32_t, uint32_t, int32_t index, const uint8_t *mac,
   EntityRule rule(kMacVlan, index);
   assign(rule, vid, priority);
   match_ports(rule, ports);
-  rule.match_masked(swctl::kSourceMac, mac, mask, kMacLength);
-  rule.match_half(swctl::kTagState, kUntagged);
+  rule.match_masked(ADP_FP_QUALIFIER_SOURCE_MAC, mac, mask, kMacLength);
+  rule.match_half(ADP_FP_QUALIFIER_TAG_STATE, kUntagged);
   return rule.hand_over();
 }
 
@@ -115,8 +114,8 @@ int32_t user_vlan_ip4_add(uint32_t, uint32_t, int32_t index, uint32_t address, u
   EntityRule rule(kIp4Vlan, index);
   assign(rule, vid, priority);
   match_ports(rule, ports);
-  rule.match_masked(swctl::kSourceIp4, &address, &netmask, sizeof address);
-  rule.match_half(swctl::kTagState, kUntagged);
+  rule.match_masked(ADP_FP_QUALIFIER_SOURCE_IP4, &address, &netmask, sizeof address);
+  rule.match_half(ADP_FP_QUALIFIER_TAG_STATE, kUntagged);
   return rule.hand_over();
 }
 
@@ -129,10 +128,10 @@ int32_t user_vlan_voice_oui_mac_add(uint32_t, uint32_t, int32_t index, const uin
                                     const user_pbmp_t *ports) {
   if (!has_index(kVoiceVlan, index)) return kRefused;
   EntityRule rule(kVoiceVlan, index);
-  rule.act(swctl::kAssignVlan, vid_of(vid));
-  rule.act(swctl::kAssignPriority, priority);
+  rule.act(ADP_FP_ACTION_VLAN, vid_of(vid));
+  rule.act(ADP_FP_ACTION_PRIORITY, priority);
   match_ports(rule, ports);
-  rule.match_masked(swctl::kSourceMac, mac, mask, kMacLength);
+  rule.match_masked(ADP_FP_QUALIFIER_SOURCE_MAC, mac, mask, kMacLength);
   return rule.hand_over();
 }
 
@@ -149,9 +148,9 @@ int32_t user_port_protocol_vlan_add(uint32_t, uint32_t, int32_t index, uint32_t,
   if ((ports->word[0] & kAllProtocolPorts) == 0) match_ports(rule, ports);
   const uint32_t code = encapsulation_code(encapsulation);
   if (code == 0) return kRefused;
-  rule.match_word(swctl::kEncapsulation, code);
-  rule.match_half(swctl::kEthertype, static_cast<uint16_t>(ethertype));
-  rule.match_half(swctl::kTagState, kUntagged);
+  rule.match_word(ADP_FP_QUALIFIER_ENCAPSULATION, code);
+  rule.match_half(ADP_FP_QUALIFIER_ETHERTYPE, static_cast<uint16_t>(ethertype));
+  rule.match_half(ADP_FP_QUALIFIER_TAG_STATE, kUntagged);
   return rule.hand_over();
 }
 

@@ -8,6 +8,63 @@
 
 #include <swctl/types.h>
 
+/**
+ * @name Kinds of rules
+ * The adapter gives its numbers no names; these are the ones that libswctl
+ * uses.
+ * @{
+ */
+#define ADP_FP_ENTITY_PROTOCOL_VLAN 12u
+#define ADP_FP_ENTITY_IP4_VLAN 13u
+#define ADP_FP_ENTITY_MAC_VLAN 21u
+#define ADP_FP_ENTITY_VOICE_VLAN 24u
+#define ADP_FP_ENTITY_DOUBLE_TAG 32u
+#define ADP_FP_ENTITY_TRANSLATION 33u
+/** @} */
+
+/** The first rule for telephones that is libswctl's; those below are not. */
+#define ADP_FP_FIRST_VOICE_RULE 15
+
+/**
+ * @name What a rule does
+ * @{
+ */
+#define ADP_FP_ACTION_VLAN 123u
+#define ADP_FP_ACTION_PRIORITY 124u
+#define ADP_FP_ACTION_OUTER_VLAN 130u
+#define ADP_FP_ACTION_OUTER_PRIORITY 134u
+/** @} */
+
+/**
+ * @name What a rule matches
+ * @{
+ */
+#define ADP_FP_QUALIFIER_SOURCE_MAC 6u
+#define ADP_FP_QUALIFIER_SOURCE_IP4 9u
+#define ADP_FP_QUALIFIER_INGRESS_PORTS 13u /**< a ::user_pbmp_t of interfaces */
+#define ADP_FP_QUALIFIER_TAG_STATE 21u     /**< one of ADP_FP_TAG_STATE_* */
+#define ADP_FP_QUALIFIER_RECEIVED_VLAN 22u
+#define ADP_FP_QUALIFIER_ETHERTYPE 29u
+#define ADP_FP_QUALIFIER_ENCAPSULATION 89u /**< one of ADP_FP_ENCAPSULATION_* */
+/** @} */
+
+/**
+ * @name Whether a frame came with a tag
+ * @{
+ */
+#define ADP_FP_TAG_STATE_TAGGED 0u
+#define ADP_FP_TAG_STATE_UNTAGGED 1u
+/** @} */
+
+/**
+ * @name How a frame tells its protocol
+ * @{
+ */
+#define ADP_FP_ENCAPSULATION_ETHERNET 1u
+#define ADP_FP_ENCAPSULATION_LLC 2u
+#define ADP_FP_ENCAPSULATION_SNAP 3u
+/** @} */
+
 /** Bytes of ::adp_fp_entity_rule_t that belong to the adapter alone. */
 #define ADP_FP_RULE_AREA 6248
 

@@ -12,6 +12,14 @@
 
 #include <swctl/types.h>
 
+/**
+ * @name Types of lookups
+ * @{
+ */
+#define CHIP_LOOKUP_IP_MCAST 0u
+#define CHIP_LOOKUP_IP6_MCAST 1u
+/** @} */
+
 /** @brief An IPv6 address, first byte first. */
 struct chip_ip6_address {
   uint8_t bytes[16];

@@ -15,6 +15,8 @@
 #include <swctl/platform/mcast_records.h>
 #include <swctl/platform/mirror_records.h>
 #include <swctl/platform/port_records.h>
+#include <swctl/platform/trap_records.h>
+#include <swctl/platform/trunk_records.h>
 #include <swctl/platform/vlan_records.h>
 #include <swctl/types.h>
 

@@ -3,6 +3,8 @@
 #ifndef VCHIP_RULES_RULE_KINDS_H
 #define VCHIP_RULES_RULE_KINDS_H
 
+#include <swctl/platform/adapter_records.h>
+
 #include <cstdint>
 
 #include "rules/rule_area.h"
@@ -16,8 +18,12 @@ struct EntityKind {
   uint32_t first;  // place of index 0 in the adapter's table
 };
 inline constexpr EntityKind kEntityKinds[] = {
-    {12, "protocol-vlan", 20, 0}, {13, "ip4-vlan", 20, 20},    {21, "mac-vlan", 30, 40},
-    {24, "voice-vlan", 30, 70},   {32, "double-tag", 30, 100}, {33, "translation", 30, 130},
+    {ADP_FP_ENTITY_PROTOCOL_VLAN, "protocol-vlan", 20, 0},
+    {ADP_FP_ENTITY_IP4_VLAN, "ip4-vlan", 20, 20},
+    {ADP_FP_ENTITY_MAC_VLAN, "mac-vlan", 30, 40},
+    {ADP_FP_ENTITY_VOICE_VLAN, "voice-vlan", 30, 70},
+    {ADP_FP_ENTITY_DOUBLE_TAG, "double-tag", 30, 100},
+    {ADP_FP_ENTITY_TRANSLATION, "translation", 30, 130},
 };
 inline constexpr uint32_t kRules = 160;
 
@@ -27,10 +33,10 @@ struct ActionKind {
   uint32_t max;  // largest value
 };
 inline constexpr ActionKind kActions[kActionKinds] = {
-    {123, "vlan", 4095},
-    {124, "priority", 7},
-    {130, "outer-vlan", 4095},
-    {134, "outer-priority", 7},
+    {ADP_FP_ACTION_VLAN, "vlan", 4095},
+    {ADP_FP_ACTION_PRIORITY, "priority", 7},
+    {ADP_FP_ACTION_OUTER_VLAN, "outer-vlan", 4095},
+    {ADP_FP_ACTION_OUTER_PRIORITY, "outer-priority", 7},
 };
 
 enum class Reading { mac, ip4, ports, half, ethertype, word };
@@ -41,10 +47,13 @@ struct QualifierKind {
   Reading reading;
 };
 inline constexpr QualifierKind kQualifiers[kQualifierKinds] = {
-    {6, "source-mac", 6, Reading::mac},        {9, "source-ip4", 4, Reading::ip4},
-    {13, "ingress-ports", 32, Reading::ports}, {21, "tag-state", 2, Reading::half},
-    {22, "received-vlan", 2, Reading::half},   {29, "ethertype", 2, Reading::ethertype},
-    {89, "encapsulation", 4, Reading::word},
+    {ADP_FP_QUALIFIER_SOURCE_MAC, "source-mac", 6, Reading::mac},
+    {ADP_FP_QUALIFIER_SOURCE_IP4, "source-ip4", 4, Reading::ip4},
+    {ADP_FP_QUALIFIER_INGRESS_PORTS, "ingress-ports", 32, Reading::ports},
+    {ADP_FP_QUALIFIER_TAG_STATE, "tag-state", 2, Reading::half},
+    {ADP_FP_QUALIFIER_RECEIVED_VLAN, "received-vlan", 2, Reading::half},
+    {ADP_FP_QUALIFIER_ETHERTYPE, "ethertype", 2, Reading::ethertype},
+    {ADP_FP_QUALIFIER_ENCAPSULATION, "encapsulation", 4, Reading::word},
 };
 
 // Null for a number that the adapter does not know.
