@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "text.h"
 
+#include <cstdio>
+
 namespace swsh {
 namespace {
 
@@ -39,6 +41,12 @@ std::string printable(std::string_view word) {
 
 std::string quoted(std::string_view word) {
   return '"' + printable(word) + '"';
+}
+
+std::string hexadecimal(uint32_t number) {
+  char text[sizeof "0xffffffff"];
+  snprintf(text, sizeof text, "0x%x", number);
+  return text;
 }
 
 std::string padded(std::string text, size_t width) {

@@ -3,6 +3,7 @@
 #define SWCTL_SHELL_TEXT_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,9 @@ std::string printable(std::string_view word);
 
 // The same in double quotes.
 std::string quoted(std::string_view word);
+
+// 0x88cc
+std::string hexadecimal(uint32_t number);
 
 // The text, filled up with spaces to `width` characters.
 std::string padded(std::string text, size_t width);

@@ -7,8 +7,10 @@
 #include <stdexcept>
 #include <vector>
 
+#include "ip_text.h"
 #include "mac_text.h"
 #include "number_list.h"
+#include "text.h"
 
 namespace swsh {
 namespace {
@@ -119,23 +121,6 @@ MatchValue parse_ip6(const Halves &word) {
   return value;
 }
 
-std::string hexadecimal(uint32_t number) {
-  char text[sizeof "0xffffffff"];
-  snprintf(text, sizeof text, "0x%x", number);
-  return text;
-}
-
-std::string ip_word(uint32_t address) {
-  char text[INET_ADDRSTRLEN];
-  const in_addr network = {htonl(address)};
-  return inet_ntop(AF_INET, &network, text, sizeof text);
-}
-
-std::string ip6_word(const AddressBytes &bytes) {
-  char text[INET6_ADDRSTRLEN];
-  return inet_ntop(AF_INET6, bytes.data(), text, sizeof text);
-}
-
 std::string number_text(Notation notation, int bits, const MatchValue &value) {
   const bool decimal = notation == Notation::decimal;
   const std::string number = decimal ? std::to_string(value.number) : hexadecimal(value.number);
@@ -164,10 +149,11 @@ std::string match_text(Notation notation, int bits, const MatchValue &value) {
              (full ? "" : '/' + mac_text(value.address_mask.data()));
     }
     case Notation::ip:
-      return ip_word(value.number) + (value.mask == ~0u ? "" : '/' + ip_word(value.mask));
+      return ip_text(value.number) + (value.mask == ~0u ? "" : '/' + ip_text(value.mask));
     case Notation::ip6: {
       const bool full = value.address_mask == prefix_mask(kIp6Bits);
-      return ip6_word(value.address) + (full ? "" : '/' + ip6_word(value.address_mask));
+      return ip6_text(value.address.data()) +
+             (full ? "" : '/' + ip6_text(value.address_mask.data()));
     }
     case Notation::decimal:
     case Notation::hexadecimal: break;

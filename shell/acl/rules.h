@@ -6,15 +6,14 @@
 #include <swctl/platform/field_read.h>
 
 #include <functional>
-#include <optional>
 
 namespace swsh {
 
 using RuleVisit = std::function<void(const swctl_platform_acl_rule &rule)>;
 
-// Calls visit() for every rule that holds anything, by rising number. False if
-// the platform cannot read rules. Throws a CommandError if the chip refuses.
-bool each_rule(uint32_t unit, const RuleVisit &visit);
+// Calls visit() for every rule that holds anything, by rising number. Throws a
+// CommandError of status kRefused if the platform cannot tell or refuses.
+void each_rule(uint32_t unit, const RuleVisit &visit);
 
 // Whether the platform says that a rule is valid, matches something or does
 // something; false also where it cannot say.

@@ -30,21 +30,12 @@ int32_t rule_number(const Arguments &arguments) {
   return static_cast<int32_t>(arguments.number("RULE"));
 }
 
-std::string in_one_line(const Record &match) {
-  std::string text;
-  for (const Field &field : match.fields) {
-    if (!text.empty()) text += ' ';
-    text += field.key + ' ' + plain_text(field);
-  }
-  return text.empty() ? "all" : text;
-}
-
 Record rule_record(const swctl_platform_acl_rule &rule) {
   const Record match = match_record(rule);
   Record record;
-  record.add("rule", int64_t{rule.rule});
+  record.add("rule", int64_t{rule.index});
   record.add("enabled", rule.valid != 0);
-  record.add("match", match, in_one_line(match));
+  record.add("match", match, match.fields.empty() ? "all" : words_text(match));
   record.add("actions", action_words(rule.action));
   if (rule.written[CHIP_ACL_FIELD_TEMPLATE] != 0) {
     record.add_detail("template", int64_t{rule.data[CHIP_ACL_FIELD_TEMPLATE][0]});
@@ -55,26 +46,18 @@ Record rule_record(const swctl_platform_acl_rule &rule) {
   return record;
 }
 
-CommandError unreadable() {
-  Fault fault;
-  fault.status = kRefused;
-  fault.message = "this platform cannot read rules back";
-  return CommandError(fault);
-}
-
 Answer show(const Arguments &arguments, const Context &context) {
   const bool chosen = arguments.has("RULES");
   const auto wanted = [&](const swctl_platform_acl_rule &rule) {
     if (!chosen) return is_in_use(rule);
     const std::vector<int64_t> &numbers = arguments.numbers("RULES");
-    return std::binary_search(numbers.begin(), numbers.end(), rule.rule);
+    return std::binary_search(numbers.begin(), numbers.end(), rule.index);
   };
   Answer answer;
   answer.shape = Shape::table;
-  const bool readable = each_rule(context.unit, [&](const swctl_platform_acl_rule &rule) {
+  each_rule(context.unit, [&](const swctl_platform_acl_rule &rule) {
     if (wanted(rule)) answer.records.push_back(rule_record(rule));
   });
-  if (!readable) throw unreadable();
   if (chosen && answer.records.size() == 1 && arguments.numbers("RULES").size() == 1)
     answer.shape = Shape::detail;
   return answer;

@@ -93,6 +93,12 @@ std::string plain_text(const Field &field) {
   return text.empty() ? kNothing : text;
 }
 
+std::string words_text(const Record &record) {
+  std::vector<std::string> words;
+  for (const Field &field : record.fields) words.push_back(field.key + ' ' + plain_text(field));
+  return join(words, " ");
+}
+
 std::string table_text(const std::vector<Record> &records) {
   if (records.empty()) return "";
   std::vector<Row> rows = {table_columns(records)};

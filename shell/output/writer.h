@@ -19,6 +19,8 @@ std::string detail_text(const Record &record, size_t indent = 0);
 // The record in one line, without a line end: its values with two spaces
 // between, or JSON.
 std::string line_text(const Record &record, Format format);
+// Keys and values as the words of a command: in-ports 1-4 ethertype 0x88cc
+std::string words_text(const Record &record);
 // Without a line end.
 std::string json_text(const Value &value, Format format);
 

@@ -247,7 +247,7 @@ TEST_F(AclRules, ToolsReadRulesOneByOne) {
   validate(kLast);
   swctl_platform_acl_rule rule;
   ASSERT_EQ(swctl_platform_acl_rule_next(1, 0, &rule), 0);
-  EXPECT_EQ(rule.rule, 9);
+  EXPECT_EQ(rule.index, 9);
   EXPECT_EQ(rule.valid, 0u);
   EXPECT_EQ(rule.action.word[13], 1u);
   EXPECT_EQ(Bytes(rule.data[7], rule.data[7] + 6), (Bytes{1, 2, 3, 4, 5, 6}));
@@ -255,12 +255,12 @@ TEST_F(AclRules, ToolsReadRulesOneByOne) {
   for (uint32_t field = 0; field < CHIP_ACL_FIELD_IDS; ++field)
     EXPECT_EQ(rule.written[field], field == 7 ? 1 : 0);
   ASSERT_EQ(swctl_platform_acl_rule_next(1, 10, &rule), 0);
-  EXPECT_EQ(rule.rule, kLast);
+  EXPECT_EQ(rule.index, kLast);
   EXPECT_EQ(rule.valid, 1u);
   ASSERT_EQ(swctl_platform_acl_rule_next(1, kLast + 1, &rule), 0);
-  EXPECT_EQ(rule.rule, -1);
+  EXPECT_EQ(rule.index, -1);
   ASSERT_EQ(swctl_platform_acl_rule_next(0, 0, &rule), 0);
-  EXPECT_EQ(rule.rule, -1) << "the other unit";
+  EXPECT_EQ(rule.index, -1) << "the other unit";
   EXPECT_EQ(swctl_platform_acl_rule_next(VCHIP_UNITS, 0, &rule), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_acl_rule_next(1, -1, &rule), VCHIP_E_INDEX);
   EXPECT_EQ(swctl_platform_acl_rule_next(1, 0, nullptr), VCHIP_E_NULL);

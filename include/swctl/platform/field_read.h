@@ -1,11 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file field_read.h
- * @brief The platform's own reading of its rules. Optional.
- *
- * The SDK calls that libswctl makes write match fields and never read them.
- * Tools look this name up when they run and say so where the platform has no
- * such function.
+ * @brief Reading the rules of the field processor. Optional; the laws are in
+ *        read.h.
  */
 #ifndef SWCTL_PLATFORM_FIELD_READ_H
 #define SWCTL_PLATFORM_FIELD_READ_H
@@ -16,7 +13,7 @@ SWCTL_BEGIN_DECLS
 
 /** One rule as the chip has it. */
 struct swctl_platform_acl_rule {
-  int32_t rule;    /**< its index; -1 if there is no such rule */
+  int32_t index;   /**< its index; -1 if there is no such rule */
   uint32_t valid;  /**< takes part in matching */
   uint32_t joined; /**< is one entry together with the next rule */
   chip_acl_action action;
@@ -34,7 +31,7 @@ typedef struct swctl_platform_acl_rule swctl_platform_acl_rule;
  *
  * @param unit switch unit
  * @param from where to begin
- * @param rule receives the rule; its number is -1 if there is none
+ * @param rule receives the rule
  * @return 0, or a result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_acl_rule_next(uint32_t unit, int32_t from,

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "acl/acl_action.h"
+#include "core/table.h"
 
 namespace vchip {
 namespace {
@@ -87,16 +88,16 @@ AclRuleView AclBlock::view(uint32_t number) const {
   return view;
 }
 
-swctl_platform_acl_rule AclBlock::next(uint32_t from) const {
+swctl_platform_acl_rule AclBlock::next(int32_t from) const {
   swctl_platform_acl_rule found = {};
-  found.rule = -1;
-  while (from < VCHIP_ACL_RULES && !is_used(rules_[from])) ++from;
-  if (from >= VCHIP_ACL_RULES) return found;
-  const Rule &rule = rules_[from];
-  found.rule = static_cast<int32_t>(from);
+  found.index =
+      first_used(from, VCHIP_ACL_RULES, [this](uint32_t index) { return is_used(rules_[index]); });
+  if (found.index < 0) return found;
+  const auto number = static_cast<uint32_t>(found.index);
+  const Rule &rule = rules_[number];
   found.valid = rule.valid;
   found.joined = rule.joined;
-  found.action = action(from);
+  found.action = action(number);
   for (size_t place = 0; place < kAclFields.size(); ++place) {
     if ((rule.written >> place & 1) == 0) continue;
     const uint32_t id = kAclFields[place].id;

@@ -49,7 +49,7 @@ class AclBlock {
 
   AclRuleView view(uint32_t rule) const;
   // The first rule from `from` on that holds anything; number -1 for none.
-  swctl_platform_acl_rule next(uint32_t from) const;
+  swctl_platform_acl_rule next(int32_t from) const;
 
  private:
   struct Rule {

@@ -7,6 +7,7 @@
 #include "acl/acl_check.h"
 #include "core/check.h"
 #include "core/chip.h"
+#include "core/table.h"
 
 using vchip::at_most;
 using vchip::change;
@@ -140,8 +141,8 @@ int32_t rtk_acl_lookupMissAct_set(uint32_t unit, uint32_t target, uint32_t actio
 }
 
 int32_t swctl_platform_acl_rule_next(uint32_t unit, int32_t from, swctl_platform_acl_rule *rule) {
-  return look(unit, {from < 0 ? VCHIP_E_INDEX : 0, not_null(rule)}, [=](const Unit &chip) {
-    *rule = chip.acl.next(static_cast<uint32_t>(from));
+  return look(unit, {not_null(rule), vchip::search_from(from)}, [=](const Unit &chip) {
+    *rule = chip.acl.next(from);
     return 0;
   });
 }

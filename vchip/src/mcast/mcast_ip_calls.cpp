@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on IP multicast.
+#include <swctl/platform/mcast_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "core/check.h"
 #include "core/chip.h"
+#include "core/table.h"
 
 using vchip::at_most;
 using vchip::change;
 using vchip::change_if;
+using vchip::look;
 using vchip::not_null;
 using vchip::on_port;
 using vchip::Unit;
@@ -42,6 +45,14 @@ int32_t possible(const Entry *entry) {
   if ((entry->ports & ~vchip::kAllPorts) != 0) return VCHIP_E_PORT;
   if ((entry->rest[0] | entry->rest[1] | entry->rest[2] | entry->zero) != 0) return VCHIP_E_VALUE;
   return possible_key(*entry);
+}
+
+template <typename Table, typename Found>
+void find_next(const Table &table, int32_t from, Found *found) {
+  *found = {};
+  found->index = vchip::first_used(from, static_cast<uint32_t>(table.size()),
+                                   [&](uint32_t index) { return table[index].used != 0; });
+  if (found->index >= 0) found->entry = table[static_cast<size_t>(found->index)].entry;
 }
 
 }  // namespace
@@ -91,4 +102,42 @@ int32_t rtk_l2_portLookupMissAction_set(uint32_t unit, int32_t port, uint32_t ty
                 {on_port(port), type < vchip::kMissTypes ? 0 : VCHIP_E_INDEX,
                  at_most(action, vchip::kMaxMissAction)},
                 [=](Unit &chip) { chip.mcast_ip.set_miss_action(port, type, action); });
+}
+
+int32_t swctl_platform_ip_mcast_next(uint32_t unit, int32_t from, swctl_platform_ip_mcast *entry) {
+  return look(unit, {not_null(entry), vchip::search_from(from)}, [=](const Unit &chip) {
+    find_next(chip.mcast_ip.ip(), from, entry);
+    return 0;
+  });
+}
+
+int32_t swctl_platform_ip6_mcast_next(uint32_t unit, int32_t from,
+                                      swctl_platform_ip6_mcast *entry) {
+  return look(unit, {not_null(entry), vchip::search_from(from)}, [=](const Unit &chip) {
+    find_next(chip.mcast_ip.ip6(), from, entry);
+    return 0;
+  });
+}
+
+int32_t swctl_platform_ip_mcast_mode_get(uint32_t unit, uint32_t *mode) {
+  return look(unit, {not_null(mode)}, [=](const Unit &chip) {
+    *mode = chip.mcast_ip.ip_mode();
+    return 0;
+  });
+}
+
+int32_t swctl_platform_ip6_mcast_mode_get(uint32_t unit, uint32_t *mode) {
+  return look(unit, {not_null(mode)}, [=](const Unit &chip) {
+    *mode = chip.mcast_ip.ip6_mode();
+    return 0;
+  });
+}
+
+int32_t swctl_platform_lookup_miss_get(uint32_t unit, int32_t port, uint32_t type,
+                                       uint32_t *action) {
+  return look(unit, {on_port(port), not_null(action), vchip::below(type, vchip::kMissTypes)},
+              [=](const Unit &chip) {
+                *action = chip.mcast_ip.miss_actions(port)[type];
+                return 0;
+              });
 }

@@ -3,12 +3,14 @@
 
 #include <swctl-vchip/mirror_trunk_view.h>
 #include <swctl/platform/sdk.h>
+#include <swctl/platform/trunk_read.h>
 
 #include <string>
 
 #include "core/check.h"
 #include "core/dump.h"
 #include "core/ports_in.h"
+#include "core/table.h"
 #include "core/viewing.h"
 
 namespace vchip {
@@ -93,4 +95,24 @@ int32_t rtk_trunk_distributionAlgorithmParam_set(uint32_t unit, uint32_t algorit
                        {algorithm < vchip::kHashAlgorithms ? 0 : VCHIP_E_INDEX,
                         (fields & ~vchip::kHashFields) == 0 ? 0 : VCHIP_E_VALUE},
                        [=](vchip::Unit &chip) { chip.trunk.set_hash_fields(algorithm, fields); });
+}
+
+int32_t swctl_platform_trunk_next(uint32_t unit, int32_t from, swctl_platform_trunk *trunk) {
+  return vchip::look(
+      unit, {vchip::not_null(trunk), vchip::search_from(from)}, [=](const vchip::Unit &chip) {
+        const auto &members = chip.trunk.members();
+        const int32_t found = vchip::first_used(
+            from, vchip::kTrunkGroups, [&](uint32_t index) { return members[index] != 0; });
+        *trunk = {found, found < 0 ? 0 : members[static_cast<size_t>(found)]};
+        return 0;
+      });
+}
+
+int32_t swctl_platform_trunk_hash_get(uint32_t unit, uint32_t algorithm, uint32_t *fields) {
+  return vchip::look(unit,
+                     {vchip::not_null(fields), vchip::below(algorithm, vchip::kHashAlgorithms)},
+                     [=](const vchip::Unit &chip) {
+                       *fields = chip.trunk.hash_fields()[algorithm];
+                       return 0;
+                     });
 }

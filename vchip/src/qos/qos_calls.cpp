@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on priorities and queues.
+#include <swctl/platform/qos_read.h>
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
@@ -165,4 +166,27 @@ int32_t rtk_qos_1pRemarkSrcSel_set(uint32_t unit, uint32_t source) {
 int32_t rtk_qos_1pRemarkEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
   return change(unit, {on_port(port), flag(enable)},
                 [=](Unit &chip) { chip.qos.port(port).remarks = enable; });
+}
+
+int32_t swctl_platform_qos_port_group_get(uint32_t unit, int32_t port, uint32_t *group) {
+  return look(unit, {on_port(port), not_null(group)}, [=](const Unit &chip) {
+    *group = chip.qos.port(port).group;
+    return 0;
+  });
+}
+
+int32_t swctl_platform_qos_group_get(uint32_t unit, uint32_t group, uint32_t *weights) {
+  static_assert(SWCTL_PLATFORM_QOS_WEIGHTS == vchip::kPrioritySources);
+  return look(unit, {not_null(weights), below(group, vchip::kPriorityGroups)},
+              [=](const Unit &chip) {
+                std::ranges::copy(chip.qos.maps().groups[group], weights);
+                return 0;
+              });
+}
+
+int32_t swctl_platform_qos_tag_get(uint32_t unit, uint32_t priority, uint32_t *internal) {
+  return look(unit, {not_null(internal), on_priority(priority)}, [=](const Unit &chip) {
+    *internal = chip.qos.maps().inner[priority];
+    return 0;
+  });
 }

@@ -4,7 +4,7 @@
 #ifndef VCHIP_RULES_RULE_AREA_H
 #define VCHIP_RULES_RULE_AREA_H
 
-#include <swctl/platform/adapter_records.h>
+#include <swctl/platform/vlan_read.h>
 
 #include <cstdint>
 
@@ -12,20 +12,11 @@ namespace vchip {
 
 inline constexpr uint32_t kActionKinds = 4;
 inline constexpr uint32_t kQualifierKinds = 7;
-inline constexpr uint32_t kMaxQualifierBytes = 32;
+static_assert(kActionKinds <= SWCTL_PLATFORM_RULE_ACTIONS);
+static_assert(kQualifierKinds <= SWCTL_PLATFORM_RULE_QUALIFIERS);
 
-struct RuleAction {
-  uint32_t kind;
-  uint32_t value;
-};
-
-struct RuleQualifier {
-  uint32_t kind;
-  uint32_t length;
-  uint32_t masked;
-  uint8_t value[kMaxQualifierBytes];
-  uint8_t mask[kMaxQualifierBytes];
-};
+using RuleAction = swctl_platform_rule_action;
+using RuleQualifier = swctl_platform_rule_qualifier;
 
 // No rule has two of a kind, so this holds any.
 struct RuleArea {

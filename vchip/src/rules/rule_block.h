@@ -18,6 +18,7 @@ class RuleBlock {
   void repair() {}  // a rule is not there while it is written
   void dump(const char *name, Dump &board) const;
 
+  const RuleArea &area(uint32_t place) const { return rules_[place].area; }
   bool has(uint32_t place) const { return rules_[place].exists != 0; }
   void add(uint32_t place, const RuleArea &area);
   void remove(uint32_t place);

@@ -2,12 +2,15 @@
 // The adapter's calls on rules. Qualifiers and actions only change the record
 // of the caller; the board learns of a rule when it is handed over.
 #include <swctl/platform/adapter.h>
+#include <swctl/platform/vlan_read.h>
 
+#include <algorithm>
 #include <cstring>
 #include <initializer_list>
 
 #include "core/check.h"
 #include "core/chip.h"
+#include "core/table.h"
 
 namespace vchip {
 namespace {
@@ -74,6 +77,19 @@ RuleQualifier make_qualifier(uint32_t kind, const uint8_t *value, uint32_t lengt
   return qualifier;
 }
 
+swctl_platform_entity_rule next_rule(const RuleBlock &rules, const EntityKind &kind, int32_t from) {
+  swctl_platform_entity_rule found = {};
+  found.index =
+      first_used(from, kind.limit, [&](uint32_t index) { return rules.has(kind.first + index); });
+  if (found.index < 0) return found;
+  const RuleArea &area = rules.area(kind.first + static_cast<uint32_t>(found.index));
+  found.actions = area.actions;
+  found.qualifiers = area.qualifiers;
+  std::copy_n(area.action, area.actions, found.action);
+  std::copy_n(area.qualifier, area.qualifiers, found.qualifier);
+  return found;
+}
+
 // Runs step(rules, place) for a rule that the adapter can hold.
 template <typename Step>
 int32_t change_rule(uint32_t entity, uint32_t index, int32_t check, Step step) {
@@ -136,4 +152,16 @@ int32_t adp_fp_delete_entity_rule(uint32_t entity, int32_t index, uint32_t optio
                               rules.remove(place);
                               return 0;
                             });
+}
+
+int32_t swctl_platform_entity_rule_next(uint32_t entity, int32_t from,
+                                        swctl_platform_entity_rule *rule) {
+  vchip::Locked chip;
+  if (!chip) return VCHIP_E_IMAGE;
+  const int32_t fault = vchip::first_fault({vchip::not_null(rule), vchip::search_from(from)});
+  if (fault != 0) return fault;
+  const vchip::EntityKind *kind = vchip::entity_kind(entity);
+  if (kind == nullptr) return VCHIP_E_RULE_KIND;
+  *rule = vchip::next_rule(chip.state().rules, *kind, from);
+  return 0;
 }

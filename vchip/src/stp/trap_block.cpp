@@ -3,6 +3,7 @@
 
 #include <swctl-vchip/stp_view.h>
 #include <swctl/platform/sdk.h>
+#include <swctl/platform/trap_read.h>
 
 #include <string>
 
@@ -18,11 +19,11 @@ struct NamedType {
   uint32_t type;
   const char *name;
 };
-constexpr NamedType kNamedTypes[] = {
-    {4, "mld"}, {5, "igmp"}, {19, "bpdu"}, {21, "lldp"}, {24, "own_mac"}};
-constexpr uint32_t kSlowProtocols = 6;  // of the bypass
-constexpr uint32_t kOamGroup = 0;
-constexpr uint32_t kLacpGroup = 1;
+constexpr NamedType kNamedTypes[] = {{CHIP_TRAP_FRAME_MLD, "mld"},
+                                     {CHIP_TRAP_FRAME_IGMP, "igmp"},
+                                     {CHIP_TRAP_FRAME_BPDU, "bpdu"},
+                                     {CHIP_TRAP_FRAME_LLDP, "lldp"},
+                                     {CHIP_TRAP_FRAME_OWN_MAC, "own_mac"}};
 
 const char *action_name(uint32_t action) {
   constexpr const char *kNames[] = {"forward", "drop", "trap", "copy"};
@@ -57,10 +58,10 @@ void TrapBlock::reset() {
 void TrapBlock::dump(const char *name, Dump &unit) const {
   unit.object(name, [this](Dump &block) {
     block.object("frames", [this](Dump &entry) { dump_actions(entry, actions_); });
-    block.text("oam", action_name(rma_groups_[kOamGroup]));
-    block.text("lacp", action_name(rma_groups_[kLacpGroup]));
+    block.text("oam", action_name(rma_groups_[CHIP_TRAP_GROUP_OAM]));
+    block.text("lacp", action_name(rma_groups_[CHIP_TRAP_GROUP_LACP]));
     block.numbers("rma_groups", {rma_groups_.begin(), rma_groups_.end()});
-    block.flag("slow_protocols_bypass", bypass_[kSlowProtocols] != 0);
+    block.flag("slow_protocols_bypass", bypass_[CHIP_TRAP_BYPASS_SLOW_PROTOCOLS] != 0);
     block.numbers("bypass", {bypass_.begin(), bypass_.end()});
     block.objects("ports", port_actions_.size(), [this](Dump &entry, size_t port) {
       entry.number("port", static_cast<int64_t>(port));
@@ -107,4 +108,38 @@ int32_t rtk_trap_rmaGroupAction_set(uint32_t unit, uint32_t group, uint32_t acti
 int32_t rtk_trap_bypassStp_set(uint32_t unit, uint32_t type, uint32_t enable) {
   return vchip::change(unit, {type < vchip::kBypassTypes ? 0 : VCHIP_E_INDEX, vchip::flag(enable)},
                        [=](vchip::Unit &chip) { chip.trap.set_bypass(type, enable); });
+}
+
+int32_t swctl_platform_trap_frame_get(uint32_t unit, uint32_t type, uint32_t *action) {
+  return vchip::look(unit, {vchip::not_null(action), vchip::on_frame_type(type)},
+                     [=](const vchip::Unit &chip) {
+                       *action = chip.trap.actions()[type];
+                       return 0;
+                     });
+}
+
+int32_t swctl_platform_trap_port_frame_get(uint32_t unit, int32_t port, uint32_t type,
+                                           uint32_t *action) {
+  return vchip::look(unit,
+                     {vchip::on_port(port), vchip::not_null(action), vchip::on_frame_type(type)},
+                     [=](const vchip::Unit &chip) {
+                       *action = chip.trap.port_actions(port)[type];
+                       return 0;
+                     });
+}
+
+int32_t swctl_platform_trap_group_get(uint32_t unit, uint32_t group, uint32_t *action) {
+  return vchip::look(unit, {vchip::not_null(action), vchip::below(group, vchip::kRmaGroups)},
+                     [=](const vchip::Unit &chip) {
+                       *action = chip.trap.rma_groups()[group];
+                       return 0;
+                     });
+}
+
+int32_t swctl_platform_trap_bypass_get(uint32_t unit, uint32_t type, uint32_t *enable) {
+  return vchip::look(unit, {vchip::not_null(enable), vchip::below(type, vchip::kBypassTypes)},
+                     [=](const vchip::Unit &chip) {
+                       *enable = chip.trap.bypass()[type];
+                       return 0;
+                     });
 }

@@ -2,6 +2,7 @@
 #include "vlan/conversion_block.h"
 
 #include <swctl/platform/sdk.h>
+#include <swctl/platform/vlan_read.h>
 
 #include <atomic>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "core/check.h"
 #include "core/chip.h"
 #include "core/dump.h"
+#include "core/table.h"
 
 namespace vchip {
 namespace {
@@ -91,4 +93,18 @@ int32_t rtk_vlan_igrVlanCnvtBlkMode_set(uint32_t unit, uint32_t block, uint32_t 
   return vchip::change(unit,
                        {vchip::on_ingress_block(block), vchip::at_most(mode, vchip::kMaxBlockMode)},
                        [=](vchip::Unit &chip) { chip.conversion.set_mode(block, mode); });
+}
+
+int32_t swctl_platform_vlan_egress_next(uint32_t unit, int32_t from,
+                                        swctl_platform_vlan_egress *egress) {
+  return vchip::look(
+      unit, {vchip::not_null(egress), vchip::search_from(from)}, [=](const vchip::Unit &chip) {
+        *egress = {};
+        egress->index = vchip::first_used(from, vchip::kEgressEntries, [&](uint32_t index) {
+          return chip.conversion.egress(index).valid != 0;
+        });
+        if (egress->index >= 0)
+          egress->entry = chip.conversion.egress(static_cast<uint32_t>(egress->index));
+        return 0;
+      });
 }

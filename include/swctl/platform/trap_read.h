@@ -1,0 +1,59 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file trap_read.h
+ * @brief Reading what becomes of protocol frames. Optional; the laws are in
+ *        read.h.
+ */
+#ifndef SWCTL_PLATFORM_TRAP_READ_H
+#define SWCTL_PLATFORM_TRAP_READ_H
+
+#include <swctl/platform/trap_records.h>
+#include <swctl/types.h>
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @brief What becomes of management frames, switch-wide.
+ *
+ * @param unit   switch unit
+ * @param type   one of CHIP_TRAP_FRAME_*
+ * @param action receives what rtk_trap_mgmtFrameAction_set() was given
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_trap_frame_get(uint32_t unit, uint32_t type, uint32_t *action);
+
+/**
+ * @brief What becomes of management frames that come into a port.
+ *
+ * @param unit   switch unit
+ * @param port   chip port
+ * @param type   one of CHIP_TRAP_FRAME_*
+ * @param action receives what rtk_trap_portMgmtFrameAction_set() was given
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_trap_port_frame_get(uint32_t unit, int32_t port, uint32_t type,
+                                                     uint32_t *action);
+
+/**
+ * @brief What becomes of frames to a group of reserved multicast addresses.
+ *
+ * @param unit   switch unit
+ * @param group  one of CHIP_TRAP_GROUP_*
+ * @param action receives what rtk_trap_rmaGroupAction_set() was given
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_trap_group_get(uint32_t unit, uint32_t group, uint32_t *action);
+
+/**
+ * @brief Whether frames pass a port that spanning tree blocks.
+ *
+ * @param unit   switch unit
+ * @param type   ::CHIP_TRAP_BYPASS_SLOW_PROTOCOLS
+ * @param enable receives what rtk_trap_bypassStp_set() was given
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_trap_bypass_get(uint32_t unit, uint32_t type, uint32_t *enable);
+
+SWCTL_END_DECLS
+
+#endif

@@ -1,0 +1,84 @@
+/* SPDX-License-Identifier: MIT */
+/**
+ * @file vlan_read.h
+ * @brief Reading the adapter's rules and the conversion of VLAN IDs. Optional;
+ *        the laws are in read.h.
+ */
+#ifndef SWCTL_PLATFORM_VLAN_READ_H
+#define SWCTL_PLATFORM_VLAN_READ_H
+
+#include <swctl/platform/adapter_records.h>
+#include <swctl/platform/vlan_records.h>
+
+SWCTL_BEGIN_DECLS
+
+/**
+ * @name Room in a ::swctl_platform_entity_rule
+ * @{
+ */
+#define SWCTL_PLATFORM_RULE_ACTIONS 8
+#define SWCTL_PLATFORM_RULE_QUALIFIERS 16
+#define SWCTL_PLATFORM_RULE_BYTES 32
+/** @} */
+
+/** What a rule does, as adp_fp_add_entity_action() was told. */
+struct swctl_platform_rule_action {
+  uint32_t kind; /**< one of ADP_FP_ACTION_* */
+  uint32_t value;
+};
+typedef struct swctl_platform_rule_action swctl_platform_rule_action;
+
+/** What a rule matches, as adp_fp_add_entity_qualify() was told. */
+struct swctl_platform_rule_qualifier {
+  uint32_t kind;   /**< one of ADP_FP_QUALIFIER_* */
+  uint32_t length; /**< bytes of the value */
+  uint32_t masked; /**< 1: it has a mask, as long as the value */
+  uint8_t value[SWCTL_PLATFORM_RULE_BYTES];
+  uint8_t mask[SWCTL_PLATFORM_RULE_BYTES];
+};
+typedef struct swctl_platform_rule_qualifier swctl_platform_rule_qualifier;
+
+/** One rule of the adapter's. */
+struct swctl_platform_entity_rule {
+  int32_t index;       /**< its index; -1 if there is no such rule */
+  uint32_t actions;    /**< how many of `action` count */
+  uint32_t qualifiers; /**< how many of `qualifier` count */
+  swctl_platform_rule_action action[SWCTL_PLATFORM_RULE_ACTIONS];
+  swctl_platform_rule_qualifier qualifier[SWCTL_PLATFORM_RULE_QUALIFIERS];
+};
+typedef struct swctl_platform_entity_rule swctl_platform_entity_rule;
+
+/**
+ * @brief The first rule of an entity from an index on.
+ *
+ * The rules belong to the board, so there is no unit.
+ *
+ * @param entity one of ADP_FP_ENTITY_*
+ * @param from   where to begin
+ * @param rule   receives the rule
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_entity_rule_next(uint32_t entity, int32_t from,
+                                                  swctl_platform_entity_rule *rule);
+
+/** One entry of the egress conversion table. */
+struct swctl_platform_vlan_egress {
+  int32_t index; /**< its index; -1 if there is no such entry */
+  chip_vlan_egress_entry entry;
+};
+typedef struct swctl_platform_vlan_egress swctl_platform_vlan_egress;
+
+/**
+ * @brief The first valid entry of the egress conversion table from an index on.
+ *
+ * @param unit   switch unit
+ * @param from   where to begin
+ * @param egress receives the entry, as rtk_vlan_egrVlanCnvtEntry_set() takes it
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_vlan_egress_next(uint32_t unit, int32_t from,
+                                                  swctl_platform_vlan_egress *egress);
+
+SWCTL_END_DECLS
+
+#endif
