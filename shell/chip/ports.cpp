@@ -85,6 +85,13 @@ std::vector<Port> front_ports() {
   return ports;
 }
 
+std::map<uint32_t, std::vector<int64_t>> front_ports_by(
+    const std::function<uint32_t(const Port &port)> &answer) {
+  std::map<uint32_t, std::vector<int64_t>> interfaces;
+  for (const Port &port : front_ports()) interfaces[answer(port)].push_back(port.interface);
+  return interfaces;
+}
+
 uint32_t read_port(const Context &context, const Port &port, const PortGetter &getter) {
   uint32_t value = 0;
   check_result(getter.call(kLead, context.unit, port.chip, &value), getter.name, port.interface);
@@ -111,6 +118,10 @@ void refuse_port(int32_t result, const char *function, int64_t interface) {
 
 void refuse_call(int32_t result, const char *function, const std::string &subject) {
   refuse(result, function, {subject, subject, std::nullopt});
+}
+
+std::string port_text(const Port &port) {
+  return "port " + std::to_string(port.interface);
 }
 
 std::string unit_text(const Context &context) {

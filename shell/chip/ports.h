@@ -6,6 +6,7 @@
 #include <swctl/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,10 @@ std::vector<Port> ports_of(const std::vector<int64_t> &interfaces);
 // All front ports that the board has, in the order of their interfaces. Throws
 // a CommandError of status kRefused if there is none.
 std::vector<Port> front_ports();
+
+// The interfaces of all front ports by what `answer` says of each.
+std::map<uint32_t, std::vector<int64_t>> front_ports_by(
+    const std::function<uint32_t(const Port &port)> &answer);
 
 // Calls of the library on one port, with the name to report.
 struct PortGetter {
@@ -54,7 +59,8 @@ void check_call(int32_t result, const char *function, const std::string &subject
 [[noreturn]] void refuse_port(int32_t result, const char *function, int64_t interface);
 [[noreturn]] void refuse_call(int32_t result, const char *function, const std::string &subject);
 
-// The subject of a call on a whole unit: "unit 0".
+// The subject of a call on a port, "port 3", and on a whole unit, "unit 0".
+std::string port_text(const Port &port);
 std::string unit_text(const Context &context);
 
 // The way back from chip ports to interfaces, the CPU's included. The board is

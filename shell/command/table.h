@@ -43,6 +43,9 @@ struct Type {
   std::vector<Choice> choices;
 };
 
+// The word of a value, or the number itself if it has none.
+std::string word_for(const std::vector<Choice> &choices, int64_t value);
+
 Type number(int64_t low, int64_t high, std::string unit = "");
 Type numbers(int64_t low, int64_t high);
 // Front interfaces; lowest is 0 where the CPU has its place too.

@@ -7,6 +7,12 @@
 
 namespace swsh {
 
+std::string word_for(const std::vector<Choice> &choices, int64_t value) {
+  for (const Choice &each : choices)
+    if (each.value == value) return each.word;
+  return std::to_string(value);
+}
+
 Type number(int64_t low, int64_t high, std::string unit) {
   return {Kind::number, low, high, std::move(unit), {}};
 }

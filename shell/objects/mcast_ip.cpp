@@ -2,14 +2,18 @@
 #include "objects/mcast_ip.h"
 
 #include <swctl/mcast.h>
+#include <swctl/platform/mcast_read.h>
 
 #include <arpa/inet.h>
 #include <cstring>
 #include <utility>
 
+#include "chip/address_table.h"
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
+#include "ip_text.h"
 
 namespace swsh {
 namespace {
@@ -60,6 +64,66 @@ Entry entry_of(const Arguments &arguments) {
   return entry;
 }
 
+// The IPv4 and the IPv6 side of what is set and shown.
+struct Family {
+  const char *word;
+  const char *help;
+  uint32_t lookup;  // type of lookups that the chip counts its misses by
+};
+constexpr Family kFamilies[] = {{"ip", "IPv4", CHIP_LOOKUP_IP_MCAST},
+                                {"ip6", "IPv6", CHIP_LOOKUP_IP6_MCAST}};
+
+bool is_six(const Family &family) {
+  return family.lookup == CHIP_LOOKUP_IP6_MCAST;
+}
+
+std::string address_text(uint32_t address) {
+  return ip_text(address);
+}
+
+std::string address_text(const chip_ip6_address &address) {
+  return ip6_text(address.bytes);
+}
+
+// This shell gives the group as address b and the source as address a.
+template <typename Entry>
+Record entry_record(const Interfaces &interfaces, const Entry &entry) {
+  const decltype(entry.address_a) every = {};
+  Record record;
+  record.add("vlan", int64_t{entry.vid});
+  record.add("group", address_text(entry.address_b));
+  if (memcmp(&entry.address_a, &every, sizeof every) == 0) {
+    record.add("source", nullptr, "any");
+  } else {
+    record.add("source", address_text(entry.address_a));
+  }
+  return record.add("ports", interfaces_of(interfaces, entry.ports));
+}
+
+template <typename Next>
+void add_entries(Answer &answer, const Next &next, const Arguments &arguments,
+                 const Context &context) {
+  const Interfaces interfaces;
+  each_record(next, "entry", context.unit, 0, [&](const auto &found) {
+    if (arguments.has("vlan") && arguments.number("vlan") != found.entry.vid) return;
+    answer.records.push_back(entry_record(interfaces, found.entry));
+  });
+}
+
+// Whether the command is about that family: none given means both.
+bool is_chosen(const Arguments &arguments, const Family &family) {
+  return !arguments.has("FAMILY") || arguments.word("FAMILY") == family.word;
+}
+
+Answer show_entries(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  if (is_chosen(arguments, kFamilies[0]))
+    add_entries(answer, SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_next), arguments, context);
+  if (is_chosen(arguments, kFamilies[1]))
+    add_entries(answer, SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_next), arguments, context);
+  return answer;
+}
+
 Answer add(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
@@ -98,18 +162,65 @@ Answer del(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer set_lookup(const Arguments &arguments, const Context &context) {
+std::vector<Choice> lookups() {
+  return {{"mac", 0, "By MAC address"}, {"address", 1, "By IP addresses"}};
+}
+
+uint32_t read_lookup(const Family &family, const Context &context) {
+  constexpr auto kMode = SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_mode_get);
+  constexpr auto kMode6 = SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_mode_get);
+  return read_word(is_six(family) ? kMode6 : kMode, unit_text(context), context.unit);
+}
+
+Answer show_lookup(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const Family &family : kFamilies)
+    if (is_chosen(arguments, family))
+      answer.records.push_back(
+          Record()
+              .add("family", std::string(family.word))
+              .add("lookup", word_for(lookups(), read_lookup(family, context))));
+  return answer;
+}
+
+Answer lookup(const Arguments &arguments, const Context &context) {
+  if (!arguments.has("LOOKUP")) return show_lookup(arguments, context);
   const auto by_address = static_cast<uint32_t>(arguments.number("LOOKUP"));
-  const bool six = arguments.number("FAMILY") == 6;
+  const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
   const auto call = six ? User_switch_ip6mc_mode_set : User_switch_ipmc_set;
   check_call(call(kLead, context.unit, by_address),
              six ? "User_switch_ip6mc_mode_set" : "User_switch_ipmc_set", unit_text(context));
   return {};
 }
 
-Answer set_miss(const Arguments &arguments, const Context &context) {
+// One record for the ports with the same action.
+void add_misses(Answer &answer, const Family &family, const Context &context) {
+  const auto ports = front_ports_by([&](const Port &port) {
+    return read_word(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get), port_text(port),
+                     context.unit, port.chip, family.lookup);
+  });
+  for (const auto &[action, interfaces] : ports)
+    answer.records.push_back(Record()
+                                 .add("family", std::string(family.word))
+                                 .add("action", int64_t{action})
+                                 .add("ports", interfaces));
+}
+
+Answer show_misses(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const Family &family : kFamilies)
+    if (is_chosen(arguments, family)) add_misses(answer, family, context);
+  return answer;
+}
+
+Answer miss(const Arguments &arguments, const Context &context) {
+  if (arguments.has("PORTS") != arguments.has("action")) {
+    const char *missing = arguments.has("PORTS") ? "action" : "PORTS";
+    throw CommandError(wrong_usage("ports and an action go together", {}, {missing}));
+  }
+  if (!arguments.has("action")) return show_misses(arguments, context);
   const auto action = static_cast<uint32_t>(arguments.number("action"));
-  const bool six = arguments.number("FAMILY") == 6;
+  const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
   const auto call =
       six ? User_switch_ip6mc_lookup_miss_action : User_switch_ipmc_lookup_miss_action;
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
@@ -141,11 +252,41 @@ Node entry_command(const char *name, const char *help, bool with_ports, Handler 
   return node;
 }
 
-Parameter family() {
-  return {.name = "FAMILY",
-          .type = choice({{"ip", 4, "IPv4"}, {"ip6", 6, "IPv6"}}),
-          .help = "Address family",
-          .required = true};
+Parameter family_parameter() {
+  std::vector<Choice> choices;
+  for (const Family &family : kFamilies)
+    choices.push_back({family.word, static_cast<int64_t>(choices.size()), family.help});
+  return {.name = "FAMILY", .type = choice(choices), .help = "Address family"};
+}
+
+Node show_entries_command() {
+  return {
+      .name = "show",
+      .help = "Show entries",
+      .positional = {family_parameter()},
+      .keywords = {{.name = "vlan", .type = number(1, 4094), .help = "Only entries of this VLAN"}},
+      .run = show_entries};
+}
+
+Node lookup_command() {
+  return {
+      .name = "lookup",
+      .help = "Show or choose how groups are looked up",
+      .positional = {family_parameter(),
+                     {.name = "LOOKUP", .type = choice(lookups()), .help = "What is looked up"}},
+      .run = lookup};
+}
+
+Node miss_command() {
+  return {
+      .name = "miss",
+      .help = "Show or say what becomes of unknown groups",
+      .positional = {family_parameter(),
+                     {.name = "PORTS",
+                      .type = interface_list(),
+                      .help = "Ports that they come into"}},
+      .keywords = {{.name = "action", .type = number(0, 0xff), .help = "The chip's action code"}},
+      .run = miss};
 }
 
 }  // namespace
@@ -156,30 +297,12 @@ Node mcast_ip_commands() {
       .help = "IP multicast entries and lookups",
       .children =
           {
+              show_entries_command(),
               entry_command("add", "Add an entry", true, add),
               entry_command("set", "Give an IPv4 entry other ports", true, set),
               entry_command("del", "Delete an entry", false, del),
-              {.name = "lookup",
-               .help = "Choose how groups are looked up",
-               .positional = {family(),
-                              {.name = "LOOKUP",
-                               .type = choice({{"mac", 0, "By MAC address"},
-                                               {"address", 1, "By IP addresses"}}),
-                               .help = "What is looked up",
-                               .required = true}},
-               .run = set_lookup},
-              {.name = "miss",
-               .help = "Say what becomes of unknown groups",
-               .positional = {family(),
-                              {.name = "PORTS",
-                               .type = interface_list(),
-                               .help = "Ports that they come into",
-                               .required = true}},
-               .keywords = {{.name = "action",
-                             .type = number(0, 0xff),
-                             .help = "The chip's action code",
-                             .required = true}},
-               .run = set_miss},
+              lookup_command(),
+              miss_command(),
           },
   };
 }

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/platform/qos_read.h>
 #include <swctl/qos.h>
 
 #include <algorithm>
 
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
 #include "fault.h"
 #include "number_list.h"
 #include "objects/registry.h"
+#include "text.h"
 
 namespace swsh {
 namespace {
@@ -55,6 +58,24 @@ Answer set_map(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+std::vector<int64_t> chosen_or_all(const Arguments &arguments, const char *name, int64_t last) {
+  if (arguments.has(name)) return arguments.numbers(name);
+  std::vector<int64_t> all;
+  for (int64_t number = 0; number <= last; ++number) all.push_back(number);
+  return all;
+}
+
+Answer show_tag(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const int64_t priority : chosen_or_all(arguments, "PRIORITIES", kLastPriority)) {
+    const uint32_t internal = read_word(SWSH_OPTIONAL_CALL(swctl_platform_qos_tag_get),
+                                        "priority " + std::to_string(priority), context.unit,
+                                        static_cast<uint32_t>(priority));
+    answer.records.push_back(Record().add("priority", priority).add("internal", int64_t{internal}));
+  }
+  return answer;
+}
+
 Answer set_tag(const Arguments &arguments, const Context &context) {
   for (const int64_t priority : arguments.numbers("PRIORITIES"))
     check_call(user_qos_pri_remap_set(context.unit, static_cast<uint32_t>(priority),
@@ -63,17 +84,10 @@ Answer set_tag(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-std::vector<int64_t> code_points(const Arguments &arguments) {
-  if (arguments.has("DSCPS")) return arguments.numbers("DSCPS");
-  std::vector<int64_t> all;
-  for (int64_t dscp = 0; dscp <= kLastCodePoint; ++dscp) all.push_back(dscp);
-  return all;
-}
-
 Answer show_dscp(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
-  for (const int64_t dscp : code_points(arguments)) {
+  for (const int64_t dscp : chosen_or_all(arguments, "DSCPS", kLastCodePoint)) {
     uint32_t priority = 0;
     check_call(user_qos_dscp_map_get(static_cast<uint32_t>(dscp), &priority),
                "user_qos_dscp_map_get", "code point " + std::to_string(dscp));
@@ -91,11 +105,14 @@ Answer set_dscp(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+std::vector<Port> chosen_ports(const Arguments &arguments) {
+  return arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+}
+
 Answer show_default(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
   Answer answer = {Shape::table, {}, ""};
-  for (const Port &port : ports) {
+  for (const Port &port : chosen_ports(arguments)) {
     uint32_t priority = 0;
     check_result(user_qos_port_cos_get(port.chip, &priority), "user_qos_port_cos_get",
                  port.interface);
@@ -112,6 +129,43 @@ Answer set_default(const Arguments &arguments, const Context &context) {
         user_qos_port_cos_set(port.chip, static_cast<uint32_t>(arguments.number("priority"))),
         "user_qos_port_cos_set", port.interface);
   return {};
+}
+
+std::vector<Choice> trusts() {
+  return {{"port", USER_QOS_TRUST_PORT, "The port's"},
+          {"tag", USER_QOS_TRUST_TAG, "A tag's, if any"},
+          {"dscp", USER_QOS_TRUST_DSCP, "That of the code point, if any"}};
+}
+
+using TrustWeights = std::vector<int64_t>;
+
+TrustWeights read_trust_weights(const Context &context, uint32_t group) {
+  constexpr auto kGroup = SWSH_OPTIONAL_CALL(swctl_platform_qos_group_get);
+  uint32_t weights[SWCTL_PLATFORM_QOS_WEIGHTS] = {};
+  check_call(kGroup.get()(context.unit, group, weights), kGroup.name,
+             "trust group " + std::to_string(group));
+  return {std::begin(weights), std::end(weights)};
+}
+
+std::string in_given_order(const TrustWeights &weights) {
+  std::vector<std::string> words;
+  for (const int64_t weight : weights) words.push_back(std::to_string(weight));
+  return join(words, ",");
+}
+
+Answer show_trust(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  Answer answer = {Shape::table, {}, ""};
+  for (const Port &port : chosen_ports(arguments)) {
+    const uint32_t group = read_word(SWSH_OPTIONAL_CALL(swctl_platform_qos_port_group_get),
+                                     port_text(port), context.unit, port.chip);
+    const TrustWeights weights = read_trust_weights(context, group);
+    answer.records.push_back(Record()
+                                 .add("port", port.interface)
+                                 .add("trust", word_for(trusts(), group))
+                                 .add("weights", weights, in_given_order(weights)));
+  }
+  return answer;
 }
 
 Answer set_trust(const Arguments &arguments, const Context &context) {
@@ -133,12 +187,6 @@ std::vector<Choice> modes() {
           {"weighted-0", USER_QOS_SCHEDULE_WEIGHTED_0, "Shares by weight, algorithm 0"}};
 }
 
-std::string mode_word(uint32_t mode) {
-  for (const Choice &each : modes())
-    if (each.value == mode) return each.word;
-  return std::to_string(mode);
-}
-
 // The longest bar is the greatest weight's; a strict queue takes what it wants.
 std::string bar(uint32_t weight, uint32_t greatest) {
   if (weight == 0) return "strict";
@@ -155,7 +203,7 @@ Answer show_schedule(const Arguments &, const Context &context) {
   for (uint32_t queue = 0; queue < USER_QOS_QUEUES; ++queue)
     answer.records.push_back(Record()
                                  .add("queue", int64_t{queue})
-                                 .add("schedule", mode_word(mode))
+                                 .add("schedule", word_for(modes(), mode))
                                  .add("weight", int64_t{weights[queue]})
                                  .add("share", bar(weights[queue], greatest)));
   return answer;
@@ -245,17 +293,18 @@ Node trust_commands() {
   return {
       .name = "trust",
       .help = "Which of its priorities a frame follows",
-      .children = {{.name = "set",
-                    .help = "Choose what ports trust",
-                    .positional = {required("PORTS", interface_list(), "Ports to change"),
-                                   required("TRUST",
-                                            choice({{"port", USER_QOS_TRUST_PORT, "The port's"},
-                                                    {"tag", USER_QOS_TRUST_TAG, "A tag's, if any"},
-                                                    {"dscp", USER_QOS_TRUST_DSCP,
-                                                     "That of the code point, if any"}}),
-                                            "Whose priority counts")},
-                    .details = "The chip cannot be asked which group a port has.\n",
-                    .run = set_trust}}};
+      .children = {
+          {.name = "show",
+           .help = "Show what ports trust",
+           .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+           .details = "weights are the words of the port's group in the chip. A group that qos\n"
+                      "trust set does not choose is its number.\n",
+           .run = show_trust},
+          {.name = "set",
+           .help = "Choose what ports trust",
+           .positional = {required("PORTS", interface_list(), "Ports to change"),
+                          required("TRUST", choice(trusts()), "Whose priority counts")},
+           .run = set_trust}}};
 }
 
 Node schedule_commands() {
@@ -275,6 +324,23 @@ Node schedule_commands() {
                .run = set_schedule}}};
 }
 
+Node tag_commands() {
+  return {.name = "tag",
+          .help = "The internal priority of each priority in a tag",
+          .children = {
+              {.name = "show",
+               .help = "Show the internal priority of priorities",
+               .positional = {{.name = "PRIORITIES",
+                               .type = numbers(0, kLastPriority),
+                               .help = "Priorities to show"}},
+               .run = show_tag},
+              {.name = "set",
+               .help = "Give priorities of tags an internal one",
+               .positional = {required("PRIORITIES", numbers(0, kLastPriority), "In the tag")},
+               .keywords = {required("internal", number(0, kLastPriority), "Internal priority")},
+               .run = set_tag}}};
+}
+
 }  // namespace
 
 Node qos_object() {
@@ -286,11 +352,7 @@ Node qos_object() {
               default_commands(),
               trust_commands(),
               schedule_commands(),
-              {.name = "tag",
-               .help = "Give priorities of tags an internal one",
-               .positional = {required("PRIORITIES", numbers(0, kLastPriority), "In the tag")},
-               .keywords = {required("internal", number(0, kLastPriority), "Internal priority")},
-               .run = set_tag},
+              tag_commands(),
           }};
 }
 

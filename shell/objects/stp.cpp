@@ -19,12 +19,6 @@ std::vector<Choice> states() {
           {"forwarding", USER_STP_FORWARDING, "Learns and forwards"}};
 }
 
-std::string state_word(uint32_t state) {
-  for (const Choice &each : states())
-    if (each.value == state) return each.word;
-  return std::to_string(state);
-}
-
 std::string instance_text(uint32_t instance) {
   return "instance " + std::to_string(instance);
 }
@@ -54,26 +48,22 @@ std::vector<uint32_t> instances(const Arguments &arguments, const Context &conte
   return all;
 }
 
-std::string read_state(const Context &context, uint32_t instance, const Port &port) {
+uint32_t read_state(const Context &context, uint32_t instance, const Port &port) {
   uint32_t state = 0;
   check_result(user_stg_stp_get(kLead, context.unit, instance, port.chip, &state),
                "user_stg_stp_get", port.interface);
-  return state_word(state);
+  return state;
 }
 
 // One line for the ports of an instance that are in the same state.
 void add_lines(Answer &answer, const Context &context, uint32_t instance) {
-  std::vector<std::string> words;
-  const std::vector<Port> ports = front_ports();
-  for (const Port &port : ports) words.push_back(read_state(context, instance, port));
-  for (const Choice &state : states()) {
-    std::vector<int64_t> there;
-    for (size_t index = 0; index < ports.size(); ++index)
-      if (words[index] == state.word) there.push_back(ports[index].interface);
-    if (there.empty()) continue;
-    answer.records.push_back(
-        Record().add("instance", int64_t{instance}).add("state", state.word).add("ports", there));
-  }
+  const auto ports =
+      front_ports_by([&](const Port &port) { return read_state(context, instance, port); });
+  for (const auto &[state, interfaces] : ports)
+    answer.records.push_back(Record()
+                                 .add("instance", int64_t{instance})
+                                 .add("state", word_for(states(), state))
+                                 .add("ports", interfaces));
 }
 
 Answer show(const Arguments &arguments, const Context &context) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mirror_trunk.h>
+#include <swctl/platform/trap_read.h>
 #include <swctl/stp.h>
 
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -10,16 +12,20 @@
 namespace swsh {
 namespace {
 
-enum Action : int64_t { kForward, kDrop, kCpu };
-enum Frames : int64_t { kIgmp, kMld, kOwnMac, kBpdu, kLldp, kLacp, kOam };
+// Where the chip keeps what becomes of frames.
+enum class Kept { for_all_ports, by_port, by_address_group };
 
-// A call of the library, and which way its last argument runs.
+// Frames of a protocol: the call of the library that sets what becomes of them
+// and which way its last argument runs, and the chip's code for them.
 struct Trap {
-  Frames frames;
+  const char *frames;
+  const char *help;
   const char *function;
   int32_t (*call)(uint32_t lead, uint32_t unit, uint32_t value);
   uint32_t to_cpu;
-  Action otherwise;
+  uint32_t otherwise;
+  Kept kept;
+  uint32_t code;
 };
 
 int32_t set_lldp(uint32_t lead, uint32_t unit, uint32_t forward) {
@@ -27,23 +33,93 @@ int32_t set_lldp(uint32_t lead, uint32_t unit, uint32_t forward) {
 }
 
 constexpr Trap kTraps[] = {
-    {kIgmp, "user_igmp_trap_to_cpu", user_igmp_trap_to_cpu, 1, kForward},
-    {kMld, "user_mld_trap_to_cpu", user_mld_trap_to_cpu, 1, kForward},
-    {kOwnMac, "user_selfmac_trap_to_cpu", user_selfmac_trap_to_cpu, 1, kForward},
-    {kBpdu, "user_stg_set_bpdu_forward", user_stg_set_bpdu_forward, 0, kForward},
-    {kLldp, "user_lldp_set_bpdu_forward", set_lldp, 0, kForward},
-    {kLacp, "user_trunk_trap_lacp", user_trunk_trap_lacp, 1, kDrop},
-    {kOam, "user_eoam_trap_set", user_eoam_trap_set, 1, kDrop},
+    {"igmp", "IGMP", "user_igmp_trap_to_cpu", user_igmp_trap_to_cpu, 1, CHIP_TRAP_FORWARD,
+     Kept::for_all_ports, CHIP_TRAP_FRAME_IGMP},
+    {"mld", "MLD", "user_mld_trap_to_cpu", user_mld_trap_to_cpu, 1, CHIP_TRAP_FORWARD,
+     Kept::for_all_ports, CHIP_TRAP_FRAME_MLD},
+    {"own-mac", "To the switch's own address", "user_selfmac_trap_to_cpu", user_selfmac_trap_to_cpu,
+     1, CHIP_TRAP_FORWARD, Kept::for_all_ports, CHIP_TRAP_FRAME_OWN_MAC},
+    {"bpdu", "Spanning tree, on every front port", "user_stg_set_bpdu_forward",
+     user_stg_set_bpdu_forward, 0, CHIP_TRAP_FORWARD, Kept::by_port, CHIP_TRAP_FRAME_BPDU},
+    {"lldp", "LLDP, on every front port or some", "user_lldp_set_bpdu_forward", set_lldp, 0,
+     CHIP_TRAP_FORWARD, Kept::by_port, CHIP_TRAP_FRAME_LLDP},
+    {"lacp", "Link aggregation", "user_trunk_trap_lacp", user_trunk_trap_lacp, 1, CHIP_TRAP_DROP,
+     Kept::by_address_group, CHIP_TRAP_GROUP_LACP},
+    {"oam", "Link monitoring", "user_eoam_trap_set", user_eoam_trap_set, 1, CHIP_TRAP_DROP,
+     Kept::by_address_group, CHIP_TRAP_GROUP_OAM},
 };
+
+constexpr auto kFrameAction = SWSH_OPTIONAL_CALL(swctl_platform_trap_frame_get);
+constexpr auto kPortFrameAction = SWSH_OPTIONAL_CALL(swctl_platform_trap_port_frame_get);
+constexpr auto kGroupAction = SWSH_OPTIONAL_CALL(swctl_platform_trap_group_get);
+constexpr auto kBypass = SWSH_OPTIONAL_CALL(swctl_platform_trap_bypass_get);
+
+std::vector<Choice> trap_actions() {
+  return {{"cpu", CHIP_TRAP_TO_CPU, "To the processor"},
+          {"forward", CHIP_TRAP_FORWARD, "Switched; not lacp and oam"},
+          {"drop", CHIP_TRAP_DROP, "Dropped; only lacp and oam"}};
+}
+
+Record trap_record(const Trap &trap, uint32_t action) {
+  return Record()
+      .add("frames", std::string(trap.frames))
+      .add("action", word_for(trap_actions(), action));
+}
+
+Record switch_wide_record(const Trap &trap, const Context &context) {
+  Record record = trap_record(trap, read_word(kFrameAction, trap.frames, context.unit, trap.code));
+  record.add("ports", nullptr, "all");
+  record.add("passes_blocked", nullptr);
+  return record;
+}
+
+Record group_trap_record(const Trap &trap, const Context &context) {
+  Record record = trap_record(trap, read_word(kGroupAction, trap.frames, context.unit, trap.code));
+  record.add("ports", nullptr, "all");
+  if (trap.code != CHIP_TRAP_GROUP_LACP) return record.add("passes_blocked", nullptr);
+  const uint32_t passes =
+      read_word(kBypass, trap.frames, context.unit, CHIP_TRAP_BYPASS_SLOW_PROTOCOLS);
+  return record.add("passes_blocked", passes != 0);
+}
+
+// One record for the ports that do the same.
+std::vector<Record> port_trap_records(const Trap &trap, const Context &context) {
+  const auto ports = front_ports_by([&](const Port &port) {
+    return read_word(kPortFrameAction, port_text(port), context.unit, port.chip, trap.code);
+  });
+  std::vector<Record> records;
+  for (const auto &[action, interfaces] : ports)
+    records.push_back(
+        trap_record(trap, action).add("ports", interfaces).add("passes_blocked", nullptr));
+  return records;
+}
+
+std::vector<Record> trap_records(const Trap &trap, const Context &context) {
+  switch (trap.kept) {
+    case Kept::for_all_ports: return {switch_wide_record(trap, context)};
+    case Kept::by_port: return port_trap_records(trap, context);
+    case Kept::by_address_group: return {group_trap_record(trap, context)};
+  }
+  return {};
+}
+
+Answer show_traps(const Arguments &arguments, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const Trap &trap : kTraps) {
+    if (arguments.has("FRAMES") && arguments.word("FRAMES") != trap.frames) continue;
+    for (Record &record : trap_records(trap, context)) answer.records.push_back(std::move(record));
+  }
+  return answer;
+}
 
 void expect_possible(const Arguments &arguments, const Trap &trap) {
   const int64_t action = arguments.number("ACTION");
-  if (action != kCpu && action != trap.otherwise) {
+  if (action != CHIP_TRAP_TO_CPU && action != trap.otherwise) {
     throw CommandError(wrong_usage("frames of " + arguments.word("FRAMES") + " have no such action",
                                    arguments.word("ACTION"),
-                                   {"cpu", trap.otherwise == kDrop ? "drop" : "forward"}));
+                                   {"cpu", word_for(trap_actions(), trap.otherwise)}));
   }
-  if (arguments.has("ports") && trap.frames != kLldp) {
+  if (arguments.has("ports") && trap.call != set_lldp) {
     throw CommandError(
         wrong_usage("only frames of lldp are chosen by port", arguments.word("ports")));
   }
@@ -55,10 +131,10 @@ void set_lldp_of(const Context &context, const Port &port, uint32_t forward) {
                "user_lldp_set_bpdu_forward", port.interface);
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_trap(const Arguments &arguments, const Context &context) {
   const Trap &trap = kTraps[arguments.number("FRAMES")];
   expect_possible(arguments, trap);
-  const bool to_cpu = arguments.number("ACTION") == kCpu;
+  const bool to_cpu = arguments.number("ACTION") == CHIP_TRAP_TO_CPU;
   const uint32_t value = to_cpu ? trap.to_cpu : 1 - trap.to_cpu;
   if (arguments.has("ports")) {
     for (const Port &port : ports_of(arguments.numbers("ports"))) set_lldp_of(context, port, value);
@@ -68,37 +144,42 @@ Answer set(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+Parameter frames_parameter(bool required) {
+  std::vector<Choice> frames;
+  for (const Trap &trap : kTraps)
+    frames.push_back({trap.frames, static_cast<int64_t>(frames.size()), trap.help});
+  return {.name = "FRAMES", .type = choice(frames), .help = "Which frames", .required = required};
+}
+
 }  // namespace
 
 Node trap_object() {
   return {
       .name = "trap",
       .help = "Protocol frames for the processor",
-      .children = {{
-          .name = "set",
-          .help = "Say what becomes of protocol frames",
-          .positional = {{.name = "FRAMES",
-                          .type = choice({{"igmp", kIgmp, "IGMP"},
-                                          {"mld", kMld, "MLD"},
-                                          {"own-mac", kOwnMac, "To the switch's own address"},
-                                          {"bpdu", kBpdu, "Spanning tree, on every front port"},
-                                          {"lldp", kLldp, "LLDP, on every front port or some"},
-                                          {"lacp", kLacp, "Link aggregation"},
-                                          {"oam", kOam, "Link monitoring"}}),
-                          .help = "Which frames",
-                          .required = true},
-                         {.name = "ACTION",
-                          .type = choice({{"cpu", kCpu, "To the processor"},
-                                          {"forward", kForward, "Switched; not lacp and oam"},
-                                          {"drop", kDrop, "Dropped; only lacp and oam"}}),
-                          .help = "What becomes of them",
-                          .required = true}},
-          .keywords =
-              {{.name = "ports", .type = interface_list(), .help = "Only these ports; of lldp"}},
-          .details = "The chip cannot be asked what it does. On all ports, the answer is that\n"
-                     "of the last one.\n",
-          .run = set,
-      }},
+      .children =
+          {
+              {.name = "show",
+               .help = "Show what becomes of protocol frames",
+               .positional = {frames_parameter(false)},
+               .details =
+                   "Ports that do the same stand on one line. An action that trap set does not\n"
+                   "have is the chip's code. passes_blocked: whether frames are taken from\n"
+                   "ports that spanning tree blocks.\n",
+               .run = show_traps},
+              {.name = "set",
+               .help = "Say what becomes of protocol frames",
+               .positional = {frames_parameter(true),
+                              {.name = "ACTION",
+                               .type = choice(trap_actions()),
+                               .help = "What becomes of them",
+                               .required = true}},
+               .keywords = {{.name = "ports",
+                             .type = interface_list(),
+                             .help = "Only these ports; of lldp"}},
+               .details = "On all ports, the answer is that of the last one.\n",
+               .run = set_trap},
+          },
   };
 }
 

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mirror_trunk.h>
+#include <swctl/platform/trunk_read.h>
 
+#include "chip/address_table.h"
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
 #include "objects/registry.h"
+#include "text.h"
 
 namespace swsh {
 namespace {
@@ -17,6 +21,58 @@ uint32_t trunk_of(const Arguments &arguments) {
 
 std::string trunk_text(uint32_t trunk) {
   return "trunk " + std::to_string(trunk);
+}
+
+// The choices of trunk hash, with the chip's bits of each.
+struct TrunkHash {
+  const char *word;
+  const char *help;
+  uint32_t selector;
+  uint32_t bits;
+};
+constexpr TrunkHash kTrunkHashes[] = {
+    {"none", "Nothing", USER_TRUNK_HASH_NONE, 0},
+    {"source-mac", "Source MAC", USER_TRUNK_HASH_SOURCE_MAC, CHIP_TRUNK_HASH_SOURCE_MAC},
+    {"destination-mac", "Destination MAC", USER_TRUNK_HASH_DESTINATION_MAC,
+     CHIP_TRUNK_HASH_DESTINATION_MAC},
+    {"macs", "Both MACs", USER_TRUNK_HASH_MACS,
+     CHIP_TRUNK_HASH_SOURCE_MAC | CHIP_TRUNK_HASH_DESTINATION_MAC},
+    {"source-ip", "Source IP", USER_TRUNK_HASH_SOURCE_IP, CHIP_TRUNK_HASH_SOURCE_IP},
+    {"destination-ip", "Destination IP", USER_TRUNK_HASH_DESTINATION_IP,
+     CHIP_TRUNK_HASH_DESTINATION_IP},
+    {"ips", "Both IPs", USER_TRUNK_HASH_IPS,
+     CHIP_TRUNK_HASH_SOURCE_IP | CHIP_TRUNK_HASH_DESTINATION_IP},
+};
+
+// The word of what the chip hashes; its bits where trunk hash has no word.
+std::string read_hash(const Context &context) {
+  const uint32_t bits = read_word(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get),
+                                  unit_text(context), context.unit, CHIP_TRUNK_ALGORITHM);
+  for (const TrunkHash &each : kTrunkHashes)
+    if (each.bits == bits) return each.word;
+  return hexadecimal(bits);
+}
+
+std::vector<swctl_platform_trunk> read_trunks(const Context &context) {
+  std::vector<swctl_platform_trunk> trunks;
+  each_record(SWSH_OPTIONAL_CALL(swctl_platform_trunk_next), "trunk", context.unit, 0,
+              [&](const swctl_platform_trunk &trunk) { trunks.push_back(trunk); });
+  return trunks;
+}
+
+Answer show_trunks(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const Interfaces interfaces;
+  const std::string hash = read_hash(context);
+  Answer answer = {Shape::table, {}, ""};
+  for (const swctl_platform_trunk &trunk : read_trunks(context)) {
+    if (arguments.has("TRUNK") && arguments.number("TRUNK") != trunk.index) continue;
+    answer.records.push_back(Record()
+                                 .add("trunk", int64_t{trunk.index})
+                                 .add("ports", interfaces_of(interfaces, trunk.members))
+                                 .add("hash", hash));
+  }
+  return answer;
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
@@ -40,24 +96,23 @@ Answer del(const Arguments &arguments, const Context &context) {
 
 Answer hash(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
+  if (!arguments.has("FIELDS"))
+    return {Shape::detail, {Record().add("hash", read_hash(context))}, ""};
   check_call(user_trunk_loadbalance_set(kLead, context.unit, 0,
                                         static_cast<uint32_t>(arguments.number("FIELDS"))),
              "user_trunk_loadbalance_set", unit_text(context));
   return {};
 }
 
-Parameter trunk_parameter() {
-  return {.name = "TRUNK", .type = number(0, kLastTrunk), .help = "Trunk", .required = true};
+Parameter trunk_parameter(bool required = true) {
+  return {.name = "TRUNK", .type = number(0, kLastTrunk), .help = "Trunk", .required = required};
 }
 
 Type hash_fields() {
-  return choice({{"none", USER_TRUNK_HASH_NONE, "Nothing"},
-                 {"source-mac", USER_TRUNK_HASH_SOURCE_MAC, "Source MAC"},
-                 {"destination-mac", USER_TRUNK_HASH_DESTINATION_MAC, "Destination MAC"},
-                 {"macs", USER_TRUNK_HASH_MACS, "Both MACs"},
-                 {"source-ip", USER_TRUNK_HASH_SOURCE_IP, "Source IP"},
-                 {"destination-ip", USER_TRUNK_HASH_DESTINATION_IP, "Destination IP"},
-                 {"ips", USER_TRUNK_HASH_IPS, "Both IPs"}});
+  std::vector<Choice> choices;
+  for (const TrunkHash &each : kTrunkHashes)
+    choices.push_back({each.word, each.selector, each.help});
+  return choice(choices);
 }
 
 }  // namespace
@@ -68,6 +123,10 @@ Node trunk_object() {
       .help = "Trunks: ports that stand for one link",
       .children =
           {
+              {.name = "show",
+               .help = "Show the trunks that have members",
+               .positional = {trunk_parameter(false)},
+               .run = show_trunks},
               {.name = "set",
                .help = "Give a trunk its members",
                .positional = {trunk_parameter(),
@@ -75,21 +134,18 @@ Node trunk_object() {
                                .type = interface_list(),
                                .help = "All of its ports",
                                .required = true}},
-               .details =
-                   "Ports that are not named are no longer members. The chip cannot be asked\n"
-                   "which members a trunk has.\n",
+               .details = "Ports that are not named are no longer members.\n",
                .run = set},
               {.name = "del",
                .help = "Take every port out of a trunk",
                .positional = {trunk_parameter()},
                .run = del},
               {.name = "hash",
-               .help = "Choose what spreads frames over members",
-               .positional = {{.name = "FIELDS",
-                               .type = hash_fields(),
-                               .help = "Header fields",
-                               .required = true}},
-               .details = "The choice holds for all trunks.\n",
+               .help = "Show or choose what spreads frames over members",
+               .positional = {{.name = "FIELDS", .type = hash_fields(), .help = "Header fields"}},
+               .details =
+                   "The choice holds for all trunks. Other fields that the chip hashes are shown\n"
+                   "as its bits.\n",
                .run = hash},
           },
   };

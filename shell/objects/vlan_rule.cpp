@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Rules that choose the VLAN of frames. The adapter keeps them and offers no
-// way to read them back, nor does it tell whether it took one.
+// Rules that choose the VLAN of frames. The adapter keeps them and does not tell
+// whether it took one.
 #include "objects/vlan_rule.h"
 
 #include <swctl/vlan.h>
@@ -161,13 +161,6 @@ Answer delete_rule(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-// What the interface offers for reading answers -1, and so does this.
-Answer show(const Arguments &, const Context &context) {
-  check_vlan(user_vlan_translate_get(kLead, context.unit), "user_vlan_translate_get",
-             "to give the rules out");
-  return {};
-}
-
 Answer add_egress(const Arguments &arguments, const Context &context) {
   const Port port = port_of(arguments.number("port"));
   return done(
@@ -303,19 +296,15 @@ Node delete_commands() {
 Node vlan_rule_commands() {
   return {.name = "rule",
           .help = "Rules that choose the VLAN of incoming frames",
-          .children = {{.name = "show",
-                        .help = "Say that rules cannot be read back",
-                        .details = "The adapter keeps the rules and does not give them out.\n",
-                        .run = show},
-                       add_commands(),
-                       delete_commands()}};
+          .children = {vlan_rule_show_command(), add_commands(), delete_commands()}};
 }
 
 Node vlan_translate_commands() {
   constexpr int64_t kAnyIndex = 0xFFFF;
   return {.name = "translate",
           .help = "Translation of VLAN IDs on the way out",
-          .children = {{.name = "add",
+          .children = {vlan_translate_show_command(),
+                       {.name = "add",
                         .help = "Give frames of one VLAN another when they leave a port",
                         .positional = {index_place(kAnyIndex)},
                         .keywords = {{.name = "port",

@@ -10,6 +10,10 @@ namespace swsh {
 Node vlan_rule_commands();
 Node vlan_translate_commands();
 
+// Their show commands.
+Node vlan_rule_show_command();
+Node vlan_translate_show_command();
+
 }  // namespace swsh
 
 #endif

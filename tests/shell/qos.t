@@ -32,9 +32,17 @@ Code points and ports have a priority:
   24    0
   25    3
   26    3
-  $ swctl -u 1 qos tag 5 internal 2
+  $ swctl -u 1 qos tag set 5 internal 2
   $ vchipctl dump --unit 1 --block qos --compact | grep -o '"inner_internal":[^]]*]'
   "inner_internal":[0,0,0,0,0,2,0,0]
+  $ swctl -u 1 qos tag show 4-5
+  priority  internal
+  4         0
+  5         2
+  $ swctl -j qos tag show 5
+  [{"priority":5,"internal":0}]
+  $ swctl qos tag show | wc -l
+  9
 
 A schedule is drawn as bars, one per queue:
 
@@ -73,6 +81,24 @@ Trust is a group of the chip, and each port has one:
   rtk_qos_priSelGroup_set(unit=0, group=2, weights=[3 2 2 1 1]) = 0
   rtk_qos_portPriSelGroup_set(unit=0, port=0, group=2) = 0
   rtk_qos_portPriSelGroup_set(unit=0, port=26, group=2) = 0
+  $ swctl qos trust set 2 port
+  $ swctl qos trust set 3 tag
+  $ swctl qos trust show 1-4,26
+  port  trust  weights
+  1     dscp   3,2,2,1,1
+  2     port   0,0,0,1,1
+  3     tag    0,2,2,1,1
+  4     3      0,0,0,0,0
+  26    dscp   3,2,2,1,1
+  $ swctl -j qos trust show 3-4
+  [{"port":3,"trust":"tag","weights":[0,2,2,1,1]},{"port":4,"trust":"3","weights":[0,0,0,0,0]}]
+  $ swctl qos trust show | wc -l
+  27
+  $ vchipctl dump --unit 0 --block qos --compact | jq -c '[.ports[0,1,2,3,26].group]'
+  [2,0,1,3,2]
+  $ swctl -u 1 qos trust show
+  swctl: qos trust show: works on unit 0 alone, expected unit 0
+  [1]
 
 Everything is checked before the chip is touched:
 

@@ -4,6 +4,11 @@ The object trunk: ports that stand for one link.
   $ trunks() { vchipctl dump --unit 0 --block trunk --compact; }
 
   $ swctl trunk set 4 1-2,26
+  $ swctl trunk show
+  trunk  ports   hash
+  4      1,2,26  0x1
+  $ swctl -j trunk show
+  [{"trunk":4,"ports":[1,2,26],"hash":"0x1"}]
   $ trunks
   {"trunks":[{"trunk":4,"members":[0,1,26]}],"algorithms":[{"hash":["source-port"]},{"hash":["source-port"]}]}
   $ swctl trunk set 4 3
@@ -12,9 +17,41 @@ The object trunk: ports that stand for one link.
   $ swctl trunk hash ips
   $ trunks | grep -o '"hash":[^]]*]' | head -1
   "hash":["source-ip","destination-ip"]
+  $ swctl trunk set 31 25,7-8
+  $ swctl trunk show
+  trunk  ports   hash
+  4      3       ips
+  31     7,8,25  ips
+  $ swctl trunk show 31
+  trunk  ports   hash
+  31     7,8,25  ips
+  $ swctl -j trunk show 5
+  []
+  $ swctl trunk del 31
   $ swctl trunk del 4
+  $ swctl trunk show
   $ trunks | grep -o '"trunks":[^]]*]'
   "trunks":[]
+
+What spreads the frames; on this chip it is the source port after power-on,
+which has no word:
+
+  $ for fields in none source-mac destination-mac macs source-ip destination-ip ips; do
+  >   swctl trunk hash $fields
+  >   swctl -j trunk hash
+  > done
+  [{"hash":"none"}]
+  [{"hash":"source-mac"}]
+  [{"hash":"destination-mac"}]
+  [{"hash":"macs"}]
+  [{"hash":"source-ip"}]
+  [{"hash":"destination-ip"}]
+  [{"hash":"ips"}]
+  $ swctl trunk hash
+  hash  ips
+  $ vchipctl reset
+  $ swctl trunk hash
+  hash  0x1
 
 A port belongs to one trunk:
 
@@ -28,6 +65,12 @@ A port belongs to one trunk:
   [1]
   $ swctl trunk set 32 1
   swctl: trunk set: bad value "32", expected a number 0-31
+  [1]
+  $ swctl -u 1 trunk show
+  swctl: trunk show: works on unit 0 alone, expected unit 0
+  [1]
+  $ swctl -u 1 trunk hash
+  swctl: trunk hash: works on unit 0 alone, expected unit 0
   [1]
   $ swctl -u 1 trunk del 1
   swctl: trunk del 1: works on unit 0 alone, expected unit 0

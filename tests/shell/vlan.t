@@ -155,10 +155,37 @@ Rules go to the adapter:
   ["double-tag",29,[200,3],[0,null,10,null]]
   ["translation",0,[20],[0,null,10,null]]
   $ swctl vlan rule show
-  swctl: vlan rule show: user_vlan_translate_get refused to give the rules out: result -1
-  [2]
+  kind         index  match                                                       sets
+  translation  0      ports 1,2 frames tagged from 10                             to 20
+  double-tag   29     ports 1-26 frames tagged inner 10                           outer 200 priority 3
+  mac          3      ports 1-4 mac 02:00:5e:00:00:01 frames untagged             vlan 20 priority 5
+  ip4          0      ports 1-26 subnet 192.0.2.0/255.255.255.0 frames untagged   vlan 30
+  voice        3      ports 1-26 mac 02:11:22:00:00:00/ff:ff:ff:00:00:00          vlan 40 priority 6
+  protocol     1      ports 5 encapsulation snap ethertype 0x806 frames untagged  vlan 40
+  $ swctl -j vlan rule show voice
+  [{"kind":"voice","index":3,"match":{"ports":[1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26],"mac":"02:11:22:00:00:00/ff:ff:ff:00:00:00"},"sets":{"vlan":40,"priority":6}}]
+  $ swctl -j vlan rule show | is_json
+  valid
+  $ vchipctl dump --compact > before
+  $ swctl vlan rule add mac 3 02:00:5e:00:00:02 vlan 30
+  $ swctl vlan rule show mac
+  kind  index  match                                            sets
+  mac   3      ports 1-4 mac 02:00:5e:00:00:01 frames untagged  vlan 20 priority 5
+  $ vchipctl dump --compact | cmp - before
+  $ swctl vlan rule add mac 4 02:00:5e:00:00:02 vlan 30 mask ff:ff:ff:00:00:00 ports 26
+  $ swctl vlan rule show mac
+  kind  index  match                                                             sets
+  mac   3      ports 1-4 mac 02:00:5e:00:00:01 frames untagged                   vlan 20 priority 5
+  mac   4      ports 26 mac 02:00:5e:00:00:02/ff:ff:ff:00:00:00 frames untagged  vlan 30
+  $ swctl vlan rule del mac 4
+  $ swctl vlan rule show arp
+  swctl: vlan rule show: bad value "arp", expected one of: translation, double-tag, mac, ip4, voice, protocol
+  [1]
   $ swctl vlan rule del mac 3
   $ swctl vlan rule del voice 3
+  $ swctl vlan rule show voice
+  $ swctl -j vlan rule show voice
+  []
   $ vchipctl dump --block rules --compact | jq -c '[.[].name]'
   ["protocol-vlan","ip4-vlan","double-tag","translation"]
   $ swctl vlan rule add mac 30 02:00:5e:00:00:01 vlan 20
@@ -185,6 +212,16 @@ Translation on the way out:
   $ swctl vlan translate add 3 port 25 from 10 to 20
   $ vchipctl dump --block conversion --unit 0 --compact | jq -c '.egress'
   [{"index":3,"port":24,"vid":10,"second_key":null,"new_vid":20,"other_fields":[0,0,0,0,0,0]}]
+  $ swctl vlan translate add 511 port 1 from 4094 to 1
+  $ swctl vlan translate show
+  index  port  from  to
+  3      25    10    20
+  511    1     4094  1
+  $ swctl -j vlan translate show
+  [{"index":3,"port":25,"from":10,"to":20},{"index":511,"port":1,"from":4094,"to":1}]
+  $ swctl -u 1 -j vlan translate show
+  []
+  $ swctl vlan translate del 511
   $ swctl vlan translate add 512 port 25 from 10 to 20
   swctl: vlan translate add 512 port 25 from 10 to 20: user_vlan_translate_egress_add refused entry 512: an index is outside its table (result -1005)
   [2]

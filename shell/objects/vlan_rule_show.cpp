@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+// The adapter's rules and the chip's conversion of VLAN IDs as they were
+// written, in the words of the commands that write them.
+#include <swctl/platform/vlan_read.h>
+
+#include <cstring>
+#include <optional>
+
+#include "acl/match_value.h"
+#include "chip/optional_call.h"
+#include "objects/vlan_rule.h"
+#include "output/writer.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+// A kind of rule, and what its VLANs are called.
+struct ShownRuleKind {
+  const char *word;
+  const char *help;
+  uint32_t entity;
+  int32_t first;  // index of the adapter that is 0 here
+  const char *received_vlan;
+  const char *vlan;
+};
+constexpr ShownRuleKind kShownRuleKinds[] = {
+    {"translation", "Another VLAN for tagged frames", ADP_FP_ENTITY_TRANSLATION, 0, "from", "to"},
+    {"double-tag", "An outer tag for tagged frames", ADP_FP_ENTITY_DOUBLE_TAG, 0, "inner", "vlan"},
+    {"mac", "By source MAC address", ADP_FP_ENTITY_MAC_VLAN, 0, "tag", "vlan"},
+    {"ip4", "By source IPv4 subnet", ADP_FP_ENTITY_IP4_VLAN, 0, "tag", "vlan"},
+    {"voice", "Telephones", ADP_FP_ENTITY_VOICE_VLAN, ADP_FP_FIRST_VOICE_RULE, "tag", "vlan"},
+    {"protocol", "By protocol", ADP_FP_ENTITY_PROTOCOL_VLAN, 0, "tag", "vlan"},
+};
+
+template <typename Word>
+Word word_in(const uint8_t *bytes) {
+  Word word;
+  memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+using Matched = swctl_platform_rule_qualifier;
+
+// A number of Word's width; without a mask, every bit counts.
+template <typename Word>
+MatchValue number_of(const Matched &matched) {
+  MatchValue value;
+  value.number = word_in<Word>(matched.value);
+  value.mask = matched.masked != 0 ? word_in<Word>(matched.mask) : static_cast<Word>(~Word{0});
+  return value;
+}
+
+template <typename Word>
+std::string number_text_of(Notation notation, const Matched &matched) {
+  return match_text(notation, 8 * sizeof(Word), number_of<Word>(matched));
+}
+
+std::string mac_match_text(const Matched &matched) {
+  MatchValue value;
+  memcpy(value.address.data(), matched.value, SWCTL_MAC_BYTES);
+  memcpy(value.address_mask.data(), matched.mask, SWCTL_MAC_BYTES);
+  if (matched.masked == 0) memset(value.address_mask.data(), 0xff, SWCTL_MAC_BYTES);
+  return match_text(Notation::mac, 0, value);
+}
+
+std::vector<int64_t> interfaces_of_bitmap(const uint8_t *bytes) {
+  constexpr uint32_t kBits = 32;
+  const auto map = word_in<user_pbmp_t>(bytes);
+  std::vector<int64_t> interfaces;
+  for (uint32_t bit = 0; bit < USER_PBMP_WORDS * kBits; ++bit)
+    if ((map.word[bit / kBits] >> bit % kBits & 1) != 0) interfaces.push_back(bit);
+  return interfaces;
+}
+
+std::string tag_state_word(uint16_t state) {
+  return word_for(
+      {{"tagged", ADP_FP_TAG_STATE_TAGGED, ""}, {"untagged", ADP_FP_TAG_STATE_UNTAGGED, ""}},
+      state);
+}
+
+std::string encapsulation_word(uint32_t code) {
+  return word_for({{"ethernet", ADP_FP_ENCAPSULATION_ETHERNET, ""},
+                   {"llc", ADP_FP_ENCAPSULATION_LLC, ""},
+                   {"snap", ADP_FP_ENCAPSULATION_SNAP, ""}},
+                  code);
+}
+
+void add_match(Record &match, const ShownRuleKind &kind, const Matched &matched) {
+  switch (matched.kind) {
+    case ADP_FP_QUALIFIER_SOURCE_MAC: match.add("mac", mac_match_text(matched)); return;
+    case ADP_FP_QUALIFIER_SOURCE_IP4:
+      match.add("subnet", number_text_of<uint32_t>(Notation::ip, matched));
+      return;
+    case ADP_FP_QUALIFIER_INGRESS_PORTS:
+      match.add("ports", interfaces_of_bitmap(matched.value));
+      return;
+    case ADP_FP_QUALIFIER_TAG_STATE:
+      match.add("frames", tag_state_word(word_in<uint16_t>(matched.value)));
+      return;
+    case ADP_FP_QUALIFIER_RECEIVED_VLAN:
+      match.add(kind.received_vlan, number_text_of<uint16_t>(Notation::decimal, matched));
+      return;
+    case ADP_FP_QUALIFIER_ETHERTYPE:
+      match.add("ethertype", number_text_of<uint16_t>(Notation::hexadecimal, matched));
+      return;
+    case ADP_FP_QUALIFIER_ENCAPSULATION:
+      match.add("encapsulation", encapsulation_word(word_in<uint32_t>(matched.value)));
+      return;
+    default: match.add("qualifier-" + std::to_string(matched.kind), nullptr);
+  }
+}
+
+void add_setting(Record &settings, const ShownRuleKind &kind,
+                 const swctl_platform_rule_action &action) {
+  const auto value = int64_t{action.value};
+  switch (action.kind) {
+    case ADP_FP_ACTION_VLAN: settings.add(kind.vlan, value); return;
+    case ADP_FP_ACTION_OUTER_VLAN: settings.add("outer", value); return;
+    case ADP_FP_ACTION_PRIORITY:
+    case ADP_FP_ACTION_OUTER_PRIORITY: settings.add("priority", value); return;
+    default: settings.add("action-" + std::to_string(action.kind), value);
+  }
+}
+
+Record rule_record(const ShownRuleKind &kind, const swctl_platform_entity_rule &rule) {
+  Record match;
+  for (uint32_t place = 0; place < rule.qualifiers; ++place)
+    add_match(match, kind, rule.qualifier[place]);
+  Record settings;
+  for (uint32_t place = 0; place < rule.actions; ++place)
+    add_setting(settings, kind, rule.action[place]);
+  Record record;
+  record.add("kind", std::string(kind.word));
+  record.add("index", int64_t{rule.index} - kind.first);
+  record.add("match", match, words_text(match));
+  record.add("sets", settings, words_text(settings));
+  return record;
+}
+
+Answer show_rules(const Arguments &arguments, const Context &) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const ShownRuleKind &kind : kShownRuleKinds) {
+    if (arguments.has("KIND") && arguments.word("KIND") != kind.word) continue;
+    each_record(SWSH_OPTIONAL_CALL(swctl_platform_entity_rule_next), "rule", kind.entity,
+                kind.first, [&](const swctl_platform_entity_rule &rule) {
+                  answer.records.push_back(rule_record(kind, rule));
+                });
+  }
+  return answer;
+}
+
+// A key that is ignored, or a port without an interface, is left empty.
+void add_key(Record &record, const char *name, uint8_t ignored, std::optional<int64_t> value) {
+  if (ignored == 0 && value) {
+    record.add(name, *value);
+  } else {
+    record.add(name, nullptr);
+  }
+}
+
+Record egress_record(const Interfaces &interfaces, const swctl_platform_vlan_egress &egress) {
+  const chip_vlan_egress_entry &entry = egress.entry;
+  Record record;
+  record.add("index", int64_t{egress.index});
+  add_key(record, "port", entry.ignore_port, interfaces.of(static_cast<int32_t>(entry.port)));
+  add_key(record, "from", entry.ignore_vid, entry.vid);
+  return record.add("to", int64_t{entry.new_vid});
+}
+
+Answer show_egress(const Arguments &, const Context &context) {
+  const Interfaces interfaces;
+  Answer answer = {Shape::table, {}, ""};
+  each_record(SWSH_OPTIONAL_CALL(swctl_platform_vlan_egress_next), "entry", context.unit, 0,
+              [&](const swctl_platform_vlan_egress &egress) {
+                answer.records.push_back(egress_record(interfaces, egress));
+              });
+  return answer;
+}
+
+}  // namespace
+
+Node vlan_rule_show_command() {
+  std::vector<Choice> kinds;
+  for (const ShownRuleKind &kind : kShownRuleKinds)
+    kinds.push_back({kind.word, static_cast<int64_t>(kinds.size()), kind.help});
+  return {.name = "show",
+          .help = "Show the rules that the adapter keeps",
+          .positional = {{.name = "KIND", .type = choice(kinds), .help = "Only rules of a kind"}},
+          .details = "A rule that is missing was not taken: vlan rule add cannot tell.\n",
+          .run = show_rules};
+}
+
+Node vlan_translate_show_command() {
+  return {.name = "show", .help = "Show the entries", .run = show_egress};
+}
+
+}  // namespace swsh

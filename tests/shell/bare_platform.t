@@ -1,0 +1,82 @@
+A platform without any of the functions that it may add: everything that the
+SDK answers works, and what cannot be told is refused by name.
+
+  $ . "$TESTDIR/setup.sh"
+  $ swctl trunk set 4 1-2
+  $ swctl acl add 7 ethertype 0x88cc action drop
+  $ LD_LIBRARY_PATH="$BARE_PLATFORM"
+  $ export LD_LIBRARY_PATH
+  $ swctl -j version | jq -r .platform | grep -o 'bare/.*'
+  bare/libswctl-vchip.so.1
+
+  $ for words in "acl show" "acl show 7" "vlan rule show" "vlan rule show mac" "vlan translate show" \
+  >   "trap show" "trap show bpdu" "trap show lacp" "trunk show" "trunk hash" "qos trust show" \
+  >   "qos tag show" "mcast ip show" "mcast ip show ip6" "mcast ip lookup" "mcast ip lookup ip6" \
+  >   "mcast ip miss"; do
+  >   swctl $words || echo "[$?]"
+  > done
+  swctl: acl show: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  [2]
+  swctl: acl show 7: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  [2]
+  swctl: vlan rule show: this platform cannot tell: it has no swctl_platform_entity_rule_next
+  [2]
+  swctl: vlan rule show mac: this platform cannot tell: it has no swctl_platform_entity_rule_next
+  [2]
+  swctl: vlan translate show: this platform cannot tell: it has no swctl_platform_vlan_egress_next
+  [2]
+  swctl: trap show: this platform cannot tell: it has no swctl_platform_trap_frame_get
+  [2]
+  swctl: trap show bpdu: this platform cannot tell: it has no swctl_platform_trap_port_frame_get
+  [2]
+  swctl: trap show lacp: this platform cannot tell: it has no swctl_platform_trap_group_get
+  [2]
+  swctl: trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get
+  [2]
+  swctl: trunk hash: this platform cannot tell: it has no swctl_platform_trunk_hash_get
+  [2]
+  swctl: qos trust show: this platform cannot tell: it has no swctl_platform_qos_port_group_get
+  [2]
+  swctl: qos tag show: this platform cannot tell: it has no swctl_platform_qos_tag_get
+  [2]
+  swctl: mcast ip show: this platform cannot tell: it has no swctl_platform_ip_mcast_next
+  [2]
+  swctl: mcast ip show ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_next
+  [2]
+  swctl: mcast ip lookup: this platform cannot tell: it has no swctl_platform_ip_mcast_mode_get
+  [2]
+  swctl: mcast ip lookup ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_mode_get
+  [2]
+  swctl: mcast ip miss: this platform cannot tell: it has no swctl_platform_lookup_miss_get
+  [2]
+
+  $ data swctl -j trunk show
+  {"error":{"message":"trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get","culprit":"swctl_platform_trunk_hash_get","expected":[],"status":2}}
+  [2]
+
+What only sets still sets, and a refusal has its number alone:
+
+  $ swctl trunk hash ips
+  $ swctl vlan rule add mac 3 02:00:5e:00:00:01 vlan 20
+  $ swctl mcast ip miss ip 1-2 action 2
+  $ swctl trunk set 5 2
+  swctl: trunk set 5 2: user_trunk_set refused trunk 5: result -1081
+  [2]
+
+  $ unset LD_LIBRARY_PATH
+  $ swctl trunk show
+  trunk  ports  hash
+  4      1,2    ips
+
+Rules come on top of each other where nobody can tell that one is in use:
+
+  $ LD_LIBRARY_PATH="$BARE_PLATFORM" swctl acl add 7 src-port 7 action permit
+  $ swctl acl show 7
+  rule      7
+  enabled   no
+  match
+    ethertype  0x88cc
+    src-port   7
+  actions   permit
+  template  -
+  double    no
