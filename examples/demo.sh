@@ -41,6 +41,7 @@ cc -std=c99 "$source_dir/examples/port_status.c" -o port_status -I"$source_dir/i
 try "./port_status | head -n 4"
 
 chapter "The shell sees the same chip, and changes it"
+try swctl version
 try swctl port show 1-4,25
 try swctl port set 4 speed 100 duplex half loopback on
 try swctl port show 4
@@ -55,6 +56,7 @@ try swctl storm set 2 type 2 rate 100
 try vchipctl storm 2 2
 try swctl storm show 2
 try swctl flood set 0-4
+try swctl flood show
 
 chapter "A broken cable"
 try vchipctl pair 3 A-D none --length 2400
@@ -65,6 +67,11 @@ chapter "VLANs and stations"
 try swctl vlan add 10 tagged 26 untagged 1-4
 try swctl vlan add 20 tagged 25-26
 try swctl vlan show 10,20
+try swctl vlan rule add mac 0 02:00:5e:10:00:00 mask ff:ff:ff:ff:00:00 vlan 10 ports 5-8
+try swctl vlan rule add protocol 0 encapsulation ethernet ethertype 0x88cc vlan 20
+try swctl vlan rule show
+try swctl vlan translate add 0 port 26 from 10 to 110
+try swctl vlan translate show
 try swctl mac add 02:00:5e:00:00:01 vlan 10 port 3
 try vchipctl learn 02:00:5e:00:00:02 --port 2 --vlan 10
 try swctl mac show
@@ -74,12 +81,16 @@ try swctl mcast add 01:00:5e:01:02:03 vlan 10 ports 1,26
 try swctl mcast join 01:00:5e:01:02:03 vlan 10 ports 2
 try swctl mcast show
 try swctl mcast ip add 232.1.2.3 vlan 10 source 192.0.2.1 ports 1-2
+try swctl mcast ip lookup ip address
+try swctl mcast ip miss ip 1-4 action 2
+try swctl mcast ip show
 try swctl trap set igmp cpu
 
 chapter "Who goes first"
 try swctl qos map set 6-7 queue 7
 try swctl qos trust set 1-4 dscp
 try swctl qos dscp set 46 priority 6
+try swctl qos trust show 1-5
 try swctl qos schedule set weighted weights 1,1,2,2,4,4,8,0
 try swctl qos schedule show
 
@@ -91,12 +102,36 @@ try swctl stp set 1 25 state blocking
 try swctl stp show
 try swctl trap set bpdu cpu
 
+chapter "Who may not come in: rules, a meter, and what attackers try"
+try swctl acl init
+try swctl acl add 10 in-ports 1-4 src-ip 10.0.0.0/8 protocol tcp dst-port 80 action count:1,meter:2 enable
+try swctl acl add 11 in-ports 1-4 ethertype 0x88cc action trap enable
+try swctl acl add 12 in-ports 5-8 dst-mac 01:80:c2:00:00:00/ff:ff:ff:ff:ff:f0 action drop
+try swctl meter set 2 rate 1600 burst 4096
+try swctl meter show
+try swctl acl show
+try swctl acl enable 12
+try swctl acl miss 9-12 drop
+try vchipctl rule-count 1 120 76800
+try swctl acl stats 1
+refused swctl acl add 10 ethertype 0x800 action permit
+try swctl dos protect
+try swctl dos set 3 action drop
+try "swctl dos show | head -n 6"
+
 chapter "Two ports as one, and a port to watch them"
 try swctl trunk set 1 5-6
 try swctl trunk hash ips
+try swctl trunk show
 try swctl trap set lacp cpu
+try swctl trap set lldp forward ports 25-26
+try swctl trap show
 try swctl mirror add 1 to 24 ports 5-6 direction ingress
 try swctl mirror show
+
+chapter "What only a module in the kernel can answer, if there is one"
+try swctl kernel status
+try "swctl kernel send 2 010203fa -T 1 || echo \"(status \$?)\""
 
 chapter "The same as JSON, for programs"
 try "swctl -j port show 1-2"
