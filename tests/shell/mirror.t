@@ -11,8 +11,8 @@ The object mirror: copies of frames to a port.
   1      on     26  1,2,25   25      no
   2      on     3   -        -       yes
   3      off    -   -        -       no
-  $ swctl -j mirror show | is_json
-  valid
+  $ swctl -j mirror show
+  [{"group":0,"state":false,"to":null,"ingress":[],"egress":[],"flows":false},{"group":1,"state":true,"to":26,"ingress":[1,2,25],"egress":[25],"flows":false},{"group":2,"state":true,"to":3,"ingress":[],"egress":[],"flows":true},{"group":3,"state":false,"to":null,"ingress":[],"egress":[],"flows":false}]
 
 The CPU is port 0; the chip notes it:
 

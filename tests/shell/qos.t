@@ -16,6 +16,8 @@ Priorities go to queues; those that are not named stay:
   5         6
   6         0
   7         6
+  $ swctl -j qos map show
+  [{"priority":0,"queue":0},{"priority":1,"queue":0},{"priority":2,"queue":0},{"priority":3,"queue":0},{"priority":4,"queue":6},{"priority":5,"queue":6},{"priority":6,"queue":0},{"priority":7,"queue":6}]
   $ vchipctl dump --unit 0 --block qos | python3 -c 'import json,sys; print(json.load(sys.stdin)["internal_queue"])'
   [0, 0, 0, 0, 6, 6, 0, 6]
 
@@ -26,7 +28,11 @@ Code points and ports have a priority:
   dscp  priority
   45    0
   46    5
+  $ swctl -j qos dscp show 46
+  [{"dscp":46,"priority":5}]
   $ swctl qos default set 25-26 priority 3
+  $ swctl -j qos default show 25
+  [{"port":25,"priority":3}]
   $ swctl qos default show 24-26
   port  priority
   24    0

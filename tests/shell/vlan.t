@@ -57,6 +57,8 @@ What one port has to do with VLANs:
   port  vlan  tagged  pvid
   3     100   no      no
   3     101   no      no
+  $ swctl -j vlan show 100 port 3
+  [{"port":3,"vlan":100,"tagged":false,"pvid":false}]
   $ swctl -j vlan show 100 port 24
   []
 
@@ -85,6 +87,8 @@ The default VLAN:
   port  pvid
   1     10
   2     10
+  $ swctl -j vlan default | cut -c-42
+  [{"port":1,"pvid":10},{"port":2,"pvid":10}
   $ vchipctl dump --block vlan --unit 0 --compact | jq -c '.pvid'
   [10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,10,1,10,1,10]
   $ SWPROBE_FAIL="rtk_vlan_portPvid_set port 4 result -1004" swctl vlan default 20
