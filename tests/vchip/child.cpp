@@ -9,7 +9,6 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -125,8 +124,12 @@ std::vector<std::string> ImageTest::files() const {
 }
 
 std::string read_file(const std::string &path) {
-  std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+  std::ifstream stream(path, std::ios::binary | std::ios::ate);
+  if (!stream.is_open()) return {};
+  std::string bytes(static_cast<size_t>(stream.tellg()), '\0');
+  stream.seekg(0);
+  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 void write_file(const std::string &path, const std::string &bytes) {

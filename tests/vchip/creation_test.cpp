@@ -69,7 +69,7 @@ TEST_F(Creation, ANameWithoutDirectory) {
 }
 
 TEST_F(Creation, RacingCreatorsShareOneImage) {
-  constexpr int kRounds = 100;
+  constexpr int kRounds = 30;
   constexpr uint64_t kCreators = 8;
   for (int round = 0; round < kRounds; ++round) {
     unlink(image_.c_str());

@@ -161,7 +161,7 @@ int look_at_all() {
 
 TEST_F(Killed, ManyTimesInTheMiddle) {
   constexpr uint32_t kWanted = 5;
-  constexpr int kAtLeast = 60;
+  constexpr int kAtLeast = 30;
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   int kills = 0;
   while (kills < kAtLeast || interrupted() < kWanted) {
