@@ -16,3 +16,8 @@ if(SWCTL_SANITIZE)
     $<$<LINK_LANG_AND_ID:C,Clang>:-fsanitize-link-c++-runtime>)
   target_link_libraries(swctl_options INTERFACE $<$<LINK_LANG_AND_ID:C,Clang>:stdc++>)
 endif()
+
+# All but the library.
+add_library(swctl_tool_options INTERFACE)
+target_compile_options(swctl_tool_options INTERFACE ${SWCTL_TOOL_OPTIONS})
+target_link_libraries(swctl_tool_options INTERFACE swctl_options)

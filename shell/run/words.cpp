@@ -17,7 +17,9 @@ class Splitter {
   Line split() {
     while (!rest_.empty() && !at_comment()) step(take());
     if (quote_ != 0) {
-      line_.fault = std::string("a quote ") + quote_ + " is not closed";
+      line_.fault = "a quote ";
+      line_.fault += quote_;
+      line_.fault += " is not closed";
     }
     line_.at_new_word = !in_word_;
     end_word();
