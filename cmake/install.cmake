@@ -30,4 +30,14 @@ install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDED
 install(FILES shell/completion/swctl
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+install(FILES examples/port_status.c examples/linkwatch.c
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md"
+  PATTERN "man" EXCLUDE PATTERN "reference" EXCLUDE)
+
+# All that is installed, and nothing else.
+add_custom_target(swctl_installed
+  DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl)
+if(TARGET swctl_manual)
+  add_dependencies(swctl_installed swctl_manual)
+endif()
