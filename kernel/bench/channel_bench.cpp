@@ -64,6 +64,7 @@ int main() {
       {"library", through_library, once<through_library>, {}},
       {"libmnl", through_libmnl, once<through_libmnl>, {}},
       {"bare", through_bare_calls, once<through_bare_calls>, {}},
+      {"bare, kept", through_bare_calls_kept_memory, once<through_bare_calls_kept_memory>, {}},
       {"bare, no limit", through_bare_calls_unbounded, once<through_bare_calls_unbounded>, {}},
   };
   const Way &library = ways[0];

@@ -63,9 +63,9 @@ BareSocket open_bare() {
   return {descriptor, own.nl_pid};
 }
 
-uint32_t bare(uint32_t word, bool is_bounded) {
+uint32_t bare(uint32_t word, bool is_bounded, uint8_t *reply) {
   static const BareSocket socket = open_bare();
-  alignas(nlmsghdr) static uint8_t buffer[kBuffer];
+  alignas(nlmsghdr) static uint8_t buffer[kMessage];
   auto *netlink = reinterpret_cast<nlmsghdr *>(buffer);
   *netlink = {kMessage, 0, 0, 0, socket.port};
   fill_request(NLMSG_DATA(netlink), word);
@@ -80,9 +80,18 @@ uint32_t bare(uint32_t word, bool is_bounded) {
   message.msg_iovlen = 1;
   if (sendmsg(socket.descriptor, &message, 0) != kMessage) die("sendmsg");
   if (is_bounded) wait_for(socket.descriptor);
-  vector.iov_len = sizeof buffer;
+  vector = {reply, kBuffer};
   if (recvmsg(socket.descriptor, &message, 0) < 0) die("recvmsg");
-  return answer_in(buffer);
+  return answer_in(reply);
+}
+
+// Its own memory for a reply, with zeros where the reply does not reach.
+uint32_t bare_with_new_memory(uint32_t word, bool is_bounded) {
+  auto *reply = static_cast<uint8_t *>(calloc(1, kBuffer));
+  if (reply == nullptr) die("calloc");
+  const uint32_t answer = bare(word, is_bounded, reply);
+  free(reply);
+  return answer;
 }
 
 mnl_socket *open_libmnl() {
@@ -111,9 +120,14 @@ uint32_t through_libmnl(uint32_t word) {
 }
 
 uint32_t through_bare_calls(uint32_t word) {
-  return bare(word, true);
+  return bare_with_new_memory(word, true);
 }
 
 uint32_t through_bare_calls_unbounded(uint32_t word) {
-  return bare(word, false);
+  return bare_with_new_memory(word, false);
+}
+
+uint32_t through_bare_calls_kept_memory(uint32_t word) {
+  static uint8_t reply[kBuffer];
+  return bare(word, true, reply);
 }

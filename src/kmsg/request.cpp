@@ -137,9 +137,11 @@ int32_t MSG_UserSendAndRecvMessage(const uint8_t *message, int32_t timeoutSecond
 }
 
 uint32_t user_send_data_to_kernel(uint32_t msgCode, const void *data, uint32_t dataLength) {
-  DataRequest request = {};
+  DataRequest request;
   request.dataLength = static_cast<uint16_t>(dataLength);
-  if (data != nullptr && request.dataLength != 0) memcpy(request.data, data, request.dataLength);
+  const size_t copied = data == nullptr ? 0 : request.dataLength;
+  if (copied != 0) memcpy(request.data, data, copied);
+  if (copied < sizeof request.data) memset(request.data + copied, 0, sizeof request.data - copied);
 
   const uint32_t code = (msgCode & 0xFFFF0000u) | SWCTL_KMSG_DATA_REQUEST;
   uint8_t *message = MSG_CreateUserToKernelMessage(
