@@ -19,6 +19,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/swctl-config-version.cmak
 install(FILES ${PROJECT_BINARY_DIR}/swctl-config.cmake
   ${PROJECT_BINARY_DIR}/swctl-config-version.cmake DESTINATION ${swctl_package_dir})
 
+# Their prefix is where they lie, wherever the tree was installed to.
+file(RELATIVE_PATH swctl_pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" swctl_pc_prefix "${swctl_pc_prefix}")
 foreach(module swctl swctl-vchip swctl-probe)
   configure_file(cmake/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

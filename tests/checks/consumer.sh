@@ -16,8 +16,7 @@ cmake --install "$build_dir" --prefix "$prefix" >"$work/install.log"
 
 libdir=$(dirname "$(find "$prefix" -name libswctl.so)")
 export PKG_CONFIG_PATH=$libdir/pkgconfig
-# A prefix chosen at install time: pkg-config is told where it went.
-flags=$(pkg-config --define-variable=prefix="$prefix" --cflags --libs swctl swctl-vchip)
+flags=$(pkg-config --cflags --libs swctl swctl-vchip)
 mkdir "$work/pkgconfig"
 # The flags are words.
 # shellcheck disable=SC2086

@@ -80,9 +80,7 @@ said=$(inside swctl version)
 
 # The compiler and its headers are this machine's.
 pkgconfig=$(dirname "$(find "$root" -name swctl.pc)")
-flags=$(PKG_CONFIG_LIBDIR=$pkgconfig PKG_CONFIG_SYSROOT_DIR=$root \
-  PKG_CONFIG_ALLOW_SYSTEM_CFLAGS=1 PKG_CONFIG_ALLOW_SYSTEM_LIBS=1 \
-  pkg-config --cflags --libs swctl swctl-vchip)
+flags=$(PKG_CONFIG_LIBDIR=$pkgconfig pkg-config --cflags --libs swctl swctl-vchip)
 # shellcheck disable=SC2086
 "$cc" -std=c99 -Wall -Wextra -Werror "$root/usr/share/doc/libswctl-dev/examples/linkwatch.c" \
   -o "$root/tmp/linkwatch" $flags
