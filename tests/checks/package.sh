@@ -1,10 +1,11 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 # package.sh SOURCE_DIR BUILD_DIR CC
-# Makes the Debian packages of a build, has lintian look at them, and installs
-# them into a root that holds nothing but what they depend on: the files of
-# those packages, as this machine has them. There the programs run, and so does
-# an example that was built against the installed headers and libraries.
+# Makes the Debian packages of a build, in BUILD_DIR/packages, has lintian look
+# at them, and installs them into a root that holds nothing but what they depend
+# on: the files of those packages, as this machine has them. There the programs
+# run, and so does an example that was built against the installed headers and
+# libraries.
 set -euo pipefail
 source_dir=$1 build_dir=$2 cc=$3
 
@@ -17,6 +18,7 @@ export PATH=$PATH:/usr/sbin:/sbin
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 root=$work/root
+packages=$build_dir/packages
 
 die() {
   echo "package: $*" >&2
@@ -42,30 +44,30 @@ names_only() { tr ',' '\n' | sed 's/[|(:].*//; s/ //g; /^$/d'; }
 
 # Packages of this machine in the new root, as if dpkg had put them there.
 make_root() {
-  local packages each database=$root/var/lib/dpkg
+  local needed each database=$root/var/lib/dpkg
   mkdir -p "$root"/{tmp,usr/{bin,sbin,lib,lib64}} "$database"/{info,updates}
   for each in bin sbin lib lib64; do ln -s "usr/$each" "$root/$each"; done
-  packages=$(for each in "$work"/*.deb; do dpkg-deb -f "$each" Depends; done |
+  needed=$(for each in "$packages"/*.deb; do dpkg-deb -f "$each" Depends; done |
     names_only | grep -v swctl | closure)
   # shellcheck disable=SC2086
-  dpkg-query -s $packages >"$database/status"
-  for each in $packages; do
+  dpkg-query -s $needed >"$database/status"
+  for each in $needed; do
     cp $(ls /var/lib/dpkg/info/"$each"{,:*}.list 2>/dev/null) "$database/info"
   done
   # shellcheck disable=SC2086
-  dpkg-query -L $packages | grep '/lib' | while read -r each; do
+  dpkg-query -L $needed | grep '/lib' | while read -r each; do
     if [ -f "$each" ]; then echo "${each#/}"; fi
   done | sort -u | tar -C / -cf - -T - | tar -C "$root" -xf -
 }
 
 inside() { env -i PATH="$PATH" VCHIP_IMAGE=/tmp/chip.img chroot "$root" "$@"; }
 
-"$source_dir/packaging/build.sh" "$build_dir" "$work"
-lintian --allow-root --fail-on error,warning "$work"/*.deb ||
+"$source_dir/packaging/build.sh" "$build_dir" "$packages"
+lintian --allow-root --fail-on error,warning "$packages"/*.deb ||
   die "lintian complains"
 
 make_root
-dpkg --root="$root" --log=/dev/null -i "$work"/*.deb >"$work/dpkg.log" 2>&1 || {
+dpkg --root="$root" --log=/dev/null -i "$packages"/*.deb >"$work/dpkg.log" 2>&1 || {
   cat "$work/dpkg.log" >&2
   die "the packages cannot be installed"
 }
