@@ -132,4 +132,38 @@ TEST_F(Creation, LeftoversOfAnotherCreatorStay) {
   EXPECT_EQ(files().size(), 4u);
 }
 
+int next_descriptor() {
+  const int descriptor = dup(STDIN_FILENO);
+  close(descriptor);
+  return descriptor;
+}
+
+uint32_t loopback_of(const std::string &path) {
+  vchip_close();
+  setenv("VCHIP_IMAGE", path.c_str(), 1);
+  uint32_t loopback = 77;
+  rtk_diag_portMacLocalLoopbackEnable_get(0, 3, &loopback);
+  return loopback;
+}
+
+TEST_F(Creation, AClosedChipIsOpenedAnew) {
+  const std::string other = file("other.img");
+  const std::string bad = file("bad.img");
+  vchip_test::write_file(bad, "hello\n");
+  const Outcome outcome = vchip_test::run(image(), [&] {
+    const int unused = next_descriptor();
+    vchip_close();  // nothing is open yet
+    if (rtk_diag_portMacLocalLoopbackEnable_set(0, 3, 1) != 0) return 1;
+    if (loopback_of(other) != 0 || loopback_of(image_) != 1) return 2;
+    if (loopback_of(bad) != 77 || vchip_open() == nullptr) return 3;
+    if (loopback_of(image_) != 1 || vchip_open() != nullptr) return 4;
+    // A private chip is another one each time.
+    if (loopback_of("") != 0) return 5;
+    if (rtk_diag_portMacLocalLoopbackEnable_set(0, 3, 1) != 0 || loopback_of("") != 0) return 6;
+    vchip_close();
+    return next_descriptor() == unused ? 0 : 7;
+  });
+  EXPECT_EQ(outcome.status, 0) << outcome.output;
+}
+
 }  // namespace

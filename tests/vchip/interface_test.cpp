@@ -33,7 +33,7 @@ TEST_F(Interface, EveryListedCallLivesInTheLibrary) {
       "Log_logging_func",  "sys_trace_get",     "sys_trace_add_log",  "swctl_platform_result_text",
       "vchip_open",        "vchip_reset",       "vchip_cable_plug",   "vchip_cable_pull",
       "vchip_medium_set",  "vchip_trace_set",   "vchip_result_text",  "vchip_pair_set",
-      "vchip_counter_set", "vchip_counter_add", "vchip_storm_exceed",
+      "vchip_counter_set", "vchip_counter_add", "vchip_storm_exceed", "vchip_close",
   };
   for (const char *name : names) {
     void *address = dlsym(RTLD_DEFAULT, name);

@@ -88,9 +88,18 @@ SWCTL_API const char *vchip_result_text(int32_t result);
  * to report a bad image itself calls this first.
  *
  * @return null, or why the image cannot be used: a text that names the file
- *         and stays valid for the life of the process
+ *         and stays valid until vchip_close()
  */
 SWCTL_API const char *vchip_open(void);
+
+/**
+ * @brief Closes the chip: the next call of any kind opens it again.
+ *
+ * For a program that looks at one image after the other; it sets VCHIP_IMAGE
+ * in between. A private chip is gone then. The text of a refusal is no longer
+ * valid. Does nothing if no call has opened the chip.
+ */
+SWCTL_API void vchip_close(void);
 
 /**
  * @brief Puts all units and the platform log into the state after power-on.

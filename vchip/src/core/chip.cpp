@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <mutex>
 #include <pthread.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include "core/image.h"
@@ -168,6 +169,14 @@ const char *refusal() {
   if (own.refusal.empty()) return nullptr;
   own.reported = true;
   return own.refusal.c_str();
+}
+
+void close_chip() {
+  const std::lock_guard<std::mutex> hold(mutex);
+  Process &own = process();
+  if (own.state != nullptr) munmap(own.state, sizeof(State));
+  if (own.descriptor >= 0) close(own.descriptor);
+  own = {};
 }
 
 void reset_state(State &state) {

@@ -48,6 +48,9 @@ class Writing {
 // Whoever asks is trusted to tell the user.
 const char *refusal();
 
+// Forgets the chip; the next step opens it as if it were the first.
+void close_chip();
+
 // The state after power-on, of everything but the header.
 void reset_state(State &state);
 

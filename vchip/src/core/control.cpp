@@ -8,6 +8,10 @@ const char *vchip_open(void) {
   return vchip::refusal();
 }
 
+void vchip_close(void) {
+  vchip::close_chip();
+}
+
 int32_t vchip_reset(void) {
   vchip::Locked chip;
   if (!chip) return VCHIP_E_IMAGE;
