@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "number.h"
 #include "place.h"
 #include "recording.h"
 
@@ -42,9 +44,21 @@ std::string bytes_of(const std::string &utf8) {
   return bytes;
 }
 
-std::vector<int64_t> values_of(const Json &value) {
-  if (!value.is_array()) return {value.get<int64_t>()};
-  return value.get<std::vector<int64_t>>();
+// Converting a number with a fraction, or one beyond 64 bits, has no meaning.
+int64_t number_of(const Json &value, const std::string &name, size_t width) {
+  if (!value.is_number_integer()) wrong("'" + name + "' is not a whole number");
+  const bool beyond = value.is_number_unsigned() && value.get<uint64_t>() > INT64_MAX;
+  if (beyond || !fits(value.get<int64_t>(), width)) {
+    wrong("'" + name + "' does not fit into " + std::to_string(8 * width) + " bits");
+  }
+  return value.get<int64_t>();
+}
+
+std::vector<int64_t> values_of(const Json &value, const std::string &name, size_t width) {
+  if (!value.is_array()) return {number_of(value, name, width)};
+  std::vector<int64_t> values;
+  for (const Json &element : value) values.push_back(number_of(element, name, width));
+  return values;
 }
 
 // An address is null as a whole: the name is then the record's own.
@@ -84,20 +98,24 @@ Argument argument_of(const Site &site, const std::string &name, const Json &valu
   if (argument.form == Form::text) {
     argument.text = bytes_of(member(value, "in").get<std::string>());
   } else if (argument.direction != Direction::out) {
-    argument.before = values_of(member(value, "in"));
+    argument.before = values_of(member(value, "in"), name, known->field->width);
   }
-  if (value.contains("out")) argument.after = values_of(value["out"]);
+  if (value.contains("out")) {
+    argument.after = values_of(value["out"], name, known->field->width);
+  }
   return argument;
 }
 
 Call call_of(const Json &line) {
   Call call{};
-  call.number = member(line, "number").get<uint64_t>();
+  call.number = static_cast<uint64_t>(number_of(member(line, "number"), "number", sizeof(int64_t)));
   call.name = member(line, "call").get<std::string>();
   const Site *site = find_call(call.name);
   if (site == nullptr) wrong("no call is named '" + call.name + "'");
   call.has_result = site->has_result;
-  if (call.has_result) call.result = member(line, "result").get<int64_t>();
+  if (call.has_result) {
+    call.result = number_of(member(line, "result"), "result", sizeof(int32_t));
+  }
   call.made_up = member(line, "made_up").get<bool>();
   for (const auto &[name, value] : object(member(line, "arguments"), "arguments").items()) {
     call.arguments.push_back(argument_of(*site, name, value));

@@ -76,11 +76,24 @@ TEST_F(RecordingErrorTest, MembersThatAreMissingOrOfAnotherType) {
   EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{}},"result":1,)"
                      R"("made_up":false})"),
             "'in' is missing");
-  EXPECT_THAT(error_of(R"({"number":"one","call":"sample_result"})"),
-              testing::HasSubstr("must be number"));
-  EXPECT_THAT(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{"in":"a"}},)"
-                       R"("result":1,"made_up":false})"),
-              testing::HasSubstr("must be number"));
+  EXPECT_EQ(error_of(R"({"number":"one","call":"sample_result"})"),
+            "'number' is not a whole number");
+  EXPECT_EQ(error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{"in":"a"}},)"
+                     R"("result":1,"made_up":false})"),
+            "'value' is not a whole number");
+}
+
+TEST_F(RecordingErrorTest, NumbersThatNoCallCanHave) {
+  const auto error_with = [this](const std::string &value, const std::string &result) {
+    return error_of(R"({"number":1,"call":"sample_result","arguments":{"value":{"in":)" + value +
+                    R"(}},"result":)" + result + R"(,"made_up":false})");
+  };
+  EXPECT_EQ(error_with("1e30", "1"), "'value' is not a whole number");
+  EXPECT_EQ(error_with("[1,2.5]", "1"), "'value' is not a whole number");
+  EXPECT_EQ(error_with("4294967296", "1"), "'value' does not fit into 32 bits");
+  EXPECT_EQ(error_with("18446744073709551615", "1"), "'value' does not fit into 32 bits");
+  EXPECT_EQ(error_with("1", "1.0"), "'result' is not a whole number");
+  EXPECT_EQ(error_with("1", "-2147483649"), "'result' does not fit into 32 bits");
 }
 
 TEST_F(RecordingErrorTest, ArgumentsThatAreNoObject) {
