@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// Chip images: files of any bytes, and good ones with bytes changed.
+#include <swctl-vchip/vchip.h>
+#include <swctl-vchip/view.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "library/calls.h"
+#include "library/chip.h"
+#include "support/stage.h"
+
+namespace {
+
+using swfuzz::Input;
+
+// An image of a chip that is in use.
+std::string make_image() {
+  std::string directory = std::filesystem::temp_directory_path() / "swctl-fuzz-XXXXXX";
+  if (mkdtemp(directory.data()) == nullptr) swfuzz::wrong("no directory for the chip");
+  const std::string path = directory + "/chip";
+  setenv("VCHIP_IMAGE", path.c_str(), 1);
+  if (const char *refusal = vchip_open()) swfuzz::wrong(refusal);
+  const vchip_station_t station = {1, {2, 0, 0, 0, 0, 1}, 0};
+  vchip_station_learn(0, 3, &station);
+  vchip_close();
+  std::ifstream file(path, std::ios::binary);
+  std::string image(std::istreambuf_iterator<char>(file), {});
+  std::filesystem::remove_all(directory);
+  return image;
+}
+
+// The good image, and the places that differ from it for the time being.
+class ChangedImage {
+ public:
+  ChangedImage() : good_(make_image()) { file_.set(good_); }
+
+  const std::string &path() const { return file_.path(); }
+
+  void change(Input &input) {
+    const size_t at = input.word() % good_.size();
+    std::string bytes(std::min<size_t>(input.byte() % 8, good_.size() - at), '\0');
+    input.fill(bytes.data(), bytes.size());
+    write(at, bytes);
+    changes_.push_back({at, bytes.size()});
+  }
+
+  void undo() {
+    for (const auto &[at, size] : changes_) write(at, good_.substr(at, size));
+    changes_.clear();
+  }
+
+ private:
+  void write(size_t at, const std::string &bytes) {
+    if (pwrite(file_.descriptor(), bytes.data(), bytes.size(), static_cast<off_t>(at)) !=
+        static_cast<ssize_t>(bytes.size()))
+      swfuzz::wrong("the image cannot be written");
+  }
+
+  std::string good_;
+  swfuzz::MemoryFile file_;
+  std::vector<std::pair<size_t, size_t>> changes_;
+};
+
+void open_and_use(const std::string &path, Input &input, bool dump) {
+  constexpr int kMostCalls = 8;
+  setenv("VCHIP_IMAGE", path.c_str(), 1);
+  if (const char *refusal = vchip_open()) {
+    if (std::string(refusal).find(path) == std::string::npos) swfuzz::wrong(refusal);
+  } else {
+    // What the calls write must not stay in the good image.
+    swfuzz::map_privately("/memfd:swctl-fuzz (deleted)", path);
+    const swfuzz::Stage stage;
+    swfuzz::make_calls(input, kMostCalls);
+    if (dump) vchip::dump_json(-1);
+  }
+  vchip_close();
+}
+
+}  // namespace
+
+// Any bytes, or the number of changes to a good image, the changes and calls.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+  constexpr uint8_t kMostChanges = 16;
+  static swfuzz::MemoryFile any;
+  static ChangedImage image;
+  Input input(data, size);
+  const uint8_t changes = input.byte() % kMostChanges;
+  if (changes == 0) {
+    any.set(input.rest());
+    open_and_use(any.path(), input, false);
+    return 0;
+  }
+  // A dump takes long. The first input has one, so that a finding comes back.
+  constexpr uint32_t kDumpEvery = 64;
+  static uint32_t inputs = 0;
+  const bool dump = inputs++ % kDumpEvery == 0;
+  for (uint8_t i = 0; i < changes; ++i) image.change(input);
+  open_and_use(image.path(), input, dump);
+  image.undo();
+  return 0;
+}
