@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: MIT
-"""complete.py OBJDUMP LIBRARY PROGRAM SOURCE_DIR
+"""complete.py LIBRARY PROGRAM SOURCE_DIR
 
 Runs the sweep and sees that it left nothing out: every exported function that
 can come to a call of the platform was swept, and the sweep has passed every
 place in the library's code that makes such a call. Function and place are
 found in the machine code, which has one call instruction for each call of the
-source if the library is built without optimisation.
+source if the library is built without optimisation. The objdump is that of the
+binutils, whatever the compiler: it names what a call through the linkage table
+comes to.
 """
 import pathlib
 import re
@@ -15,7 +17,7 @@ import tempfile
 
 PLATFORM = re.compile(r"^((rtk|adp)_\w+|sys_trace_\w+|Log_logging_func)$")
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
-CALL = re.compile(r"^\s*([0-9a-f]+):\s+(call|jmp)\s+[0-9a-f]+ <(.+)>$")
+CALL = re.compile(r"^\s*[0-9a-f]+:\s+(?:call|jmp)\s+[0-9a-f]+ <([^+>]+)>$")
 ADDRESS = re.compile(r"^\s*([0-9a-f]+):\s")
 
 
@@ -26,9 +28,9 @@ def exports(source_dir):
     return names
 
 
-def read_code(objdump, library, exported):
+def read_code(library, exported):
     """Who calls whom, and the places of calls: address behind it -> (function, call)."""
-    output = subprocess.run([objdump, "-d", "--no-show-raw-insn", library], check=True,
+    output = subprocess.run(["objdump", "-d", "--no-show-raw-insn", library], check=True,
                             capture_output=True, text=True).stdout
     callees, places, function, waiting = {}, {}, None, None
     for line in output.splitlines():
@@ -40,7 +42,7 @@ def read_code(objdump, library, exported):
         if head:
             function = head.group(1)
         elif call:
-            callee = call.group(3).split("@")[0]
+            callee = call.group(1).split("@")[0]
             callees.setdefault(function, set()).add(callee)
             if PLATFORM.match(callee) and callee not in exported:
                 waiting = (function, callee)
@@ -58,7 +60,7 @@ def reaches_platform(name, callees, exported, seen):
 
 
 def main():
-    objdump, library, program, source_dir = sys.argv[1:]
+    library, program, source_dir = sys.argv[1:]
     with tempfile.TemporaryDirectory() as directory:
         listed = pathlib.Path(directory) / "swept"
         status = subprocess.run([program, str(listed)]).returncode
@@ -66,7 +68,7 @@ def main():
     swept = {word for kind, word in lines if kind == "function"}
     passed = {int(word, 16) for kind, word in lines if kind == "place"}
     exported = exports(source_dir)
-    callees, places = read_code(objdump, library, exported)
+    callees, places = read_code(library, exported)
     wanted = {name for name in exported if reaches_platform(name, callees, exported, set())}
 
     problems = [f"{name} calls the platform and is not swept" for name in sorted(wanted - swept)]

@@ -84,6 +84,23 @@ struct Hash {
   }
 };
 
+// Every byte of a value means something.
+template <typename Type>
+void add_values(const Type *values, size_t count, Hash &hash) {
+  static_assert(std::has_unique_object_representations_v<Type>);
+  hash.add(values, count * sizeof *values);
+}
+
+// Between the fields of this one are bytes that nobody writes.
+void add_values(const chip_vlan_egress_entry *entry, size_t, Hash &hash) {
+  const uint32_t fields[] = {
+      entry->valid,      entry->ignore_vid, entry->vid,     entry->ignore_second_key,
+      entry->second_key, entry->field6,     entry->field7,  entry->ignore_port,
+      entry->port,       entry->field10,    entry->field11, entry->new_vid,
+      entry->field13,    entry->field14};
+  hash.add(fields, sizeof fields);
+}
+
 // One argument. What is only written by the call is no part of it.
 template <typename Type>
 void see_value(std::string_view name, const Type &value, Seen &seen, Hash &hash) {
@@ -94,14 +111,14 @@ void see_value(std::string_view name, const Type &value, Seen &seen, Hash &hash)
       return;
     }
   }
-  hash.add(&value, sizeof value);
+  add_values(&value, 1, hash);
 }
 
 template <typename Type, typename Count>
 void see_memory(const Type *address, Count count, Hash &hash) {
-  const size_t size = address == nullptr ? 0 : static_cast<size_t>(count) * sizeof *address;
-  hash.add(&size, sizeof size);
-  hash.add(address, size);
+  const size_t there = address == nullptr ? 0 : static_cast<size_t>(count);
+  hash.add(&there, sizeof there);
+  if (there != 0) add_values(address, there, hash);
 }
 
 template <typename Type, typename Count>

@@ -36,4 +36,21 @@ TEST_F(ChipMemory, StaysWhereItIs) {
   EXPECT_EQ(vchip::memory().start, start);
 }
 
+// A caller's record has bytes between its fields that nobody has written.
+TEST_F(ChipMemory, HoldsNothingBetweenTheFields) {
+  chip_vlan_egress_entry entry;
+  std::vector<uint8_t> held[2];
+  for (const size_t run : {0, 1}) {
+    memset(static_cast<void *>(&entry), run == 0 ? 0x00 : 0xff, sizeof entry);
+    entry.valid = entry.ignore_vid = entry.ignore_second_key = entry.ignore_port = 1;
+    entry.vid = entry.second_key = entry.port = entry.new_vid = 10;
+    entry.field6 = entry.field7 = entry.field10 = entry.field11 = 0;
+    entry.field13 = entry.field14 = 0;
+    ASSERT_EQ(vchip_reset(), 0);
+    ASSERT_EQ(rtk_vlan_egrVlanCnvtEntry_set(0, 3, &entry), 0);
+    held[run] = copy_of_chip();
+  }
+  EXPECT_TRUE(held[0] == held[1]);
+}
+
 }  // namespace

@@ -34,6 +34,24 @@ int32_t possible(const chip_vlan_egress_entry *entry) {
   return flags && vids ? 0 : VCHIP_E_VALUE;
 }
 
+// Field by field: what a caller's memory holds between them must not become
+// part of an image. The valid flag is left alone.
+void copy_fields(chip_vlan_egress_entry &to, const chip_vlan_egress_entry &from) {
+  to.ignore_vid = from.ignore_vid;
+  to.vid = from.vid;
+  to.ignore_second_key = from.ignore_second_key;
+  to.second_key = from.second_key;
+  to.field6 = from.field6;
+  to.field7 = from.field7;
+  to.ignore_port = from.ignore_port;
+  to.port = from.port;
+  to.field10 = from.field10;
+  to.field11 = from.field11;
+  to.new_vid = from.new_vid;
+  to.field13 = from.field13;
+  to.field14 = from.field14;
+}
+
 void dump_key(Dump &entry, const char *name, uint8_t ignored, uint32_t value) {
   if (ignored != 0) return entry.null(name);
   entry.number(name, value);
@@ -61,10 +79,8 @@ void ConversionBlock::reset() {
 void ConversionBlock::set_egress(uint32_t index, const chip_vlan_egress_entry &entry) {
   chip_vlan_egress_entry &own = egress_[index];
   const std::atomic_ref<uint32_t> valid(own.valid);
-  chip_vlan_egress_entry invalid = entry;
-  invalid.valid = 0;
   valid.exchange(0);
-  own = invalid;
+  copy_fields(own, entry);
   valid.exchange(entry.valid);
 }
 
