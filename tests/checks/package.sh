@@ -55,9 +55,9 @@ make_root() {
     cp $(ls /var/lib/dpkg/info/"$each"{,:*}.list 2>/dev/null) "$database/info"
   done
   # shellcheck disable=SC2086
-  dpkg-query -L $needed | grep '/lib' | while read -r each; do
+  dpkg-query -L $needed | grep -E '^(/usr)?/lib' | while read -r each; do
     if [ -f "$each" ]; then echo "${each#/}"; fi
-  done | sort -u | tar -C / -cf - -T - | tar -C "$root" -xf -
+  done | sort -u | tar -C / -cf - -T - | tar -C "$root" --no-same-owner -xf -
 }
 
 inside() { env -i PATH="$PATH" VCHIP_IMAGE=/tmp/chip.img chroot "$root" "$@"; }
