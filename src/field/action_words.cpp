@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "field/action_words.h"
 
+#include <algorithm>
+
 namespace swctl {
 namespace {
 
@@ -92,6 +94,8 @@ constexpr Assignment kAssignments[] = {
     {324, 2, kParam0},
 };
 
+static_assert(std::ranges::is_sorted(kAssignments, {}, &Assignment::action));
+
 constexpr bool applies(When when, uint32_t param0, uint32_t param1) {
   switch (when) {
     case When::always: return true;
@@ -117,9 +121,10 @@ constexpr uint32_t evaluate(Source source, uint32_t param0, uint32_t param1) {
 }  // namespace
 
 void merge_action(chip_acl_action &record, uint32_t action, uint32_t param0, uint32_t param1) {
-  for (const Assignment &each : kAssignments) {
-    if (each.action != action || !applies(each.when, param0, param1)) continue;
-    record.word[each.word] = evaluate(each.source, param0, param1);
+  for (const Assignment &each :
+       std::ranges::equal_range(kAssignments, action, {}, &Assignment::action)) {
+    if (applies(each.when, param0, param1))
+      record.word[each.word] = evaluate(each.source, param0, param1);
   }
 }
 

@@ -5,6 +5,8 @@
 #include <swctl/platform/sdk.h>
 #include <swctl/vlan.h>
 
+#include <bit>
+
 #include "frame/ports.h"
 #include "vlan/vid.h"
 
@@ -64,10 +66,8 @@ int32_t add_ports(uint32_t unit, uint32_t vid, const Interfaces &tagged,
 
 int32_t remove_ports(uint32_t unit, uint32_t vid, uint32_t interfaces) {
   int32_t result = 0;
-  for (int32_t interface = 0; interface < kWordPorts && result == 0; ++interface) {
-    if ((interfaces >> interface & 1u) != 0)
-      result = rtk_vlan_port_del(unit, vid, adp_intf_2_phy_id(interface));
-  }
+  for (uint32_t rest = interfaces; rest != 0 && result == 0; rest &= rest - 1)
+    result = rtk_vlan_port_del(unit, vid, adp_intf_2_phy_id(std::countr_zero(rest)));
   return result;
 }
 
