@@ -97,6 +97,7 @@ try swctl qos schedule show
 chapter "A second spanning tree for VLAN 20"
 try swctl stp instance add 1
 try swctl stp vlan add 20 instance 1
+try swctl stp vlan show
 try swctl stp set 1 26 state forwarding
 try swctl stp set 1 25 state blocking
 try swctl stp show
@@ -112,6 +113,7 @@ try swctl meter show
 try swctl acl show
 try swctl acl enable 12
 try swctl acl miss 9-12 drop
+try swctl acl miss
 try vchipctl rule-count 1 120 76800
 try swctl acl stats 1
 refused swctl acl add 10 ethertype 0x800 action permit

@@ -85,10 +85,10 @@ std::vector<Port> front_ports() {
   return ports;
 }
 
-std::map<uint32_t, std::vector<int64_t>> front_ports_by(
-    const std::function<uint32_t(const Port &port)> &answer) {
+std::map<uint32_t, std::vector<int64_t>> interfaces_by(
+    const std::vector<Port> &ports, const std::function<uint32_t(const Port &port)> &answer) {
   std::map<uint32_t, std::vector<int64_t>> interfaces;
-  for (const Port &port : front_ports()) interfaces[answer(port)].push_back(port.interface);
+  for (const Port &port : ports) interfaces[answer(port)].push_back(port.interface);
   return interfaces;
 }
 

@@ -30,9 +30,9 @@ std::vector<Port> ports_of(const std::vector<int64_t> &interfaces);
 // a CommandError of status kRefused if there is none.
 std::vector<Port> front_ports();
 
-// The interfaces of all front ports by what `answer` says of each.
-std::map<uint32_t, std::vector<int64_t>> front_ports_by(
-    const std::function<uint32_t(const Port &port)> &answer);
+// The interfaces of ports by what `answer` says of each.
+std::map<uint32_t, std::vector<int64_t>> interfaces_by(
+    const std::vector<Port> &ports, const std::function<uint32_t(const Port &port)> &answer);
 
 // Calls of the library on one port, with the name to report.
 struct PortGetter {

@@ -8,6 +8,7 @@
 #include "acl/qualifiers.h"
 #include "acl/rules.h"
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -20,7 +21,6 @@ constexpr int64_t kLastRule = 1535;
 constexpr int64_t kLastCounter = 1535;
 constexpr int64_t kLastTemplate = 7;
 constexpr uint32_t kBytes = 1;
-constexpr uint32_t kForward = 0;
 
 std::string rule_name(int64_t rule) {
   return "rule " + std::to_string(rule);
@@ -148,9 +148,36 @@ Answer init(const Arguments &, const Context &context) {
   return {};
 }
 
+std::vector<Choice> miss_actions() {
+  return {{"drop", CHIP_ACL_MISS_DROP, "They are discarded"},
+          {"forward", CHIP_ACL_MISS_FORWARD, "They go on"}};
+}
+
+std::vector<Port> all_ports() {
+  std::vector<Port> ports = {port_of(0)};
+  for (const Port &port : front_ports()) ports.push_back(port);
+  return ports;
+}
+
+// One record for the ports with the same action.
+Answer show_miss(const Arguments &arguments, const Context &context) {
+  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : all_ports();
+  const auto by_action = interfaces_by(ports, [&](const Port &port) {
+    return read_word(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port_text(port), context.unit,
+                     static_cast<uint32_t>(port.chip));
+  });
+  Answer answer = {Shape::table, {}, ""};
+  for (const auto &[action, interfaces] : by_action)
+    answer.records.push_back(
+        Record().add("action", word_for(miss_actions(), action)).add("ports", interfaces));
+  return answer;
+}
+
 Answer miss(const Arguments &arguments, const Context &context) {
+  if (!arguments.has("ACTION")) return show_miss(arguments, context);
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
-  const auto action = static_cast<uint32_t>(arguments.number("ACTION"));
+  const uint32_t action =
+      arguments.number("ACTION") == CHIP_ACL_MISS_DROP ? USER_FIELD_MISS_ACTION : 0;
   for (const Port &port : ports) {
     check_result(
         user_field_lookupMissAct_set(kLead, context.unit, static_cast<uint32_t>(port.chip), action),
@@ -247,16 +274,13 @@ Node stats_command() {
 Node miss_command() {
   return {
       .name = "miss",
-      .help = "Say what becomes of frames that no rule matches",
+      .help = "Show or say what becomes of frames that no rule matches",
       .positional = {{.name = "PORTS",
                       .type = interface_list(0),
-                      .help = "Ports that the frames came in on",
-                      .required = true},
+                      .help = "Ports that the frames came in on"},
                      {.name = "ACTION",
-                      .type = choice({{"drop", USER_FIELD_MISS_ACTION, "They are discarded"},
-                                      {"forward", kForward, "They go on"}}),
-                      .help = "What becomes of them",
-                      .required = true}},
+                      .type = choice(miss_actions()),
+                      .help = "What becomes of them; shown if not given"}},
       .run = miss,
   };
 }

@@ -195,7 +195,7 @@ Answer lookup(const Arguments &arguments, const Context &context) {
 
 // One record for the ports with the same action.
 void add_misses(Answer &answer, const Family &family, const Context &context) {
-  const auto ports = front_ports_by([&](const Port &port) {
+  const auto ports = interfaces_by(front_ports(), [&](const Port &port) {
     return read_word(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get), port_text(port),
                      context.unit, port.chip, family.lookup);
   });

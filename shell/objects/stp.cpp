@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/platform/vlan_read.h>
 #include <swctl/stp.h>
 
+#include <map>
+
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -57,8 +61,8 @@ uint32_t read_state(const Context &context, uint32_t instance, const Port &port)
 
 // One line for the ports of an instance that are in the same state.
 void add_lines(Answer &answer, const Context &context, uint32_t instance) {
-  const auto ports =
-      front_ports_by([&](const Port &port) { return read_state(context, instance, port); });
+  const auto ports = interfaces_by(
+      front_ports(), [&](const Port &port) { return read_state(context, instance, port); });
   for (const auto &[state, interfaces] : ports)
     answer.records.push_back(Record()
                                  .add("instance", int64_t{instance})
@@ -95,6 +99,17 @@ Answer remove_instance(const Arguments &arguments, const Context &context) {
   check_call(user_stg_destroy(kLead, context.unit, instance), "user_stg_destroy",
              instance_text(instance));
   return {};
+}
+
+Answer show_vlans(const Arguments &arguments, const Context &context) {
+  std::map<uint32_t, std::vector<int64_t>> vlans;
+  each_record(SWSH_OPTIONAL_CALL(swctl_platform_vlan_next), "VLAN", context.unit, 1,
+              [&](const swctl_platform_vlan &vlan) { vlans[vlan.instance].push_back(vlan.index); });
+  Answer answer = {Shape::table, {}, ""};
+  for (const uint32_t instance : instances(arguments, context))
+    answer.records.push_back(
+        Record().add("instance", int64_t{instance}).add("vlans", vlans[instance]));
+  return answer;
 }
 
 Answer add_vlans(const Arguments &arguments, const Context &context) {
@@ -139,7 +154,11 @@ Node instance_commands() {
 Node vlan_commands() {
   return {.name = "vlan",
           .help = "The VLANs of instances",
-          .children = {{.name = "add",
+          .children = {{.name = "show",
+                        .help = "Show the VLANs of instances",
+                        .positional = {instance_parameter(false)},
+                        .run = show_vlans},
+                       {.name = "add",
                         .help = "Put VLANs into an instance",
                         .positional = {vlans_parameter()},
                         .keywords = {{.name = "instance",

@@ -84,7 +84,7 @@ Record group_trap_record(const Trap &trap, const Context &context) {
 
 // One record for the ports that do the same.
 std::vector<Record> port_trap_records(const Trap &trap, const Context &context) {
-  const auto ports = front_ports_by([&](const Port &port) {
+  const auto ports = interfaces_by(front_ports(), [&](const Port &port) {
     return read_word(kPortFrameAction, port_text(port), context.unit, port.chip, trap.code);
   });
   std::vector<Record> records;

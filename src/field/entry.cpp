@@ -37,5 +37,6 @@ int32_t user_field_set_double_entry(uint32_t, uint32_t unit, int32_t rule) {
 }
 
 int32_t user_field_lookupMissAct_set(uint32_t, uint32_t unit, uint32_t target, uint32_t action) {
-  return rtk_acl_lookupMissAct_set(unit, target, action == USER_FIELD_MISS_ACTION ? 1 : 0);
+  const bool drop = action == USER_FIELD_MISS_ACTION;
+  return rtk_acl_lookupMissAct_set(unit, target, drop ? CHIP_ACL_MISS_DROP : CHIP_ACL_MISS_FORWARD);
 }

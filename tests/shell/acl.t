@@ -148,7 +148,7 @@ A wrong word is found before anything is written:
   swctl: acl add: bad value "1536", expected a number 0-1535
   [1]
   $ swctl acl add 9
-  swctl: acl add 9: missing keyword, expected one of: * (glob)
+  swctl: acl add 9: missing keyword, expected one of: in-ports, dst-mac, src-mac, ethertype, outer-vlan, outer-vlan-id, outer-priority, inner-vlan, inner-vlan-id, inner-priority, frame-type, ip-type, protocol, src-ip, dst-ip, src-ip6, dst-ip6, dscp, traffic-class, src-port, dst-port, action, enable
   [1]
   $ swctl acl show 9
 
@@ -195,6 +195,16 @@ Frames that no rule matches, and counters:
   $ swctl acl miss 3 forward
   $ vchipctl dump --block acl --unit 0 --compact | grep -o '"drops_what_no_rule_matches":[^]]*]'
   "drops_what_no_rule_matches":[0,1,3,24]
+  $ swctl acl miss
+  action   ports
+  forward  0,3,5-24,26
+  drop     1,2,4,25
+  $ swctl acl miss 0,4-5
+  action   ports
+  forward  0,5
+  drop     4
+  $ swctl -j acl miss 1
+  [{"action":"drop","ports":[1]}]
   $ vchipctl rule-count 5 10 6400
   $ swctl acl stats 4-5
   counter  packets  bytes

@@ -9,45 +9,50 @@ SDK answers works, and what cannot be told is refused by name.
   $ swctl -j version | jq -r .platform | grep -o 'bare/.*'
   bare/libswctl-vchip.so.1
 
-  $ for words in "acl show" "acl show 7" "vlan rule show" "vlan rule show mac" "vlan translate show" \
-  >   "trap show" "trap show bpdu" "trap show lacp" "trunk show" "trunk hash" "qos trust show" \
-  >   "qos tag show" "mcast ip show" "mcast ip show ip6" "mcast ip lookup" "mcast ip lookup ip6" \
-  >   "mcast ip miss"; do
-  >   swctl $words || echo "[$?]"
-  > done
-  swctl: acl show: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  $ cat > questions <<WORDS
+  > acl show
+  > acl show 7
+  > acl miss
+  > vlan rule show
+  > vlan rule show mac
+  > vlan translate show
+  > stp vlan show
+  > trap show
+  > trap show bpdu
+  > trap show lacp
+  > trunk show
+  > trunk hash
+  > qos trust show
+  > qos tag show
+  > mcast ip show
+  > mcast ip show ip6
+  > mcast ip lookup
+  > mcast ip lookup ip6
+  > mcast ip miss
+  > WORDS
+  $ swctl -force -b questions
+  questions:1: acl show: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  questions:2: acl show 7: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  questions:3: acl miss: this platform cannot tell: it has no swctl_platform_acl_miss_get
+  questions:4: vlan rule show: this platform cannot tell: it has no swctl_platform_entity_rule_next
+  questions:5: vlan rule show mac: this platform cannot tell: it has no swctl_platform_entity_rule_next
+  questions:6: vlan translate show: this platform cannot tell: it has no swctl_platform_vlan_egress_next
+  questions:7: stp vlan show: this platform cannot tell: it has no swctl_platform_vlan_next
+  questions:8: trap show: this platform cannot tell: it has no swctl_platform_trap_frame_get
+  questions:9: trap show bpdu: this platform cannot tell: it has no swctl_platform_trap_port_frame_get
+  questions:10: trap show lacp: this platform cannot tell: it has no swctl_platform_trap_group_get
+  questions:11: trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get
+  questions:12: trunk hash: this platform cannot tell: it has no swctl_platform_trunk_hash_get
+  questions:13: qos trust show: this platform cannot tell: it has no swctl_platform_qos_port_group_get
+  questions:14: qos tag show: this platform cannot tell: it has no swctl_platform_qos_tag_get
+  questions:15: mcast ip show: this platform cannot tell: it has no swctl_platform_ip_mcast_next
+  questions:16: mcast ip show ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_next
+  questions:17: mcast ip lookup: this platform cannot tell: it has no swctl_platform_ip_mcast_mode_get
+  questions:18: mcast ip lookup ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_mode_get
+  questions:19: mcast ip miss: this platform cannot tell: it has no swctl_platform_lookup_miss_get
   [2]
-  swctl: acl show 7: this platform cannot tell: it has no swctl_platform_acl_rule_next
-  [2]
-  swctl: vlan rule show: this platform cannot tell: it has no swctl_platform_entity_rule_next
-  [2]
-  swctl: vlan rule show mac: this platform cannot tell: it has no swctl_platform_entity_rule_next
-  [2]
-  swctl: vlan translate show: this platform cannot tell: it has no swctl_platform_vlan_egress_next
-  [2]
-  swctl: trap show: this platform cannot tell: it has no swctl_platform_trap_frame_get
-  [2]
-  swctl: trap show bpdu: this platform cannot tell: it has no swctl_platform_trap_port_frame_get
-  [2]
-  swctl: trap show lacp: this platform cannot tell: it has no swctl_platform_trap_group_get
-  [2]
+  $ swctl trunk show
   swctl: trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get
-  [2]
-  swctl: trunk hash: this platform cannot tell: it has no swctl_platform_trunk_hash_get
-  [2]
-  swctl: qos trust show: this platform cannot tell: it has no swctl_platform_qos_port_group_get
-  [2]
-  swctl: qos tag show: this platform cannot tell: it has no swctl_platform_qos_tag_get
-  [2]
-  swctl: mcast ip show: this platform cannot tell: it has no swctl_platform_ip_mcast_next
-  [2]
-  swctl: mcast ip show ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_next
-  [2]
-  swctl: mcast ip lookup: this platform cannot tell: it has no swctl_platform_ip_mcast_mode_get
-  [2]
-  swctl: mcast ip lookup ip6: this platform cannot tell: it has no swctl_platform_ip6_mcast_mode_get
-  [2]
-  swctl: mcast ip miss: this platform cannot tell: it has no swctl_platform_lookup_miss_get
   [2]
 
   $ data swctl -j trunk show

@@ -37,7 +37,20 @@ VLANs belong to an instance and fall back to instance 0:
   $ swctl stp vlan add 10 instance 3
   $ vchipctl dump --unit 0 --block vlan --compact | grep -o '"vid":10[^}]*'
   "vid":10,"member":[],"untagged":[],"stg":3
+  $ swctl stp vlan show
+  instance  vlans
+  0         1
+  3         10
+  $ swctl -j stp vlan show 3
+  [{"instance":3,"vlans":[10]}]
+  $ swctl stp vlan show 4
+  swctl: stp vlan show 4: there is no instance 4
+  [1]
   $ swctl stp vlan del 10
+  $ swctl stp vlan show
+  instance  vlans
+  0         1,10
+  3         -
   $ vchipctl dump --unit 0 --block vlan --compact | grep -o '"vid":10[^}]*'
   "vid":10,"member":[],"untagged":[],"stg":0
   $ swctl stp instance del 3

@@ -37,16 +37,17 @@ What spreads the frames; on this chip it is the source port after power-on,
 which has no word:
 
   $ for fields in none source-mac destination-mac macs source-ip destination-ip ips; do
-  >   swctl trunk hash $fields
-  >   swctl -j trunk hash
-  > done
-  [{"hash":"none"}]
-  [{"hash":"source-mac"}]
-  [{"hash":"destination-mac"}]
-  [{"hash":"macs"}]
-  [{"hash":"source-ip"}]
-  [{"hash":"destination-ip"}]
-  [{"hash":"ips"}]
+  >   echo "trunk hash $fields"
+  >   echo "trunk hash"
+  > done > hashes
+  $ swctl -b hashes
+  hash  none
+  hash  source-mac
+  hash  destination-mac
+  hash  macs
+  hash  source-ip
+  hash  destination-ip
+  hash  ips
   $ swctl trunk hash
   hash  ips
   $ vchipctl reset

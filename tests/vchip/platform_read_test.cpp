@@ -69,6 +69,10 @@ const std::vector<WordReader> &word_readers() {
        [](uint32_t unit, int32_t, uint32_t, uint32_t *word) {
          return swctl_platform_ip6_mcast_mode_get(unit, word);
        }},
+      {"acl_miss", true, kNoIndex,
+       [](uint32_t unit, int32_t port, uint32_t, uint32_t *word) {
+         return swctl_platform_acl_miss_get(unit, static_cast<uint32_t>(port), word);
+       }},
       {"lookup_miss", true, 6, swctl_platform_lookup_miss_get},
   };
   return readers;
@@ -125,12 +129,16 @@ TEST_F(PlatformRead, EmptyTablesHaveNoFirstEntry) {
   expect_table_laws(swctl_platform_vlan_egress_next, 1);
   for (const uint32_t entity : {12u, 13u, 21u, 24u, 32u, 33u})
     expect_table_laws(swctl_platform_entity_rule_next, entity);
+  EXPECT_EQ(rtk_vlan_destroyAll(1, 0), 0);
+  expect_table_laws(swctl_platform_vlan_next, 1);
   swctl_platform_trunk trunk;
+  swctl_platform_vlan vlan;
   swctl_platform_ip_mcast ip;
   swctl_platform_ip6_mcast ip6;
   swctl_platform_vlan_egress egress;
   swctl_platform_entity_rule rule;
   EXPECT_EQ(swctl_platform_trunk_next(VCHIP_UNITS, 0, &trunk), VCHIP_E_UNIT);
+  EXPECT_EQ(swctl_platform_vlan_next(VCHIP_UNITS, 0, &vlan), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_ip_mcast_next(VCHIP_UNITS, 0, &ip), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_ip6_mcast_next(VCHIP_UNITS, 0, &ip6), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_vlan_egress_next(VCHIP_UNITS, 0, &egress), VCHIP_E_UNIT);
@@ -180,6 +188,32 @@ TEST_F(PlatformRead, TrunksAreThoseOfTheChip) {
     for (const uint32_t algorithm : {0u, 1u})
       EXPECT_EQ(said(swctl_platform_trunk_hash_get, unit, algorithm),
                 vchip::trunks(unit).hash_fields.at(algorithm));
+}
+
+TEST_F(PlatformRead, VlansHaveTheInstanceOfTheChip) {
+  ASSERT_EQ(rtk_stp_mstpInstance_create(1, 7), 0);
+  for (const uint32_t vid : {20u, 4094u}) ASSERT_EQ(rtk_vlan_create(1, vid), 0);
+  ASSERT_EQ(rtk_vlan_stg_set(1, 4094, 7), 0);
+  swctl_platform_vlan vlan;
+  int32_t from = 0;
+  for (const vchip::VlanView &view : vchip::vlans(1)) {
+    ASSERT_EQ(swctl_platform_vlan_next(1, from, &vlan), 0);
+    EXPECT_EQ(vlan.index, static_cast<int32_t>(view.vid));
+    EXPECT_EQ(vlan.instance, view.stg);
+    from = vlan.index + 1;
+  }
+  ASSERT_EQ(from, 4095) << "the last one was seen";
+  ASSERT_EQ(swctl_platform_vlan_next(1, from, &vlan), 0);
+  EXPECT_EQ(vlan.index, -1);
+}
+
+TEST_F(PlatformRead, MissesOfRulesAreThoseOfTheChip) {
+  ASSERT_EQ(rtk_acl_lookupMissAct_set(1, 28, 1), 0);
+  ASSERT_EQ(rtk_acl_lookupMissAct_set(0, 3, 1), 0);
+  for (const uint32_t unit : {0u, 1u})
+    for (uint32_t port = 0; port < VCHIP_PORTS; ++port)
+      EXPECT_EQ(said(swctl_platform_acl_miss_get, unit, port),
+                vchip::acl_form(unit).misses.at(port));
 }
 
 TEST_F(PlatformRead, PrioritiesAreThoseOfTheChip) {

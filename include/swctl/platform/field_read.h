@@ -37,6 +37,16 @@ typedef struct swctl_platform_acl_rule swctl_platform_acl_rule;
 SWCTL_API int32_t swctl_platform_acl_rule_next(uint32_t unit, int32_t from,
                                                swctl_platform_acl_rule *rule);
 
+/**
+ * @brief What becomes of frames that come into a port and match no rule.
+ *
+ * @param unit   switch unit
+ * @param target chip port
+ * @param action receives what rtk_acl_lookupMissAct_set() was given
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_acl_miss_get(uint32_t unit, uint32_t target, uint32_t *action);
+
 SWCTL_END_DECLS
 
 #endif

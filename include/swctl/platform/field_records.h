@@ -22,6 +22,14 @@ SWCTL_BEGIN_DECLS
 /** Burst sizes that the meters of a unit share. */
 #define CHIP_ACL_BURST_SLOTS 2
 
+/**
+ * @name What becomes of frames that no rule matches
+ * @{
+ */
+#define CHIP_ACL_MISS_FORWARD 0u
+#define CHIP_ACL_MISS_DROP 1u
+/** @} */
+
 /** Match fields of a rule. */
 enum chip_acl_field {
   CHIP_ACL_FIELD_TEMPLATE = 0,

@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file vlan_read.h
- * @brief Reading the adapter's rules and the conversion of VLAN IDs. Optional;
- *        the laws are in read.h.
+ * @brief Reading the adapter's rules, the conversion of VLAN IDs and the
+ *        spanning-tree instances of VLANs. Optional; the laws are in read.h.
  */
 #ifndef SWCTL_PLATFORM_VLAN_READ_H
 #define SWCTL_PLATFORM_VLAN_READ_H
@@ -78,6 +78,23 @@ typedef struct swctl_platform_vlan_egress swctl_platform_vlan_egress;
  */
 SWCTL_API int32_t swctl_platform_vlan_egress_next(uint32_t unit, int32_t from,
                                                   swctl_platform_vlan_egress *egress);
+
+/** One VLAN. */
+struct swctl_platform_vlan {
+  int32_t index;     /**< its ID; -1 if there is no such VLAN */
+  uint32_t instance; /**< the spanning-tree instance that it belongs to */
+};
+typedef struct swctl_platform_vlan swctl_platform_vlan;
+
+/**
+ * @brief The first VLAN from an ID on.
+ *
+ * @param unit switch unit
+ * @param from where to begin
+ * @param vlan receives the VLAN, its instance as rtk_vlan_stg_set() takes it
+ * @return 0, or a result of the platform's own
+ */
+SWCTL_API int32_t swctl_platform_vlan_next(uint32_t unit, int32_t from, swctl_platform_vlan *vlan);
 
 SWCTL_END_DECLS
 

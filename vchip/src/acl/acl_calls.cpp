@@ -146,3 +146,10 @@ int32_t swctl_platform_acl_rule_next(uint32_t unit, int32_t from, swctl_platform
     return 0;
   });
 }
+
+int32_t swctl_platform_acl_miss_get(uint32_t unit, uint32_t target, uint32_t *action) {
+  return look(unit, {on_port_number(target), not_null(action)}, [=](const Unit &chip) {
+    *action = chip.acl.miss(target);
+    return 0;
+  });
+}

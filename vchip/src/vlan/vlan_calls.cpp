@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on the VLAN table and the default VLANs.
 #include <swctl/platform/sdk.h>
+#include <swctl/platform/vlan_read.h>
 
 #include <initializer_list>
 
 #include "core/check.h"
 #include "core/chip.h"
+#include "core/table.h"
 
 using vchip::change;
 using vchip::flag;
@@ -91,4 +93,14 @@ int32_t rtk_vlan_portPvid_get(uint32_t unit, int32_t port, uint32_t *pvid) {
 int32_t rtk_vlan_portPvid_set(uint32_t unit, int32_t port, uint32_t pvid) {
   return change(unit, {on_port(port), on_vlan(pvid)},
                 [=](Unit &chip) { chip.vlan.set_pvid(port, pvid); });
+}
+
+int32_t swctl_platform_vlan_next(uint32_t unit, int32_t from, swctl_platform_vlan *vlan) {
+  return look(unit, {not_null(vlan), vchip::search_from(from)}, [=](const Unit &chip) {
+    *vlan = {};
+    vlan->index = vchip::first_used(from, vchip::kVlanIds,
+                                    [&](uint32_t vid) { return chip.vlan.exists(vid); });
+    if (vlan->index >= 0) vlan->instance = chip.vlan.vlan(static_cast<uint32_t>(vlan->index)).stg;
+    return 0;
+  });
 }
