@@ -9,7 +9,7 @@ set(swctl_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/swctl)
 set_target_properties(swctl-vchip PROPERTIES EXPORT_NAME vchip)
 set_target_properties(swctl-probe PROPERTIES EXPORT_NAME probe)
 install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
-install(TARGETS swctl_program vchipctl)
+install(TARGETS swctl_program vchipctl swctl-replay)
 install(EXPORT swctl NAMESPACE swctl:: DESTINATION ${swctl_package_dir} FILE swctl-targets.cmake)
 configure_package_config_file(cmake/swctl-config.cmake.in
   ${PROJECT_BINARY_DIR}/swctl-config.cmake INSTALL_DESTINATION ${swctl_package_dir})
@@ -40,7 +40,7 @@ install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTE
 
 # All that is installed, and nothing else.
 add_custom_target(swctl_installed
-  DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl)
+  DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl swctl-replay)
 if(TARGET swctl_manual)
   add_dependencies(swctl_installed swctl_manual)
 endif()

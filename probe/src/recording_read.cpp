@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/platform/field_records.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -123,12 +126,39 @@ Call call_of(const Json &line) {
   return call;
 }
 
-void check_header(const Json &line) {
+// Whether the recording comes from a machine of the other byte order.
+bool read_header(const Json &line) {
   if (member(line, "format") != kRecordingFormat) wrong("not a recording of calls");
   const Json &version = member(line, "version");
   if (version != kRecordingVersion) {
     wrong("version " + version.dump() + " of the format is not known");
   }
+  const Json order = line.value("byte_order", Json(kThisByteOrder));
+  if (order != kLittle && order != kBig) wrong("byte order " + order.dump() + " is not known");
+  return order != kThisByteOrder;
+}
+
+// These take numbers, and bitmaps of words, as bytes in the machine's order;
+// addresses of Ethernet and IPv6, and the match field of IP protocols, are
+// bytes in an order of their own.
+bool takes_numbers_as_bytes(const Call &call) {
+  if (call.name == "rtk_acl_ruleEntryField_write")
+    return call.in("field") != CHIP_ACL_FIELD_IP_PROTOCOL;
+  return call.name == "adp_fp_add_entity_qualify" || call.name == "adp_fp_add_entity_action";
+}
+
+void turn(std::vector<int64_t> &bytes) {
+  constexpr size_t kWord = 4;
+  const size_t size = bytes.size();
+  if (size != 2 && size != kWord && size != sizeof(user_pbmp_t)) return;
+  const auto each = static_cast<ptrdiff_t>(std::min(size, kWord));
+  for (auto at = bytes.begin(); at != bytes.end(); at += each) std::reverse(at, at + each);
+}
+
+void turn_bytes(Call &call) {
+  if (!takes_numbers_as_bytes(call)) return;
+  for (Argument &argument : call.arguments)
+    if (argument.array && argument.width == 1) turn(argument.before);
 }
 
 }  // namespace
@@ -137,6 +167,7 @@ std::vector<Call> read_recording(const std::string &path) {
   std::ifstream file(path);
   if (!file) wrong("cannot read '" + path + "': " + std::strerror(errno));
   std::vector<Call> calls;
+  bool from_other_order = false;
   int number = 0;
   for (std::string line; std::getline(file, line);) {
     ++number;
@@ -144,9 +175,10 @@ std::vector<Call> read_recording(const std::string &path) {
       const Json json = Json::parse(line);
       if (!json.is_object()) wrong("not a JSON object");
       if (number == 1) {
-        check_header(json);
+        from_other_order = read_header(json);
       } else {
         calls.push_back(call_of(json));
+        if (from_other_order) turn_bytes(calls.back());
       }
     } catch (const std::exception &error) {
       wrong(path + ":" + std::to_string(number) + ": " + error.what());

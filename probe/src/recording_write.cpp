@@ -64,7 +64,8 @@ void add_argument(Buffer &line, const Argument &argument) {
 }  // namespace
 
 std::string recording_header() {
-  return fmt::format("{{\"format\":\"{}\",\"version\":{}}}", kRecordingFormat, kRecordingVersion);
+  return fmt::format("{{\"format\":\"{}\",\"version\":{},\"byte_order\":\"{}\"}}", kRecordingFormat,
+                     kRecordingVersion, kThisByteOrder);
 }
 
 std::string recording_line(const Call &call) {

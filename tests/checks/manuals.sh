@@ -6,7 +6,8 @@
 set -euo pipefail
 source_dir=$1 build_dir=$2
 man=$source_dir/docs/man
-pages=("$build_dir/docs/man/swctl.1" "$man/vchipctl.1" "$man/libswctl.3" "$man/libswctl-probe.7")
+pages=("$build_dir/docs/man/swctl.1" "$man/vchipctl.1" "$man/swctl-replay.1"
+  "$man/libswctl.3" "$man/libswctl-probe.7")
 
 status=0
 complain() {

@@ -19,6 +19,7 @@ RULES = {
     "src": [SYSTEM, r"<swctl/.*>", r'"frame/.*"', r'"{self}/.*"'],
     "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'".*"'],
     "probe": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
+    "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
     "bench": [SYSTEM, r"<swctl/.*>", r"<swctl-vchip/.*>", r'".*"'],
     "kernel": [SYSTEM, r"<swctl/.*>", r'".*"'],

@@ -2,6 +2,7 @@
 // The probe in front of a C program that was built without it.
 #include <swctl-probe/probe.h>
 
+#include <bit>
 #include <cstdio>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -91,9 +92,11 @@ TEST_F(PreloadTest, RecordsWhatCanBeReadBack) {
 TEST_F(PreloadTest, TheRecordingIsPlainText) {
   preloaded("record:" + file_, "crash");
   EXPECT_EQ(text_of(file_),
-            "{\"format\":\"swctl-calls\",\"version\":1}\n"
-            "{\"number\":1,\"call\":\"rtk_port_link_get\",\"arguments\":{\"unit\":{\"in\":0},"
-            "\"port\":{\"in\":1},\"link\":{\"out\":7}},\"result\":0,\"made_up\":false}\n");
+            std::string("{\"format\":\"swctl-calls\",\"version\":1,\"byte_order\":\"") +
+                (std::endian::native == std::endian::big ? "big" : "little") +
+                "\"}\n"
+                "{\"number\":1,\"call\":\"rtk_port_link_get\",\"arguments\":{\"unit\":{\"in\":0},"
+                "\"port\":{\"in\":1},\"link\":{\"out\":7}},\"result\":0,\"made_up\":false}\n");
 }
 
 TEST_F(PreloadTest, AProcessThatEndsWithoutWarningLosesNothing) {

@@ -2,6 +2,7 @@
 // Recordings, written and read back.
 #include "recording.h"
 
+#include <bit>
 #include <cstdio>
 #include <fstream>
 #include <memory>
@@ -45,7 +46,9 @@ TEST_F(RecordingTest, TheFormatIsTheSameOnEveryMachine) {
   auto calls = swprobe::take();
   for (Call &call : calls) call.number = 4;
   ASSERT_EQ(calls.size(), 4u);
-  EXPECT_EQ(swprobe::recording_header(), R"({"format":"swctl-calls","version":1})");
+  const std::string order = std::endian::native == std::endian::big ? "big" : "little";
+  EXPECT_EQ(swprobe::recording_header(),
+            R"({"format":"swctl-calls","version":1,"byte_order":")" + order + R"("})");
   EXPECT_EQ(recording_line(calls[0]),
             R"({"number":4,"call":"sample_arrays","arguments":{"list":{"in":[1,2,65535]},)"
             R"("mac":{"in":[2,0,0,0,0,171]},"count":{"in":1},"found":{"out":[1]}},)"

@@ -114,9 +114,20 @@ SWCTL_API void clear_plan();
 // clear_plan().
 SWCTL_API uint64_t made_up_count();
 
-// Reads a recording back. Equal to what take() gave. Throws std::runtime_error naming file and
-// line.
+// Reads a recording back. Equal to what take() gave, but that numbers which a
+// call takes as bytes are in the order of this machine. Throws
+// std::runtime_error naming file and line.
 SWCTL_API std::vector<Call> read_recording(const std::string &path);
+
+// Makes a recorded call again, on the platform of this process, with what went
+// into it when it was recorded. It passes the probe like any other: take()
+// gives what it answers now. The area of a rule of the adapter is not in a
+// record; it is kept from the calls that put the rule together until the one
+// that hands it over. Throws std::invalid_argument, before anything is called,
+// for a call that is not known and for a record that lacks something.
+SWCTL_API void repeat(const Call &recorded);
+// Throws what repeat() would throw, and calls nothing.
+SWCTL_API void expect_repeatable(const Call &recorded);
 
 }  // namespace swprobe
 

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Makes a recorded call again: its arguments are built from the record, in
+// memory of their own.
+#ifndef SWCTL_PROBE_REPEAT_H
+#define SWCTL_PROBE_REPEAT_H
+
+#include <swctl/platform/adapter_records.h>
+
+#include <tuple>
+#include <utility>
+
+#include "capture.h"
+#include "site.h"
+
+namespace swprobe {
+
+// Where the argument's elements lie, all parts of it filled from the record.
+// Throws std::invalid_argument if the record does not hold what belongs there.
+void fill(const ArgumentInfo &info, const Address &address, const Call &recorded);
+// Refuses a record with another number of elements than the call takes, before
+// memory is made for those.
+void expect_elements(const ArgumentInfo &info, size_t count, const Call &recorded);
+// Whether the record has a null address for the argument.
+bool is_null(const ArgumentInfo &info, const Call &recorded);
+// The text of an argument of form text.
+const char *text_of(const char *argument, const Call &recorded);
+
+// The adapter keeps a rule's parts in an area of the caller's record that is
+// not recorded: it goes from call to call until the rule is handed over.
+void take_area(adp_fp_entity_rule_t &rule);
+void keep_area(const adp_fp_entity_rule_t &rule, bool handed_over);
+
+template <class T>
+void before_call(T &argument) {
+  if constexpr (std::is_same_v<T, adp_fp_entity_rule_t>) take_area(argument);
+  if constexpr (std::is_same_v<T, adp_fp_entity_rule_t *>) take_area(*argument);
+}
+template <class T>
+void after_call(const T &argument) {
+  if constexpr (std::is_same_v<T, adp_fp_entity_rule_t>) keep_area(argument, true);
+  if constexpr (std::is_same_v<T, adp_fp_entity_rule_t *>) keep_area(*argument, false);
+}
+
+// Memory of zeroes that any record may lie in.
+using Room = std::vector<uint64_t>;
+
+// First the values, then the addresses: how much is behind those may be said
+// by the values.
+template <class T>
+void fill_value(const ArgumentInfo &info, T &argument, const Call &recorded) {
+  if (info.direction == Direction::value) fill(info, {&argument, 1}, recorded);
+}
+
+template <class T>
+void fill_address(const ArgumentInfo &info, T &argument, size_t count, Room &room,
+                  const Call &recorded) {
+  if constexpr (std::is_pointer_v<T>) {
+    if (is_null(info, recorded)) return;
+    expect_elements(info, count, recorded);
+    room.resize(count * info.stride / sizeof(uint64_t) + 1);
+    argument = reinterpret_cast<T>(room.data());
+    if (info.direction != Direction::out) fill(info, {room.data(), count}, recorded);
+  }
+}
+
+// `addresses` is the call's own reading of where its arguments are and how
+// many elements they have. Without `make` all is done but the call.
+template <class... Types, size_t... Index>
+void repeat_call(int32_t (*function)(Types...), std::vector<Address> (*addresses)(Types...),
+                 std::span<const ArgumentInfo> infos, const Call &recorded, bool make,
+                 std::index_sequence<Index...>) {
+  std::tuple<Types...> arguments{};
+  Room rooms[sizeof...(Types)];
+  (fill_value(infos[Index], std::get<Index>(arguments), recorded), ...);
+  const std::vector<Address> places = std::apply(addresses, arguments);
+  (fill_address(infos[Index], std::get<Index>(arguments), places[Index].count, rooms[Index],
+                recorded),
+   ...);
+  if (!make) return;
+  (before_call(std::get<Index>(arguments)), ...);
+  std::apply(function, arguments);
+  (after_call(std::get<Index>(arguments)), ...);
+}
+
+template <class... Types>
+void repeat_call(int32_t (*function)(Types...), std::vector<Address> (*addresses)(Types...),
+                 std::span<const ArgumentInfo> infos, const Call &recorded, bool make) {
+  repeat_call(function, addresses, infos, recorded, make, std::index_sequence_for<Types...>());
+}
+
+}  // namespace swprobe
+
+#endif

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "replay.h"
+
+#include <stdexcept>
+
+namespace swreplay {
+namespace {
+
+// A line for each call, behind that of the header.
+std::string place_of(const Recording &recording, size_t index) {
+  return recording.path + ':' + std::to_string(index + 2);
+}
+
+// Outputs are there if the call succeeded.
+bool same_answer(const swprobe::Call &one, const swprobe::Call &other) {
+  if (one.result != other.result || one.arguments.size() != other.arguments.size()) return false;
+  for (size_t i = 0; i < one.arguments.size(); ++i)
+    if (one.arguments[i].after != other.arguments[i].after) return false;
+  return true;
+}
+
+swprobe::Call made_again(const swprobe::Call &recorded) {
+  swprobe::forget();
+  swprobe::repeat(recorded);
+  return swprobe::take().at(0);
+}
+
+}  // namespace
+
+Recording read(const std::string &path) {
+  Recording recording = {path, swprobe::read_recording(path)};
+  for (size_t i = 0; i < recording.calls.size(); ++i) {
+    try {
+      if (!recording.calls[i].made_up) swprobe::expect_repeatable(recording.calls[i]);
+    } catch (const std::invalid_argument &error) {
+      throw std::runtime_error(place_of(recording, i) + ": " + error.what());
+    }
+  }
+  return recording;
+}
+
+bool replay(const Recording &recording, bool keep_going, Outcome &outcome) {
+  for (size_t i = 0; i < recording.calls.size(); ++i) {
+    const swprobe::Call &recorded = recording.calls[i];
+    if (recorded.made_up) {
+      ++outcome.made_up;
+      continue;
+    }
+    const swprobe::Call answered = made_again(recorded);
+    ++outcome.replayed;
+    if (same_answer(recorded, answered)) continue;
+    outcome.differences.push_back({place_of(recording, i), recorded, answered});
+    if (!keep_going) return false;
+  }
+  return true;
+}
+
+}  // namespace swreplay
