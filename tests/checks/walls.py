@@ -11,7 +11,7 @@ import sys
 import elf
 
 PLATFORM = r"<swctl/(platform/.*|types\.h)>"
-SYSTEM = r"<[^/>]+>|<(sys|net|netinet|arpa|linux|libmnl|benchmark|gtest|gmock|nlohmann|CLI|fmt|editline)/.*>"
+SYSTEM = r"<[^/>]+>|<(sys|net|netinet|arpa|linux|libmnl|benchmark|gtest|gmock|nlohmann|CLI|fmt|editline|valgrind)/.*>"
 
 # Room -> what its files may include. {self} is the folder below the room.
 RULES = {
@@ -21,7 +21,7 @@ RULES = {
     "probe": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
-    "bench": [SYSTEM, r"<swctl/.*>", r"<swctl-vchip/.*>", r'".*"'],
+    "bench": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
     "kernel": [SYSTEM, r"<swctl/.*>", r'".*"'],
     "examples": [SYSTEM, r"<swctl/.*>"],
     "tests": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
