@@ -1,11 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""complete.py LIBRARY PROGRAM SOURCE_DIR
+"""complete.py CODE PROGRAM SOURCE_DIR CALLS
 
-Runs the sweep and sees that it left nothing out: every exported function that
-can come to a call of the platform was swept, and the sweep has passed every
-place in the library's code that makes such a call. Function and place are
-found in the machine code, which has one call instruction for each call of the
-source if the library is built without optimisation. The objdump is that of the
+Runs a sweep and sees that it left nothing out: every exported function that can
+come to one of the calls (a regular expression) was swept, and the sweep has
+passed every place that makes such a call in code that exported functions come
+to. Functions and places are found in the machine code of the library, or of the
+program that it is linked into; there is one call instruction for each call of
+the source if that was built without optimisation. The objdump is that of the
 binutils, whatever the compiler: it names what a call through the linkage table
 comes to.
 """
@@ -15,7 +16,6 @@ import subprocess
 import sys
 import tempfile
 
-PLATFORM = re.compile(r"^((rtk|adp)_\w+|sys_trace_\w+|Log_logging_func)$")
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 CALL = re.compile(r"^\s*[0-9a-f]+:\s+(?:call|jmp)\s+[0-9a-f]+ <([^+>]+)>$")
 ADDRESS = re.compile(r"^\s*([0-9a-f]+):\s")
@@ -28,9 +28,9 @@ def exports(source_dir):
     return names
 
 
-def read_code(library, exported):
-    """Who calls whom, and the places of calls: address behind it -> (function, call)."""
-    output = subprocess.run(["objdump", "-d", "--no-show-raw-insn", library], check=True,
+def read_code(code):
+    """Who calls whom, and the places of calls: address behind it -> (caller, callee)."""
+    output = subprocess.run(["objdump", "-d", "--no-show-raw-insn", code], check=True,
                             capture_output=True, text=True).stdout
     callees, places, function, waiting = {}, {}, None, None
     for line in output.splitlines():
@@ -42,25 +42,24 @@ def read_code(library, exported):
         if head:
             function = head.group(1)
         elif call:
-            callee = call.group(1).split("@")[0]
-            callees.setdefault(function, set()).add(callee)
-            if PLATFORM.match(callee) and callee not in exported:
-                waiting = (function, callee)
+            waiting = (function, call.group(1).split("@")[0])
+            callees.setdefault(function, set()).add(waiting[1])
     return callees, places
 
 
-def reaches_platform(name, callees, exported, seen):
-    if PLATFORM.match(name) and name not in exported:
-        return True
-    if name in seen:
-        return False
-    seen.add(name)
-    return any(reaches_platform(callee, callees, exported, seen)
-               for callee in callees.get(name, ()))
+def reached_from(name, callees):
+    """The function and all that it comes to."""
+    reached, waiting = set(), [name]
+    while waiting:
+        function = waiting.pop()
+        if function not in reached:
+            reached.add(function)
+            waiting += callees.get(function, ())
+    return reached
 
 
 def main():
-    library, program, source_dir = sys.argv[1:]
+    code, program, source_dir, pattern = sys.argv[1:]
     with tempfile.TemporaryDirectory() as directory:
         listed = pathlib.Path(directory) / "swept"
         status = subprocess.run([program, str(listed)]).returncode
@@ -68,10 +67,18 @@ def main():
     swept = {word for kind, word in lines if kind == "function"}
     passed = {int(word, 16) for kind, word in lines if kind == "place"}
     exported = exports(source_dir)
-    callees, places = read_code(library, exported)
-    wanted = {name for name in exported if reaches_platform(name, callees, exported, set())}
+    callees, places = read_code(code)
 
-    problems = [f"{name} calls the platform and is not swept" for name in sorted(wanted - swept)]
+    def is_wanted(callee):
+        return re.fullmatch(pattern, callee) and callee not in exported
+
+    reached = {name: reached_from(name, callees) for name in exported}
+    wanted = {name for name in exported if any(map(is_wanted, reached[name]))}
+    inside = set().union(*reached.values())
+    places = {place: (caller, callee) for place, (caller, callee) in places.items()
+              if caller in inside and is_wanted(callee)}
+
+    problems = [f"{name} makes such calls and is not swept" for name in sorted(wanted - swept)]
     problems += [f"{name} is swept and not exported" for name in sorted(swept - exported)]
     problems += [f"the call of {places[place][1]} in {places[place][0]} is not passed"
                  for place in sorted(set(places) - passed)]
