@@ -2,6 +2,7 @@
 #include "field/action_words.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace swctl {
 namespace {
@@ -94,7 +95,15 @@ constexpr Assignment kAssignments[] = {
     {324, 2, kParam0},
 };
 
-static_assert(std::ranges::is_sorted(kAssignments, {}, &Assignment::action));
+struct ByAction {
+  constexpr bool operator()(const Assignment &one, const Assignment &other) const {
+    return one.action < other.action;
+  }
+  constexpr bool operator()(const Assignment &one, uint32_t action) const {
+    return one.action < action;
+  }
+};
+static_assert(std::is_sorted(std::begin(kAssignments), std::end(kAssignments), ByAction()));
 
 constexpr bool applies(When when, uint32_t param0, uint32_t param1) {
   switch (when) {
@@ -121,10 +130,11 @@ constexpr uint32_t evaluate(Source source, uint32_t param0, uint32_t param1) {
 }  // namespace
 
 void merge_action(chip_acl_action &record, uint32_t action, uint32_t param0, uint32_t param1) {
-  for (const Assignment &each :
-       std::ranges::equal_range(kAssignments, action, {}, &Assignment::action)) {
-    if (applies(each.when, param0, param1))
-      record.word[each.word] = evaluate(each.source, param0, param1);
+  const Assignment *each =
+      std::lower_bound(std::begin(kAssignments), std::end(kAssignments), action, ByAction());
+  for (; each != std::end(kAssignments) && each->action == action; ++each) {
+    if (applies(each->when, param0, param1))
+      record.word[each->word] = evaluate(each->source, param0, param1);
   }
 }
 
