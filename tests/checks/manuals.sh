@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # manuals.sh SOURCE_DIR BUILD_DIR
 # The manual pages are well-formed, refer to pages that exist, and leave out no
-# command and no option of vchipctl.
+# command and no option of the programs.
 set -euo pipefail
 source_dir=$1 build_dir=$2
 man=$source_dir/docs/man
@@ -22,16 +22,28 @@ while read -r name section; do
 done < <(sed -n 's/^\.Xr \([^ ]*\) \([0-9]\).*/\1 \2/p' "${pages[@]}" | sort -u)
 
 # The page as a person reads it, without the way it is laid out.
-text=$(mandoc -T ascii "$man/vchipctl.1" | sed 's/.\x08//g')
-# What a command is called begins its line; an option may be anywhere.
+text_of() { mandoc -T ascii "$man/$1.1" | sed 's/.\x08//g'; }
+
+# A command begins its line in the help and in the page.
+text=$(text_of vchipctl)
 words=$("$build_dir/bin/vchipctl" help | sed -n 's/^\([a-z][a-z-]*\)$/\1/p')
 [ -n "$words" ] || complain "vchipctl help names no commands"
 for word in $words; do
   grep -q "^  *$word\b" <<<"$text" || complain "vchipctl.1 leaves out the command $word"
 done
-for option in $("$build_dir/bin/vchipctl" help | grep -o -- '--[a-z]*' | sort -u); do
-  grep -q -- "$option\b" <<<"$text" || complain "vchipctl.1 leaves out the option $option"
-done
+
+# options_in_page PROGRAM HELP: every option that the help names is in the page.
+options_in_page() {
+  local option options text
+  text=$(text_of "$1")
+  options=$("$build_dir/bin/$1" "$2" | grep -o -- '--[a-z][a-z-]*' | sort -u)
+  [ -n "$options" ] || complain "$1 $2 names no options"
+  for option in $options; do
+    grep -q -- "$option\b" <<<"$text" || complain "$1.1 leaves out the option $option"
+  done
+}
+options_in_page vchipctl help
+options_in_page swctl-replay --help
 
 [ "$status" -eq 0 ] && echo "manuals: ${#pages[@]} pages"
 exit "$status"
