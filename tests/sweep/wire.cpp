@@ -134,9 +134,22 @@ void note_place(size_t call, const void *place) {
   places.insert(place);
 }
 
+// A function to call now; it need not outlive the call.
+class Step {
+ public:
+  template <typename Function>
+  Step(const Function &function)
+      : function_(&function),
+        call_([](const void *it) -> int32_t { return (*static_cast<const Function *>(it))(); }) {}
+  int32_t operator()() const { return call_(function_); }
+
+ private:
+  const void *function_;
+  int32_t (*call_)(const void *);
+};
+
 // Makes the call the way that the plan wants it.
-template <typename Call, typename Zero>
-int32_t make(Seen seen, const void *place, Call call, Zero zero) {
+int32_t make(Seen seen, const void *place, Step call, Step zero) {
   if (watch.state == Watch::on) note_place(seen.call, place);
   const size_t number = watch.trace.size();
   const Way way = way_of(seen, number);
@@ -162,11 +175,10 @@ int32_t make(Seen seen, const void *place, Call call, Zero zero) {
 }
 
 // Functions of the platform that have a variable list or no result.
-template <typename Call>
-int32_t make_plain(const char *name, const void *place, Call call) {
-  Seen seen;
-  seen.call = call_index(name);
-  return make(std::move(seen), place, call, [] {});
+int32_t make_plain(const char *name, const void *place, int32_t (*next)()) {
+  Seen seen{call_index(name)};
+  const auto nothing = [] { return 0; };
+  return make(std::move(seen), place, next, nothing);
 }
 
 }  // namespace
@@ -218,19 +230,22 @@ const std::set<const void *> &places_reached() {
 
 // clang-format off
 #include <swctl/platform/calls_begin.h>
-#define SWCTL_CALL(name, ...)                                                              \
-  int32_t name(SWCTL_PARAMETERS(__VA_ARGS__)) {                                            \
-    static auto *const sweep_next = sweep::next_of<decltype(name)>(#name);                 \
-    const auto sweep_call = [&] { return sweep_next(SWCTL_ARGUMENTS(__VA_ARGS__)); };      \
+#define SWCTL_CALL(name, ...)                                                                \
+  int32_t name(SWCTL_PARAMETERS(__VA_ARGS__)) {                                              \
+    static auto *const sweep_next = sweep::next_of<decltype(name)>(#name);                   \
+    const auto sweep_call = [&] { return sweep_next(SWCTL_ARGUMENTS(__VA_ARGS__)); };        \
     if (sweep::watch.state == sweep::Watch::off || sweep::watch.inside) return sweep_call(); \
-    static const size_t sweep_index = sweep::call_index(#name);                            \
-    sweep::Seen sweep_seen{sweep_index};                                                   \
-    sweep::Hash sweep_hash;                                                                \
-    static_cast<void>(std::initializer_list<int>{SWCTL_EACH(SEE, __VA_ARGS__)});           \
-    sweep_seen.digest = sweep_hash.value;                                                  \
-    return sweep::make(std::move(sweep_seen), __builtin_return_address(0), sweep_call, [&] {          \
-      static_cast<void>(std::initializer_list<int>{SWCTL_EACH(ZERO, __VA_ARGS__)});        \
-    });                                                                                    \
+    static const size_t sweep_index = sweep::call_index(#name);                              \
+    sweep::Seen sweep_seen{sweep_index};                                                     \
+    sweep::Hash sweep_hash;                                                                  \
+    static_cast<void>(std::initializer_list<int>{SWCTL_EACH(SEE, __VA_ARGS__)});             \
+    sweep_seen.digest = sweep_hash.value;                                                    \
+    const auto sweep_zero = [&] {                                                            \
+      static_cast<void>(std::initializer_list<int>{SWCTL_EACH(ZERO, __VA_ARGS__)});          \
+      return 0;                                                                              \
+    };                                                                                       \
+    return sweep::make(std::move(sweep_seen), __builtin_return_address(0), sweep_call,       \
+                       sweep_zero);                                                          \
   }
 #include <swctl/platform/calls/adapter.def>
 #include <swctl/platform/calls/sdk.def>
@@ -240,16 +255,20 @@ const std::set<const void *> &places_reached() {
 int32_t sys_trace_get(void) {
   static auto *const next = sweep::next_of<int32_t()>("sys_trace_get");
   if (sweep::watch.state == sweep::Watch::off) return next();
-  return sweep::make_plain("sys_trace_get", __builtin_return_address(0), [] { return next(); });
+  return sweep::make_plain("sys_trace_get", __builtin_return_address(0), next);
 }
 
 // Nothing is written to the log and to the trace: they are no part of the chip.
+static int32_t swallow() {
+  return 0;
+}
+
 void sys_trace_add_log(const char *, const char *) {
   if (sweep::watch.state == sweep::Watch::off) return;
-  sweep::make_plain("sys_trace_add_log", __builtin_return_address(0), [] { return 0; });
+  sweep::make_plain("sys_trace_add_log", __builtin_return_address(0), swallow);
 }
 
 void Log_logging_func(int32_t, int32_t, const char *, const char *, ...) {
   if (sweep::watch.state == sweep::Watch::off) return;
-  sweep::make_plain("Log_logging_func", __builtin_return_address(0), [] { return 0; });
+  sweep::make_plain("Log_logging_func", __builtin_return_address(0), swallow);
 }
