@@ -2,11 +2,11 @@
 # SPDX-License-Identifier: MIT
 """Makes the report of a run of the benchmarks.
 
-Usage: report.py FOLDER DOCS
+Usage: report.py FOLDER [DOCS]
 
-FOLDER has what the run left: pairs.txt (the ratio tables), steps.txt (a line for
-each function of several steps) and instructions.json. Writes performance.md and
-performance.svg into DOCS. Fails if a function of several steps costs more than
+FOLDER has what the run left: pairs.txt (the ratio tables), steps-image.txt and
+steps-private.txt (a line for each function) and instructions.json. Prints the page, or
+writes performance.md and performance.svg into DOCS. Fails if a function of several steps costs more than
 LIMIT times its own calls of the platform and is not among the named ones.
 """
 import json
@@ -25,6 +25,11 @@ BESIDES = {
     "user_mac_violate_count_get_by_port": "reads a file",
     "user_mac_violate_del_by_port": "reads and writes a file",
     "User_port_cablediag": "prints what it found",
+}
+
+BY_HAND = {
+    "user_vlan_translate_add", "user_vlan_dtag_add", "user_vlan_mac_add", "user_vlan_ip4_add",
+    "user_vlan_voice_oui_mac_add", "user_port_protocol_vlan_add",
 }
 
 INTRODUCTION = """# What a call costs
@@ -46,12 +51,23 @@ def read_pairs(folder):
     return [match.groups() for match in found if match]
 
 
+class Steps:
+    """A function's figures, in nanoseconds, on both kinds of chip."""
+
+    def __init__(self, image, private):
+        self.name, self.calls = image[0], int(image[1])
+        self.library, self.direct, self.ratio = map(float, image[2:])
+        self.private = float(private[4])
+
+
 def read_steps(folder):
-    rows = []
-    for line in (folder / "steps.txt").read_text().splitlines():
-        name, steps, library, direct, ratio = line.split()
-        rows.append((name, int(steps), float(library), float(direct), float(ratio)))
-    return sorted(rows, key=lambda row: -row[4])
+    """Those of the functions that make a call of the platform. The rules of the
+    adapter are among the pairs instead: their record does not repeat."""
+    sides = [[line.split() for line in (folder / f"steps-{chip}.txt").read_text().splitlines()]
+             for chip in ("image", "private")]
+    last = {image[0]: Steps(image, private) for image, private in zip(*sides)}
+    return sorted((step for step in last.values() if step.name not in BY_HAND),
+                  key=lambda step: -step.ratio)
 
 
 def table(header, rows):
@@ -70,18 +86,24 @@ def pairs_text(pairs):
 
 
 def steps_text(steps):
-    rows = [(f"`{name}`", str(count), f"{library:.0f}", f"{direct:.0f}", f"{ratio:.2f}",
-             BESIDES.get(name, "")) for name, count, library, direct, ratio in steps]
-    within = sum(1 for row in steps if row[4] <= LIMIT)
-    ratios = [row[4] for row in steps]
+    rows = [(f"`{step.name}`", str(step.calls), f"{step.library:.0f}", f"{step.direct:.0f}",
+             f"{step.ratio:.2f}", f"{step.private:.2f}", BESIDES.get(step.name, ""))
+            for step in steps]
+    plain = [step for step in steps if step.name not in BESIDES]
     return ("## Functions of several steps\n\n"
-            "Every function that makes more than one call of the platform, against the same\n"
-            "calls with the same arguments, taken from a recording of it, on a virtual chip that\n"
-            "lies in an image, as programs share it.\n"
-            f"{within} of {len(steps)} are within {LIMIT}; the median is "
-            f"{statistics.median(ratios):.2f}.\n\n"
+            "Every function that makes several calls of the platform, against the same calls\n"
+            "with the same arguments, taken from a recording of it. The limit holds on a virtual\n"
+            "chip that lies in an image, as programs share it: there a call takes about a\n"
+            "microsecond, as it may on a bus. The last ratio is on a chip of the process alone,\n"
+            "where a call takes ten nanoseconds. \"calls\" are those of the state that many calls\n"
+            "leave: a walk through an empty table is one. The direct side makes each call from\n"
+            "prepared arguments through a pointer, a nanosecond or two more than a written call.\n\n"
+            f"{sum(1 for step in plain if step.ratio <= LIMIT)} of {len(plain)} are within "
+            f"{LIMIT}, the median is {statistics.median(step.ratio for step in plain):.2f}. Apart\n"
+            f"from these stand {len(steps) - len(plain)} that print or use files besides.\n\n"
             "![Ratio of each function of several steps](performance.svg)\n\n"
-            + table(["function", "calls", "library", "direct", "ratio", "besides"], rows) + "\n")
+            + table(["function", "calls", "library", "direct", "ratio", "alone", "besides"], rows)
+            + "\n")
 
 
 def instructions_text(rows):
@@ -103,7 +125,7 @@ def instructions_text(rows):
 
 
 def plot(steps, docs):
-    data = "\n".join(f'{index} {row[4]} "{row[0]}"' for index, row in enumerate(reversed(steps)))
+    data = "\n".join(f'{index} {step.ratio} "{step.name}"' for index, step in enumerate(reversed(steps)))
     height = 60 + 13 * len(steps)
     script = f"""
 set terminal svg size 800,{height} font "sans,9" background "white"
@@ -123,18 +145,27 @@ plot $data using 2:1:ytic(3) with points pointtype 7 pointsize 0.4 linecolor "#2
 
 
 def beyond(steps):
-    return [row for row in steps if row[4] > LIMIT and row[0] not in BESIDES]
+    return [step for step in steps if step.ratio > LIMIT and step.name not in BESIDES]
 
 
 def main():
-    folder, docs = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
-    steps = read_steps(folder)
+    folder = pathlib.Path(sys.argv[1])
     rows = json.loads((folder / "instructions.json").read_text())
-    (docs / "performance.md").write_text(
-        INTRODUCTION + pairs_text(read_pairs(folder)) + steps_text(steps) + instructions_text(rows))
-    plot(steps, docs)
-    for name, _, _, _, ratio in beyond(steps):
-        print(f"{name}: {ratio:.2f} times its own calls, more than {LIMIT}")
+    several = {row["function"] for row in rows if row["kind"] == "multi-step"}
+    steps = [step for step in read_steps(folder) if step.name in several]
+    page = (INTRODUCTION + pairs_text(read_pairs(folder)) + steps_text(steps)
+            + instructions_text(rows))
+    if len(sys.argv) > 2:
+        docs = pathlib.Path(sys.argv[2])
+        (docs / "performance.md").write_text(page)
+        plot([step for step in steps if step.name not in BESIDES], docs)
+    else:
+        print(page)
+    for step in beyond(steps):
+        print(f"{step.name}: {step.ratio:.2f} times its own calls, more than {LIMIT}")
+    missing = several - BY_HAND - {step.name for step in steps}
+    if missing:
+        print("makes no call in the end, so not timed:", ", ".join(sorted(missing)))
     return 1 if beyond(steps) else 0
 
 

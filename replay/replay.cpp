@@ -31,7 +31,7 @@ Recording read(const std::string &path) {
   Recording recording = {path, swprobe::read_recording(path)};
   for (size_t i = 0; i < recording.calls.size(); ++i) {
     try {
-      if (!recording.calls[i].made_up) swprobe::expect_repeatable(recording.calls[i]);
+      if (!recording.calls[i].made_up) swprobe::prepare(recording.calls[i]);
     } catch (const std::invalid_argument &error) {
       throw std::runtime_error(place_of(recording, i) + ": " + error.what());
     }

@@ -15,7 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -30,7 +30,7 @@ constexpr double kRoundSeconds = 0.0004;
 constexpr char kMark[] = "bench";
 
 using Clock = std::chrono::steady_clock;
-using Steps = std::vector<std::function<int64_t()>>;
+using Steps = std::vector<std::function<void()>>;
 
 double seconds_since(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
@@ -70,20 +70,30 @@ class Bench {
     subject_ = {};
     subject_.name = name;
     if (learns_) return mark(name);
-    for (const swprobe::Call &call : calls_[name]) subject_.steps.push_back(swprobe::prepare(call));
+    const Lesson &lesson = lessons_.at(next_++);
+    if (lesson.name != name) throw std::runtime_error("the recording is of another program");
+    for (const swprobe::Call &call : lesson.calls) subject_.steps.push_back(swprobe::prepare(call));
   }
 
   int round() { return learns_ ? learning_round() : timed_round(); }
 
  private:
+  // What one call of a function did, in the order of the program.
+  struct Lesson {
+    std::string name;
+    std::vector<swprobe::Call> calls;
+  };
+
   void read(const char *path) {
     learns_ = false;
-    std::string name;
+    bool between = true;
     for (const swprobe::Call &call : swprobe::read_recording(path)) {
-      if (call.name == "sys_trace_add_log" && call.arguments[1].text == kMark)
-        name = call.arguments[0].text;
-      else if (!name.empty())
-        calls_[name].push_back(call);
+      if (call.name == "sys_trace_add_log" && call.arguments[1].text == kMark) {
+        between = call.arguments[0].text.empty();
+        if (!between) lessons_.push_back({call.arguments[0].text, {}});
+      } else if (!between) {
+        lessons_.back().calls.push_back(call);
+      }
     }
   }
 
@@ -97,7 +107,7 @@ class Bench {
 
   int timed_round() {
     Subject &now = subject_;
-    if (now.steps.size() < 2) return 0;
+    if (now.steps.empty()) return 0;
     if (now.calls_a_round == 0) {
       now.calls_a_round = calls_for_a_round();
     } else {
@@ -116,13 +126,14 @@ class Bench {
 
   int report() {
     const Subject &now = subject_;
-    fprintf(stderr, "%s %zu %.1f %.1f %.3f\n", now.name.c_str(), now.steps.size(),
+    fprintf(stderr, "steps %s %zu %.1f %.1f %.3f\n", now.name.c_str(), now.steps.size(),
             median(now.library) * 1e9, median(now.direct) * 1e9, median(now.ratio));
     return 0;
   }
 
   bool learns_ = true;
-  std::map<std::string, std::vector<swprobe::Call>> calls_;
+  std::vector<Lesson> lessons_;
+  size_t next_ = 0;
   Subject subject_;
 };
 

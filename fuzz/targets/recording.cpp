@@ -18,7 +18,7 @@ void expect_place(const std::string &message, const std::string &path) {
 void look_at(const swprobe::Call &call) {
   if (!call.line().starts_with(call.name)) swfuzz::wrong(call.line());
   try {
-    swprobe::expect_repeatable(call);
+    swprobe::prepare(call);
   } catch (const std::invalid_argument &error) {
     if (!std::string(error.what()).starts_with(call.name)) swfuzz::wrong(error.what());
   }

@@ -56,10 +56,10 @@ void fill(const ArgumentInfo &info, const Address &address, const Call &recorded
   }
 }
 
-const char *text_of(const char *name, const Call &recorded) {
+Text text_of(const char *name, const Call &recorded) {
   const Argument *argument = find(recorded, name);
   if (argument == nullptr) refuse_call(recorded, "'" + std::string(name) + "' is missing");
-  return argument->null ? nullptr : argument->text.c_str();
+  return argument->null ? Text() : Text(argument->text);
 }
 
 void take_area(adp_fp_entity_rule_t &rule) {

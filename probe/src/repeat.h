@@ -6,6 +6,12 @@
 
 #include <swctl/platform/adapter_records.h>
 
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
 #include <tuple>
 #include <utility>
 
@@ -23,7 +29,8 @@ void expect_elements(const ArgumentInfo &info, size_t count, const Call &recorde
 // Whether the record has a null address for the argument.
 bool is_null(const ArgumentInfo &info, const Call &recorded);
 // The text of an argument of form text.
-const char *text_of(const char *argument, const Call &recorded);
+using Text = std::optional<std::string>;  // none: a null address
+Text text_of(const char *argument, const Call &recorded);
 
 // The adapter keeps a rule's parts in an area of the caller's record that is
 // not recorded: it goes from call to call until the rule is handed over.
@@ -63,29 +70,49 @@ void fill_address(const ArgumentInfo &info, T &argument, size_t count, Room &roo
   }
 }
 
-// `addresses` is the call's own reading of where its arguments are and how
-// many elements they have. Without `make` all is done but the call.
-template <class... Types, size_t... Index>
-void repeat_call(int32_t (*function)(Types...), std::vector<Address> (*addresses)(Types...),
-                 std::span<const ArgumentInfo> infos, const Call &recorded, bool make,
-                 std::index_sequence<Index...>) {
+// A call with its arguments and what is behind those that are addresses. What
+// the call updates is as recorded each time.
+template <class... Types>
+struct Prepared {
+  int32_t (*function)(Types...);
   std::tuple<Types...> arguments{};
-  Room rooms[sizeof...(Types)];
-  (fill_value(infos[Index], std::get<Index>(arguments), recorded), ...);
-  const std::vector<Address> places = std::apply(addresses, arguments);
-  (fill_address(infos[Index], std::get<Index>(arguments), places[Index].count, rooms[Index],
-                recorded),
+  std::array<Room, sizeof...(Types)> rooms;
+  std::vector<std::pair<Room *, Room>> updated;
+
+  void make() {
+    for (auto &[room, recorded] : updated)
+      std::copy(recorded.begin(), recorded.end(), room->begin());
+    std::apply([](auto &...each) { (before_call(each), ...); }, arguments);
+    std::apply(function, arguments);
+    std::apply([](const auto &...each) { (after_call(each), ...); }, arguments);
+  }
+};
+
+// `addresses` is the call's own reading of where its arguments are and how
+// many elements they have.
+template <class... Types, size_t... Index>
+std::function<void()> prepare_call(int32_t (*function)(Types...),
+                                   std::vector<Address> (*addresses)(Types...),
+                                   std::span<const ArgumentInfo> infos, const Call &recorded,
+                                   std::index_sequence<Index...>) {
+  const auto call = std::make_shared<Prepared<Types...>>();
+  call->function = function;
+  (fill_value(infos[Index], std::get<Index>(call->arguments), recorded), ...);
+  const std::vector<Address> places = std::apply(addresses, call->arguments);
+  (fill_address(infos[Index], std::get<Index>(call->arguments), places[Index].count,
+                call->rooms[Index], recorded),
    ...);
-  if (!make) return;
-  (before_call(std::get<Index>(arguments)), ...);
-  std::apply(function, arguments);
-  (after_call(std::get<Index>(arguments)), ...);
+  for (size_t i = 0; i < sizeof...(Types); ++i)
+    if (infos[i].direction == Direction::update)
+      call->updated.push_back({&call->rooms[i], call->rooms[i]});
+  return [call] { call->make(); };
 }
 
 template <class... Types>
-void repeat_call(int32_t (*function)(Types...), std::vector<Address> (*addresses)(Types...),
-                 std::span<const ArgumentInfo> infos, const Call &recorded, bool make) {
-  repeat_call(function, addresses, infos, recorded, make, std::index_sequence_for<Types...>());
+std::function<void()> prepare_call(int32_t (*function)(Types...),
+                                   std::vector<Address> (*addresses)(Types...),
+                                   std::span<const ArgumentInfo> infos, const Call &recorded) {
+  return prepare_call(function, addresses, infos, recorded, std::index_sequence_for<Types...>());
 }
 
 }  // namespace swprobe

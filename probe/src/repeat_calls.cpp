@@ -17,9 +17,9 @@
   static std::vector<swprobe::Address> swprobe_addresses_##name(SWCTL_PARAMETERS(__VA_ARGS__)) { \
     return {SWCTL_EACH(SWPROBE_ADDRESS, __VA_ARGS__)}; \
   } \
-  static void swprobe_repeat_##name(const swprobe::Site &site, const swprobe::Call &recorded, \
-                                    bool make) { \
-    swprobe::repeat_call(&name, &swprobe_addresses_##name, site.arguments, recorded, make); \
+  static std::function<void()> swprobe_prepare_##name(const swprobe::Site &site, \
+                                                      const swprobe::Call &recorded) { \
+    return swprobe::prepare_call(&name, &swprobe_addresses_##name, site.arguments, recorded); \
   }
 #include <swctl/platform/calls/adapter.def>
 #include <swctl/platform/calls/sdk.def>
@@ -29,58 +29,57 @@
 namespace swprobe {
 namespace {
 
-void repeat_log(const Site &site, const Call &recorded, bool make) {
+const char *pointer_to(const Text &text) {
+  return text ? text->c_str() : nullptr;
+}
+
+std::function<void()> prepare_log(const Site &site, const Call &recorded) {
   int32_t level = 0;
   int32_t option = 0;
   fill(site.arguments[0], {&level, 1}, recorded);
   fill(site.arguments[1], {&option, 1}, recorded);
-  const char *tag = text_of("tag", recorded);
-  const char *text = text_of("text", recorded);
-  if (make) Log_logging_func(level, option, tag, "%s", text == nullptr ? "" : text);
+  const Text tag = text_of("tag", recorded);
+  const Text text = text_of("text", recorded);
+  return [=] { Log_logging_func(level, option, pointer_to(tag), "%s", text.value_or("").c_str()); };
 }
 
-void repeat_trace_get(const Site &, const Call &, bool make) {
-  if (make) sys_trace_get();
+std::function<void()> prepare_trace_get(const Site &, const Call &) {
+  return [] { sys_trace_get(); };
 }
 
-void repeat_trace_add(const Site &, const Call &recorded, bool make) {
-  const char *location = text_of("location", recorded);
-  const char *message = text_of("message", recorded);
-  if (make) sys_trace_add_log(location, message);
+std::function<void()> prepare_trace_add(const Site &, const Call &recorded) {
+  const Text location = text_of("location", recorded);
+  const Text message = text_of("message", recorded);
+  return [=] { sys_trace_add_log(pointer_to(location), pointer_to(message)); };
 }
 
-struct Repeater {
+struct Preparer {
   std::string_view name;
-  void (*repeat)(const Site &site, const Call &recorded, bool make);
+  std::function<void()> (*prepare)(const Site &site, const Call &recorded);
 };
 
-constexpr Repeater kRepeaters[] = {
+constexpr Preparer kPreparers[] = {
 #include <swctl/platform/calls_begin.h>
-#define SWCTL_CALL(name, ...) {#name, swprobe_repeat_##name},
+#define SWCTL_CALL(name, ...) {#name, swprobe_prepare_##name},
 #include <swctl/platform/calls/adapter.def>
 #include <swctl/platform/calls/sdk.def>
 #include <swctl/platform/calls_end.h>
-    {"Log_logging_func", repeat_log},
-    {"sys_trace_get", repeat_trace_get},
-    {"sys_trace_add_log", repeat_trace_add},
+    {"Log_logging_func", prepare_log},
+    {"sys_trace_get", prepare_trace_get},
+    {"sys_trace_add_log", prepare_trace_add},
 };
-
-void repeat_or_check(const Call &recorded, bool make) {
-  const Site *site = find_call(recorded.name);
-  for (const Repeater &repeater : kRepeaters)
-    if (site != nullptr && repeater.name == recorded.name)
-      return repeater.repeat(*site, recorded, make);
-  throw std::invalid_argument("no call is named '" + recorded.name + "'");
-}
 
 }  // namespace
 
-void expect_repeatable(const Call &recorded) {
-  repeat_or_check(recorded, false);
+std::function<void()> prepare(const Call &recorded) {
+  const Site *site = find_call(recorded.name);
+  for (const Preparer &preparer : kPreparers)
+    if (site != nullptr && preparer.name == recorded.name) return preparer.prepare(*site, recorded);
+  throw std::invalid_argument("no call is named '" + recorded.name + "'");
 }
 
 void repeat(const Call &recorded) {
-  repeat_or_check(recorded, true);
+  prepare(recorded)();
 }
 
 }  // namespace swprobe

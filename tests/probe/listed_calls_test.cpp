@@ -7,8 +7,10 @@
 
 #include <cstring>
 #include <dlfcn.h>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -84,6 +86,29 @@ class ListedCallsTest : public testing::Test {
     }
     EXPECT_EQ(at, call.arguments.size()) << call.line();
   }
+
+  // What went into a call; what comes out may be elsewhere, the samples share
+  // one area.
+  static std::vector<std::vector<int64_t>> inputs(const swprobe::Call &call) {
+    std::vector<std::vector<int64_t>> all;
+    for (const swprobe::Argument &argument : call.arguments) all.push_back(argument.before);
+    return all;
+  }
+
+  static void expect_same_again(const swprobe::Call &recorded) {
+    const std::function<void()> made_again = swprobe::prepare(recorded);
+    EXPECT_TRUE(swprobe::take().empty()) << recorded.line();
+    made_again();
+    made_again();
+    const auto calls = swprobe::take();
+    ASSERT_EQ(calls.size(), 2u) << recorded.line();
+    for (const swprobe::Call &call : calls) {
+      EXPECT_EQ(call.name, recorded.name);
+      EXPECT_EQ(call.result, recorded.result) << call.line();
+      EXPECT_EQ(inputs(call), inputs(recorded)) << call.line();
+    }
+    EXPECT_EQ(calls[0].line(), calls[1].line());
+  }
 };
 
 #define SAMPLE(tuple) SAMPLE_ tuple
@@ -143,6 +168,30 @@ TEST_F(ListedCallsTest, CanAllBeAnswered) {
 #include <swctl/platform/calls/sdk.def>
 #include <swctl/platform/calls_end.h>
   // clang-format on
+}
+
+// What an update wrote the first time does not go into the second.
+TEST_F(ListedCallsTest, CanAllBePreparedAndMadeAgain) {
+// The order of these lines has a meaning.
+// clang-format off
+#include <swctl/platform/calls_begin.h>
+#define SWCTL_CALL(name, ...)                       \
+  std::memset(area, 0x11, sizeof area);             \
+  name(SWCTL_EACH(SAMPLE, __VA_ARGS__));            \
+  expect_same_again(swprobe::take().at(0));
+#include <swctl/platform/calls/adapter.def>
+#include <swctl/platform/calls/sdk.def>
+#include <swctl/platform/calls_end.h>
+  // clang-format on
+}
+
+TEST_F(ListedCallsTest, AnUnknownCallCannotBePrepared) {
+  swprobe::Call call{};
+  call.name = "rtk_no_such_call";
+  EXPECT_THROW(swprobe::prepare(call), std::invalid_argument);
+  call.name = "rtk_port_link_get";
+  EXPECT_THROW(swprobe::prepare(call), std::invalid_argument);
+  EXPECT_TRUE(swprobe::take().empty());
 }
 
 TEST_F(ListedCallsTest, TheSentenceIsNotTheProbesOwn) {

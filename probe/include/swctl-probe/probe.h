@@ -126,8 +126,9 @@ SWCTL_API std::vector<Call> read_recording(const std::string &path);
 // that hands it over. Throws std::invalid_argument, before anything is called,
 // for a call that is not known and for a record that lacks something.
 SWCTL_API void repeat(const Call &recorded);
-// Throws what repeat() would throw, and calls nothing.
-SWCTL_API void expect_repeatable(const Call &recorded);
+// The same in two steps, for who makes a call more than once: the arguments are
+// built now, what is returned makes the call. Throws what repeat() would throw.
+SWCTL_API std::function<void()> prepare(const Call &recorded);
 
 }  // namespace swprobe
 
