@@ -64,15 +64,17 @@ class Argument<T *> {
       return;
     }
     const size_t bytes = bound != nullptr ? bound->number : usual_bytes<T>();
-    block_ = std::make_unique<uint8_t[]>(bytes);
-    input.fill(block_.get(), bytes);
+    front_ = bound != nullptr && bound->what == Bounded::words_around ? sizeof(uint32_t) : 0;
+    block_ = std::make_unique<uint8_t[]>(front_ + bytes);
+    input.fill(block_.get() + front_, bytes);
   }
   T *get() const {
-    return static_cast<T *>(file_ ? static_cast<void *>(file_.get()) : block_.get());
+    return static_cast<T *>(file_ ? static_cast<void *>(file_.get()) : block_.get() + front_);
   }
 
  private:
   std::unique_ptr<uint8_t[]> block_;
+  size_t front_ = 0;
   OpenFile file_;
 };
 

@@ -27,6 +27,7 @@ namespace swfuzz {
 
 enum class Bounded {
   bytes_behind,  // an address: this many bytes
+  words_around,  // an address: this many bytes, and one word in front
   file_behind,   // an address of no type: an open file
   at_most,       // a number
 };
@@ -67,6 +68,7 @@ inline constexpr Bound kBounds[] = {
     {"del_all__mac_bytype_callback", 2, Bounded::bytes_behind, 4, "a learn type"},
     {"test_fun3_callback", 2, Bounded::file_behind, 0, "the file that is written to"},
     {"test_fun4_callback", 2, Bounded::file_behind, 0, "the file that is written to"},
+    {"user_is_mcast_addr_exist_vlan_is", 1, Bounded::words_around, 4 * 4096, "an element for every VLAN, and one in front for VLAN 0"},
     {"user_vlan_port_addEx", 2, Bounded::at_most, 64, "only for the time: calls for each VLAN of a range and each of 256 interfaces"},
     {"user_vlan_port_addEx", 3, Bounded::at_most, 64, "only for the time"},
     {"SetSockData", 0, Bounded::at_most, 4096, "a descriptor, of which a process has not many"},

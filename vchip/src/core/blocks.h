@@ -6,6 +6,9 @@
 //   void reset()                        the state after power-on, from any bytes
 //   void repair()                       makes the state whole again after a call
 //                                       was killed half-way; reset() needs none
+//   bool sound() const                  optional: every word that leads to another
+//                                       place leads to one that is there; so
+//                                       also when a call was killed half-way
 //   void dump(const char *name, Dump &unit) const
 //                                       writes its picture under `name`
 //

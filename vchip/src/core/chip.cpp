@@ -59,6 +59,39 @@ void open_private(Process &own) {
   own.state = static_cast<State *>(memory);
 }
 
+// A record lock on the first byte. The system takes it away from a process
+// that dies, and a forked child does not get it.
+bool file_lock(int descriptor, short type) {
+  struct flock lock = {};
+  lock.l_type = type;
+  lock.l_whence = SEEK_SET;
+  lock.l_len = 1;
+  while (fcntl(descriptor, F_SETLKW, &lock) != 0) {
+    if (errno != EINTR) return false;
+  }
+  return true;
+}
+
+template <typename Block>
+bool is_sound(const Block &block) {
+  if constexpr (requires { block.sound(); }) return block.sound();
+  return true;
+}
+
+bool is_sound(const State &state) {
+  bool sound = is_sound(state.platform) && is_sound(state.rules);
+  for (const Unit &unit : state.units)
+    each_block(unit, [&](const char *, const auto &block) { sound = sound && is_sound(block); });
+  return sound;
+}
+
+void give_back(Process &own) {
+  if (own.state != nullptr) munmap(own.state, sizeof(State));
+  if (own.descriptor >= 0) close(own.descriptor);
+  own.state = nullptr;
+  own.descriptor = -1;
+}
+
 void open_shared(Process &own) {
   const OpenedImage image = open_image(own.path, {sizeof(State), state_layout(), make_state});
   if (image.memory == nullptr) {
@@ -67,6 +100,12 @@ void open_shared(Process &own) {
   }
   own.descriptor = image.descriptor;
   own.state = static_cast<State *>(image.memory);
+  const bool locked = file_lock(own.descriptor, F_WRLCK);
+  const bool sound = is_sound(*own.state);
+  if (locked) file_lock(own.descriptor, F_UNLCK);
+  if (sound) return;
+  give_back(own);
+  own.refusal = "image " + own.path + ": its contents are damaged";
 }
 
 void open_once(Process &own) {
@@ -83,19 +122,6 @@ void report_once(Process &own) {
   if (own.reported) return;
   own.reported = true;
   write_error_line("swctl-vchip: " + own.refusal);
-}
-
-// A record lock on the first byte. The system takes it away from a process
-// that dies, and a forked child does not get it.
-bool file_lock(int descriptor, short type) {
-  struct flock lock = {};
-  lock.l_type = type;
-  lock.l_whence = SEEK_SET;
-  lock.l_len = 1;
-  while (fcntl(descriptor, F_SETLKW, &lock) != 0) {
-    if (errno != EINTR) return false;
-  }
-  return true;
 }
 
 // Takes the file lock where there is a file.
@@ -174,8 +200,7 @@ const char *refusal() {
 void close_chip() {
   const std::lock_guard<std::mutex> hold(mutex);
   Process &own = process();
-  if (own.state != nullptr) munmap(own.state, sizeof(State));
-  if (own.descriptor >= 0) close(own.descriptor);
+  give_back(own);
   own = {};
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "forward/learning_block.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "core/dump.h"
 
 namespace vchip {
@@ -13,6 +16,12 @@ constexpr const char *kActions[] = {"forward", "drop", "trap-to-cpu", "copy-to-c
 
 void LearningBlock::reset() {
   for (NewAddress &port : ports_) port = {0, 0};
+}
+
+bool LearningBlock::sound() const {
+  return std::all_of(std::begin(ports_), std::end(ports_), [](const NewAddress &port) {
+    return port.mode <= kLastLearningMode && port.action <= kLastNewAddressAction;
+  });
 }
 
 void LearningBlock::dump(const char *name, Dump &unit) const {

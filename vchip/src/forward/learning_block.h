@@ -24,6 +24,7 @@ class LearningBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const NewAddress &port(int32_t port) const { return ports_[port]; }

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "core/check.h"
+
 namespace vchip {
 namespace {
 
@@ -41,6 +43,12 @@ void AddressTable::repair() {
   memset(learned_, 0, sizeof learned_);
   for (int32_t index = next(kNoIndex); index != kNoIndex; index = next(index))
     count(entry(index), 1);
+}
+
+bool AddressTable::sound() const {
+  for (int32_t index = next(kNoIndex); index != kNoIndex; index = next(index))
+    if (on_port(entry(index).port) != 0) return false;
+  return true;
 }
 
 bool AddressTable::is_taken(int32_t index) const {

@@ -37,6 +37,8 @@ class AddressTable {
   // Drops what was being written when a call was killed, and counts again.
   void repair();
 
+  bool sound() const;
+
   // kNoIndex if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;
   // The first entry behind the index; kNoIndex if there is none.

@@ -3,6 +3,7 @@
 
 #include <swctl-vchip/vchip.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 
@@ -16,6 +17,12 @@ constexpr int32_t kNoGroup = -1;
 void GroupBlock::reset() {
   memset(groups_, 0, sizeof groups_);
   memset(masks_, 0, sizeof masks_);
+}
+
+bool GroupBlock::sound() const {
+  return std::ranges::all_of(groups_, [](const Group &group) {
+    return group.exists == 0 || group.forwarding < kForwardingMasks;
+  });
 }
 
 int32_t GroupBlock::next(int32_t index) const {

@@ -20,6 +20,7 @@ class GroupBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // a group is absent while it is written
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   // -1 if there is none.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/platform_block.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <utility>
@@ -31,6 +32,13 @@ void PlatformBlock::reset() {
 // when all else is in place.
 void PlatformBlock::repair() {
   records_[next_].whole = 0;
+}
+
+bool PlatformBlock::sound() const {
+  constexpr size_t kEnd = kTraceText - 1;
+  return next_ < kTraceRecords && std::ranges::all_of(records_, [](const Record &record) {
+           return record.location[kEnd] == 0 && record.message[kEnd] == 0;
+         });
 }
 
 void PlatformBlock::add_record(const char *location, const char *message) {

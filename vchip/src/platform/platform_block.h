@@ -19,6 +19,7 @@ class PlatformBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair();
+  bool sound() const;
   void dump(const char *name, Dump &chip) const;
 
   int32_t trace() const { return trace_; }

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "rules/rule_block.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace vchip {
 
 void RuleBlock::reset() {
   for (Rule &rule : rules_) rule = {};
+}
+
+bool RuleBlock::sound() const {
+  return std::ranges::all_of(
+      rules_, [](const Rule &rule) { return rule.exists == 0 || is_whole(rule.area); });
 }
 
 void RuleBlock::add(uint32_t place, const RuleArea &area) {

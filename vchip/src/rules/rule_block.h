@@ -16,6 +16,7 @@ class RuleBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // a rule is not there while it is written
+  bool sound() const;
   void dump(const char *name, Dump &board) const;
 
   const RuleArea &area(uint32_t place) const { return rules_[place].area; }

@@ -15,20 +15,8 @@
 namespace vchip {
 namespace {
 
-bool known(const RuleQualifier &qualifier) {
-  const QualifierKind *kind = qualifier_kind(qualifier.kind);
-  return kind != nullptr && kind->length == qualifier.length && qualifier.masked <= 1;
-}
-
-// The caller's area may be of any make; one that no call of the adapter has
-// written is refused.
 int32_t whole(const RuleArea &area) {
-  if (area.actions > kActionKinds || area.qualifiers > kQualifierKinds) return VCHIP_E_VALUE;
-  for (uint32_t place = 0; place < area.actions; ++place)
-    if (action_kind(area.action[place].kind) == nullptr) return VCHIP_E_VALUE;
-  for (uint32_t place = 0; place < area.qualifiers; ++place)
-    if (!known(area.qualifier[place])) return VCHIP_E_VALUE;
-  return 0;
+  return is_whole(area) ? 0 : VCHIP_E_VALUE;
 }
 
 RuleArea area_of(const adp_fp_entity_rule_t &rule) {

@@ -73,6 +73,21 @@ constexpr const QualifierKind *qualifier_kind(uint32_t number) {
   return nullptr;
 }
 
+// The caller's area may be of any make, and so may an image; one that no call
+// of the adapter has written is not whole.
+constexpr bool is_known(const RuleQualifier &qualifier) {
+  const QualifierKind *kind = qualifier_kind(qualifier.kind);
+  return kind != nullptr && kind->length == qualifier.length && qualifier.masked <= 1;
+}
+constexpr bool is_whole(const RuleArea &area) {
+  if (area.actions > kActionKinds || area.qualifiers > kQualifierKinds) return false;
+  for (uint32_t place = 0; place < area.actions; ++place)
+    if (action_kind(area.action[place].kind) == nullptr) return false;
+  for (uint32_t place = 0; place < area.qualifiers; ++place)
+    if (!is_known(area.qualifier[place])) return false;
+  return true;
+}
+
 }  // namespace vchip
 
 #endif

@@ -4,6 +4,7 @@
 #include <swctl-vchip/stp_view.h>
 #include <swctl/platform/sdk.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 
@@ -64,6 +65,13 @@ void StpBlock::create(uint32_t instance) {
 
 void StpBlock::destroy(uint32_t instance) {
   set_exists(instances_[instance], 0);
+}
+
+bool StpBlock::sound() const {
+  return std::ranges::all_of(instances_, [](const StpInstance &instance) {
+    return std::ranges::all_of(instance.states,
+                               [](uint32_t state) { return state <= kStpForwarding; });
+  });
 }
 
 void StpBlock::dump(const char *name, Dump &unit) const {

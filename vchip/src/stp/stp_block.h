@@ -27,6 +27,7 @@ class StpBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // an instance comes into being when its states are set
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   bool exists(uint32_t instance) const {

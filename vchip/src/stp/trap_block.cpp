@@ -5,6 +5,7 @@
 #include <swctl/platform/sdk.h>
 #include <swctl/platform/trap_read.h>
 
+#include <algorithm>
 #include <string>
 
 #include "core/check.h"
@@ -53,6 +54,14 @@ void TrapBlock::reset() {
   for (Actions &actions : port_actions_) actions.fill(kTrapDrop);
   rma_groups_.fill(kTrapForward);
   bypass_.fill(0);
+}
+
+bool TrapBlock::sound() const {
+  const auto all_known = [](const auto &actions) {
+    return std::ranges::all_of(actions, [](uint32_t action) { return action <= kTrapCopy; });
+  };
+  return all_known(actions_) && std::ranges::all_of(port_actions_, all_known) &&
+         all_known(rma_groups_);
 }
 
 void TrapBlock::dump(const char *name, Dump &unit) const {

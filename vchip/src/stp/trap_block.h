@@ -25,6 +25,7 @@ class TrapBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const Actions &actions() const { return actions_; }
