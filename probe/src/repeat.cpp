@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "repeat.h"
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <mutex>
@@ -60,6 +61,17 @@ Text text_of(const char *name, const Call &recorded) {
   const Argument *argument = find(recorded, name);
   if (argument == nullptr) refuse_call(recorded, "'" + std::string(name) + "' is missing");
   return argument->null ? Text() : Text(argument->text);
+}
+
+void keep_updated(std::span<const ArgumentInfo> infos, std::vector<Room> &rooms,
+                  std::vector<Updated> &updated) {
+  for (size_t i = 0; i < infos.size(); ++i)
+    if (infos[i].direction == Direction::update) updated.push_back({&rooms[i], rooms[i]});
+}
+
+void restore(const std::vector<Updated> &updated) {
+  for (const Updated &each : updated)
+    std::copy(each.recorded.begin(), each.recorded.end(), each.room->begin());
 }
 
 void take_area(adp_fp_entity_rule_t &rule) {

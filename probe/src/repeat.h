@@ -6,10 +6,6 @@
 
 #include <swctl/platform/adapter_records.h>
 
-#include <algorithm>
-#include <array>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -51,6 +47,15 @@ void after_call(const T &argument) {
 // Memory of zeroes that any record may lie in.
 using Room = std::vector<uint64_t>;
 
+// Memory that a call updates, and what was in it when it was recorded.
+struct Updated {
+  Room *room;
+  Room recorded;
+};
+void keep_updated(std::span<const ArgumentInfo> infos, std::vector<Room> &rooms,
+                  std::vector<Updated> &updated);
+void restore(const std::vector<Updated> &updated);
+
 // First the values, then the addresses: how much is behind those may be said
 // by the values.
 template <class T>
@@ -70,49 +75,59 @@ void fill_address(const ArgumentInfo &info, T &argument, size_t count, Room &roo
   }
 }
 
-// A call with its arguments and what is behind those that are addresses. What
-// the call updates is as recorded each time.
-template <class... Types>
-struct Prepared {
-  int32_t (*function)(Types...);
-  std::tuple<Types...> arguments{};
-  std::array<Room, sizeof...(Types)> rooms;
-  std::vector<std::pair<Room *, Room>> updated;
-
-  void make() {
-    for (auto &[room, recorded] : updated)
-      std::copy(recorded.begin(), recorded.end(), room->begin());
-    std::apply([](auto &...each) { (before_call(each), ...); }, arguments);
-    std::apply(function, arguments);
-    std::apply([](const auto &...each) { (after_call(each), ...); }, arguments);
-  }
+// A call that is ready to be made.
+class PreparedCall {
+ public:
+  virtual ~PreparedCall() = default;
+  virtual void make() = 0;
 };
 
-// `addresses` is the call's own reading of where its arguments are and how
-// many elements they have.
-template <class... Types, size_t... Index>
-std::function<void()> prepare_call(int32_t (*function)(Types...),
-                                   std::vector<Address> (*addresses)(Types...),
-                                   std::span<const ArgumentInfo> infos, const Call &recorded,
-                                   std::index_sequence<Index...>) {
-  const auto call = std::make_shared<Prepared<Types...>>();
-  call->function = function;
-  (fill_value(infos[Index], std::get<Index>(call->arguments), recorded), ...);
-  const std::vector<Address> places = std::apply(addresses, call->arguments);
-  (fill_address(infos[Index], std::get<Index>(call->arguments), places[Index].count,
-                call->rooms[Index], recorded),
-   ...);
-  for (size_t i = 0; i < sizeof...(Types); ++i)
-    if (infos[i].direction == Direction::update)
-      call->updated.push_back({&call->rooms[i], call->rooms[i]});
-  return [call] { call->make(); };
-}
+// With its arguments and what is behind those that are addresses. What the call
+// updates is as recorded each time.
+template <class... Types>
+class PreparedListedCall : public PreparedCall {
+ public:
+  using Function = int32_t (*)(Types...);
+  // The call's own reading of where its arguments are and how many elements
+  // they have.
+  using Addresses = std::vector<Address> (*)(Types...);
+
+  PreparedListedCall(Function function, Addresses addresses, std::span<const ArgumentInfo> infos,
+                     const Call &recorded)
+      : function_(function), rooms_(sizeof...(Types)) {
+    fill_all(addresses, infos, recorded, std::index_sequence_for<Types...>());
+    keep_updated(infos, rooms_, updated_);
+  }
+
+  void make() override {
+    restore(updated_);
+    std::apply([](auto &...each) { (before_call(each), ...); }, arguments_);
+    std::apply(function_, arguments_);
+    std::apply([](const auto &...each) { (after_call(each), ...); }, arguments_);
+  }
+
+ private:
+  template <size_t... Index>
+  void fill_all(Addresses addresses, std::span<const ArgumentInfo> infos, const Call &recorded,
+                std::index_sequence<Index...>) {
+    (fill_value(infos[Index], std::get<Index>(arguments_), recorded), ...);
+    const std::vector<Address> places = std::apply(addresses, arguments_);
+    (fill_address(infos[Index], std::get<Index>(arguments_), places[Index].count, rooms_[Index],
+                  recorded),
+     ...);
+  }
+
+  Function function_;
+  std::tuple<Types...> arguments_{};
+  std::vector<Room> rooms_;
+  std::vector<Updated> updated_;
+};
 
 template <class... Types>
-std::function<void()> prepare_call(int32_t (*function)(Types...),
-                                   std::vector<Address> (*addresses)(Types...),
-                                   std::span<const ArgumentInfo> infos, const Call &recorded) {
-  return prepare_call(function, addresses, infos, recorded, std::index_sequence_for<Types...>());
+PreparedCall *new_prepared_call(int32_t (*function)(Types...),
+                                std::vector<Address> (*addresses)(Types...),
+                                std::span<const ArgumentInfo> infos, const Call &recorded) {
+  return new PreparedListedCall<Types...>(function, addresses, infos, recorded);
 }
 
 }  // namespace swprobe

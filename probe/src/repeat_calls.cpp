@@ -5,6 +5,7 @@
 #include <swctl/platform/sdk.h>
 
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 
 #include "interpose.h"
@@ -17,9 +18,9 @@
   static std::vector<swprobe::Address> swprobe_addresses_##name(SWCTL_PARAMETERS(__VA_ARGS__)) { \
     return {SWCTL_EACH(SWPROBE_ADDRESS, __VA_ARGS__)}; \
   } \
-  static std::function<void()> swprobe_prepare_##name(const swprobe::Site &site, \
+  static swprobe::PreparedCall *swprobe_prepare_##name(const swprobe::Site &site, \
                                                       const swprobe::Call &recorded) { \
-    return swprobe::prepare_call(&name, &swprobe_addresses_##name, site.arguments, recorded); \
+    return swprobe::new_prepared_call(&name, &swprobe_addresses_##name, site.arguments, recorded); \
   }
 #include <swctl/platform/calls/adapter.def>
 #include <swctl/platform/calls/sdk.def>
@@ -33,29 +34,42 @@ const char *pointer_to(const Text &text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::function<void()> prepare_log(const Site &site, const Call &recorded) {
+// One of the calls that are in no list.
+template <class Body>
+class PreparedOtherCall : public PreparedCall {
+ public:
+  explicit PreparedOtherCall(Body body) : body_(std::move(body)) {}
+  void make() override { body_(); }
+
+ private:
+  Body body_;
+};
+
+PreparedCall *prepare_log(const Site &site, const Call &recorded) {
   int32_t level = 0;
   int32_t option = 0;
   fill(site.arguments[0], {&level, 1}, recorded);
   fill(site.arguments[1], {&option, 1}, recorded);
   const Text tag = text_of("tag", recorded);
   const Text text = text_of("text", recorded);
-  return [=] { Log_logging_func(level, option, pointer_to(tag), "%s", text.value_or("").c_str()); };
+  return new PreparedOtherCall(
+      [=] { Log_logging_func(level, option, pointer_to(tag), "%s", text.value_or("").c_str()); });
 }
 
-std::function<void()> prepare_trace_get(const Site &, const Call &) {
-  return [] { sys_trace_get(); };
+PreparedCall *prepare_trace_get(const Site &, const Call &) {
+  return new PreparedOtherCall([] { sys_trace_get(); });
 }
 
-std::function<void()> prepare_trace_add(const Site &, const Call &recorded) {
+PreparedCall *prepare_trace_add(const Site &, const Call &recorded) {
   const Text location = text_of("location", recorded);
   const Text message = text_of("message", recorded);
-  return [=] { sys_trace_add_log(pointer_to(location), pointer_to(message)); };
+  return new PreparedOtherCall(
+      [=] { sys_trace_add_log(pointer_to(location), pointer_to(message)); });
 }
 
 struct Preparer {
   std::string_view name;
-  std::function<void()> (*prepare)(const Site &site, const Call &recorded);
+  PreparedCall *(*prepare)(const Site &site, const Call &recorded);  // the caller owns it
 };
 
 constexpr Preparer kPreparers[] = {
@@ -74,7 +88,10 @@ constexpr Preparer kPreparers[] = {
 std::function<void()> prepare(const Call &recorded) {
   const Site *site = find_call(recorded.name);
   for (const Preparer &preparer : kPreparers)
-    if (site != nullptr && preparer.name == recorded.name) return preparer.prepare(*site, recorded);
+    if (site != nullptr && preparer.name == recorded.name) {
+      const std::shared_ptr<PreparedCall> call(preparer.prepare(*site, recorded));
+      return [call] { call->make(); };
+    }
   throw std::invalid_argument("no call is named '" + recorded.name + "'");
 }
 

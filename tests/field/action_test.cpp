@@ -33,11 +33,11 @@ Words with(Words words, const Changes &changes) {
   return words;
 }
 
-struct Case {
+struct ActionCase {
   uint32_t action, param0, param1;
   Changes changes;
 };
-const Case kCases[] = {
+const ActionCase kActionCases[] = {
     {1, 5, 9, {{23, 1}, {24, 5}}},
     {1, kNone, 9, {{23, 1}, {24, kNone}}},
     {2, 5, 9, {{35, 1}, {36, 5}}},
@@ -76,7 +76,7 @@ const Case kCases[] = {
 
 class FieldAction : public swctl_test::LibraryTest {
  protected:
-  static void expect_changes(const Case &test, const Words &before) {
+  static void expect_changes(const ActionCase &test, const Words &before) {
     SCOPED_TRACE("action " + std::to_string(test.action) + " with " + std::to_string(test.param0) +
                  ", " + std::to_string(test.param1));
     chip_action action = {};
@@ -89,21 +89,23 @@ class FieldAction : public swctl_test::LibraryTest {
 };
 
 TEST_F(FieldAction, SetsItsWordsOfAnEmptyRecord) {
-  for (const Case &test : kCases) expect_changes(test, Words(CHIP_ACL_ACTION_WORDS, 0));
+  for (const ActionCase &test : kActionCases) expect_changes(test, Words(CHIP_ACL_ACTION_WORDS, 0));
 }
 
 TEST_F(FieldAction, LeavesEveryOtherWordAsRead) {
   Words before;
   for (uint32_t word = 0; word < CHIP_ACL_ACTION_WORDS; ++word) before.push_back(1000 + word);
-  for (const Case &test : kCases) expect_changes(test, before);
+  for (const ActionCase &test : kActionCases) expect_changes(test, before);
 }
 
 TEST_F(FieldAction, AnyOtherActionWritesTheRecordBackUnchanged) {
   Words before;
   for (uint32_t word = 0; word < CHIP_ACL_ACTION_WORDS; ++word) before.push_back(7 * word);
   for (uint32_t action = 0; action < 400; ++action) {
-    const auto is = [&](const Case &test) { return test.action == action; };
-    if (std::find_if(std::begin(kCases), std::end(kCases), is) != std::end(kCases)) continue;
+    const auto is = [&](const ActionCase &test) { return test.action == action; };
+    if (std::find_if(std::begin(kActionCases), std::end(kActionCases), is) !=
+        std::end(kActionCases))
+      continue;
     expect_changes({action, 5, 9, {}}, before);
   }
   expect_changes({0x10001, 5, 9, {}}, before);

@@ -12,11 +12,11 @@ namespace {
 using swctl_test::chip_answers;
 using Sizes = std::vector<uint32_t>;
 
-constexpr uint32_t kUnit = 1;
-constexpr int32_t kNone = USER_FIELD_NO_BURST_SLOT;
+constexpr uint32_t kBurstUnit = 1;
+constexpr int32_t kNoSlot = USER_FIELD_NO_BURST_SLOT;
 
 int32_t set(int32_t burst, int32_t current) {
-  return user_field_meter_burst_size_set_del(kUnit, burst, current);
+  return user_field_meter_burst_size_set_del(kBurstUnit, burst, current);
 }
 
 class FieldBurst : public swctl_test::LibraryTest {
@@ -26,14 +26,14 @@ class FieldBurst : public swctl_test::LibraryTest {
     for (int32_t slot : slots) EXPECT_EQ(set(0, slot), 0);
     swprobe::forget();
   }
-  static Sizes sizes() { return vchip::burst_sizes(kUnit); }
+  static Sizes sizes() { return vchip::burst_sizes(kBurstUnit); }
 };
 
 TEST_F(FieldBurst, MetersOfOneBurstShareASlot) {
-  EXPECT_EQ(set(4096, kNone), 0);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
   EXPECT_CALLS("rtk_acl_meterBurstSize_get(unit=1, table=0, burst.size=>[512 61440]) = 0",
                "rtk_acl_meterBurstSize_set(unit=1, table=0, burst.size=[32 61440]) = 0");
-  EXPECT_EQ(set(4096, kNone), 0);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
   EXPECT_NO_CALLS();
   EXPECT_EQ(set(0, 0), 0);
   EXPECT_NO_CALLS();
@@ -44,8 +44,8 @@ TEST_F(FieldBurst, MetersOfOneBurstShareASlot) {
 }
 
 TEST_F(FieldBurst, ASecondBurstTakesTheSecondSlot) {
-  EXPECT_EQ(set(4096, kNone), 0);
-  EXPECT_EQ(set(8192, kNone), 1);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
+  EXPECT_EQ(set(8192, kNoSlot), 1);
   EXPECT_EQ(sizes(), (Sizes{32, 64}));
   EXPECT_EQ(vchip::burst_sizes(0), (Sizes{512, 61440}));
   give_back({0, 1});
@@ -53,11 +53,11 @@ TEST_F(FieldBurst, ASecondBurstTakesTheSecondSlot) {
 }
 
 TEST_F(FieldBurst, AThirdBurstIsRefused) {
-  set(4096, kNone);
-  set(8192, kNone);
-  set(8192, kNone);
+  set(4096, kNoSlot);
+  set(8192, kNoSlot);
+  set(8192, kNoSlot);
   swprobe::forget();
-  EXPECT_EQ(set(2048, kNone), -1);
+  EXPECT_EQ(set(2048, kNoSlot), -1);
   EXPECT_EQ(set(2048, 1), -1) << "two meters have slot 1, so it is not freed";
   EXPECT_NO_CALLS();
   EXPECT_EQ(sizes(), (Sizes{32, 64}));
@@ -67,8 +67,8 @@ TEST_F(FieldBurst, AThirdBurstIsRefused) {
 }
 
 TEST_F(FieldBurst, TheOnlyUserMovesToTheFirstFreeSlot) {
-  set(4096, kNone);
-  set(8192, kNone);
+  set(4096, kNoSlot);
+  set(8192, kNoSlot);
   set(0, 0);
   swprobe::forget();
   EXPECT_EQ(set(2048, 1), 0);
@@ -80,7 +80,7 @@ TEST_F(FieldBurst, TheOnlyUserMovesToTheFirstFreeSlot) {
 }
 
 TEST_F(FieldBurst, TheOnlyUserOfSlotZeroTakesItAgain) {
-  set(4096, kNone);
+  set(4096, kNoSlot);
   swprobe::forget();
   EXPECT_EQ(set(2048, 0), 0);
   EXPECT_CALLS("rtk_acl_meterBurstSize_get(unit=1, table=0, burst.size=>[32 61440]) = 0",
@@ -89,7 +89,7 @@ TEST_F(FieldBurst, TheOnlyUserOfSlotZeroTakesItAgain) {
 }
 
 TEST_F(FieldBurst, ASlotThatHoldsTheBurstIsKept) {
-  set(4096, kNone);
+  set(4096, kNoSlot);
   swprobe::forget();
   EXPECT_EQ(set(4096, 0), 0);
   EXPECT_NO_CALLS();
@@ -98,8 +98,8 @@ TEST_F(FieldBurst, ASlotThatHoldsTheBurstIsKept) {
 }
 
 TEST_F(FieldBurst, MovingToASharedSlotFreesTheOther) {
-  set(4096, kNone);
-  set(8192, kNone);
+  set(4096, kNoSlot);
+  set(8192, kNoSlot);
   swprobe::forget();
   EXPECT_EQ(set(4096, 1), 0);
   EXPECT_CALLS("rtk_acl_meterBurstSize_get(unit=1, table=0, burst.size=>[32 64]) = 0",
@@ -114,9 +114,9 @@ TEST_F(FieldBurst, ReleasingAFreeSlotSetsItsDefaultEachTime) {
                  "rtk_acl_meterBurstSize_set(unit=1, table=0, burst.size=[512 61440]) = 0");
   }
   // The count is -2 now: two meters too few are counted until it is even.
-  EXPECT_EQ(set(4096, kNone), 0);
-  EXPECT_EQ(set(4096, kNone), 0);
-  EXPECT_EQ(set(4096, kNone), 0);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
+  EXPECT_EQ(set(4096, kNoSlot), 0);
   swprobe::forget();
   EXPECT_EQ(set(0, 0), 0);
   EXPECT_CALLS("rtk_acl_meterBurstSize_get(unit=1, table=0, burst.size=>[32 61440]) = 0",
@@ -128,7 +128,7 @@ TEST_F(FieldBurst, SlotsThatDoNotExist) {
     EXPECT_EQ(set(0, slot), 0) << slot;
     EXPECT_EQ(set(4096, slot), -1) << slot;
   }
-  EXPECT_EQ(set(0, kNone), 0);
+  EXPECT_EQ(set(0, kNoSlot), 0);
   EXPECT_NO_CALLS();
 }
 
@@ -156,15 +156,15 @@ TEST_F(FieldBurst, BurstsAreDividedTowardZero) {
                 {INT32_MIN, static_cast<uint32_t>(-16777216)}};
   for (const auto &test : kCases) {
     swprobe::forget();
-    EXPECT_EQ(set(test.burst, kNone), 0);
+    EXPECT_EQ(set(test.burst, kNoSlot), 0);
     EXPECT_EQ(swprobe::take().at(1).in("burst.size[0]"), test.stored) << test.burst;
     EXPECT_EQ(set(0, 0), 0);
   }
 }
 
 TEST_F(FieldBurst, DefaultsAreNotDivided) {
-  set(4096, kNone);
-  set(8192, kNone);
+  set(4096, kNoSlot);
+  set(8192, kNoSlot);
   give_back({1, 0});
   EXPECT_EQ(sizes(), (Sizes{512, 61440}));
 }
@@ -175,7 +175,7 @@ TEST_F(FieldBurst, GoesOnWhateverTheChipAnswers) {
     chip_answers("rtk_acl_meterBurstSize_get", result);
     chip_answers("rtk_acl_meterBurstSize_set", result);
     swprobe::forget();
-    EXPECT_EQ(set(4096, kNone), 0);
+    EXPECT_EQ(set(4096, kNoSlot), 0);
     const auto calls = swprobe::take();
     ASSERT_EQ(calls.size(), 2u);
     EXPECT_EQ(calls[1].in("burst.size[0]"), 32);
@@ -186,8 +186,8 @@ TEST_F(FieldBurst, GoesOnWhateverTheChipAnswers) {
 }
 
 TEST_F(FieldBurst, OneBookForAllUnits) {
-  EXPECT_EQ(user_field_meter_burst_size_set_del(0, 4096, kNone), 0);
-  EXPECT_EQ(user_field_meter_burst_size_set_del(1, 4096, kNone), 0);
+  EXPECT_EQ(user_field_meter_burst_size_set_del(0, 4096, kNoSlot), 0);
+  EXPECT_EQ(user_field_meter_burst_size_set_del(1, 4096, kNoSlot), 0);
   EXPECT_EQ(vchip::burst_sizes(0), (Sizes{32, 61440}));
   EXPECT_EQ(vchip::burst_sizes(1), (Sizes{512, 61440})) << "a slot that is shared is not written";
   give_back({0, 0});
@@ -195,7 +195,7 @@ TEST_F(FieldBurst, OneBookForAllUnits) {
 
 TEST_F(FieldBurst, PrintsNothing) {
   const auto all = [] {
-    set(4096, kNone);
+    set(4096, kNoSlot);
     user_field_meter_burst_size_set_del(VCHIP_UNITS, 0, 0);
     set(4096, 9);
   };

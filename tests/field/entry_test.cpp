@@ -9,26 +9,26 @@ namespace {
 using FieldEntry = swctl_test::LibraryTest;
 using swctl_test::chip_answers;
 
-constexpr uint32_t kUnit = 1;
+constexpr uint32_t kEntryUnit = 1;
 constexpr int32_t kResults[] = {0, 3, -1, -1005, INT32_MIN, INT32_MAX};
 
 TEST_F(FieldEntry, InstallMakesARuleValid) {
-  EXPECT_EQ(user_field_entry_install(0xFFFFFFFF, kUnit, 7), 0);
+  EXPECT_EQ(user_field_entry_install(0xFFFFFFFF, kEntryUnit, 7), 0);
   EXPECT_EQ(user_field_entry_install(0, 0, 9), 0);
   EXPECT_CALLS("rtk_acl_ruleValidate_set(unit=1, table=0, rule=7, valid=1) = 0",
                "rtk_acl_ruleValidate_set(unit=0, table=0, rule=9, valid=1) = 0");
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 7).valid);
-  EXPECT_FALSE(vchip::acl_rule(kUnit, 9).valid);
+  EXPECT_TRUE(vchip::acl_rule(kEntryUnit, 7).valid);
+  EXPECT_FALSE(vchip::acl_rule(kEntryUnit, 9).valid);
 }
 
 TEST_F(FieldEntry, DestroyDeletesExactlyTheRule) {
-  for (int32_t rule : {6, 7, 8}) user_field_entry_install(0, kUnit, rule);
+  for (int32_t rule : {6, 7, 8}) user_field_entry_install(0, kEntryUnit, rule);
   swprobe::forget();
-  EXPECT_EQ(user_field_entry_destroy(0xFFFFFFFF, kUnit, 7), 0);
+  EXPECT_EQ(user_field_entry_destroy(0xFFFFFFFF, kEntryUnit, 7), 0);
   EXPECT_CALLS("rtk_acl_rule_del(unit=1, table=0, range.first=7, range.last=7) = 0");
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 6).valid);
-  EXPECT_FALSE(vchip::acl_rule(kUnit, 7).used);
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 8).valid);
+  EXPECT_TRUE(vchip::acl_rule(kEntryUnit, 6).valid);
+  EXPECT_FALSE(vchip::acl_rule(kEntryUnit, 7).used);
+  EXPECT_TRUE(vchip::acl_rule(kEntryUnit, 8).valid);
 }
 
 TEST_F(FieldEntry, AnyRuleAndAnyResultGoThrough) {
@@ -55,22 +55,22 @@ TEST_F(FieldEntry, AnyRuleAndAnyResultGoThrough) {
 }
 
 TEST_F(FieldEntry, TemplateIsTheLowByteUnderAFullMask) {
-  EXPECT_EQ(user_field_set_select_tempate_idx(0, kUnit, 7, 0x105), 0);
+  EXPECT_EQ(user_field_set_select_tempate_idx(0, kEntryUnit, 7, 0x105), 0);
   EXPECT_EQ(user_field_set_select_tempate_idx(9, 0, 7, 6), 0);
   EXPECT_CALLS(
       "rtk_acl_ruleEntryField_write(unit=1, table=0, rule=7, field=0, data=[05], mask=[ff]) = 0",
       "rtk_acl_ruleEntryField_write(unit=0, table=0, rule=7, field=0, data=[06], mask=[ff]) = 0");
-  EXPECT_EQ(vchip::acl_rule(kUnit, 7).match.at(0).text, "template 5");
+  EXPECT_EQ(vchip::acl_rule(kEntryUnit, 7).match.at(0).text, "template 5");
 }
 
 TEST_F(FieldEntry, DoubleEntryNumbersBothHalvesAndJoinsThem) {
-  EXPECT_EQ(user_field_set_double_entry(0xFFFFFFFF, kUnit, 300), 0);
+  EXPECT_EQ(user_field_set_double_entry(0xFFFFFFFF, kEntryUnit, 300), 0);
   EXPECT_CALLS(
       "rtk_acl_ruleEntryField_write(unit=1, table=0, rule=300, field=0, data=[00], mask=[ff]) = 0",
       "rtk_acl_ruleEntryField_write(unit=1, table=0, rule=301, field=0, data=[01], mask=[ff]) = 0",
       "rtk_acl_ruleOperation_set(unit=1, table=0, rule=300, operation.word=[0 1 0]) = 0");
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 300).joined);
-  EXPECT_EQ(vchip::acl_rule(kUnit, 301).match.at(0).text, "template 1");
+  EXPECT_TRUE(vchip::acl_rule(kEntryUnit, 300).joined);
+  EXPECT_EQ(vchip::acl_rule(kEntryUnit, 301).match.at(0).text, "template 1");
 }
 
 TEST_F(FieldEntry, DoubleEntryReportsAnythingButZero) {
@@ -78,7 +78,7 @@ TEST_F(FieldEntry, DoubleEntryReportsAnythingButZero) {
     swprobe::clear_plan();
     chip_answers("rtk_acl_ruleOperation_set", result);
     int32_t answered = 0;
-    const auto pair = [&] { answered = user_field_set_double_entry(0, kUnit, 300); };
+    const auto pair = [&] { answered = user_field_set_double_entry(0, kEntryUnit, 300); };
     EXPECT_PRINTED(swctl_test::printed_by(pair),
                    "user_field_set_double_entry:[02061] call api failed, ret=" +
                        std::to_string(result) + " \n",
@@ -89,17 +89,17 @@ TEST_F(FieldEntry, DoubleEntryReportsAnythingButZero) {
 
 TEST_F(FieldEntry, DoubleEntryGoesOnAfterFailedFieldWrites) {
   chip_answers("rtk_acl_ruleEntryField_write", -5);
-  const auto pair = [] { EXPECT_EQ(user_field_set_double_entry(0, kUnit, 300), 0); };
+  const auto pair = [] { EXPECT_EQ(user_field_set_double_entry(0, kEntryUnit, 300), 0); };
   EXPECT_PRINTED(swctl_test::printed_by(pair), "", "");
   EXPECT_EQ(swprobe::take().size(), 3u);
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 300).joined);
+  EXPECT_TRUE(vchip::acl_rule(kEntryUnit, 300).joined);
 }
 
 TEST_F(FieldEntry, OnlyMissAction40IsOne) {
   EXPECT_EQ(user_field_lookupMissAct_set(0xFFFFFFFF, 0, 3, 40), 0);
   EXPECT_EQ(vchip::acl_form(0).misses.at(3), 1u);
   for (uint32_t action : {41u, 0u, 1u, 39u, 0x128u, 0xFFFFFFFFu})
-    EXPECT_EQ(user_field_lookupMissAct_set(0, kUnit, 4, action), 0);
+    EXPECT_EQ(user_field_lookupMissAct_set(0, kEntryUnit, 4, action), 0);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 7u);
   EXPECT_EQ(calls[0].line(), "rtk_acl_lookupMissAct_set(unit=0, target=3, action=1) = 0");

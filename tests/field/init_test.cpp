@@ -8,7 +8,7 @@ namespace {
 
 using swctl_test::Lines;
 
-constexpr uint32_t kUnit = 1;
+constexpr uint32_t kInitUnit = 1;
 constexpr const char *kTemplate = "rtk_acl_template_set";
 constexpr const char *kOperation = "rtk_acl_ruleOperation_set";
 
@@ -71,7 +71,7 @@ class FieldInit : public swctl_test::LibraryTest {
     answer.result = result;
     swprobe::answer(name, nth, answer);
     swprobe::forget();
-    return swctl_test::printed_by([&] { *answered = user_field_init(0, kUnit); });
+    return swctl_test::printed_by([&] { *answered = user_field_init(0, kInitUnit); });
   }
 };
 
@@ -87,8 +87,8 @@ TEST_F(FieldInit, MakesTheseCallsInThisOrder) {
 }
 
 TEST_F(FieldInit, LeavesTheChipSo) {
-  EXPECT_EQ(user_field_init(0, kUnit), 0);
-  const vchip::AclFormView form = vchip::acl_form(kUnit);
+  EXPECT_EQ(user_field_init(0, kInitUnit), 0);
+  const vchip::AclFormView form = vchip::acl_form(kInitUnit);
   const auto word = [&](size_t selector, size_t index) {
     return form.selectors.at(selector).at(index);
   };
@@ -99,7 +99,7 @@ TEST_F(FieldInit, LeavesTheChipSo) {
   EXPECT_EQ(word(5, 0), 6u);
   for (int32_t rule = 0; rule < VCHIP_ACL_RULES; ++rule) {
     const bool prepared = rule < 256 || rule >= 1024;
-    const vchip::AclRuleView view = vchip::acl_rule(kUnit, rule);
+    const vchip::AclRuleView view = vchip::acl_rule(kInitUnit, rule);
     ASSERT_EQ(view.used, prepared) << rule;
     ASSERT_EQ(view.joined, prepared && rule % 2 == 0) << rule;
     ASSERT_FALSE(view.valid) << rule;
@@ -108,17 +108,17 @@ TEST_F(FieldInit, LeavesTheChipSo) {
 }
 
 TEST_F(FieldInit, WritesTheSameValuesWhenRunAgain) {
-  user_field_init(0, kUnit);
-  const auto rules = vchip::acl_rules(kUnit);
-  const auto form = vchip::acl_form(kUnit);
-  EXPECT_EQ(user_field_init(0, kUnit), 0);
-  EXPECT_EQ(vchip::acl_rules(kUnit), rules);
-  EXPECT_EQ(vchip::acl_form(kUnit), form);
+  user_field_init(0, kInitUnit);
+  const auto rules = vchip::acl_rules(kInitUnit);
+  const auto form = vchip::acl_form(kInitUnit);
+  EXPECT_EQ(user_field_init(0, kInitUnit), 0);
+  EXPECT_EQ(vchip::acl_rules(kInitUnit), rules);
+  EXPECT_EQ(vchip::acl_form(kInitUnit), form);
 }
 
 TEST_F(FieldInit, IgnoresTheLeadingArgument) {
-  EXPECT_EQ(user_field_init(0xFFFFFFFF, kUnit), 0);
-  EXPECT_EQ(swprobe::take_lines(), whole_sequence(kUnit));
+  EXPECT_EQ(user_field_init(0xFFFFFFFF, kInitUnit), 0);
+  EXPECT_EQ(swprobe::take_lines(), whole_sequence(kInitUnit));
 }
 
 TEST_F(FieldInit, StopsAtAFailedTemplate) {
@@ -143,7 +143,7 @@ size_t calls_up_to_pair(size_t nth) {
 
 // init_failure_test.cpp does the same for every pair.
 TEST_F(FieldInit, StopsAtAFailedOperation) {
-  const Lines sequence = whole_sequence(kUnit);
+  const Lines sequence = whole_sequence(kInitUnit);
   for (size_t nth : {1, 2, 128, 129, 256, 257, 384}) {
     const char *line = nth <= 128 ? "00368" : nth <= 256 ? "00460" : "00534";
     int32_t answered = 0;
@@ -162,18 +162,19 @@ TEST_F(FieldInit, StopsAtAFailedOperation) {
 TEST_F(FieldInit, RulesOfLaterBlocksStayUntouchedAfterAFailure) {
   int32_t answered = 0;
   run_with(kOperation, 2, -5, &answered);
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 1283).used) << "its field was written before";
-  EXPECT_TRUE(vchip::acl_rule(kUnit, 1280).joined);
-  EXPECT_FALSE(vchip::acl_rule(kUnit, 1282).joined);
-  EXPECT_EQ(vchip::acl_rules(kUnit).size(), 4u);
+  EXPECT_TRUE(vchip::acl_rule(kInitUnit, 1283).used) << "its field was written before";
+  EXPECT_TRUE(vchip::acl_rule(kInitUnit, 1280).joined);
+  EXPECT_FALSE(vchip::acl_rule(kInitUnit, 1282).joined);
+  EXPECT_EQ(vchip::acl_rules(kInitUnit).size(), 4u);
 }
 
 TEST_F(FieldInit, PositiveResultsAreSuccessAndTheAnswerIsZero) {
   for (const char *call : {kTemplate, kOperation}) {
     swprobe::clear_plan();
     swctl_test::chip_answers(call, 9);
-    EXPECT_PRINTED(swctl_test::printed_by([] { EXPECT_EQ(user_field_init(0, kUnit), 0); }), "", "");
-    EXPECT_EQ(swprobe::take().size(), whole_sequence(kUnit).size());
+    EXPECT_PRINTED(swctl_test::printed_by([] { EXPECT_EQ(user_field_init(0, kInitUnit), 0); }), "",
+                   "");
+    EXPECT_EQ(swprobe::take().size(), whole_sequence(kInitUnit).size());
   }
 }
 
@@ -181,8 +182,9 @@ TEST_F(FieldInit, GoesOnAfterFailedSelectorsAndFieldWrites) {
   for (const char *call : {"rtk_acl_templateSelector_set", "rtk_acl_ruleEntryField_write"}) {
     swprobe::clear_plan();
     swctl_test::chip_answers(call, -1);
-    EXPECT_PRINTED(swctl_test::printed_by([] { EXPECT_EQ(user_field_init(0, kUnit), 0); }), "", "");
-    EXPECT_EQ(swprobe::take().size(), whole_sequence(kUnit).size());
+    EXPECT_PRINTED(swctl_test::printed_by([] { EXPECT_EQ(user_field_init(0, kInitUnit), 0); }), "",
+                   "");
+    EXPECT_EQ(swprobe::take().size(), whole_sequence(kInitUnit).size());
   }
 }
 

@@ -11,9 +11,9 @@ using swctl_test::chip_answers;
 using vchip::MeterView;
 
 constexpr const char *kMode = "rtk_acl_meterMode_set";
-constexpr const char *kGet = "rtk_acl_meterEntry_get";
-constexpr const char *kSet = "rtk_acl_meterEntry_set";
-constexpr int32_t kResults[] = {3, -1, -1005, INT32_MIN, INT32_MAX};
+constexpr const char *kMeterGet = "rtk_acl_meterEntry_get";
+constexpr const char *kMeterSet = "rtk_acl_meterEntry_set";
+constexpr int32_t kMeterResults[] = {3, -1, -1005, INT32_MIN, INT32_MAX};
 
 TEST_F(FieldMeter, EntrySetTakesTheRateAsGiven) {
   EXPECT_EQ(user_field_meter_entry_set(1, 1000, 3), 0);
@@ -47,7 +47,7 @@ TEST_F(FieldMeter, RateBurstSetTakesSixteenthsAndTheSlot) {
 }
 
 TEST_F(FieldMeter, RatesAreDividedTowardZero) {
-  chip_answers(kSet, 0);
+  chip_answers(kMeterSet, 0);
   const struct {
     int32_t rate;
     uint32_t stored;
@@ -67,7 +67,7 @@ TEST_F(FieldMeter, RatesAreDividedTowardZero) {
 }
 
 TEST_F(FieldMeter, SlotsAreTheirLowSixteenBitsSigned) {
-  chip_answers(kSet, 0);
+  chip_answers(kMeterSet, 0);
   const struct {
     int32_t slot;
     uint32_t stored;
@@ -106,20 +106,20 @@ TEST_F(FieldMeter, EnableChangesTheStateAlone) {
 }
 
 TEST_F(FieldMeter, EnableStopsAtANegativeReadAlone) {
-  chip_answers(kGet, -5);
+  chip_answers(kMeterGet, -5);
   EXPECT_EQ(user_field_meter_entry_enable(1, 3, 1), -5);
   EXPECT_EQ(swprobe::take().size(), 1u);
   EXPECT_FALSE(vchip::meter(1, 3).enabled);
   swprobe::clear_plan();
-  chip_answers(kGet, 9, {{"entry.rate", 44}});
+  chip_answers(kMeterGet, 9, {{"entry.rate", 44}});
   EXPECT_EQ(user_field_meter_entry_enable(1, 3, 1), 0);
   EXPECT_EQ(vchip::meter(1, 3), (MeterView{true, 44, 0, 0}));
 }
 
 TEST_F(FieldMeter, HandTheResultOfTheWriteOn) {
-  for (int32_t result : kResults) {
+  for (int32_t result : kMeterResults) {
     swprobe::clear_plan();
-    chip_answers(kSet, result);
+    chip_answers(kMeterSet, result);
     EXPECT_EQ(user_field_meter_entry_set(1, 1, 3), result);
     EXPECT_EQ(user_field_meter_rate_burst_set(1, 3, 16, 0), result);
     EXPECT_EQ(user_field_meter_entry_del(1, 3), result);
@@ -128,7 +128,7 @@ TEST_F(FieldMeter, HandTheResultOfTheWriteOn) {
 }
 
 TEST_F(FieldMeter, AnyUnitAndMeterGoThrough) {
-  for (const char *call : {kMode, kGet, kSet}) chip_answers(call, 0);
+  for (const char *call : {kMode, kMeterGet, kMeterSet}) chip_answers(call, 0);
   user_field_meter_entry_set(0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFE);
   user_field_meter_rate_burst_set(0xFFFFFFFF, 0xFFFFFFFE, 0, 0);
   user_field_meter_entry_del(0xFFFFFFFF, 0xFFFFFFFE);

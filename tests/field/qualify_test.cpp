@@ -20,7 +20,7 @@ constexpr uint8_t kIp6Mask[16] = {0xFF, 0xFF, 0xFF, 0xFF};
 constexpr user_pbmp_t kPorts = {{0x0000001E}};
 
 // Every qualifier once, and how the chip reads what it wrote.
-struct Case {
+struct Qualifier {
   const char *name;
   int32_t (*qualify)(uint32_t lead, uint32_t unit, int32_t rule);
   const char *text;
@@ -33,7 +33,7 @@ struct Case {
                rule) { return user_field_qualify_##function(lead, unit, rule, __VA_ARGS__); },   \
                                                                                             text \
   }
-const Case kCases[] = {
+const Qualifier kQualifiers[] = {
     CASE(OuterVlan, "outer vlan 10 mask 0xfff", 10, 0xFFF),
     CASE(OuterVlanId, "outer vlan id 4094", 4094, 0xFFFF),
     CASE(InnerVlan, "inner vlan 35", 0x123, 0xFFF),
@@ -68,7 +68,7 @@ const Case kCases[] = {
 using FieldQualify = swctl_test::LibraryTest;
 
 TEST_F(FieldQualify, ReachTheRuleOfTheUnit) {
-  for (const Case &test : kCases) {
+  for (const Qualifier &test : kQualifiers) {
     SCOPED_TRACE(test.name);
     ASSERT_EQ(vchip_reset(), 0);
     EXPECT_EQ(test.qualify(0, 1, 1535), 0);
@@ -82,7 +82,7 @@ TEST_F(FieldQualify, ReachTheRuleOfTheUnit) {
 }
 
 TEST_F(FieldQualify, MakeOneCallAndHandItsResultOn) {
-  for (const Case &test : kCases) {
+  for (const Qualifier &test : kQualifiers) {
     SCOPED_TRACE(test.name);
     for (int32_t result : {0, 3, -1, -1005, INT32_MIN}) {
       swprobe::clear_plan();
@@ -100,7 +100,7 @@ TEST_F(FieldQualify, MakeOneCallAndHandItsResultOn) {
 }
 
 TEST_F(FieldQualify, IgnoreTheLeadingArgument) {
-  for (const Case &test : kCases) {
+  for (const Qualifier &test : kQualifiers) {
     SCOPED_TRACE(test.name);
     swprobe::forget();
     EXPECT_EQ(test.qualify(0, 1, 7), 0);
@@ -120,7 +120,8 @@ TEST_F(FieldQualify, ALaterWriteReplacesTheEarlierOne) {
 
 TEST_F(FieldQualify, PrintNothingWhenTheChipRefuses) {
   const auto all = [] {
-    for (const Case &test : kCases) EXPECT_EQ(test.qualify(0, VCHIP_UNITS, 0), VCHIP_E_UNIT);
+    for (const Qualifier &test : kQualifiers)
+      EXPECT_EQ(test.qualify(0, VCHIP_UNITS, 0), VCHIP_E_UNIT);
   };
   EXPECT_PRINTED(swctl_test::printed_by(all), "", "");
 }

@@ -12,7 +12,6 @@ namespace {
 
 using namespace kmsg_test;
 
-const Bytes kNetlink = Bytes(16, 0xEE);
 constexpr uint32_t kNoAnswer = 0xFFFFFFFFu;
 
 class DataRequest : public KmsgTest {

@@ -14,9 +14,6 @@ namespace {
 using namespace kmsg_test;
 using swctl::thread_sockets;
 
-// A reply's netlink header: nothing of it is looked at.
-const Bytes kNetlink = Bytes(16, 0xEE);
-
 class Exchange : public KmsgTest {
  protected:
   // Sends `message`; the caller finds what came of it in the members.

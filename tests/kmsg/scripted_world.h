@@ -90,6 +90,9 @@ class Child {
 };
 
 // Numbers as the channel lays them down: in the order of the host.
+// A reply's netlink header: nothing of it is looked at.
+inline const Bytes kNetlink = Bytes(16, 0xEE);
+
 Bytes half_word(uint16_t number);
 Bytes word(uint32_t number);
 Bytes operator+(Bytes left, const Bytes &right);

@@ -9,7 +9,7 @@ constexpr int32_t kPort = 3;
 constexpr int32_t kTrunk = 5;
 const l2_test::Mac kMac = l2_test::mac(1);
 
-struct Row {
+struct FlushRow {
   const char *name;
   int32_t (*function)(uint32_t lead, uint32_t unit, uint32_t flags);
   const char *words;  // of the request, up to includeStatic
@@ -17,7 +17,7 @@ struct Row {
 };
 
 // The entries of prepared(), by number.
-const Row kRows[] = {
+const FlushRow kFlushRows[] = {
     {"user_l2_addr_delete_by_mac_port",
      [](uint32_t lead, uint32_t unit, uint32_t flags) {
        return user_l2_addr_delete_by_mac_port(lead, unit, kMac.data(), 0xEEEE, kPort, flags);
@@ -85,7 +85,7 @@ class L2Flush : public l2_test::L2Test {
 };
 
 TEST_F(L2Flush, SendsOneRequestToUnitZero) {
-  for (const Row &row : kRows) {
+  for (const FlushRow &row : kFlushRows) {
     for (const uint32_t flags : {0u, 1u, 2u, 0x80000000u}) {
       swprobe::forget();
       EXPECT_EQ(row.function(9, 1, flags), 0) << row.name;
@@ -98,7 +98,7 @@ TEST_F(L2Flush, SendsOneRequestToUnitZero) {
 }
 
 TEST_F(L2Flush, TheChipRemovesWhatTheRequestSelects) {
-  for (const Row &row : kRows) {
+  for (const FlushRow &row : kFlushRows) {
     prepare();
     EXPECT_EQ(row.function(0, 0, 0), 0);
     EXPECT_THAT(numbers(), testing::UnorderedElementsAreArray(row.remaining)) << row.name;
@@ -106,7 +106,7 @@ TEST_F(L2Flush, TheChipRemovesWhatTheRequestSelects) {
 }
 
 TEST_F(L2Flush, StaticEntriesStayUnlessAskedFor) {
-  for (const Row &row : kRows) {
+  for (const FlushRow &row : kFlushRows) {
     put({{.vid = 10, .number = 1, .port = 3, .trunk = 5, .flags = 0x08}});
     EXPECT_EQ(row.function(0, 0, 0), 0);
     EXPECT_EQ(numbers().size(), 1u) << row.name;
@@ -117,7 +117,7 @@ TEST_F(L2Flush, StaticEntriesStayUnlessAskedFor) {
 }
 
 TEST_F(L2Flush, ReturnsAnyResult) {
-  for (const Row &row : kRows) {
+  for (const FlushRow &row : kFlushRows) {
     for (const int32_t result : {-1, 3, INT32_MIN}) {
       swprobe::clear_plan();
       swctl_test::chip_answers("rtk_l2_ucastAddr_flush", result);

@@ -9,7 +9,7 @@ using vchip::GroupView;
 
 constexpr uint8_t kGroup[SWCTL_MAC_BYTES] = {0x01, 0x00, 0x5e, 0x00, 0x00, 0x05};
 constexpr const char *kText = "01:00:5e:00:00:05";
-constexpr const char *kGet = "rtk_l2_mcastAddr_get";
+constexpr const char *kGroupGet = "rtk_l2_mcastAddr_get";
 constexpr const char *kAdd = "rtk_l2_mcastAddr_add";
 constexpr const char *kDel = "rtk_l2_mcastAddr_del";
 
@@ -52,7 +52,7 @@ TEST_F(L2McastAddr, AddMergesIntoAGroup) {
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(0x8)), 0);
   EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kText, 0xE, 9}));
   const auto calls = swprobe::take();
-  EXPECT_THAT(l2_test::names(calls), ElementsAre(kGet, kDel, kAdd));
+  EXPECT_THAT(l2_test::names(calls), ElementsAre(kGroupGet, kDel, kAdd));
   EXPECT_EQ(calls[1].line(), "rtk_l2_mcastAddr_del(unit=0, vid=10, mac=[01 00 5e 00 00 05]) = 0");
   EXPECT_EQ(calls[2].in("entry.fwdIndex"), 9);
   // Only added, never removed.
@@ -62,7 +62,7 @@ TEST_F(L2McastAddr, AddMergesIntoAGroup) {
 
 TEST_F(L2McastAddr, AddCarriesTheWholeEntryThatWasRead) {
   chip_answers(
-      kGet, 5,
+      kGroupGet, 5,
       {{"entry.vid", 20}, {"entry.mac[5]", 9}, {"entry.rest[2]", 8}, {"entry.portmask", 1}});
   chip_answers(kDel, 0);
   chip_answers(kAdd, 0);
@@ -76,7 +76,7 @@ TEST_F(L2McastAddr, AddCarriesTheWholeEntryThatWasRead) {
 }
 
 TEST_F(L2McastAddr, AddForgetsWhatAFailedReadWrote) {
-  chip_answers(kGet, -1, {{"entry.portmask", 0xFF}, {"entry.vid", 99}, {"entry.fwdIndex", 3}});
+  chip_answers(kGroupGet, -1, {{"entry.portmask", 0xFF}, {"entry.vid", 99}, {"entry.fwdIndex", 3}});
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(4)), 0);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 2u);
@@ -94,7 +94,7 @@ TEST_F(L2McastAddr, AddIgnoresTheDeleteAndReturnsTheAdd) {
     EXPECT_EQ(user_mac_mcast_addr_add(0, group(2)), result);
   }
   swprobe::clear_plan();
-  chip_answers(kGet, -1);
+  chip_answers(kGroupGet, -1);
   chip_answers(kAdd, -8);
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(2)), -8);
 }
@@ -120,7 +120,7 @@ TEST_F(L2McastAddr, FailedGetWritesAnEmptyBitmap) {
   expected.pbmp = {};
   EXPECT_EQ(memcmp(&record, &expected, sizeof record), 0);
   // Whatever the result, what the SDK wrote is handed on.
-  chip_answers(kGet, -5, {{"entry.portmask", 0x80000000}});
+  chip_answers(kGroupGet, -5, {{"entry.portmask", 0x80000000}});
   EXPECT_EQ(user_mac_mcast_addr_get(0, kGroup, 10, &record), -5);
   EXPECT_EQ(record.pbmp.word[0], 0x80000000u);
 }
@@ -156,12 +156,12 @@ TEST_F(L2McastAddr, ForwardingIndex) {
   EXPECT_EQ(index, 17u);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 1u);
-  EXPECT_EQ(calls[0].name, kGet);
+  EXPECT_EQ(calls[0].name, kGroupGet);
   EXPECT_EQ(calls[0].in("entry.vid"), 10);
   EXPECT_EQ(calls[0].in("entry.mac[5]"), 5);
   EXPECT_EQ(user_mac_mcast_get_fwd_index(kGroup, 20, &index), VCHIP_E_L2_ENTRY);
   EXPECT_EQ(index, 0u);
-  chip_answers(kGet, -2, {{"entry.fwdIndex", 4}});
+  chip_answers(kGroupGet, -2, {{"entry.fwdIndex", 4}});
   EXPECT_EQ(user_mac_mcast_get_fwd_index(kGroup, 20, &index), -2);
   EXPECT_EQ(index, 4u);
 }

@@ -11,7 +11,7 @@ using l2_test::removed_line;
 using swctl_test::chip_answers;
 using testing::ElementsAre;
 
-constexpr const char *kScan = "rtk_l2_nextValidAddr_get";
+constexpr const char *kStepScan = "rtk_l2_nextValidAddr_get";
 
 user_l2_addr_t filled() {
   user_l2_addr_t record;
@@ -37,8 +37,9 @@ TEST_F(L2Step, ReadsEntryByEntry) {
   EXPECT_EQ(record.mac[5], 2);
   EXPECT_EQ(index, 216);
   EXPECT_EQ(user_netlink_mac_nextValidAddr_get(9, &record, &index), -1);
-  EXPECT_THAT(l2_test::names(swprobe::take()),
-              ElementsAre(kScan, "rtk_vlan_port_get", kScan, "rtk_vlan_port_get", kScan));
+  EXPECT_THAT(
+      l2_test::names(swprobe::take()),
+      ElementsAre(kStepScan, "rtk_vlan_port_get", kStepScan, "rtk_vlan_port_get", kStepScan));
 }
 
 TEST_F(L2Step, AsksUnitZeroForStaticEntriesToo) {
@@ -78,7 +79,7 @@ TEST_F(L2Step, MarksViolations) {
 }
 
 TEST_F(L2Step, VlanIsTheLowHalfOfTheChipsWord) {
-  swprobe::answer(kScan, 1, {.result = 0, .outputs = {{"entry.vid", 0x1000A}}});
+  swprobe::answer(kStepScan, 1, {.result = 0, .outputs = {{"entry.vid", 0x1000A}}});
   chip_answers("rtk_vlan_port_get", 0);
   user_l2_addr_t record = filled();
   int32_t index = -1;
@@ -93,7 +94,7 @@ TEST_F(L2Step, EndAndFailureLeaveTheRecordAlone) {
   put({{}});
   for (const int32_t result : {-1, 1, 0x10004}) {
     swprobe::clear_plan();
-    chip_answers(kScan, result, {{"entry.vid", 10}});
+    chip_answers(kStepScan, result, {{"entry.vid", 10}});
     user_l2_addr_t record = filled();
     int32_t index = -1;
     swprobe::forget();
@@ -114,7 +115,7 @@ TEST_F(L2Step, StaleEntryIsRemovedAndAnsweredAsAnEnd) {
   const auto calls = swprobe::take();
   EXPECT_THAT(logged(calls), ElementsAre(removed_line(1)));
   EXPECT_THAT(l2_test::names(calls),
-              ElementsAre(kScan, "rtk_vlan_port_get", "rtk_l2_addr_del", "sys_trace_get",
+              ElementsAre(kStepScan, "rtk_vlan_port_get", "rtk_l2_addr_del", "sys_trace_get",
                           "sys_trace_add_log", "Log_logging_func"));
   EXPECT_EQ(calls[2].line(), "rtk_l2_addr_del(unit=0, vid=30, mac=[02 00 00 00 00 01]) = 0");
   ASSERT_EQ(vchip::platform().trace.size(), 1u);

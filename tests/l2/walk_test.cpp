@@ -10,19 +10,19 @@ using l2_test::removed_line;
 using swctl_test::chip_answers;
 using testing::ElementsAre;
 
-constexpr const char *kScan = "rtk_l2_nextValidAddr_get";
+constexpr const char *kWalkScan = "rtk_l2_nextValidAddr_get";
 constexpr const char *kVlan = "rtk_vlan_port_get";
 constexpr const char *kDelete = "rtk_l2_addr_del";
 
 // What the callback was given, and what it is to answer.
-struct Walked {
+struct WalkSeen {
   std::vector<uint32_t> units;
   std::vector<chip_l2_ucast_entry> entries;
   std::vector<int32_t> answers;  // 0 when they run out
 };
 
 int32_t note(uint32_t unit, chip_l2_ucast_entry *entry, void *data) {
-  Walked &walked = *static_cast<Walked *>(data);
+  WalkSeen &walked = *static_cast<WalkSeen *>(data);
   const size_t step = walked.entries.size();
   walked.units.push_back(unit);
   walked.entries.push_back(*entry);
@@ -31,8 +31,8 @@ int32_t note(uint32_t unit, chip_l2_ucast_entry *entry, void *data) {
 
 class L2Walk : public l2_test::L2Test {
  protected:
-  Walked walk(uint32_t unit = 0, std::vector<int32_t> answers = {}) {
-    Walked walked;
+  WalkSeen walk(uint32_t unit = 0, std::vector<int32_t> answers = {}) {
+    WalkSeen walked;
     walked.answers = std::move(answers);
     EXPECT_EQ(rtk_l2_traverse(unit, note, &walked), 0);
     return walked;
@@ -62,7 +62,7 @@ TEST_F(L2Walk, MakesTwoCallsPerEntry) {
 TEST_F(L2Walk, HandsTheEntryOnInScanOrder) {
   put({{.vid = 20, .number = 2, .port = 5, .trunk = 4, .flags = 0x12345608, .aux = 7},
        {.vid = 10, .number = 1}});
-  const Walked walked = walk();
+  const WalkSeen walked = walk();
   ASSERT_EQ(walked.entries.size(), 2u);
   EXPECT_EQ(walked.entries[0].vid, 10u);
   const chip_l2_ucast_entry &second = walked.entries[1];
@@ -79,7 +79,7 @@ TEST_F(L2Walk, TheUnitGoesToTheCallbackAndNotToTheSdk) {
   put({{.number = 9}}, 1);
   for (const uint32_t unit : {0u, 1u, 77u}) {
     swprobe::forget();
-    const Walked walked = walk(unit);
+    const WalkSeen walked = walk(unit);
     ASSERT_EQ(walked.units, std::vector<uint32_t>{unit});
     EXPECT_EQ(walked.entries[0].mac[5], 1);
     for (const swprobe::Call &call : swprobe::take()) EXPECT_EQ(call.in("unit"), 0);
@@ -111,16 +111,16 @@ TEST_F(L2Walk, AnyNonZeroScanResultIsTheEnd) {
   put({{.number = 1}, {.number = 2}});
   for (const int32_t result : {-1, 1, 0x10004, INT32_MIN}) {
     swprobe::clear_plan();
-    swprobe::answer(kScan, 2, {.result = result, .outputs = {{"entry.vid", 10}}});
+    swprobe::answer(kWalkScan, 2, {.result = result, .outputs = {{"entry.vid", 10}}});
     EXPECT_EQ(walk().entries.size(), 1u) << result;
   }
 }
 
 TEST_F(L2Walk, TheEntryIsClearedOnceAndNotBetweenSteps) {
   // A scan that writes single words shows what was there before.
-  swprobe::answer(kScan, 1, {.result = 0, .outputs = {{"entry.vid", 10}, {"entry.aux", 5}}});
-  swprobe::answer(kScan, 2, {.result = 0, .outputs = {{"entry.port", 6}}});
-  const Walked walked = walk();
+  swprobe::answer(kWalkScan, 1, {.result = 0, .outputs = {{"entry.vid", 10}, {"entry.aux", 5}}});
+  swprobe::answer(kWalkScan, 2, {.result = 0, .outputs = {{"entry.port", 6}}});
+  const WalkSeen walked = walk();
   ASSERT_EQ(walked.entries.size(), 2u);
   const chip_l2_ucast_entry expected = {10, {0, 0, 0, 0, 0, 0}, {0, 0}, 0, 0, 0, 0,
                                         5,  {0, 0, 0, 0},       0};
@@ -139,8 +139,9 @@ TEST_F(L2Walk, StaleEntriesAreRemovedUnseen) {
   EXPECT_EQ(held(), (std::vector<std::string>{"10 02:00:00:00:00:01", "20 02:00:00:00:00:04"}));
   const auto calls = swprobe::take();
   EXPECT_EQ(logged(calls).size(), 0u) << "they were dynamic";
-  EXPECT_THAT(l2_test::names(calls), ElementsAre(kScan, kVlan, kDelete, kScan, kVlan, kScan, kVlan,
-                                                 kScan, kVlan, kDelete, kScan));
+  EXPECT_THAT(l2_test::names(calls),
+              ElementsAre(kWalkScan, kVlan, kDelete, kWalkScan, kVlan, kWalkScan, kVlan, kWalkScan,
+                          kVlan, kDelete, kWalkScan));
   EXPECT_EQ(calls[2].line(), "rtk_l2_addr_del(unit=0, vid=0, mac=[02 00 00 00 00 03]) = 0");
 }
 
@@ -218,7 +219,7 @@ TEST_F(L2Walk, DeletingInsideDoesNotDisturbIt) {
 }
 
 int32_t walk_again(uint32_t, chip_l2_ucast_entry *, void *data) {
-  Walked inner;
+  WalkSeen inner;
   rtk_l2_traverse(0, note, &inner);
   *static_cast<size_t *>(data) += inner.entries.size();
   return 0;

@@ -12,7 +12,7 @@ namespace {
 using swctl_test::chip_answers;
 using Trunk = swctl_test::LibraryTest;
 
-constexpr const char *kSet = "rtk_trunk_port_set";
+constexpr const char *kTrunkSet = "rtk_trunk_port_set";
 
 user_trunk_desc_t description(int32_t count, std::initializer_list<int> ports) {
   user_trunk_desc_t made;
@@ -47,7 +47,7 @@ TEST_F(Trunk, NoPortsEmptyIt) {
 }
 
 TEST_F(Trunk, PortsCountModulo32) {
-  chip_answers(kSet, 0);
+  chip_answers(kTrunkSet, 0);
   swprobe::forget();
   EXPECT_EQ(user_trunk_set(0, 0, 4, description(4, {31, 32, 255, 63})), 0);
   EXPECT_EQ(swprobe::take()[0].in("members"), 0x80000001);
@@ -79,7 +79,7 @@ TEST_F(Trunk, DestroyTakesEveryMemberOut) {
 
 TEST_F(Trunk, ResultsAndNumbersPassThrough) {
   for (const int64_t result : {4, -1, INT32_MIN}) {
-    chip_answers(kSet, result);
+    chip_answers(kTrunkSet, result);
     swprobe::forget();
     EXPECT_EQ(user_trunk_set(0, 0, 0x80000000, description(0, {})), result);
     EXPECT_EQ(user_trunk_destroy(0, 0, UINT32_MAX), result);
@@ -129,7 +129,7 @@ TEST_F(Trunk, LoadBalanceAnswersTheSdk) {
 }
 
 TEST_F(Trunk, PrintsNothing) {
-  chip_answers(kSet, -1);
+  chip_answers(kTrunkSet, -1);
   const auto all = [] {
     user_trunk_set(0, 0, 99, description(1, {1}));
     user_trunk_destroy(0, 0, 99);

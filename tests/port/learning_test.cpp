@@ -9,7 +9,7 @@ namespace {
 
 using swctl_test::chip_answers;
 
-constexpr const char *kGet = "rtk_l2_newMacOp_get";
+constexpr const char *kLearnGet = "rtk_l2_newMacOp_get";
 constexpr const char *kSet = "rtk_l2_newMacOp_set";
 
 struct Pair {
@@ -79,7 +79,7 @@ TEST_F(Learning, EveryModeAfterEverySavedPair) {
         if (mode == 16) continue;
         SCOPED_TRACE(std::to_string(mode) + " over " + std::to_string(saved));
         swprobe::clear_plan();
-        chip_answers(kGet, 0, {{"mode", saved}, {"action", action}});
+        chip_answers(kLearnGet, 0, {{"mode", saved}, {"action", action}});
         chip_answers(kSet, 6);
         swprobe::forget();
         EXPECT_EQ(user_port_learn_set(0, 1, 5, mode), writes(mode, saved) ? 6 : 0);
@@ -112,7 +112,7 @@ TEST_F(Learning, LargeModesAreAnyOther) {
 TEST_F(Learning, AFailedReadKeepsThePairThatWasSaved) {
   port_has(1, 5, {1, 3});
   ASSERT_EQ(user_port_learn_set(0, 1, 5, 18), 0);
-  chip_answers(kGet, -5);
+  chip_answers(kLearnGet, -5);
   EXPECT_EQ(user_port_learn_set(0, 1, 5, 2), 0) << "saved mode 1 forbids it";
   swprobe::forget();
   EXPECT_EQ(user_port_learn_set(0, 1, 5, 8), 0);
@@ -123,7 +123,7 @@ TEST_F(Learning, AFailedReadKeepsThePairThatWasSaved) {
 }
 
 TEST_F(Learning, WhatAFailedReadWroteIsSaved) {
-  chip_answers(kGet, -5, {{"mode", 9}, {"action", 8}});
+  chip_answers(kLearnGet, -5, {{"mode", 9}, {"action", 8}});
   EXPECT_EQ(user_port_learn_set(0, 1, 5, 0), 0);
   chip_answers(kSet, 0);
   swprobe::forget();
@@ -146,7 +146,7 @@ TEST_F(Learning, GetTranslatesTheMode) {
   for (const auto &[sdk, generic] : cases) {
     for (int64_t result : {0, -5, 5}) {
       swprobe::clear_plan();
-      chip_answers(kGet, result, {{"mode", sdk}, {"action", 3}});
+      chip_answers(kLearnGet, result, {{"mode", sdk}, {"action", 3}});
       uint32_t mode = 7;
       EXPECT_EQ(user_port_learn_get(0, 1, 5, &mode), result);
       EXPECT_EQ(mode, generic) << sdk;
@@ -167,7 +167,7 @@ TEST_F(Learning, GetReadsTheCallersUnitAndSavesNothing) {
 }
 
 TEST_F(Learning, GetCountsAsZeroIfTheSdkWritesNone) {
-  chip_answers(kGet, -5);
+  chip_answers(kLearnGet, -5);
   uint32_t mode = 7;
   EXPECT_EQ(user_port_learn_get(0, 1, 5, &mode), -5);
   EXPECT_EQ(mode, 1u);

@@ -13,7 +13,7 @@ using swctl_test::Lines;
 
 constexpr uint32_t kUntouched = 0xDEAD;
 
-constexpr const char *kLink = "rtk_port_link_get";
+constexpr const char *kModeLink = "rtk_port_link_get";
 constexpr const char *kMode = "rtk_port_speedDuplex_get";
 constexpr const char *kAuto = "rtk_port_phyAutoNegoEnable_get";
 constexpr const char *kForced = "rtk_port_phyForceModeAbility_get";
@@ -32,13 +32,13 @@ class PortModeGet : public swctl_test::LibraryTest, public testing::WithParamInt
   int32_t read(uint32_t *value, uint32_t unit = 1, int32_t port = 5, uint32_t lead = 0) {
     return GetParam().function(lead, unit, port, value);
   }
-  void link_up() { chip_answers(kLink, 0, {{"link", 1}}); }
+  void link_up() { chip_answers(kModeLink, 0, {{"link", 1}}); }
   void forced() {
-    chip_answers(kLink, 0, {{"link", 0}});
+    chip_answers(kModeLink, 0, {{"link", 0}});
     chip_answers(kAuto, 0, {{"enable", 0}});
   }
   void negotiating() {
-    chip_answers(kLink, 0, {{"link", 0}});
+    chip_answers(kModeLink, 0, {{"link", 0}});
     chip_answers(kAuto, 0, {{"enable", 1}});
   }
   // Runs the reader, which must fail, and compares everything it leaves.
@@ -93,7 +93,7 @@ TEST_P(PortModeGet, LinkDownAndNegotiatingReadsTheAbilitiesOfUnitZero) {
 TEST_P(PortModeGet, OnlyLinkOneIsUp) {
   for (int64_t link : {2, -1, 0x100}) {
     swprobe::clear_plan();
-    chip_answers(kLink, 0, {{"link", link}});
+    chip_answers(kModeLink, 0, {{"link", link}});
     swprobe::forget();
     uint32_t value = kUntouched;
     EXPECT_EQ(read(&value), 0);
@@ -104,7 +104,7 @@ TEST_P(PortModeGet, OnlyLinkOneIsUp) {
 TEST_P(PortModeGet, AnyNonZeroAutonegotiationIsOn) {
   for (int64_t enable : {1, 2, -1}) {
     swprobe::clear_plan();
-    chip_answers(kLink, 0, {{"link", 0}});
+    chip_answers(kModeLink, 0, {{"link", 0}});
     chip_answers(kAuto, 0, {{"enable", enable}});
     swprobe::forget();
     uint32_t value = kUntouched;
@@ -127,7 +127,7 @@ TEST_P(PortModeGet, AbilityStartsAtZero) {
 }
 
 TEST_P(PortModeGet, FailedLinkReadIsPrintedAndReturned) {
-  chip_answers(kLink, -5, {{"link", 1}});
+  chip_answers(kModeLink, -5, {{"link", 1}});
   expect_failure(-5, kUntouched, "rtk get error[-5]\n", "");
   EXPECT_CALLS("rtk_port_link_get(unit=1, port=5) = -5 !");
 }
@@ -141,7 +141,7 @@ TEST_P(PortModeGet, FailedReadOfTheModeInOperationIsPrintedAndReturned) {
 }
 
 TEST_P(PortModeGet, FailedAutonegotiationReadIsPrintedAndReturned) {
-  chip_answers(kLink, 0, {{"link", 0}});
+  chip_answers(kModeLink, 0, {{"link", 0}});
   chip_answers(kAuto, -7, {{"enable", 1}});
   expect_failure(-7, kUntouched, "rtk get error[-7]\n", "");
   EXPECT_CALLS("rtk_port_link_get(unit=1, port=5, link=>0) = 0 !",
@@ -175,14 +175,14 @@ TEST_P(PortModeGet, WhatAFailedReadOfTheModeLeftIsNotTranslated) {
 
 TEST_P(PortModeGet, PositiveResultsAreSuccess) {
   uint32_t value = kUntouched;
-  chip_answers(kLink, 1, {{"link", 1}});
+  chip_answers(kModeLink, 1, {{"link", 1}});
   chip_answers(kMode, 2, {{"speed", 2}, {"duplex", 1}});
   EXPECT_EQ(read(&value), 2);
   EXPECT_EQ(value, GetParam().at_1000_full);
 
   value = kUntouched;
   swprobe::clear_plan();
-  chip_answers(kLink, 1, {{"link", 0}});
+  chip_answers(kModeLink, 1, {{"link", 0}});
   chip_answers(kAuto, 3, {{"enable", 0}});
   chip_answers(kForced, 4, {{"speed", 2}, {"duplex", 1}});
   EXPECT_EQ(read(&value), 4);
@@ -190,7 +190,7 @@ TEST_P(PortModeGet, PositiveResultsAreSuccess) {
 
   value = kUntouched;
   swprobe::clear_plan();
-  chip_answers(kLink, 1, {{"link", 0}});
+  chip_answers(kModeLink, 1, {{"link", 0}});
   chip_answers(kAuto, 3, {{"enable", 1}});
   chip_answers(kAbility, 5, {{"ability", USER_ABILITY_1000_FULL}});
   int32_t result = 0;
@@ -256,14 +256,14 @@ constexpr CodePair kCodes[] = {{0, 10}, {1, 100}, {2, 1000}, {3, 10000}, {4, 4},
                                {5, 4},  {10, 4},  {255, 4},  {-1, 4},    {0x80000000, 4}};
 
 TEST_F(PortSpeedCode, IsTranslatedInOperation) {
-  chip_answers(kLink, 0, {{"link", 1}});
+  chip_answers(kModeLink, 0, {{"link", 1}});
   for (const CodePair &pair : kCodes) {
     EXPECT_EQ(translated(pair.code, kMode), pair.speed) << "code " << pair.code;
   }
 }
 
 TEST_F(PortSpeedCode, IsTranslatedWhenForced) {
-  chip_answers(kLink, 0, {{"link", 0}});
+  chip_answers(kModeLink, 0, {{"link", 0}});
   chip_answers(kAuto, 0, {{"enable", 0}});
   for (const CodePair &pair : kCodes) {
     EXPECT_EQ(translated(pair.code, kForced), pair.speed) << "code " << pair.code;
@@ -271,7 +271,7 @@ TEST_F(PortSpeedCode, IsTranslatedWhenForced) {
 }
 
 TEST_F(PortSpeedCode, DuplexIsNotTranslated) {
-  chip_answers(kLink, 0, {{"link", 1}});
+  chip_answers(kModeLink, 0, {{"link", 1}});
   for (int64_t duplex : {0, 1, 2, 7}) {
     chip_answers(kMode, 0, {{"duplex", duplex}});
     uint32_t value = kUntouched;

@@ -12,9 +12,9 @@ namespace {
 using swctl_test::chip_answers;
 using swctl_test::Lines;
 
-constexpr const char *kAuto = "rtk_port_phyAutoNegoEnable_get";
-constexpr const char *kForced = "rtk_port_phyForceModeAbility_get";
-constexpr const char *kAbility = "rtk_port_phyAutoNegoAbility_get";
+constexpr const char *kSetAuto = "rtk_port_phyAutoNegoEnable_get";
+constexpr const char *kSetForced = "rtk_port_phyForceModeAbility_get";
+constexpr const char *kSetAbility = "rtk_port_phyAutoNegoAbility_get";
 constexpr const char *kAutoOff = "rtk_port_phyAutoNegoEnable_set";
 constexpr const char *kForce = "rtk_port_phyForceModeAbility_set";
 
@@ -94,29 +94,29 @@ TEST_P(PortModeSet, ForcesTheModeAndKeepsAdvertisedPause) {
 TEST_P(PortModeSet, NoAdvertisedPauseIsNoFlowControl) {
   for (uint32_t ability : {0x10000000u, 0xFDFFFFFFu}) {
     swprobe::clear_plan();
-    chip_answers(kAuto, 0, {{"enable", 1}});
-    chip_answers(kAbility, 0, {{"ability", ability}});
+    chip_answers(kSetAuto, 0, {{"enable", 1}});
+    chip_answers(kSetAbility, 0, {{"ability", ability}});
     EXPECT_EQ(set(), 0);
     EXPECT_EQ(vchip::port(1, 5).forced_flow_control, 0u) << std::hex << ability;
   }
 }
 
 TEST_P(PortModeSet, FlowControlIsThePauseBitAlone) {
-  chip_answers(kAuto, 0, {{"enable", 1}});
-  chip_answers(kAbility, 0, {{"ability", 0x02000000}});
+  chip_answers(kSetAuto, 0, {{"enable", 1}});
+  chip_answers(kSetAbility, 0, {{"ability", 0x02000000}});
   EXPECT_EQ(set(), 0);
   EXPECT_EQ(vchip::port(1, 5).forced_flow_control, 1u);
 }
 
 TEST_P(PortModeSet, AnyNonZeroAutonegotiationIsOn) {
-  chip_answers(kAuto, 0, {{"enable", 6}});
+  chip_answers(kSetAuto, 0, {{"enable", 6}});
   EXPECT_EQ(set(), 0);
-  EXPECT_EQ(swprobe::take().at(1).name, kAbility);
+  EXPECT_EQ(swprobe::take().at(1).name, kSetAbility);
 }
 
 TEST_P(PortModeSet, ForcedFlowControlIsPassedOnAsRead) {
-  chip_answers(kAuto, 0, {{"enable", 0}});
-  chip_answers(kForced, 0, {{"speed", 3}, {"duplex", 9}, {"flow_control", 77}});
+  chip_answers(kSetAuto, 0, {{"enable", 0}});
+  chip_answers(kSetForced, 0, {{"speed", 3}, {"duplex", 9}, {"flow_control", 77}});
   chip_answers(kForce, 0);
   EXPECT_EQ(set(), 0);
   const auto calls = swprobe::take();
@@ -126,32 +126,32 @@ TEST_P(PortModeSet, ForcedFlowControlIsPassedOnAsRead) {
 }
 
 TEST_P(PortModeSet, LocalsStartAtZeroIfTheSdkWritesNothing) {
-  chip_answers(kAuto, 0);
-  chip_answers(kForced, 0);
+  chip_answers(kSetAuto, 0);
+  chip_answers(kSetForced, 0);
   chip_answers(kForce, 0);
   EXPECT_EQ(set(), 0);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 4u);
-  EXPECT_EQ(calls[1].name, kForced) << "autonegotiation starts at 0";
+  EXPECT_EQ(calls[1].name, kSetForced) << "autonegotiation starts at 0";
   EXPECT_EQ(calls[3].in("flow_control"), 0);
 }
 
 TEST_P(PortModeSet, FailedAutonegotiationReadIsPrintedAndReturned) {
-  chip_answers(kAuto, -5, {{"enable", 1}});
+  chip_answers(kSetAuto, -5, {{"enable", 1}});
   expect_failure(-5, "rtk get error[-5]\n");
   EXPECT_CALLS("rtk_port_phyAutoNegoEnable_get(unit=1, port=5) = -5 !");
 }
 
 TEST_P(PortModeSet, FailedForcedModeReadIsPrintedAndReturned) {
-  chip_answers(kAuto, 0, {{"enable", 0}});
-  chip_answers(kForced, -6, {{"flow_control", 1}});
+  chip_answers(kSetAuto, 0, {{"enable", 0}});
+  chip_answers(kSetForced, -6, {{"flow_control", 1}});
   expect_failure(-6, "rtk get error[-6]\n");
   EXPECT_EQ(swprobe::take().size(), 2u);
   EXPECT_TRUE(vchip::port(1, 5).autonegotiation);
 }
 
 TEST_P(PortModeSet, FailedAbilityReadMeansNoFlowControl) {
-  chip_answers(kAbility, -7, {{"ability", 0xFFFFFFFF}});
+  chip_answers(kSetAbility, -7, {{"ability", 0xFFFFFFFF}});
   int32_t result = -1;
   EXPECT_PRINTED(swctl_test::printed_by([&] { result = set(); }), "", "");
   EXPECT_EQ(result, 0);
@@ -173,8 +173,8 @@ TEST_P(PortModeSet, FailureToForceIsReturnedSilently) {
 }
 
 TEST_P(PortModeSet, PositiveResultsAreSuccess) {
-  chip_answers(kAuto, 1, {{"enable", 0}});
-  chip_answers(kForced, 2, {{"flow_control", 1}});
+  chip_answers(kSetAuto, 1, {{"enable", 0}});
+  chip_answers(kSetForced, 2, {{"flow_control", 1}});
   chip_answers(kAutoOff, 3);
   chip_answers(kForce, 4);
   int32_t result = 0;
@@ -182,8 +182,8 @@ TEST_P(PortModeSet, PositiveResultsAreSuccess) {
   EXPECT_EQ(result, 4);
   swprobe::forget();
 
-  chip_answers(kAuto, 1, {{"enable", 1}});
-  chip_answers(kAbility, 5, {{"ability", 0x02000000}});
+  chip_answers(kSetAuto, 1, {{"enable", 1}});
+  chip_answers(kSetAbility, 5, {{"ability", 0x02000000}});
   EXPECT_EQ(set(), 4);
   EXPECT_EQ(swprobe::take().at(3).in("flow_control"), 1);
 }

@@ -10,9 +10,9 @@ namespace {
 using swctl_test::chip_answers;
 using swctl_test::printed_by;
 
-constexpr const char *kAuto = "rtk_port_phyAutoNegoEnable_get";
-constexpr const char *kAbility = "rtk_port_phyAutoNegoAbility_get";
-constexpr const char *kForced = "rtk_port_phyForceModeAbility_get";
+constexpr const char *kPauseAuto = "rtk_port_phyAutoNegoEnable_get";
+constexpr const char *kPauseAbility = "rtk_port_phyAutoNegoAbility_get";
+constexpr const char *kPauseForced = "rtk_port_phyForceModeAbility_get";
 constexpr const char *kState = "rtk_port_flowctrl_get";
 
 class Pause : public swctl_test::LibraryTest {
@@ -78,15 +78,15 @@ TEST_F(Pause, AutonegotiationIsReadOnTheCallersUnit) {
   ASSERT_EQ(rtk_port_phyAutoNegoEnable_set(0, 5, 0), 0);
   swprobe::forget();
   configured();
-  EXPECT_EQ(swprobe::take().at(1).name, kAbility);
+  EXPECT_EQ(swprobe::take().at(1).name, kPauseAbility);
 }
 
 TEST_F(Pause, BothBitsOfEveryAbilityWordOfTheTenTopBitsDecide) {
   for (uint32_t top = 0; top < 1024; ++top) {
     const uint32_t word = top << 22 | 0x00155555;
     swprobe::clear_plan();
-    chip_answers(kAuto, 0, {{"enable", 1}});
-    chip_answers(kAbility, 0, {{"ability", word}});
+    chip_answers(kPauseAuto, 0, {{"enable", 1}});
+    chip_answers(kPauseAbility, 0, {{"ability", word}});
     const bool pause = (word >> 25) % 2 == 1;
     const bool asymmetric = (word >> 24) % 2 == 1;
     EXPECT_EQ(configured(), pause && asymmetric ? 1u : 0u) << std::hex << word;
@@ -94,14 +94,14 @@ TEST_F(Pause, BothBitsOfEveryAbilityWordOfTheTenTopBitsDecide) {
 }
 
 TEST_F(Pause, AnyNonZeroAutonegotiationReadsTheAbilities) {
-  chip_answers(kAuto, 0, {{"enable", 0x100}});
-  chip_answers(kAbility, 0, {{"ability", 0x03000000}});
+  chip_answers(kPauseAuto, 0, {{"enable", 0x100}});
+  chip_answers(kPauseAbility, 0, {{"ability", 0x03000000}});
   EXPECT_EQ(configured(), 1u);
 }
 
 TEST_F(Pause, AbilityCountsAsZeroIfTheSdkWritesNone) {
-  chip_answers(kAuto, 0, {{"enable", 1}});
-  chip_answers(kAbility, 0);
+  chip_answers(kPauseAuto, 0, {{"enable", 1}});
+  chip_answers(kPauseAbility, 0);
   EXPECT_EQ(configured(), 0u);
 }
 
@@ -118,7 +118,7 @@ TEST_F(Pause, ForcedIsReadOnTheCallersUnit) {
 
 TEST_F(Pause, ForcedIsHandedOverUnchanged) {
   force(1);
-  chip_answers(kForced, 0, {{"flow_control", 0xFFFFFFFE}});
+  chip_answers(kPauseForced, 0, {{"flow_control", 0xFFFFFFFE}});
   EXPECT_EQ(configured(), 0xFFFFFFFEu);
 }
 
@@ -131,9 +131,9 @@ struct Failure {
 
 TEST_F(Pause, EveryFailingReadIsReportedAndWritesNothing) {
   const Failure failures[] = {
-      {kAuto, true, "rtk get error[-77]\n", ""},
-      {kAbility, true, "", "user_port_pause_get:get port autonego ability failed\n"},
-      {kForced, false, "rtk get error[-77]\n", ""},
+      {kPauseAuto, true, "rtk get error[-77]\n", ""},
+      {kPauseAbility, true, "", "user_port_pause_get:get port autonego ability failed\n"},
+      {kPauseForced, false, "rtk get error[-77]\n", ""},
   };
   for (const Failure &failure : failures) {
     SCOPED_TRACE(failure.call);
@@ -165,15 +165,15 @@ TEST_F(Pause, TheFirstFailureEndsTheRead) {
 }
 
 TEST_F(Pause, PositiveResultsAreSuccess) {
-  chip_answers(kAuto, 3, {{"enable", 1}});
-  chip_answers(kAbility, 4, {{"ability", 0x03000000}});
+  chip_answers(kPauseAuto, 3, {{"enable", 1}});
+  chip_answers(kPauseAbility, 4, {{"ability", 0x03000000}});
   uint32_t pause = 7;
   int32_t result = 0;
   EXPECT_PRINTED(printed_by([&] { result = user_port_pause_get(0, 1, 5, &pause); }), "", "");
   EXPECT_EQ(result, 4);
   EXPECT_EQ(pause, 1u);
-  chip_answers(kAuto, 3, {{"enable", 0}});
-  chip_answers(kForced, 5, {{"flow_control", 1}});
+  chip_answers(kPauseAuto, 3, {{"enable", 0}});
+  chip_answers(kPauseForced, 5, {{"flow_control", 1}});
   EXPECT_EQ(user_port_pause_get(0, 1, 5, &pause), 5);
 }
 

@@ -10,7 +10,7 @@ namespace {
 using swctl_test::chip_answers;
 using swctl_test::Lines;
 
-constexpr const char *kMode = "rtk_rate_stormControlRateMode_set";
+constexpr const char *kStormMode = "rtk_rate_stormControlRateMode_set";
 constexpr const char *kBurst = "rtk_rate_stormControlBurstSize_set";
 
 class StormControl : public swctl_test::LibraryTest {
@@ -224,7 +224,7 @@ Lines count_mode_lines(uint32_t byte) {
 }
 
 TEST_F(StormControl, EveryCountModeByteWithAnyBitsAbove) {
-  chip_answers(kMode, 0);
+  chip_answers(kStormMode, 0);
   ASSERT_EQ(user_rate_bandwidth_set(0, 1, 5, 2, 100), 0);
   for (uint32_t byte = 0; byte < 256; ++byte) {
     for (uint32_t above : {0u, 0x100u, 0xFFFFFF00u}) {
@@ -250,7 +250,7 @@ TEST_F(StormControl, AnyResultButZeroLeavesTheModeAlone) {
   ASSERT_EQ(user_rate_bandwidth_set(0, 1, 5, 2, 100), 0);
   for (int64_t result : {-5, 5, 1, -1}) {
     swprobe::clear_plan();
-    chip_answers(kMode, result);
+    chip_answers(kStormMode, result);
     swprobe::forget();
     EXPECT_EQ(user_rate_stormCountMode_set(0, 1, 1), result);
     EXPECT_EQ(read_rate(), 100u);
@@ -260,7 +260,7 @@ TEST_F(StormControl, AnyResultButZeroLeavesTheModeAlone) {
   }
   swprobe::clear_plan();
   ASSERT_EQ(user_rate_stormCountMode_set(0, 1, 1), 0);
-  chip_answers(kMode, 5);
+  chip_answers(kStormMode, 5);
   EXPECT_EQ(user_rate_stormCountMode_set(0, 1, 0), 5);
   EXPECT_EQ(read_rate(), 1600u);
 }

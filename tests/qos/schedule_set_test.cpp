@@ -14,11 +14,11 @@ using swctl_test::front_ports;
 using QosScheduleSet = swctl_test::LibraryTest;
 using Words = std::vector<uint32_t>;
 
-constexpr const char *kStrict = "rtk_qos_queueStrictEnable_set";
-constexpr const char *kAlgorithm = "rtk_qos_schedulingAlgorithm_set";
-constexpr const char *kTable = "rtk_qos_schedulingQueue_set";
+constexpr const char *kSetStrict = "rtk_qos_queueStrictEnable_set";
+constexpr const char *kSetAlgorithm = "rtk_qos_schedulingAlgorithm_set";
+constexpr const char *kSetTable = "rtk_qos_schedulingQueue_set";
 constexpr size_t kCallsPerPort = 10;
-constexpr uint32_t kMixed[] = {0, 0, 1, 1, 2, 2, 4, 8};
+constexpr uint32_t kSetMixed[] = {0, 0, 1, 1, 2, 2, 4, 8};
 
 std::string table_text(const Words &words) {
   std::string text = "[";
@@ -32,10 +32,10 @@ std::vector<std::string> port_calls(int32_t port, const Words &strict, uint32_t 
   const std::string where = "(unit=0, port=" + std::to_string(port) + ", ";
   std::vector<std::string> lines;
   for (size_t queue = 0; queue < 8; ++queue)
-    lines.push_back(kStrict + where + "queue=" + std::to_string(queue) +
+    lines.push_back(kSetStrict + where + "queue=" + std::to_string(queue) +
                     ", enable=" + std::to_string(strict[queue]) + ") = 0");
-  lines.push_back(kAlgorithm + where + "algorithm=" + std::to_string(algorithm) + ") = 0");
-  lines.push_back(kTable + where + "weights=" + table_text(weights) + ") = 0");
+  lines.push_back(kSetAlgorithm + where + "algorithm=" + std::to_string(algorithm) + ") = 0");
+  lines.push_back(kSetTable + where + "weights=" + table_text(weights) + ") = 0");
   return lines;
 }
 
@@ -49,8 +49,8 @@ struct Case {
 const Case kCases[] = {
     {1, nullptr, {1, 1, 1, 1, 1, 1, 1, 1}, 1, {0, 0, 0, 0, 0, 0, 0, 0}},
     {2, nullptr, {0, 0, 0, 0, 0, 0, 0, 0}, 1, {1, 1, 1, 1, 1, 1, 1, 1}},
-    {3, kMixed, {1, 1, 0, 0, 0, 0, 0, 0}, 1, {0, 0, 1, 1, 2, 2, 4, 8}},
-    {4, kMixed, {1, 1, 0, 0, 0, 0, 0, 0}, 0, {0, 0, 1, 1, 2, 2, 4, 8}},
+    {3, kSetMixed, {1, 1, 0, 0, 0, 0, 0, 0}, 1, {0, 0, 1, 1, 2, 2, 4, 8}},
+    {4, kSetMixed, {1, 1, 0, 0, 0, 0, 0, 0}, 0, {0, 0, 1, 1, 2, 2, 4, 8}},
 };
 
 TEST_F(QosScheduleSet, MakesTheSameCallsForEveryFrontPort) {
@@ -66,7 +66,7 @@ TEST_F(QosScheduleSet, MakesTheSameCallsForEveryFrontPort) {
 }
 
 TEST_F(QosScheduleSet, TranslatesTheInterfaceAnewForEveryCall) {
-  EXPECT_EQ(user_qos_schedule_set(3, kMixed), 0);
+  EXPECT_EQ(user_qos_schedule_set(3, kSetMixed), 0);
   std::vector<int64_t> expected;
   for (const int64_t interface : swctl_test::front_interfaces())
     expected.insert(expected.end(), kCallsPerPort, interface);
@@ -98,7 +98,7 @@ TEST_F(QosScheduleSet, ReachesTheFrontPortsOfUnitZeroAlone) {
 
 TEST_F(QosScheduleSet, RefusesOtherModesWithoutACall) {
   for (const uint32_t mode : {0u, 5u, 6u, 0x80000001u, UINT32_MAX}) {
-    EXPECT_EQ(user_qos_schedule_set(mode, kMixed), -1);
+    EXPECT_EQ(user_qos_schedule_set(mode, kSetMixed), -1);
   }
   EXPECT_NO_CALLS();
 }
@@ -106,7 +106,7 @@ TEST_F(QosScheduleSet, RefusesOtherModesWithoutACall) {
 TEST_F(QosScheduleSet, StopsAtANegativeStrictEnable) {
   for (const uint64_t nth : {1, 5, 8, 9, 208}) {
     swprobe::clear_plan();
-    swprobe::answer(kStrict, nth, {-7, {}});
+    swprobe::answer(kSetStrict, nth, {-7, {}});
     swprobe::forget();
     EXPECT_EQ(user_qos_schedule_set(1, nullptr), -7);
     // Two more calls for each port that was finished.
@@ -115,7 +115,7 @@ TEST_F(QosScheduleSet, StopsAtANegativeStrictEnable) {
 }
 
 TEST_F(QosScheduleSet, KeepsWhatWasWrittenBeforeAFailure) {
-  swprobe::answer(kStrict, 9, {-7, {}});
+  swprobe::answer(kSetStrict, 9, {-7, {}});
   EXPECT_EQ(user_qos_schedule_set(1, nullptr), -7);
   EXPECT_EQ(vchip::qos_port(0, 0).strict, Words(8, 1));
   EXPECT_EQ(vchip::qos_port(0, 1).strict, Words(8, 0));
@@ -124,7 +124,7 @@ TEST_F(QosScheduleSet, KeepsWhatWasWrittenBeforeAFailure) {
 TEST_F(QosScheduleSet, StopsAtANegativeTableWrite) {
   for (const uint64_t nth : {1, 2, 26}) {
     swprobe::clear_plan();
-    swprobe::answer(kTable, nth, {-8, {}});
+    swprobe::answer(kSetTable, nth, {-8, {}});
     swprobe::forget();
     EXPECT_EQ(user_qos_schedule_set(2, nullptr), -8);
     EXPECT_EQ(swctl_test::take_asked().sdk.size(), nth * kCallsPerPort);
@@ -132,32 +132,32 @@ TEST_F(QosScheduleSet, StopsAtANegativeTableWrite) {
 }
 
 TEST_F(QosScheduleSet, GoesOnWhateverTheAlgorithmWriteAnswers) {
-  chip_answers(kAlgorithm, -9);
+  chip_answers(kSetAlgorithm, -9);
   swprobe::forget();
   EXPECT_EQ(user_qos_schedule_set(2, nullptr), 0);
   EXPECT_EQ(swctl_test::take_asked().sdk.size(), 26 * kCallsPerPort);
 }
 
 TEST_F(QosScheduleSet, AnswersTheLastTableWrite) {
-  chip_answers(kStrict, 3);
-  chip_answers(kTable, 5);
-  swprobe::answer(kTable, 26, {6, {}});
+  chip_answers(kSetStrict, 3);
+  chip_answers(kSetTable, 5);
+  swprobe::answer(kSetTable, 26, {6, {}});
   swprobe::forget();
   EXPECT_EQ(user_qos_schedule_set(2, nullptr), 6);
   EXPECT_EQ(swctl_test::take_asked().sdk.size(), 26 * kCallsPerPort);
   swprobe::clear_plan();
-  swprobe::answer(kTable, 25, {6, {}});
+  swprobe::answer(kSetTable, 25, {6, {}});
   EXPECT_EQ(user_qos_schedule_set(2, nullptr), 0);
 }
 
 TEST_F(QosScheduleSet, TakesAnyWeight) {
   const uint32_t weights[] = {0x80000000, 127, 128, UINT32_MAX, 1, 0, 1, 1};
-  chip_answers(kTable, 0);
+  chip_answers(kSetTable, 0);
   swprobe::forget();
   EXPECT_EQ(user_qos_schedule_set(4, weights), 0);
   const auto calls = swprobe::take();
   const swprobe::Call &first = calls[19];
-  ASSERT_EQ(first.name, kTable);
+  ASSERT_EQ(first.name, kSetTable);
   for (size_t queue = 0; queue < 8; ++queue)
     EXPECT_EQ(first.in("weights[" + std::to_string(queue) + "]"), weights[queue]);
   EXPECT_EQ(vchip::qos_port(0, 0).strict, (Words{0, 0, 0, 0, 0, 1, 0, 0}));
@@ -167,7 +167,7 @@ TEST_F(QosScheduleSet, PrintsNothing) {
   const auto all = [] {
     user_qos_schedule_set(0, nullptr);
     user_qos_schedule_set(2, nullptr);
-    chip_answers(kTable, -1);
+    chip_answers(kSetTable, -1);
     user_qos_schedule_set(2, nullptr);
   };
   EXPECT_PRINTED(swctl_test::printed_by(all), "", "");

@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-Settings read(std::vector<std::string> words) {
+Settings settings_of(std::vector<std::string> words) {
   words.insert(words.begin(), "swctl");
   std::vector<char *> pointers;
   for (std::string &word : words) pointers.push_back(word.data());
@@ -19,12 +19,12 @@ Settings read(std::vector<std::string> words) {
 }
 
 std::string fault_of(const std::vector<std::string> &words) {
-  const Settings settings = read(words);
+  const Settings settings = settings_of(words);
   return settings.fault ? fault_line(*settings.fault) : "";
 }
 
 TEST(Options, DefaultToATableOfUnitZero) {
-  const Settings settings = read({"port", "show"});
+  const Settings settings = settings_of({"port", "show"});
   EXPECT_EQ(settings.format(), Format::human);
   EXPECT_EQ(settings.unit, 0u);
   EXPECT_FALSE(settings.batch || settings.force || settings.help || settings.version);
@@ -33,43 +33,43 @@ TEST(Options, DefaultToATableOfUnitZero) {
 
 TEST(Options, HaveALetterANameAndTwoDashes) {
   for (const char *word : {"-j", "-json", "--json", "-js"}) {
-    EXPECT_EQ(read({word}).format(), Format::json) << word;
+    EXPECT_EQ(settings_of({word}).format(), Format::json) << word;
   }
   for (const char *word : {"-p", "-pretty", "--pretty"}) {
-    EXPECT_EQ(read({word}).format(), Format::pretty) << word;
+    EXPECT_EQ(settings_of({word}).format(), Format::pretty) << word;
   }
-  for (const char *word : {"-h", "-help", "--help"}) EXPECT_TRUE(read({word}).help) << word;
-  for (const char *word : {"-V", "-Version", "--Version"}) EXPECT_TRUE(read({word}).version);
-  for (const char *word : {"-force", "--force"}) EXPECT_TRUE(read({word}).force) << word;
+  for (const char *word : {"-h", "-help", "--help"}) EXPECT_TRUE(settings_of({word}).help) << word;
+  for (const char *word : {"-V", "-Version", "--Version"}) EXPECT_TRUE(settings_of({word}).version);
+  for (const char *word : {"-force", "--force"}) EXPECT_TRUE(settings_of({word}).force) << word;
 }
 
 TEST(Options, MayTakeAValue) {
   for (const std::string word : {"-u", "-unit", "--unit"}) {
-    EXPECT_EQ(read({word, "1"}).unit, 1u) << word;
+    EXPECT_EQ(settings_of({word, "1"}).unit, 1u) << word;
   }
-  EXPECT_EQ(read({"-u1"}).unit, 1u);
-  EXPECT_EQ(read({"--unit=1"}).unit, 1u);
-  EXPECT_EQ(read({"-b", "-"}).batch, "-");
-  EXPECT_EQ(read({"-batch", "file"}).batch, "file");
+  EXPECT_EQ(settings_of({"-u1"}).unit, 1u);
+  EXPECT_EQ(settings_of({"--unit=1"}).unit, 1u);
+  EXPECT_EQ(settings_of({"-b", "-"}).batch, "-");
+  EXPECT_EQ(settings_of({"-batch", "file"}).batch, "file");
 }
 
 TEST(Options, EndAtTheFirstOtherWord) {
-  EXPECT_THAT(read({"-j", "port", "-p"}).words, ElementsAre("port", "-p"));
-  EXPECT_EQ(read({"-j", "port", "-p"}).format(), Format::json);
-  EXPECT_THAT(read({"--", "-x"}).words, ElementsAre("-x"));
+  EXPECT_THAT(settings_of({"-j", "port", "-p"}).words, ElementsAre("port", "-p"));
+  EXPECT_EQ(settings_of({"-j", "port", "-p"}).format(), Format::json);
+  EXPECT_THAT(settings_of({"--", "-x"}).words, ElementsAre("-x"));
 }
 
 TEST(Options, PrettyIsJsonToo) {
-  EXPECT_EQ(read({"-j", "-p"}).format(), Format::pretty);
-  EXPECT_EQ(read({"-p", "-j"}).format(), Format::pretty);
+  EXPECT_EQ(settings_of({"-j", "-p"}).format(), Format::pretty);
+  EXPECT_EQ(settings_of({"-p", "-j"}).format(), Format::pretty);
 }
 
 TEST(Options, ThatAreUnknownAreNamed) {
   EXPECT_EQ(fault_of({"-x"}),
             "unknown option \"-x\", expected one of: -json, -pretty, -batch, -force, -unit, "
             "-help, -Version");
-  EXPECT_EQ(read({"-x"}).fault->culprit, "-x");
-  EXPECT_EQ(read({"--yaml"}).fault->culprit, "--yaml");
+  EXPECT_EQ(settings_of({"-x"}).fault->culprit, "-x");
+  EXPECT_EQ(settings_of({"--yaml"}).fault->culprit, "--yaml");
 }
 
 TEST(Options, ThatLackTheirValueAreNamed) {
@@ -84,17 +84,17 @@ TEST(Options, AUnitIsANumber) {
             "bad value \"-1\" of -unit: out of range, expected a number from 0");
   EXPECT_EQ(fault_of({"-u", "4294967296"}),
             "bad value \"4294967296\" of -unit: out of range, expected a number from 0");
-  EXPECT_EQ(read({"-u", "4294967295"}).unit, 4294967295u);
+  EXPECT_EQ(settings_of({"-u", "4294967295"}).unit, 4294967295u);
 }
 
 TEST(Options, BehindAWrongOneAreStillRead) {
-  const Settings settings = read({"-x", "-j"});
+  const Settings settings = settings_of({"-x", "-j"});
   EXPECT_TRUE(settings.fault);
   EXPECT_EQ(settings.format(), Format::json);
 }
 
 TEST(Options, TheFirstFaultCounts) {
-  EXPECT_EQ(read({"-x", "-y"}).fault->culprit, "-x");
+  EXPECT_EQ(settings_of({"-x", "-y"}).fault->culprit, "-x");
 }
 
 TEST(Options, HaveUsageAndHelp) {

@@ -10,7 +10,7 @@ namespace {
 
 using swctl_test::chip_answers;
 
-constexpr uint32_t kUntouched = 99;
+constexpr uint32_t kStateUntouched = 99;
 constexpr const char *kSet = "rtk_stp_mstpState_set";
 constexpr const char *kGet = "rtk_stp_mstpState_get";
 
@@ -95,7 +95,7 @@ TEST_F(StgState, GetTranslatesBack) {
                                    USER_STP_FORWARDING};
   for (uint32_t chip = 0; chip < 4; ++chip) {
     ASSERT_EQ(rtk_stp_mstpState_set(1, 1, 26, chip), 0);
-    uint32_t state = kUntouched;
+    uint32_t state = kStateUntouched;
     swprobe::forget();
     EXPECT_EQ(user_stg_stp_get(3, 1, 1, 26, &state), 0);
     EXPECT_EQ(state, kGeneric[chip]);
@@ -108,7 +108,7 @@ TEST_F(StgState, LearningReadsAsTheSharedWordSays) {
   ASSERT_EQ(rtk_stp_mstpState_set(0, 1, 5, 2), 0);
   for (const uint32_t flag : {2u, 3u, 4u, UINT32_MAX}) {
     stateflag = flag;
-    uint32_t state = kUntouched;
+    uint32_t state = kStateUntouched;
     EXPECT_EQ(user_stg_stp_get(0, 0, 1, 5, &state), 0);
     EXPECT_EQ(state, flag);
     EXPECT_EQ(stateflag, flag);
@@ -117,7 +117,7 @@ TEST_F(StgState, LearningReadsAsTheSharedWordSays) {
 
 TEST_F(StgState, TheLastRequestSpeaksForAllPortsAndInstances) {
   ASSERT_EQ(user_stg_stp_set(0, 0, 1, 5, USER_STP_LEARNING), 0);
-  uint32_t state = kUntouched;
+  uint32_t state = kStateUntouched;
   ASSERT_EQ(user_stg_stp_get(0, 0, 1, 5, &state), 0);
   EXPECT_EQ(state, USER_STP_LEARNING);
   ASSERT_EQ(user_stg_stp_set(0, 0, 2, 7, USER_STP_LISTENING), 0);
@@ -130,7 +130,7 @@ TEST_F(StgState, TheLastRequestSpeaksForAllPortsAndInstances) {
 }
 
 TEST_F(StgState, GetWritesWhateverTheResult) {
-  uint32_t state = kUntouched;
+  uint32_t state = kStateUntouched;
   EXPECT_EQ(user_stg_stp_get(0, 0, 9, 5, &state), VCHIP_E_INSTANCE);
   EXPECT_EQ(state, USER_STP_DISABLED);
   chip_answers(kGet, -5, {{"state", 3}});
@@ -144,9 +144,9 @@ TEST_F(StgState, GetWritesWhateverTheResult) {
 TEST_F(StgState, GetWritesNothingForUnknownCodes) {
   for (const uint32_t code : {4u, 0x80000002u, UINT32_MAX}) {
     chip_answers(kGet, 0, {{"state", code}});
-    uint32_t state = kUntouched;
+    uint32_t state = kStateUntouched;
     EXPECT_EQ(user_stg_stp_get(0, 0, 1, 5, &state), 0);
-    EXPECT_EQ(state, kUntouched);
+    EXPECT_EQ(state, kStateUntouched);
   }
 }
 

@@ -6,7 +6,7 @@
 namespace vchip_test {
 namespace {
 
-const chip_ip_mcast_entry kEntry = {10, 0, 0xE8010203, 0xC0000201, 3, {}};
+const chip_ip_mcast_entry kIpEntry = {10, 0, 0xE8010203, 0xC0000201, 3, {}};
 const chip_ip6_mcast_entry kEntry6 = {10, {{0xff, 0x3e}}, {{0x20, 1}}, 0, 3, {}};
 
 // The second time an entry is there.
@@ -20,17 +20,17 @@ const Subjects &mcast_ip_subjects() {
   static const Subjects all = {
       {"rtk_l2_ipMcastAddr_add", false, 0, 1,
        [](auto u, auto, auto &o) {
-         return unless_there(rtk_l2_ipMcastAddr_add(u, o.null == 0 ? nullptr : &kEntry));
+         return unless_there(rtk_l2_ipMcastAddr_add(u, o.null == 0 ? nullptr : &kIpEntry));
        }},
       {"rtk_l2_ipMcastAddr_set", false, 0, 1,
        [](auto u, auto, auto &o) {
-         if (o.null != 0) rtk_l2_ipMcastAddr_add(u, &kEntry);
-         return rtk_l2_ipMcastAddr_set(u, o.null == 0 ? nullptr : &kEntry);
+         if (o.null != 0) rtk_l2_ipMcastAddr_add(u, &kIpEntry);
+         return rtk_l2_ipMcastAddr_set(u, o.null == 0 ? nullptr : &kIpEntry);
        }},
       {"rtk_l2_ipMcastAddr_del", false, 0, 0,
        [](auto u, auto, auto &) {
-         rtk_l2_ipMcastAddr_add(u, &kEntry);
-         return rtk_l2_ipMcastAddr_del(u, kEntry.address_a, kEntry.address_b, 10);
+         rtk_l2_ipMcastAddr_add(u, &kIpEntry);
+         return rtk_l2_ipMcastAddr_del(u, kIpEntry.address_a, kIpEntry.address_b, 10);
        }},
       {"rtk_l2_ip6McastAddr_add", false, 0, 1,
        [](auto u, auto, auto &o) {
