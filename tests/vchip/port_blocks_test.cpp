@@ -46,16 +46,16 @@ TEST_F(PortBlocks, PowerOn) {
 
 // IEEE 802.3 annex 28B.3: what the two ends' two bits come to.
 TEST_F(PortBlocks, PauseByTheTable) {
-  struct Row {
+  struct PauseRow {
     unsigned local, partner;  // 2 pause, 1 asymmetric
     bool transmit, receive;
   };
-  const Row rows[] = {
+  const PauseRow rows[] = {
       {0, 0, false, false}, {0, 1, false, false}, {0, 2, false, false}, {0, 3, false, false},
       {1, 0, false, false}, {1, 1, false, false}, {1, 2, false, false}, {1, 3, true, false},
       {2, 0, false, false}, {2, 1, false, false}, {2, 2, true, true},   {2, 3, true, true},
       {3, 0, false, false}, {3, 1, false, true},  {3, 2, true, true},   {3, 3, true, true}};
-  for (const Row &row : rows) {
+  for (const PauseRow &row : rows) {
     const vchip_partner_t partner = {1, VCHIP_ABILITY_100_FULL | row.partner << 24};
     const uint32_t ability = VCHIP_ABILITY_100_FULL | row.local << 24;
     ASSERT_EQ(vchip_cable_plug(0, 3, &partner), 0);
