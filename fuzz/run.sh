@@ -18,7 +18,7 @@ each=$((seconds * 2 / ${#targets[@]}))
 
 # What a target learns stays in the build for the next time.
 run_target() {
-  local target=$1 dictionary=() work=$build/fuzz/work/$1
+  local target=$1 dictionary=() work=$build/fuzz/runs/$1
   mkdir -p "$work/corpus" "$build/findings"
   if [ -f "$here/dictionaries/$target.dict" ]; then
     dictionary=("-dict=$here/dictionaries/$target.dict")
@@ -28,9 +28,9 @@ run_target() {
     "$work/corpus" "$here/corpus/$target" >"$work/log" 2>&1 || touch "$work/failed"
 }
 
-statistic() { sed -n "s/^stat::$1: *//p" "$build/fuzz/work/$2/log"; }
+statistic() { sed -n "s/^stat::$1: *//p" "$build/fuzz/runs/$2/log"; }
 
-rm -rf "$build/findings" "$build"/fuzz/work/*/failed
+rm -rf "$build/findings" "$build"/fuzz/runs/*/failed
 export build here each
 export -f run_target
 printf '%s\n' "${targets[@]}" | xargs -P 2 -I TARGET bash -euo pipefail -c 'run_target TARGET'
@@ -40,15 +40,15 @@ printf '%-12s%14s%10s  %s\n' target executions exec/s findings
 for target in "${targets[@]}"; do
   executions=$(statistic number_of_executed_units "$target")
   finding=-
-  if [ -e "$build/fuzz/work/$target/failed" ]; then
+  if [ -e "$build/fuzz/runs/$target/failed" ]; then
     finding=$(find "$build/findings" -name "$target-*" -printf '%f ')
     status=1
-    finding=${finding:-see $build/fuzz/work/$target/log}
+    finding=${finding:-see $build/fuzz/runs/$target/log}
   fi
   total=$((total + ${executions:-0}))
   printf '%-12s%14s%10s  %s\n' "$target" "${executions:-?}" \
     "$(statistic average_exec_per_sec "$target")" "$finding"
 done
 printf '%-12s%14d\n' total "$total"
-[ $status -eq 0 ] || echo "run.sh: findings in $build/findings, logs in $build/fuzz/work" >&2
+[ $status -eq 0 ] || echo "run.sh: findings in $build/findings, logs in $build/fuzz/runs" >&2
 exit $status
