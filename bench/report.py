@@ -56,7 +56,7 @@ class Steps:
 
     def __init__(self, image, private):
         self.name, self.calls = image[0], int(image[1])
-        self.library, self.direct, self.ratio = map(float, image[2:])
+        self.through, self.direct, self.ratio = map(float, image[2:])
         self.private = float(private[4])
 
 
@@ -86,7 +86,7 @@ def pairs_text(pairs):
 
 
 def steps_text(steps):
-    rows = [(f"`{step.name}`", str(step.calls), f"{step.library:.0f}", f"{step.direct:.0f}",
+    rows = [(f"`{step.name}`", str(step.calls), f"{step.through:.0f}", f"{step.direct:.0f}",
              f"{step.ratio:.2f}", f"{step.private:.2f}", BESIDES.get(step.name, ""))
             for step in steps]
     plain = [step for step in steps if step.name not in BESIDES]

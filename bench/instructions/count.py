@@ -23,7 +23,7 @@ class Call:
     """What one call of an exported function cost."""
 
     def __init__(self):
-        self.library = 0  # instructions
+        self.own = 0  # instructions
         self.platform = 0
         self.calls = collections.Counter()  # of the platform, by name
 
@@ -71,10 +71,10 @@ def measure(text, library):
             if place == library and PLATFORM_CALL.match(called):
                 result.calls[called] += int(value.split()[0])
             elif place == library and is_libc(called_place):
-                result.library += cost
+                result.own += cost
             called_place = place
         elif place == library and line[:1].isdigit():
-            result.library += int(line.split()[1])
+            result.own += int(line.split()[1])
     return result
 
 
@@ -94,10 +94,10 @@ def main():
             if name is None:
                 continue
             call = measure(text, library)
-            call.platform = summary_of(text) - call.library
+            call.platform = summary_of(text) - call.own
             functions[name] = call
     rows = [
-        {"function": name, "kind": call.kind(), "library": call.library,
+        {"function": name, "kind": call.kind(), "library": call.own,
          "platform": call.platform if call.calls else 0,
          "calls": sum(call.calls.values())}
         for name, call in sorted(functions.items())
