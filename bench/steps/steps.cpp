@@ -47,15 +47,15 @@ struct Subject {
   Steps steps;
   int calls_a_round = 0;  // 0: not yet known
   Clock::time_point start;
-  std::vector<double> library, direct, ratio;
+  std::vector<double> through, direct, ratio;
 
   void finish_round() {
-    library.push_back(seconds_since(start) / calls_a_round);
+    through.push_back(seconds_since(start) / calls_a_round);
     start = Clock::now();
     for (int call = 0; call < calls_a_round; ++call)
       for (const auto &step : steps) step();
     direct.push_back(seconds_since(start) / calls_a_round);
-    ratio.push_back(library.back() / direct.back());
+    ratio.push_back(through.back() / direct.back());
   }
 };
 
@@ -127,7 +127,7 @@ class Bench {
   int report() {
     const Subject &now = subject_;
     fprintf(stderr, "steps %s %zu %.1f %.1f %.3f\n", now.name.c_str(), now.steps.size(),
-            median(now.library) * 1e9, median(now.direct) * 1e9, median(now.ratio));
+            median(now.through) * 1e9, median(now.direct) * 1e9, median(now.ratio));
     return 0;
   }
 
