@@ -17,13 +17,6 @@ void each_port(const user_pbmp_t &ports, Visit visit) {
       visit(index * 32 + std::countr_zero(rest));
 }
 
-// The bit of a chip port in a mask. The adapter's answer is not checked: a
-// number that is no port falls on some bit, as the chip's own shift would let
-// it, and the SDK has its say about the mask.
-constexpr uint32_t port_bit(int32_t port) {
-  return 1u << (static_cast<uint32_t>(port) & 31u);
-}
-
 }  // namespace swctl
 
 #endif

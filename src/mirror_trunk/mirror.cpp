@@ -6,7 +6,7 @@
 
 #include <cstddef>
 
-#include "frame/ports.h"
+#include "frame/port_mask.h"
 
 namespace {
 
@@ -58,7 +58,7 @@ int32_t user_mirror_port_set(uint32_t, uint32_t, int32_t port, uint32_t group,
   chip_mirror_entry entry = read_group(group);
   enable(entry, mirroring_port);
   if (port == kCpuPort) entry.field12 = 1;
-  set_mode(entry, swctl::port_bit(port), mode);
+  set_mode(entry, swctl::unchecked_bit_in_mask(port), mode);
   return rtk_mirror_group_set(0, group, &entry);
 }
 

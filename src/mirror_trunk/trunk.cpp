@@ -6,7 +6,7 @@
 
 #include <cstddef>
 
-#include "frame/ports.h"
+#include "frame/port_mask.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ constexpr uint32_t trap_or_drop(uint32_t enable) {
 uint32_t members_of(const user_trunk_desc_t &description) {
   uint32_t members = 0;
   for (int32_t index = 0; index < description.count && index < USER_TRUNK_PORTS; ++index)
-    members |= swctl::port_bit(description.ports[index]);
+    members |= swctl::unchecked_bit_in_mask(description.ports[index]);
   return members;
 }
 

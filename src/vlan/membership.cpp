@@ -7,13 +7,14 @@
 
 #include <bit>
 
+#include "frame/port_mask.h"
 #include "frame/ports.h"
 #include "vlan/vid.h"
 
 namespace {
 
 using swctl::each_port;
-using swctl::port_bit;
+using swctl::unchecked_bit_in_mask;
 using swctl::vid_of;
 
 constexpr int32_t kWordPorts = 32;
@@ -42,7 +43,7 @@ class Interfaces {
   uint32_t chip_ports() const {
     uint32_t mask = 0;
     for (uint32_t place = 0; place < count_; ++place)
-      mask |= port_bit(adp_intf_2_phy_id(number_[place]));
+      mask |= unchecked_bit_in_mask(adp_intf_2_phy_id(number_[place]));
     return mask;
   }
 
