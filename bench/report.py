@@ -32,6 +32,9 @@ BY_HAND = {
     "user_vlan_voice_oui_mac_add", "user_port_protocol_vlan_add",
 }
 
+# Makes no call once the slot that it gives back is free.
+AT_REST = {"user_field_meter_burst_size_set_del"}
+
 INTRODUCTION = """# What a call costs
 
 `./dev bench` measures the library against the same calls of the platform made
@@ -163,10 +166,10 @@ def main():
         print(page)
     for step in beyond(steps):
         print(f"{step.name}: {step.ratio:.2f} times its own calls, more than {LIMIT}")
-    missing = several - BY_HAND - {step.name for step in steps}
-    if missing:
-        print("makes no call in the end, so not timed:", ", ".join(sorted(missing)))
-    return 1 if beyond(steps) else 0
+    missing = several - BY_HAND - AT_REST - {step.name for step in steps}
+    for name in sorted(missing):
+        print(f"{name}: not timed")
+    return 1 if missing or beyond(steps) else 0
 
 
 if __name__ == "__main__":

@@ -7,10 +7,17 @@ program=$1 probe=$2 folder=$3
 export VCHIP_LOG=none
 unset VCHIP_IMAGE STEPS_RECORDING
 
-run() { # a file for the figures, and the environment
-  local figures=$1
+# A file for the figures, and the environment. Status 1 only says that a call
+# made again and again answered otherwise than once.
+run() {
+  local figures=$1 status=0
   shift
-  env "$@" "$program" >"$folder/steps.out" 2>"$folder/steps.err" || true
+  env "$@" "$program" >"$folder/steps.out" 2>"$folder/steps.err" || status=$?
+  [ "$status" -le 1 ] || {
+    cat "$folder/steps.err" >&2
+    echo "run.sh: $program ended with $status" >&2
+    exit 1
+  }
   sed -n 's/^steps //p' "$folder/steps.err" >"$figures"
 }
 
