@@ -3,6 +3,7 @@
 
 #include <swctl/kmsg.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -16,21 +17,22 @@
 namespace {
 
 constexpr size_t kBuffer = 16400;
-constexpr size_t kMessage = NLMSG_HDRLEN + sizeof(switch_header) + sizeof(switch_data);
-constexpr size_t kAnswerAt = NLMSG_HDRLEN + sizeof(switch_header);
+constexpr size_t kRequest = sizeof(switch_header) + sizeof(switch_data);
+constexpr size_t kDatagram = NLMSG_HDRLEN + kRequest;
 
 [[noreturn]] void die(const char *what) {
   perror(what);
   exit(1);
 }
 
+// A data request with a word for its data, made where it is to be.
 void fill_request(void *place, uint32_t word) {
   const switch_header header = {SWITCH_ECHO, SWITCH_TO_KERNEL, SWITCH_DATA, 0, sizeof(switch_data)};
-  switch_data data = {};
-  data.length = sizeof word;
-  memcpy(data.bytes, &word, sizeof word);
-  memcpy(place, &header, sizeof header);
-  memcpy(static_cast<uint8_t *>(place) + sizeof header, &data, sizeof data);
+  auto *data = static_cast<uint8_t *>(memcpy(place, &header, sizeof header)) + sizeof header;
+  memset(data, 0, sizeof(switch_data));
+  const uint16_t length = sizeof word;
+  memcpy(data + offsetof(switch_data, length), &length, sizeof length);
+  memcpy(data + offsetof(switch_data, bytes), &word, sizeof word);
 }
 
 void wait_for(int socket) {
@@ -41,9 +43,9 @@ void wait_for(int socket) {
   if (select(socket + 1, &set, nullptr, nullptr, &limit) != 1) die("select");
 }
 
-uint32_t answer_in(const uint8_t *datagram) {
+uint32_t answer_in(const void *reply) {
   uint32_t word;
-  memcpy(&word, datagram + kAnswerAt, sizeof word);
+  memcpy(&word, static_cast<const uint8_t *>(reply) + sizeof(switch_header), sizeof word);
   return word;
 }
 
@@ -63,35 +65,65 @@ BareSocket open_bare() {
   return {descriptor, own.nl_pid};
 }
 
-uint32_t bare(uint32_t word, bool is_bounded, uint8_t *reply) {
+const BareSocket &bare_socket() {
   static const BareSocket socket = open_bare();
-  alignas(nlmsghdr) static uint8_t buffer[kMessage];
-  auto *netlink = reinterpret_cast<nlmsghdr *>(buffer);
-  *netlink = {kMessage, 0, 0, 0, socket.port};
-  fill_request(NLMSG_DATA(netlink), word);
-
-  sockaddr_nl kernel = {};
-  kernel.nl_family = AF_NETLINK;
-  iovec vector = {buffer, kMessage};
-  msghdr message = {};
-  message.msg_name = &kernel;
-  message.msg_namelen = sizeof kernel;
-  message.msg_iov = &vector;
-  message.msg_iovlen = 1;
-  if (sendmsg(socket.descriptor, &message, 0) != kMessage) die("sendmsg");
-  if (is_bounded) wait_for(socket.descriptor);
-  vector = {reply, kBuffer};
-  if (recvmsg(socket.descriptor, &message, 0) < 0) die("recvmsg");
-  return answer_in(reply);
+  return socket;
 }
 
-// Its own memory for a reply, with zeros where the reply does not reach.
-uint32_t bare_with_new_memory(uint32_t word, bool is_bounded) {
-  auto *reply = static_cast<uint8_t *>(calloc(1, kBuffer));
-  if (reply == nullptr) die("calloc");
-  const uint32_t answer = bare(word, is_bounded, reply);
-  free(reply);
-  return answer;
+void address_datagram(uint8_t *datagram) {
+  *reinterpret_cast<nlmsghdr *>(datagram) = {kDatagram, 0, 0, 0, bare_socket().port};
+}
+
+msghdr to_or_from_kernel(sockaddr_nl *address, iovec *vector) {
+  msghdr message = {};
+  message.msg_name = address;
+  message.msg_namelen = sizeof *address;
+  message.msg_iov = vector;
+  message.msg_iovlen = 1;
+  return message;
+}
+
+void send_datagram(uint8_t *datagram) {
+  sockaddr_nl kernel = {};
+  kernel.nl_family = AF_NETLINK;
+  iovec vector = {datagram, kDatagram};
+  const msghdr message = to_or_from_kernel(&kernel, &vector);
+  if (sendmsg(bare_socket().descriptor, &message, 0) != kDatagram) die("sendmsg");
+}
+
+void receive_into(uint8_t *buffer) {
+  sockaddr_nl sender = {};
+  iovec vector = {buffer, kBuffer};
+  msghdr message = to_or_from_kernel(&sender, &vector);
+  if (recvmsg(bare_socket().descriptor, &message, 0) < 0) die("recvmsg");
+}
+
+void *zeros(size_t size) {
+  void *block = calloc(1, size);
+  if (block == nullptr) die("calloc");
+  return block;
+}
+
+void *copy_of_reply(const void *reply) {
+  switch_header header;
+  memcpy(&header, reply, sizeof header);
+  const size_t size = sizeof header + header.length;
+  void *copy = malloc(size);
+  if (copy == nullptr) die("malloc");
+  return memcpy(copy, reply, size);
+}
+
+void send_kept_datagram(uint32_t word) {
+  alignas(nlmsghdr) static uint8_t datagram[kDatagram];
+  fill_request(datagram + NLMSG_HDRLEN, word);
+  address_datagram(datagram);
+  send_datagram(datagram);
+}
+
+uint32_t receive_into_kept_buffer() {
+  static uint8_t buffer[kBuffer];
+  receive_into(buffer);
+  return answer_in(buffer + NLMSG_HDRLEN);
 }
 
 mnl_socket *open_libmnl() {
@@ -111,23 +143,51 @@ uint32_t through_libmnl(uint32_t word) {
   alignas(nlmsghdr) static uint8_t buffer[kBuffer];
   nlmsghdr *netlink = mnl_nlmsg_put_header(buffer);
   netlink->nlmsg_pid = mnl_socket_get_portid(socket);
-  fill_request(mnl_nlmsg_put_extra_header(netlink, sizeof(switch_header) + sizeof(switch_data)),
-               word);
+  fill_request(mnl_nlmsg_put_extra_header(netlink, kRequest), word);
   if (mnl_socket_sendto(socket, netlink, netlink->nlmsg_len) < 0) die("mnl_socket_sendto");
   wait_for(mnl_socket_get_fd(socket));
   if (mnl_socket_recvfrom(socket, buffer, sizeof buffer) < 0) die("mnl_socket_recvfrom");
-  return answer_in(buffer);
+  return answer_in(buffer + NLMSG_HDRLEN);
 }
 
 uint32_t through_bare_calls(uint32_t word) {
-  return bare_with_new_memory(word, true);
+  uint8_t request[kRequest];
+  fill_request(request, word);
+  void *message = memcpy(zeros(kRequest), request, kRequest);
+
+  auto *datagram = static_cast<uint8_t *>(malloc(kDatagram));
+  if (datagram == nullptr) die("malloc");
+  memcpy(datagram + NLMSG_HDRLEN, message, kRequest);
+  address_datagram(datagram);
+  send_datagram(datagram);
+  free(datagram);
+
+  wait_for(bare_socket().descriptor);
+  auto *buffer = static_cast<uint8_t *>(zeros(kBuffer));
+  receive_into(buffer);
+  const void *reply = copy_of_reply(buffer + NLMSG_HDRLEN);
+  free(buffer);
+  free(message);
+  return answer_in(reply);  // which stays allocated, as behind the library
 }
 
-uint32_t through_bare_calls_unbounded(uint32_t word) {
-  return bare_with_new_memory(word, false);
+uint32_t through_bare_calls_new_buffer(uint32_t word) {
+  send_kept_datagram(word);
+  wait_for(bare_socket().descriptor);
+  auto *buffer = static_cast<uint8_t *>(zeros(kBuffer));
+  receive_into(buffer);
+  const uint32_t answer = answer_in(buffer + NLMSG_HDRLEN);
+  free(buffer);
+  return answer;
 }
 
 uint32_t through_bare_calls_kept_memory(uint32_t word) {
-  static uint8_t reply[kBuffer];
-  return bare(word, true, reply);
+  send_kept_datagram(word);
+  wait_for(bare_socket().descriptor);
+  return receive_into_kept_buffer();
+}
+
+uint32_t through_bare_calls_unbounded(uint32_t word) {
+  send_kept_datagram(word);
+  return receive_into_kept_buffer();
 }

@@ -13,12 +13,18 @@ uint32_t through_library(uint32_t word);
 // the wait in between is a select() with a limit, as the library's.
 uint32_t through_libmnl(uint32_t word);
 
-// By hand with sendmsg(), select() and recvmsg(). A reply's own length is
-// believed, so each reply is received into 16,400 zeros.
+// By hand with sendmsg(), select() and recvmsg(), and with the memory that the
+// channel promises: the message is a block of its own, copied into that of the
+// datagram; the reply's own length is believed, so it is received into a block
+// of 16,400 zeros; and a copy of the reply stays allocated.
 uint32_t through_bare_calls(uint32_t word);
 
-// The same with one memory for all replies, which is never cleared: what an
-// earlier reply left can be taken for the end of a later one.
+// With one datagram for ever, which is filled in place, and no copy of the
+// reply. Only the buffer is new.
+uint32_t through_bare_calls_new_buffer(uint32_t word);
+
+// With one buffer for ever as well, which is never cleared: what an earlier
+// reply left can be taken for the end of a later one.
 uint32_t through_bare_calls_kept_memory(uint32_t word);
 
 // The same without the wait: recvmsg() alone, which may block for ever.
