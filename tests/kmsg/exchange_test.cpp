@@ -259,6 +259,14 @@ TEST_F(Exchange, FailureToReceiveIsReported) {
   EXPECT_EQ(reply_, untouched());
 }
 
+TEST_F(Exchange, SystemErrorIsReportedBeforeTheRest) {
+  open();
+  world().receive_error = ENOBUFS;
+  EXPECT_EQ(printed_in_order([&] { MSG_UserSendAndRecvMessage(message_.data(), 5, &reply_); }),
+            "recvmsg:: No buffer space available\n"
+            "Recive message error!~\n");
+}
+
 TEST_F(Exchange, ReplyIsWhatItsOwnLengthSays) {
   open();
   // Four bytes came, the header says six: two zeros of the buffer follow.

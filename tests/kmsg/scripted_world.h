@@ -5,8 +5,10 @@
 #ifndef SWCTL_TESTS_KMSG_SCRIPTED_WORLD_H
 #define SWCTL_TESTS_KMSG_SCRIPTED_WORLD_H
 
+#include <cstdio>
 #include <deque>
 #include <map>
+#include <unistd.h>
 
 #include "support/library_test.h"
 
@@ -46,18 +48,39 @@ struct Observed {
   Lines calls;
 };
 
+// Fills the stack that the next call will use: what that leaves unset is seen.
+void soil_stack();
+
 // Runs `function` in the world.
 template <typename Function>
 Observed observe(Function function) {
   Observed observed;
   world().calls.clear();
   observed.printed = swctl_test::printed_by([&] {
+    soil_stack();
     world().playing = true;
     function();
     world().playing = false;
   });
   observed.calls = world().calls;
   return observed;
+}
+
+// Runs `function` in the world and returns what it printed on both streams, in
+// the order in which it did.
+template <typename Function>
+std::string printed_in_order(Function function) {
+  testing::internal::CaptureStdout();
+  const int standard_error = dup(STDERR_FILENO);
+  dup2(STDOUT_FILENO, STDERR_FILENO);
+  setvbuf(stdout, nullptr, _IONBF, 0);
+  world().playing = true;
+  function();
+  world().playing = false;
+  setvbuf(stdout, nullptr, _IOFBF, 0);
+  dup2(standard_error, STDERR_FILENO);
+  close(standard_error);
+  return testing::internal::GetCapturedStdout();
 }
 
 // The calls but those of memory and mutex.

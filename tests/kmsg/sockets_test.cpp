@@ -96,6 +96,13 @@ TEST_F(Sockets, FailureToMakeOneIsHandedOn) {
                  "socket: Too many open files\n");
 }
 
+TEST_F(Sockets, SystemErrorIsReportedBehindTheLine) {
+  world().socket_error = EMFILE;
+  EXPECT_EQ(printed_in_order([] { GetThreadSocket(kKey); }),
+            "ERROR in CreateThreadSocket:162 create socket\n"
+            "socket: Too many open files\n");
+}
+
 TEST_F(Sockets, AfterReleaseANewOneIsMade) {
   observe([] { GetThreadSocket(kKey); });
   const Observed observed = observe([] {
