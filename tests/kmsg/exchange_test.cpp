@@ -298,6 +298,20 @@ TEST_F(Exchange, LargestReplyFillsTheBuffer) {
   EXPECT_EQ(take_reply(), reply);
 }
 
+TEST_F(Exchange, ReplyIsBelievedBeyondTheBuffer) {
+  open();
+  world().reply_is_oversized = true;
+  for (uint32_t length : {16373u, 20000u, 1u << 20}) {
+    world().replies = {kNetlink + header(1, 2, 3, 4, length) + Bytes{9}};
+    const Lines calls = send(message_).calls;
+    const std::string size = std::to_string(length + 12);
+    EXPECT_EQ(Lines(calls.end() - 3, calls.end()),
+              (Lines{"malloc(" + size + ")", "memcpy(" + size + ")", "free(16400)"}));
+    EXPECT_EQ(result_, 29);
+    take_reply();
+  }
+}
+
 TEST_F(Exchange, LateReplyAnswersTheNextRequest) {
   open();
   world().select_result = 0;

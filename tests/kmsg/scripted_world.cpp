@@ -199,7 +199,9 @@ ssize_t __wrap_recvmsg(int descriptor, msghdr *message, int flags) {
   note("recvmsg(%d, %s%s, %d) = %d", descriptor, text_of(message).c_str(),
        zeroed ? "" : " not zeroed", flags, result);
   if (result < 0) return result;
-  std::copy(reply.begin(), reply.end(), static_cast<uint8_t *>(vector.iov_base));
+  auto *buffer = static_cast<uint8_t *>(vector.iov_base);
+  std::copy(reply.begin(), reply.end(), buffer);
+  if (world().reply_is_oversized) world().oversized = buffer + kNetlink.size();
   if (!world().replies.empty()) world().replies.pop_front();
   return result;
 }

@@ -32,9 +32,10 @@ struct World {
   int pid = 77;
   uint8_t memory = 0xA5;  // what fresh memory holds
   bool out_of_memory = false;
-  // Of this the library copies more than there is room for: the copy is noted
-  // and cut short.
+  // Of this the library copies more than there is room for, or is to be read:
+  // the copy is noted and cut short.
   const void *oversized = nullptr;
+  bool reply_is_oversized = false;  // makes it the kernel message of the reply
 
   Bytes sent;  // the last datagram
   std::map<void *, size_t> allocated;

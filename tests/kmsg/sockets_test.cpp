@@ -34,6 +34,8 @@ TEST_F(Sockets, LargestKeyIsGood) {
 TEST_F(Sockets, DescriptorZeroIsAGoodOne) {
   world().next_descriptor = 0;
   observe([] { EXPECT_EQ(CreateThreadSocket(kKey), 0); });
+  const Observed again = observe([] { EXPECT_EQ(GetThreadSocket(kKey), 0); });
+  EXPECT_EQ(again.calls, Lines{});
   EXPECT_EQ(thread_sockets.count, 1);
 }
 
@@ -124,11 +126,11 @@ TEST_F(Sockets, ExitKeyIsMadeOfThreadAndProcess) {
 
 TEST_F(Sockets, ExitKeyDropsTheUpperHalfOfTheThread) {
   SetSockData(40, 0x56781234u);
-  // The process id is not cut: its upper half meets the thread.
+  // The process id is not cut: its upper half meets the thread, bit by bit.
   SetSockData(41, 0x00030001u);
   const Observed observed = observe([] {
     EXPECT_EQ(__HandleThreadExit(0x1234, 0xABCD5678u), -1);
-    EXPECT_EQ(__HandleThreadExit(0x00020001, 1), -1);
+    EXPECT_EQ(__HandleThreadExit(0x00020001, 3), -1);
   });
   EXPECT_EQ(observed.calls, (Lines{"lock", "close(40)", "unlock", "lock", "close(41)", "unlock"}));
 }
