@@ -34,6 +34,11 @@ struct Way {
   std::vector<double> seconds;  // of a request, for each round
 };
 
+template <Exchange Body>
+Way named(const char *name) {
+  return {name, Body, once<Body>, {}};
+}
+
 double timed(Exchange exchange) {
   const auto start = std::chrono::steady_clock::now();
   for (uint32_t index = 0; index < kRequests; ++index) {
@@ -62,18 +67,12 @@ double ratio(const Way &way, const Way &base) {
 
 int main() {
   Way ways[] = {
-      {"library", through_library, once<through_library>, {}},
-      {"libmnl", through_libmnl, once<through_libmnl>, {}},
-      {"bare, same memory", through_bare_calls, once<through_bare_calls>, {}},
-      {"bare, one datagram",
-       through_bare_calls_new_buffer,
-       once<through_bare_calls_new_buffer>,
-       {}},
-      {"bare, one memory",
-       through_bare_calls_kept_memory,
-       once<through_bare_calls_kept_memory>,
-       {}},
-      {"bare, no limit", through_bare_calls_unbounded, once<through_bare_calls_unbounded>, {}},
+      named<through_library>("library"),
+      named<through_libmnl>("libmnl"),
+      named<through_bare_calls>("bare, same memory"),
+      named<through_bare_calls_one_datagram>("bare, one datagram"),
+      named<through_bare_calls_one_memory>("bare, one memory"),
+      named<through_bare_calls_unbounded>("bare, no limit"),
   };
   const Way &library = ways[0];
   const Way &bare = ways[2];

@@ -70,10 +70,6 @@ const BareSocket &bare_socket() {
   return socket;
 }
 
-void address_datagram(uint8_t *datagram) {
-  *reinterpret_cast<nlmsghdr *>(datagram) = {kDatagram, 0, 0, 0, bare_socket().port};
-}
-
 msghdr to_or_from_kernel(sockaddr_nl *address, iovec *vector) {
   msghdr message = {};
   message.msg_name = address;
@@ -83,7 +79,9 @@ msghdr to_or_from_kernel(sockaddr_nl *address, iovec *vector) {
   return message;
 }
 
+// The request is in its place; the netlink header is not.
 void send_datagram(uint8_t *datagram) {
+  *reinterpret_cast<nlmsghdr *>(datagram) = {kDatagram, 0, 0, 0, bare_socket().port};
   sockaddr_nl kernel = {};
   kernel.nl_family = AF_NETLINK;
   iovec vector = {datagram, kDatagram};
@@ -98,29 +96,29 @@ void receive_into(uint8_t *buffer) {
   if (recvmsg(bare_socket().descriptor, &message, 0) < 0) die("recvmsg");
 }
 
-void *zeros(size_t size) {
-  void *block = calloc(1, size);
-  if (block == nullptr) die("calloc");
-  return block;
+uint8_t *obtained(void *block) {
+  if (block == nullptr) die("no memory");
+  return static_cast<uint8_t *>(block);
+}
+
+uint8_t *zeros(size_t size) {
+  return obtained(calloc(1, size));
 }
 
 void *copy_of_reply(const void *reply) {
   switch_header header;
   memcpy(&header, reply, sizeof header);
   const size_t size = sizeof header + header.length;
-  void *copy = malloc(size);
-  if (copy == nullptr) die("malloc");
-  return memcpy(copy, reply, size);
+  return memcpy(obtained(malloc(size)), reply, size);
 }
 
-void send_kept_datagram(uint32_t word) {
+void send_in_one_datagram(uint32_t word) {
   alignas(nlmsghdr) static uint8_t datagram[kDatagram];
   fill_request(datagram + NLMSG_HDRLEN, word);
-  address_datagram(datagram);
   send_datagram(datagram);
 }
 
-uint32_t receive_into_kept_buffer() {
+uint32_t receive_into_one_buffer() {
   static uint8_t buffer[kBuffer];
   receive_into(buffer);
   return answer_in(buffer + NLMSG_HDRLEN);
@@ -155,15 +153,13 @@ uint32_t through_bare_calls(uint32_t word) {
   fill_request(request, word);
   void *message = memcpy(zeros(kRequest), request, kRequest);
 
-  auto *datagram = static_cast<uint8_t *>(malloc(kDatagram));
-  if (datagram == nullptr) die("malloc");
+  uint8_t *datagram = obtained(malloc(kDatagram));
   memcpy(datagram + NLMSG_HDRLEN, message, kRequest);
-  address_datagram(datagram);
   send_datagram(datagram);
   free(datagram);
 
   wait_for(bare_socket().descriptor);
-  auto *buffer = static_cast<uint8_t *>(zeros(kBuffer));
+  uint8_t *buffer = zeros(kBuffer);
   receive_into(buffer);
   const void *reply = copy_of_reply(buffer + NLMSG_HDRLEN);
   free(buffer);
@@ -171,23 +167,23 @@ uint32_t through_bare_calls(uint32_t word) {
   return answer_in(reply);  // which stays allocated, as behind the library
 }
 
-uint32_t through_bare_calls_new_buffer(uint32_t word) {
-  send_kept_datagram(word);
+uint32_t through_bare_calls_one_datagram(uint32_t word) {
+  send_in_one_datagram(word);
   wait_for(bare_socket().descriptor);
-  auto *buffer = static_cast<uint8_t *>(zeros(kBuffer));
+  uint8_t *buffer = zeros(kBuffer);
   receive_into(buffer);
   const uint32_t answer = answer_in(buffer + NLMSG_HDRLEN);
   free(buffer);
   return answer;
 }
 
-uint32_t through_bare_calls_kept_memory(uint32_t word) {
-  send_kept_datagram(word);
+uint32_t through_bare_calls_one_memory(uint32_t word) {
+  send_in_one_datagram(word);
   wait_for(bare_socket().descriptor);
-  return receive_into_kept_buffer();
+  return receive_into_one_buffer();
 }
 
 uint32_t through_bare_calls_unbounded(uint32_t word) {
-  send_kept_datagram(word);
-  return receive_into_kept_buffer();
+  send_in_one_datagram(word);
+  return receive_into_one_buffer();
 }

@@ -21,11 +21,11 @@ uint32_t through_bare_calls(uint32_t word);
 
 // With one datagram for ever, which is filled in place, and no copy of the
 // reply. Only the buffer is new.
-uint32_t through_bare_calls_new_buffer(uint32_t word);
+uint32_t through_bare_calls_one_datagram(uint32_t word);
 
 // With one buffer for ever as well, which is never cleared: what an earlier
 // reply left can be taken for the end of a later one.
-uint32_t through_bare_calls_kept_memory(uint32_t word);
+uint32_t through_bare_calls_one_memory(uint32_t word);
 
 // The same without the wait: recvmsg() alone, which may block for ever.
 uint32_t through_bare_calls_unbounded(uint32_t word);

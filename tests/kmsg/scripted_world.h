@@ -52,17 +52,20 @@ struct Observed {
 // Fills the stack that the next call will use: what that leaves unset is seen.
 void soil_stack();
 
+template <typename Function>
+void play(Function function) {
+  soil_stack();
+  world().playing = true;
+  function();
+  world().playing = false;
+}
+
 // Runs `function` in the world.
 template <typename Function>
 Observed observe(Function function) {
   Observed observed;
   world().calls.clear();
-  observed.printed = swctl_test::printed_by([&] {
-    soil_stack();
-    world().playing = true;
-    function();
-    world().playing = false;
-  });
+  observed.printed = swctl_test::printed_by([&] { play(function); });
   observed.calls = world().calls;
   return observed;
 }
@@ -75,9 +78,7 @@ std::string printed_in_order(Function function) {
   const int standard_error = dup(STDERR_FILENO);
   dup2(STDOUT_FILENO, STDERR_FILENO);
   setvbuf(stdout, nullptr, _IONBF, 0);
-  world().playing = true;
-  function();
-  world().playing = false;
+  play(function);
   setvbuf(stdout, nullptr, _IOFBF, 0);
   dup2(standard_error, STDERR_FILENO);
   close(standard_error);
@@ -113,10 +114,10 @@ class Child {
   int process_;
 };
 
-// Numbers as the channel lays them down: in the order of the host.
 // A reply's netlink header: nothing of it is looked at.
 inline const Bytes kNetlink = Bytes(16, 0xEE);
 
+// Numbers as the channel lays them down: in the order of the host.
 Bytes half_word(uint16_t number);
 Bytes word(uint32_t number);
 Bytes operator+(Bytes left, const Bytes &right);
