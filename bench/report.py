@@ -84,7 +84,8 @@ def pairs_text(pairs):
             for name, library, direct, ratio, limit in pairs]
     return ("## Pairs made by hand\n\n"
             "Against an SDK that does nothing, where a call takes about two nanoseconds and one\n"
-            "more jump shows; and, for tables, walks and rules, against the virtual chip.\n\n"
+            "more jump shows; and, for tables, walks and rules, against the virtual chip: for\n"
+            "the rules of the adapter in an image, as below.\n\n"
             + table(["what", "library", "direct", "ratio", "limit"], rows) + "\n")
 
 

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Rules of the platform adapter, through the library and by the same calls made
 // by hand: a record of 6,268 bytes is cleared, filled and handed over by value.
+// The chip lies in an image, where handing over takes a microsecond, as it may on
+// a bus. On a chip of its own the bodies take a quarter of that, and one process
+// differs from the next by 5 % either way, more than the library adds.
 #include <swctl/platform/adapter.h>
 #include <swctl/vlan_rules.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "pairs.h"
@@ -154,6 +158,9 @@ const Pair kPairs[] = {
 }  // namespace
 
 int main(int argc, char **argv) {
-  unsetenv("VCHIP_IMAGE");
+  if (getenv("VCHIP_IMAGE") == nullptr) {
+    fprintf(stderr, "%s: VCHIP_IMAGE does not name the chip's image\n", argv[0]);
+    return 1;
+  }
   return run_pairs(argc, argv, kPairs);
 }
