@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "acl/acl_action.h"
-#include "core/table.h"
+#include "common/table.h"
 
 namespace vchip {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "acl/acl_check.h"
-#include "core/check.h"
-#include "core/chip.h"
-#include "core/table.h"
+#include "chip/chip.h"
+#include "common/check.h"
+#include "common/table.h"
 
 using vchip::at_most;
 using vchip::change;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks at the arguments of the access-control calls; see core/check.h.
+// Looks at the arguments of the access-control calls; see common/check.h.
 #ifndef VCHIP_ACL_ACL_CHECK_H
 #define VCHIP_ACL_ACL_CHECK_H
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "acl/acl_block.h"
-#include "core/dump.h"
+#include "document/dump.h"
 
 namespace vchip {
 namespace {

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "acl/acl_field.h"
 
-#include <swctl-vchip/vchip.h>
-
 #include <cstring>
-#include <vector>
+
+#include "common/address_text.h"
+#include "common/numbers.h"
 
 namespace vchip {
 namespace {
 
 constexpr char kDigits[] = "0123456789abcdef";
 constexpr uint32_t kOtherProtocols = 0x1000;
-constexpr uint32_t kPortMask = (1u << VCHIP_PORTS) - 1;
 
 std::string byte_text(uint8_t byte) {
   return {kDigits[byte >> 4], kDigits[byte & 0xF]};
@@ -44,15 +43,6 @@ std::string hex_text(uint32_t number) {
   return "0x" + digits;
 }
 
-std::string ip_text(uint32_t address) {
-  std::string text;
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    text += std::to_string(address >> shift & 0xFF);
-    if (shift > 0) text += '.';
-  }
-  return text;
-}
-
 std::string port_list(uint32_t ports) {
   std::string text;
   for (uint32_t port = 0; port < VCHIP_PORTS; ++port) {
@@ -70,7 +60,7 @@ std::string port_list(uint32_t ports) {
 std::string ports_text(const FieldValue &value) {
   const uint32_t data = number_of(value.data, 4);
   const uint32_t mask = number_of(value.mask, 4);
-  if (data == 0) return port_list(~mask & kPortMask);
+  if (data == 0) return port_list(~mask & kAllPorts);
   return hex_text(data) + " mask " + hex_text(mask);
 }
 
@@ -96,9 +86,9 @@ bool is_full(const uint8_t *mask, uint32_t count) {
 
 std::string plain_text(FieldStyle style, const uint8_t *bytes, uint32_t count) {
   switch (style) {
-    case FieldStyle::mac: return bytes_text(bytes, count, 1);
+    case FieldStyle::mac: return mac_text(bytes);
     case FieldStyle::ip6: return bytes_text(bytes, count, 2);
-    case FieldStyle::ip: return ip_text(number_of(bytes, count));
+    case FieldStyle::ip: return ip4_text(number_of(bytes, count));
     case FieldStyle::decimal: return std::to_string(number_of(bytes, count));
     default: return hex_text(number_of(bytes, count));
   }

@@ -2,7 +2,7 @@
 #include <swctl-vchip/acl_view.h>
 
 #include "acl/acl_check.h"
-#include "core/viewing.h"
+#include "chip/viewing.h"
 
 namespace vchip {
 namespace {
@@ -64,7 +64,7 @@ std::vector<uint32_t> burst_sizes(uint32_t unit) {
 
 AclCountView acl_count(uint32_t unit, uint32_t counter) {
   Viewing chip;
-  const CounterBlock &block = chip.unit(unit).acl_count;
+  const AclCountBlock &block = chip.unit(unit).acl_count;
   expect(on_index(counter, VCHIP_ACL_COUNTERS), "counter", counter);
   return {block.packets(counter), block.bytes(counter)};
 }

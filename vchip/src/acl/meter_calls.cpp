@@ -4,8 +4,8 @@
 #include <swctl/platform/sdk.h>
 
 #include "acl/acl_check.h"
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 using vchip::at_most;
 using vchip::change;

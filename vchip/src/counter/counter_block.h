@@ -20,6 +20,7 @@ class PortCounterBlock {
   void dump(const char *name, Dump &unit) const;
 
   user_counter_t value(int32_t port, uint32_t counter) const { return ports_[port].value[counter]; }
+  uint64_t count(int32_t port, uint32_t counter) const;
   const chip_port_counters_t &port(int32_t port) const { return ports_[port]; }
   void set(int32_t port, uint32_t counter, uint64_t value);
   void add(int32_t port, uint32_t counter, uint64_t amount);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/counter_view.h>
 
-#include "core/viewing.h"
+#include "chip/viewing.h"
 
 namespace vchip {
 
@@ -10,8 +10,8 @@ std::vector<uint64_t> counters(uint32_t unit, int32_t port) {
   const PortCounterBlock &block = chip.unit(unit).counter;
   expect_port(port);
   std::vector<uint64_t> values;
-  for (const user_counter_t &each : block.port(port).value)
-    values.push_back(uint64_t{each.high} << 32 | each.low);
+  for (uint32_t counter = 0; counter < CHIP_PORT_COUNTERS; ++counter)
+    values.push_back(block.count(port, counter));
   return values;
 }
 

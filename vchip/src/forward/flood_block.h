@@ -9,11 +9,11 @@
 #include <array>
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
-
-inline constexpr uint32_t kMissTypes = 6;
 
 class FloodBlock {
  public:

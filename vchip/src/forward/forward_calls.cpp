@@ -2,8 +2,8 @@
 // The SDK's calls on isolation, flooding and learning.
 #include <swctl/platform/sdk.h>
 
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 namespace {
 

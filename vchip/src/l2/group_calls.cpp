@@ -2,7 +2,7 @@
 // The SDK's calls on multicast groups.
 #include <swctl/platform/sdk.h>
 
-#include "core/chip.h"
+#include "chip/chip.h"
 #include "l2/l2_check.h"
 
 using vchip::change_if;
@@ -14,10 +14,8 @@ using vchip::Unit;
 
 namespace {
 
-constexpr uint32_t kPortMask = (1u << VCHIP_PORTS) - 1;
-
 int32_t good_entry(const chip_l2_mcast_entry &entry) {
-  if ((entry.portmask & ~kPortMask) != 0) return VCHIP_E_PORT;
+  if ((entry.portmask & ~vchip::kAllPorts) != 0) return VCHIP_E_PORT;
   if (entry.fwdIndex >= vchip::kForwardingMasks) return VCHIP_E_INDEX;
   const int32_t vlan = on_vlan_id(entry.vid);
   return vlan != 0 ? vlan : on_group(entry.mac);

@@ -12,8 +12,6 @@ class Dump;
 inline constexpr uint32_t kMaxAging = 1000000;  // seconds
 inline constexpr uint32_t kUsualAging = 300;    // IEEE 802.1D
 inline constexpr int32_t kMaxLearnLimit = 8191;
-inline constexpr int32_t kTrunks = 32;
-inline constexpr uint32_t kMaxVlanId = 4095;
 
 // What may be learned on a port. The limit holds only while it is enabled.
 struct LearnLimit {

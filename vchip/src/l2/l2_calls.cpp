@@ -2,7 +2,7 @@
 // The SDK's calls on unicast addresses.
 #include <swctl/platform/sdk.h>
 
-#include "core/chip.h"
+#include "chip/chip.h"
 #include "l2/l2_check.h"
 
 using vchip::at_most;

@@ -3,16 +3,12 @@
 #ifndef VCHIP_L2_L2_CHECK_H
 #define VCHIP_L2_L2_CHECK_H
 
-#include "core/check.h"
-#include "l2/l2_block.h"
+#include "common/check.h"
+#include "l2/address_table.h"
 
 namespace vchip {
 
 constexpr uint8_t kGroupBit = 1;
-
-constexpr int32_t on_vlan_id(uint32_t vid) {
-  return at_most(vid, kMaxVlanId);
-}
 
 // The address of one station.
 constexpr int32_t on_station(const uint8_t *mac) {
@@ -24,7 +20,7 @@ constexpr int32_t on_group(const uint8_t *mac) {
 }
 
 constexpr int32_t on_trunk(int32_t trunk) {
-  return trunk >= 0 && trunk < kTrunks ? 0 : VCHIP_E_VALUE;
+  return at_most(static_cast<uint32_t>(trunk), kTrunkGroups - 1);
 }
 
 // A place to start a scan from: before the table or within it.

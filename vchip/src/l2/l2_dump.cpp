@@ -2,10 +2,10 @@
 #include <string>
 #include <vector>
 
-#include "core/dump.h"
+#include "common/address_text.h"
+#include "document/dump.h"
 #include "l2/group_block.h"
 #include "l2/l2_block.h"
-#include "l2/mac_text.h"
 
 namespace vchip {
 namespace {
@@ -48,13 +48,10 @@ void dump_address(Dump &entry, const AddressTable &table, int32_t index) {
 
 void dump_group(Dump &entry, const GroupBlock &block, int32_t index) {
   const chip_l2_mcast_entry own = block.entry(index);
-  std::vector<uint32_t> ports;
-  for (uint32_t port = 0; port < VCHIP_PORTS; ++port)
-    if ((own.portmask >> port & 1) != 0) ports.push_back(port);
   entry.number("index", index);
   entry.number("vid", own.vid);
   entry.text("mac", mac_text(own.mac));
-  entry.numbers("ports", ports);
+  entry.ports("ports", own.portmask);
   entry.number("forwarding", own.fwdIndex);
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/l2_view.h>
 
-#include "core/check.h"
-#include "core/viewing.h"
-#include "l2/mac_text.h"
+#include "chip/viewing.h"
+#include "common/address_text.h"
+#include "common/check.h"
 
 namespace vchip {
 

@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdint>
 
-#include "forward/flood_block.h"
+#include "common/numbers.h"
 
 namespace vchip {
 

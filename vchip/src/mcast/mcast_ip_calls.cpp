@@ -3,9 +3,9 @@
 #include <swctl/platform/mcast_read.h>
 #include <swctl/platform/sdk.h>
 
-#include "core/check.h"
-#include "core/chip.h"
-#include "core/table.h"
+#include "chip/chip.h"
+#include "common/check.h"
+#include "common/table.h"
 
 using vchip::at_most;
 using vchip::change;

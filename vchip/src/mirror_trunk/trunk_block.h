@@ -6,11 +6,12 @@
 #include <array>
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kTrunkGroups = 32;
 inline constexpr uint32_t kHashAlgorithms = 2;
 inline constexpr uint32_t kHashFields = 0x7f;
 

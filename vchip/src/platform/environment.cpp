@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/standard_error.h"
+#include "common/standard_error.h"
 
 namespace vchip {
 namespace {

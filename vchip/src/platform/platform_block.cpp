@@ -4,10 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <utility>
-#include <vector>
 
-#include "core/dump.h"
 #include "platform/environment.h"
 
 namespace vchip {
@@ -55,20 +52,6 @@ void PlatformBlock::each_record(
     const Record &record = records_[(next_ + step) % kTraceRecords];
     if (record.whole != 0) visit(record.location, record.message);
   }
-}
-
-void PlatformBlock::dump(const char *name, Dump &chip) const {
-  std::vector<std::pair<const char *, const char *>> records;
-  each_record(
-      [&](const char *location, const char *message) { records.emplace_back(location, message); });
-  chip.object(name, [&](Dump &block) {
-    block.number("log_lines", static_cast<int64_t>(log_lines_));
-    block.flag("trace_on", trace_ != 0);
-    block.objects("trace", records.size(), [&](Dump &entry, size_t index) {
-      entry.text("location", records[index].first);
-      entry.text("message", records[index].second);
-    });
-  });
 }
 
 }  // namespace vchip

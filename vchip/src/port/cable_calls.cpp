@@ -3,8 +3,8 @@
 #include <swctl-vchip/ability.h>
 #include <swctl/platform/sdk.h>
 
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 namespace {
 
@@ -14,8 +14,6 @@ using vchip::look;
 using vchip::not_null;
 using vchip::on_front_port;
 using vchip::Unit;
-
-constexpr uint32_t kCpuPortBit = uint32_t{1} << VCHIP_CPU_PORT;
 
 // Ports to test: at least one, none without wires.
 int32_t on_copper_ports(const Unit &chip, uint32_t mask) {
@@ -28,7 +26,7 @@ int32_t on_copper_ports(const Unit &chip, uint32_t mask) {
 int32_t on_testable_ports(uint32_t mask) {
   if (mask == 0) return VCHIP_E_PORT;
   if (vchip::on_ports(mask) != 0) return VCHIP_E_PORT;
-  return (mask & kCpuPortBit) != 0 ? VCHIP_E_CPU_PORT : 0;
+  return (mask & vchip::kCpuPortBit) != 0 ? VCHIP_E_CPU_PORT : 0;
 }
 
 void test_ports(Unit &chip, uint32_t mask) {

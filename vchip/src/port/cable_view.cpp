@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/cable_view.h>
 
-#include "core/viewing.h"
+#include "chip/viewing.h"
 
 namespace vchip {
 

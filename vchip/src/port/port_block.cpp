@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "port/port_block.h"
 
-#include "core/board.h"
+#include "common/board.h"
 
 namespace vchip {
 

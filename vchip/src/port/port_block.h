@@ -9,7 +9,6 @@
 #include <cstdint>
 
 #include "port/link.h"
-#include "port/pause.h"
 
 namespace vchip {
 

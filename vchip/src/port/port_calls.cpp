@@ -2,8 +2,8 @@
 // The SDK's calls on ports.
 #include <swctl/platform/sdk.h>
 
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 using vchip::at_most;
 using vchip::change;

@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "core/board.h"
-#include "core/dump.h"
+#include "common/board.h"
+#include "document/dump.h"
 #include "port/port_block.h"
 
 namespace vchip {

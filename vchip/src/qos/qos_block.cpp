@@ -1,57 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qos/qos_block.h"
 
-#include <swctl-vchip/qos_view.h>
-
-#include <string>
-
-#include "core/check.h"
-#include "core/dump.h"
-#include "core/viewing.h"
-
 namespace vchip {
-namespace {
-
-template <typename Array>
-std::vector<uint32_t> list(const Array &array) {
-  return {array.begin(), array.end()};
-}
-
-const char *algorithm_name(uint32_t algorithm) {
-  return algorithm == 0 ? "wfq" : "wrr";
-}
-
-void dump_group(Dump &entry, const std::array<uint32_t, kPrioritySources> &weights) {
-  entry.number("dscp", weights[0]);
-  entry.number("inner_tag", weights[1]);
-  entry.number("outer_tag", weights[2]);
-  entry.number("inner_port", weights[3]);
-  entry.number("outer_port", weights[4]);
-}
-
-void dump_maps(Dump &block, const QosMaps &maps) {
-  block.numbers("outer_internal", list(maps.outer[0]));
-  block.numbers("outer_eligible_internal", list(maps.outer[1]));
-  block.numbers("inner_internal", list(maps.inner));
-  block.numbers("dscp_internal", list(maps.dscp));
-  block.numbers("internal_queue", list(maps.queue));
-  block.objects("groups", kPriorityGroups,
-                [&](Dump &entry, size_t group) { dump_group(entry, maps.groups[group]); });
-  block.text("remark_source", maps.remark_source == 0 ? "internal" : "tag");
-}
-
-void dump_port(Dump &entry, size_t number, const QosPort &port) {
-  entry.number("port", static_cast<int64_t>(number));
-  entry.number("outer_priority", port.outer_priority);
-  entry.number("inner_priority", port.inner_priority);
-  entry.number("group", port.group);
-  entry.text("algorithm", algorithm_name(port.algorithm));
-  entry.numbers("weights", list(port.weights));
-  entry.numbers("strict", list(port.strict));
-  entry.flag("remarks", port.remarks != 0);
-}
-
-}  // namespace
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
@@ -63,33 +13,6 @@ void QosBlock::reset() {
     port.group = kPriorityGroups - 1;
     port.weights.fill(kMaxQueueWeight);
   }
-}
-
-void QosBlock::dump(const char *name, Dump &unit) const {
-  unit.object(name, [this](Dump &block) {
-    dump_maps(block, maps_);
-    block.objects("ports", ports_.size(),
-                  [this](Dump &entry, size_t number) { dump_port(entry, number, ports_[number]); });
-  });
-}
-
-QosView qos(uint32_t unit) {
-  Viewing chip;
-  const QosMaps &maps = chip.unit(unit).qos.maps();
-  QosView view = {list(maps.outer[0]), list(maps.outer[1]), list(maps.inner),
-                  list(maps.dscp),     list(maps.queue),    {},
-                  maps.remark_source};
-  for (const auto &weights : maps.groups) view.group_weights.push_back(list(weights));
-  return view;
-}
-
-QosPortView qos_port(uint32_t unit, int32_t port) {
-  Viewing chip;
-  const QosBlock &block = chip.unit(unit).qos;
-  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
-  const QosPort &own = block.port(port);
-  return {own.outer_priority, own.inner_priority, own.group,       own.algorithm,
-          list(own.weights),  list(own.strict),   own.remarks != 0};
 }
 
 }  // namespace vchip

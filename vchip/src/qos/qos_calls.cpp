@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 using vchip::at_most;
 using vchip::change;

@@ -8,9 +8,9 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "core/check.h"
-#include "core/chip.h"
-#include "core/table.h"
+#include "chip/chip.h"
+#include "common/check.h"
+#include "common/table.h"
 
 namespace vchip {
 namespace {

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/dump.h"
+#include "common/address_text.h"
+#include "document/dump.h"
 #include "rules/rule_block.h"
 
 namespace vchip {
@@ -19,16 +20,10 @@ Word word_at(const uint8_t *bytes) {
   return word;
 }
 
-template <typename... Parts>
-std::string formatted(const char *format, Parts... parts) {
-  char text[32];
-  snprintf(text, sizeof text, format, parts...);
+std::string hex_text(uint32_t number) {
+  char text[sizeof "0xffff"];
+  snprintf(text, sizeof text, "0x%04x", number & 0xffff);
   return text;
-}
-
-std::string ip4_text(uint32_t address) {
-  return formatted("%u.%u.%u.%u", address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF,
-                   address & 0xFF);
 }
 
 std::vector<uint32_t> ports_at(const uint8_t *bytes) {
@@ -41,13 +36,11 @@ std::vector<uint32_t> ports_at(const uint8_t *bytes) {
 
 void dump_bytes(Dump &entry, const char *name, Reading reading, const uint8_t *bytes) {
   switch (reading) {
-    case Reading::mac:
-      return entry.text(name, formatted("%02x:%02x:%02x:%02x:%02x:%02x", bytes[0], bytes[1],
-                                        bytes[2], bytes[3], bytes[4], bytes[5]));
+    case Reading::mac: return entry.text(name, mac_text(bytes));
     case Reading::ip4: return entry.text(name, ip4_text(word_at<uint32_t>(bytes)));
     case Reading::ports: return entry.numbers(name, ports_at(bytes));
     case Reading::half: return entry.number(name, word_at<uint16_t>(bytes));
-    case Reading::ethertype: return entry.text(name, formatted("0x%04x", word_at<uint16_t>(bytes)));
+    case Reading::ethertype: return entry.text(name, hex_text(word_at<uint16_t>(bytes)));
     case Reading::word: return entry.number(name, word_at<uint32_t>(bytes));
   }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/rule_view.h>
 
-#include "core/viewing.h"
+#include "chip/viewing.h"
 
 namespace vchip {
 namespace {

@@ -2,8 +2,8 @@
 // The SDK's calls on tag handling and tag protocol identifiers.
 #include <swctl/platform/sdk.h>
 
-#include "core/check.h"
-#include "core/chip.h"
+#include "chip/chip.h"
+#include "common/check.h"
 
 namespace {
 
@@ -18,7 +18,6 @@ using vchip::on_port;
 using vchip::PortTags;
 using vchip::Unit;
 
-constexpr uint32_t kLastVid = 4095;
 constexpr uint32_t kLastTpid = 0xffff;
 constexpr uint32_t kLastOuterTagStatus = 1;
 
@@ -46,7 +45,7 @@ int32_t set_keep(uint32_t unit, int32_t port, vchip::TagKeep PortTags::*keep, ui
 }  // namespace
 
 int32_t rtk_vlan_portOuterPvid_set(uint32_t unit, int32_t port, uint32_t pvid) {
-  return set_word(unit, port, &PortTags::outer_pvid, pvid, at_most(pvid, kLastVid));
+  return set_word(unit, port, &PortTags::outer_pvid, pvid, vchip::on_vlan_id(pvid));
 }
 
 int32_t rtk_vlan_portIgrFilter_set(uint32_t unit, int32_t port, uint32_t enable) {

@@ -2,10 +2,6 @@
 #include "vlan/vlan_block.h"
 
 #include <atomic>
-#include <vector>
-
-#include "core/dump.h"
-#include "core/ports_in.h"
 
 namespace vchip {
 namespace {
@@ -58,22 +54,6 @@ void VlanBlock::remove_port(uint32_t vid, int32_t port) {
 void VlanBlock::set_ports(uint32_t vid, uint32_t member, uint32_t untagged) {
   vlans_[vid].member = member;
   vlans_[vid].untagged = untagged;
-}
-
-void VlanBlock::dump(const char *name, Dump &unit) const {
-  std::vector<uint32_t> vids;
-  for (uint32_t vid = 0; vid < kVlanIds; ++vid)
-    if (exists(vid)) vids.push_back(vid);
-  unit.object(name, [&](Dump &block) {
-    block.objects("vlans", vids.size(), [&](Dump &entry, size_t index) {
-      const Vlan &vlan = vlans_[vids[index]];
-      entry.number("vid", vids[index]);
-      entry.numbers("member", ports_in(vlan.member));
-      entry.numbers("untagged", ports_in(vlan.untagged));
-      entry.number("stg", vlan.stg);
-    });
-    block.numbers("pvid", {pvids_, pvids_ + VCHIP_PORTS});
-  });
 }
 
 }  // namespace vchip

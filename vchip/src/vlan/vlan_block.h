@@ -7,22 +7,11 @@
 
 #include <cstdint>
 
-#include "core/board.h"
+#include "common/numbers.h"
 
 namespace vchip {
 
 class Dump;
-
-// Every VLAN ID has its place in the table; 0 and 4095 never name a VLAN
-// (IEEE 802.1Q).
-inline constexpr uint32_t kVlanIds = 4096;
-inline constexpr uint32_t kFirstVlan = 1;
-inline constexpr uint32_t kLastVlan = 4094;
-inline constexpr uint32_t kDefaultVlan = 1;
-
-constexpr uint32_t port_bit(int32_t port) {
-  return 1u << static_cast<uint32_t>(port);
-}
 
 struct Vlan {
   uint32_t exists;

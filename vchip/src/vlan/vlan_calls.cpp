@@ -5,22 +5,19 @@
 
 #include <initializer_list>
 
-#include "core/check.h"
-#include "core/chip.h"
-#include "core/table.h"
+#include "chip/chip.h"
+#include "common/check.h"
+#include "common/table.h"
 
 using vchip::change;
 using vchip::flag;
 using vchip::look;
 using vchip::not_null;
 using vchip::on_port;
+using vchip::on_vlan;
 using vchip::Unit;
 
 namespace {
-
-constexpr int32_t on_vlan(uint32_t vid) {
-  return vid >= vchip::kFirstVlan && vid <= vchip::kLastVlan ? 0 : VCHIP_E_VALUE;
-}
 
 constexpr int32_t on_ports(const uint32_t *mask) {
   return mask == nullptr || (*mask & ~vchip::kAllPorts) == 0 ? 0 : VCHIP_E_PORT;

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// The one chip of the process, opened by the first call, and the locked steps
+// that every call is made of.
+#ifndef VCHIP_CHIP_CHIP_H
+#define VCHIP_CHIP_CHIP_H
+
+#include <swctl-vchip/vchip.h>
+
+#include <initializer_list>
+#include <string>
+
+#include "unit/state.h"
+
+namespace vchip {
+
+// Holds the chip's lock for one step, against the threads of this process and,
+// on an image, against other processes.
+class Locked {
+ public:
+  Locked();
+  ~Locked();
+  Locked(const Locked &) = delete;
+  Locked &operator=(const Locked &) = delete;
+
+  // False if there is no chip: its image was refused or cannot be locked.
+  explicit operator bool() const { return state_ != nullptr; }
+  State &state() { return *state_; }
+  // The image's name as the user gave it; empty for a private chip.
+  const std::string &image_path() const;
+
+ private:
+  State *state_ = nullptr;
+};
+
+// While one of these lives, the chip says that it is being written to.
+class Writing {
+ public:
+  Writing(State &state, Writer what);
+  ~Writing();
+  Writing(const Writing &) = delete;
+  Writing &operator=(const Writing &) = delete;
+
+ private:
+  Header &header_;
+};
+
+// Why there is no chip, with the name of its file; null while there is one.
+// Whoever asks is trusted to tell the user.
+const char *refusal();
+
+// Forgets the chip; the next step opens it as if it were the first.
+void close_chip();
+
+// Runs step(unit) as one locked step that only looks. The checks are results
+// of looking at the arguments, in order of precedence: the first that is not 0
+// is answered and the step does not run.
+template <typename Step>
+int32_t look(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
+  Locked chip;
+  if (!chip) return VCHIP_E_IMAGE;
+  if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
+  for (const int32_t check : checks)
+    if (check != 0) return check;
+  const Unit &subject = chip.state().units[unit];
+  return step(subject);
+}
+
+// The same for a step that changes the unit, and says what it answers.
+template <typename Step>
+int32_t change_if(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
+  Locked chip;
+  if (!chip) return VCHIP_E_IMAGE;
+  if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
+  for (const int32_t check : checks)
+    if (check != 0) return check;
+  Writing mark(chip.state(), kChanging);
+  return step(chip.state().units[unit]);
+}
+
+// The same for a step that cannot fail.
+template <typename Step>
+int32_t change(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
+  return change_if(unit, checks, [&](Unit &subject) {
+    step(subject);
+    return 0;
+  });
+}
+
+}  // namespace vchip
+
+#endif

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// The controls of the chip as a whole.
+#include <swctl-vchip/vchip.h>
+
+#include "chip/chip.h"
+
+const char *vchip_open(void) {
+  return vchip::refusal();
+}
+
+void vchip_close(void) {
+  vchip::close_chip();
+}
+
+int32_t vchip_reset(void) {
+  vchip::Locked chip;
+  if (!chip) return VCHIP_E_IMAGE;
+  vchip::Writing mark(chip.state(), vchip::kResetting);
+  vchip::reset_state(chip.state());
+  return 0;
+}

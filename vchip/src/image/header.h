@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// The first bytes of a chip's memory, and of an image file.
+#ifndef VCHIP_IMAGE_HEADER_H
+#define VCHIP_IMAGE_HEADER_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vchip {
+
+// What a call that has begun and not ended is doing.
+enum Writer : uint32_t { kNoWriter = 0, kChanging = 1, kResetting = 2 };
+
+struct Header {
+  // Written once, when the image is made.
+  char magic[8];
+  uint32_t byte_order;
+  uint32_t version;
+  uint32_t size;    // bytes of the whole image
+  uint32_t layout;  // fingerprint of what follows the header
+  uint32_t check;   // over everything above
+  // Changed under the lock.
+  uint32_t writer;
+  uint32_t interrupted_writes;
+  uint32_t reserved[7];
+};
+static_assert(sizeof(Header) == 64);
+
+// FNV-1a, 32 bits wide.
+inline constexpr uint32_t kHashStart = 2166136261u;
+constexpr uint32_t hash_byte(uint32_t hash, uint8_t byte) {
+  return (hash ^ byte) * 16777619u;
+}
+constexpr uint32_t hash_word(uint32_t hash, uint32_t word) {
+  for (int shift = 24; shift >= 0; shift -= 8)
+    hash = hash_byte(hash, static_cast<uint8_t>(word >> shift));
+  return hash;
+}
+constexpr uint32_t hash_text(uint32_t hash, const char *text) {
+  for (; *text != '\0'; ++text) hash = hash_byte(hash, static_cast<uint8_t>(*text));
+  return hash_byte(hash, 0);
+}
+
+// The header of a new image.
+Header make_header(uint32_t size, uint32_t layout);
+
+// Why `header` is not that of an image with this size and layout; null if it is.
+const char *header_fault(const Header &header, uint32_t size, uint32_t layout);
+
+}  // namespace vchip
+
+#endif

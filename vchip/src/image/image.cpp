@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "image/image.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "image/file_lock.h"
+#include "image/header.h"
+
+namespace vchip {
+namespace {
+
+// A file that another process removes between our look and our step is looked
+// for again; nobody removes it this often by chance.
+constexpr int kAttempts = 100;
+constexpr mode_t kMode = 0666;
+
+std::string system_fault(const char *what) {
+  return std::string(what) + ": " + strerror(errno);
+}
+
+// Empty: done.
+std::string write_all(int descriptor, const std::vector<unsigned char> &bytes) {
+  size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t part = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (part < 0 && errno != EINTR) return system_fault("cannot be written");
+    if (part > 0) done += static_cast<size_t>(part);
+  }
+  return {};
+}
+
+// Opens a new file beside `path`. A creator that was killed may have left one
+// under the same name: numbers repeat.
+int open_beside(const std::string &path, std::string &name) {
+  const std::string stem = path + "." + std::to_string(getpid()) + ".";
+  int descriptor = -1;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    name = stem + std::to_string(attempt);
+    descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode);
+    if (descriptor >= 0 || errno != EEXIST) break;
+  }
+  return descriptor;
+}
+
+// Makes the image under another name and links it to its own when it is whole.
+// Losing against another creator is success: there is an image then.
+std::string make_image(const std::string &path, const ImageFormat &format) {
+  std::vector<unsigned char> bytes(format.size);
+  format.make(bytes.data());
+  std::string name;
+  const int descriptor = open_beside(path, name);
+  if (descriptor < 0 && errno == ENOENT) return "its directory does not exist";
+  if (descriptor < 0) return system_fault("cannot be made");
+  std::string fault = write_all(descriptor, bytes);
+  if (close(descriptor) != 0 && fault.empty()) fault = system_fault("cannot be written");
+  if (fault.empty() && link(name.c_str(), path.c_str()) != 0 && errno != EEXIST)
+    fault = system_fault("cannot be made");
+  unlink(name.c_str());
+  return fault;
+}
+
+std::string size_fault(off_t found, uint32_t expected) {
+  const char *what = found < static_cast<off_t>(expected) ? "truncated: " : "too long: ";
+  return what + std::to_string(found) + " of " + std::to_string(expected) + " bytes";
+}
+
+// Why the open file is no image of this format; empty if it is one. Reads only.
+std::string content_fault(int descriptor, const ImageFormat &format) {
+  struct stat status = {};
+  if (fstat(descriptor, &status) != 0) return system_fault("cannot be read");
+  if (!S_ISREG(status.st_mode)) return "not a regular file";
+  Header header = {};
+  const ssize_t length = pread(descriptor, &header, sizeof header, 0);
+  if (length < 0) return system_fault("cannot be read");
+  if (length == 0) return "truncated: the file is empty";
+  if (static_cast<size_t>(length) < sizeof header) {
+    const Header expected = make_header(format.size, format.layout);
+    const size_t seen = std::min(static_cast<size_t>(length), sizeof header.magic);
+    if (memcmp(header.magic, expected.magic, seen) != 0) return "not a virtual chip image";
+    return size_fault(status.st_size, format.size);
+  }
+  if (const char *fault = header_fault(header, format.size, format.layout)) return fault;
+  if (status.st_size != static_cast<off_t>(format.size))
+    return size_fault(status.st_size, format.size);
+  return can_lock_file(descriptor) ? std::string() : system_fault("cannot be locked");
+}
+
+OpenedImage map_image(int descriptor, const ImageFormat &format) {
+  OpenedImage image;
+  image.refusal = content_fault(descriptor, format);
+  if (!image.refusal.empty()) return image;
+  void *memory = mmap(nullptr, format.size, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+  if (memory == MAP_FAILED) {
+    image.refusal = system_fault("cannot be mapped");
+    return image;
+  }
+  image.memory = memory;
+  image.descriptor = descriptor;
+  return image;
+}
+
+bool is_link(const std::string &path) {
+  struct stat status = {};
+  return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+OpenedImage refused(std::string why) {
+  OpenedImage image;
+  image.refusal = std::move(why);
+  return image;
+}
+
+}  // namespace
+
+OpenedImage open_image(const std::string &path, const ImageFormat &format) {
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    struct stat status = {};
+    // Looked at first because opening some special files has effects.
+    const bool exists = stat(path.c_str(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode)) return refused("not a regular file");
+    if (!exists && errno != ENOENT) return refused(system_fault("cannot be opened"));
+    if (!exists && is_link(path)) return refused("a symbolic link to nothing");
+    if (!exists) {
+      std::string fault = make_image(path, format);
+      if (!fault.empty()) return refused(std::move(fault));
+    }
+    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0 && errno == ENOENT) continue;
+    if (descriptor < 0) return refused(system_fault("cannot be opened"));
+    OpenedImage image = map_image(descriptor, format);
+    if (image.memory == nullptr) close(descriptor);
+    return image;
+  }
+  return refused("keeps disappearing while it is opened");
+}
+
+void *private_memory(uint32_t size) {
+  void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  return memory == MAP_FAILED ? nullptr : memory;
+}
+
+}  // namespace vchip

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Image files: made complete or not at all, looked at before they are trusted,
+// never changed when refused.
+#ifndef VCHIP_IMAGE_IMAGE_H
+#define VCHIP_IMAGE_IMAGE_H
+
+#include <cstdint>
+#include <string>
+
+namespace vchip {
+
+// What this build of the library expects of an image.
+struct ImageFormat {
+  uint32_t size;
+  uint32_t layout;
+  // Writes a whole new image, header included, into `size` bytes of zeroes.
+  void (*make)(void *memory);
+};
+
+struct OpenedImage {
+  void *memory = nullptr;  // the mapped file; null if the image is refused
+  int descriptor = -1;     // of the file, open as long as it is mapped
+  std::string refusal;     // why, without the file's name
+};
+
+// Maps the image `path`, making it first if there is no such file.
+OpenedImage open_image(const std::string &path, const ImageFormat &format);
+
+// An address space of zeroes that belongs to this process alone; null if the
+// system has none left.
+void *private_memory(uint32_t size);
+
+}  // namespace vchip
+
+#endif

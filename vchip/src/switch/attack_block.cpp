@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "switch/attack_block.h"
+
+#include "common/numbers.h"
+
+namespace vchip {
+
+void AttackBlock::reset() {
+  protected_ports_ = 0;
+  actions_.fill(0);
+}
+
+void AttackBlock::protect(int32_t port, bool on) {
+  protected_ports_ = on ? protected_ports_ | port_bit(port) : protected_ports_ & ~port_bit(port);
+}
+
+}  // namespace vchip

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "unit/state.h"
+
+namespace vchip {
+namespace {
+
+template <typename Block>
+bool is_sound(const Block &block) {
+  if constexpr (requires { block.sound(); }) return block.sound();
+  return true;
+}
+
+}  // namespace
+
+void reset_state(State &state) {
+  state.platform.reset();
+  state.rules.reset();
+  for (Unit &unit : state.units) each_block(unit, [](const char *, auto &block) { block.reset(); });
+}
+
+void repair_state(State &state) {
+  state.platform.repair();
+  state.rules.repair();
+  for (Unit &unit : state.units)
+    each_block(unit, [](const char *, auto &block) { block.repair(); });
+}
+
+bool is_sound(const State &state) {
+  bool sound = is_sound(state.platform) && is_sound(state.rules);
+  for (const Unit &unit : state.units)
+    each_block(unit, [&](const char *, const auto &block) { sound = sound && is_sound(block); });
+  return sound;
+}
+
+}  // namespace vchip
