@@ -2,7 +2,8 @@
 """walls.py SOURCE_DIR
 
 Who may include whom. Every include of the tree is held against the rules of
-its room; one that no rule allows is a breach.
+its room, and inside the virtual chip against those of its floor; one that no
+rule allows is a breach.
 """
 import pathlib
 import re
@@ -31,15 +32,43 @@ RULES = {
 INSIDERS = {"tests", "fuzz"}
 SUFFIXES = {".h", ".c", ".cpp", ".def"}
 
+# The floors of the virtual chip, from the ground up: files below vchip/src ->
+# the files there that they may include. The first line that a file's name fits
+# holds. {self} is the file's folder, {stem} its name without the suffix.
+COMMON = r"common/.*"
+FLOORS = [
+    # What an image is, how a document is written, what everybody knows.
+    (r"common/.*", [COMMON]),
+    (r"image/.*", [COMMON, r"image/.*"]),
+    (r"document/.*", [COMMON, r"document/.*"]),
+    # The unit, which is made of the blocks, and the lock on it.
+    (r"unit/.*", [COMMON, r"unit/.*", r"image/header\.h", r".*_block\.h"]),
+    (r"chip/.*", [COMMON, r"chip/.*", r"unit/.*", r"image/.*", r"document/.*"]),
+    # What visits a block: calls and controls, views.
+    (r".*_(calls|control|view)\.cpp", [COMMON, r"{self}/.*", r"chip/.*"]),
+    # A block, the state of one part of the hardware, and its picture.
+    (r".*_dump\.cpp", [COMMON, r"{self}/.*", r"document/.*"]),
+    (r".*_block\.(h|cpp)", [COMMON, r"{self}/(?!.*_block\.h).*", r"{self}/{stem}\.h"]),
+    # The way of a frame. Its door and its run take the lock; no step does.
+    (r"pipeline/(door.*|run)\.(h|cpp)", [COMMON, r"(?!image/|document/).*"]),
+    (r"pipeline/.*", [COMMON, r"(?!image/|document/|chip/).*"]),
+    # What blocks and visitors of one folder share.
+    (r".*", [COMMON, r"{self}/(?!.*_block\.h).*"]),
+]
+FLOOR_ROOT = pathlib.PurePath("vchip/src")
+
+
+def includes(path):
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        include = re.match(r'\s*#\s*include\s+(<[^>]*>|"[^"]*")', line)
+        if include:
+            yield number, include.group(1)
+
 
 def breaches(source, room, rules, path):
     inside = path.relative_to(source / room).parts
     allowed = [rule.replace("{self}", inside[0]) for rule in rules]
-    for number, line in enumerate(path.read_text().splitlines(), 1):
-        include = re.match(r'\s*#\s*include\s+(<[^>]*>|"[^"]*")', line)
-        if not include:
-            continue
-        target = include.group(1)
+    for number, target in includes(path):
         place = f"{path.relative_to(source)}:{number}"
         if not any(re.fullmatch(rule, target) for rule in allowed):
             yield f"{place}: {room} may not include {target}"
@@ -54,6 +83,16 @@ def is_own(source, room, path, target):
                for base in (path.parent, source / room, source / room / "src"))
 
 
+def floor_breaches(source, path):
+    own = path.relative_to(source / FLOOR_ROOT)
+    allowed = next(rules for files, rules in FLOORS if re.fullmatch(files, own.as_posix()))
+    allowed = [rule.replace("{self}", own.parts[0]).replace("{stem}", own.stem) for rule in allowed]
+    for number, target in includes(path):
+        name = target.strip('"')
+        if target.startswith('"') and not any(re.fullmatch(rule, name) for rule in allowed):
+            yield f"{path.relative_to(source)}:{number}: its floor may not include {target}"
+
+
 def main():
     source = pathlib.Path(sys.argv[1]).resolve()
     problems, files = [], 0
@@ -62,6 +101,8 @@ def main():
             if path.suffix in SUFFIXES:
                 files += 1
                 problems += breaches(source, room, rules, path)
+                if path.is_relative_to(source / FLOOR_ROOT):
+                    problems += floor_breaches(source, path)
     elf.finish("walls", problems, f"{files} files keep to their rooms")
 
 
