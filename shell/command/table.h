@@ -43,8 +43,10 @@ struct Type {
   std::vector<Choice> choices;
 };
 
-// The word of a value, or the number itself if it has none.
+// The word of a value, or the number itself if it has none: as text, and as
+// what a record holds.
 std::string word_for(const std::vector<Choice> &choices, int64_t value);
+Value word_value(const std::vector<Choice> &choices, int64_t value);
 
 Type number(int64_t low, int64_t high, std::string unit = "");
 Type numbers(int64_t low, int64_t high);

@@ -13,6 +13,12 @@ std::string word_for(const std::vector<Choice> &choices, int64_t value) {
   return std::to_string(value);
 }
 
+Value word_value(const std::vector<Choice> &choices, int64_t value) {
+  for (const Choice &each : choices)
+    if (each.value == value) return each.word;
+  return value;
+}
+
 Type number(int64_t low, int64_t high, std::string unit) {
   return {Kind::number, low, high, std::move(unit), {}};
 }

@@ -169,7 +169,7 @@ Answer show_miss(const Arguments &arguments, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
   for (const auto &[action, interfaces] : by_action)
     answer.records.push_back(
-        Record().add("action", word_for(miss_actions(), action)).add("ports", interfaces));
+        Record().add("action", word_value(miss_actions(), action)).add("ports", interfaces));
   return answer;
 }
 

@@ -14,7 +14,7 @@ Answer show(const Arguments &, const Context &context) {
              unit_text(context));
   Record record;
   record.add("unknown_unicast", interfaces_in(ports));
-  return {Shape::object, {record}, ""};
+  return {Shape::detail, {record}, ""};
 }
 
 Answer set(const Arguments &arguments, const Context &context) {

@@ -62,7 +62,7 @@ Answer dump(const Arguments &arguments, const Context &context) {
   }
   const File file = open_dump(path);
   const int64_t entries = expect_whole(file.get(), path, groups);
-  return {Shape::object, {Record().add("file", path).add("entries", entries)}, ""};
+  return {Shape::detail, {Record().add("file", path).add("entries", entries)}, ""};
 }
 
 Record read_group(const Interfaces &interfaces, FILE *file, bool &more) {

@@ -72,7 +72,7 @@ Answer aging(const Arguments &arguments, const Context &context) {
   }
   uint32_t time = 0;
   check_call(user_mac_age_time_get(kLead, &time), "user_mac_age_time_get", "the reading");
-  return {Shape::object, {Record().add("aging", int64_t{time})}, ""};
+  return {Shape::detail, {Record().add("aging", int64_t{time})}, ""};
 }
 
 Parameter ports_parameter() {

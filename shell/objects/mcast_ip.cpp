@@ -179,7 +179,7 @@ Answer show_lookup(const Arguments &arguments, const Context &context) {
       answer.records.push_back(
           Record()
               .add("family", std::string(family.word))
-              .add("lookup", word_for(lookups(), read_lookup(family, context))));
+              .add("lookup", word_value(lookups(), read_lookup(family, context))));
   return answer;
 }
 

@@ -162,7 +162,7 @@ Answer show_trust(const Arguments &arguments, const Context &context) {
     const TrustWeights weights = read_trust_weights(context, group);
     answer.records.push_back(Record()
                                  .add("port", port.interface)
-                                 .add("trust", word_for(trusts(), group))
+                                 .add("trust", word_value(trusts(), group))
                                  .add("weights", weights, in_given_order(weights)));
   }
   return answer;
@@ -203,7 +203,7 @@ Answer show_schedule(const Arguments &, const Context &context) {
   for (uint32_t queue = 0; queue < USER_QOS_QUEUES; ++queue)
     answer.records.push_back(Record()
                                  .add("queue", int64_t{queue})
-                                 .add("schedule", word_for(modes(), mode))
+                                 .add("schedule", word_value(modes(), mode))
                                  .add("weight", int64_t{weights[queue]})
                                  .add("share", bar(weights[queue], greatest)));
   return answer;

@@ -66,7 +66,7 @@ void add_lines(Answer &answer, const Context &context, uint32_t instance) {
   for (const auto &[state, interfaces] : ports)
     answer.records.push_back(Record()
                                  .add("instance", int64_t{instance})
-                                 .add("state", word_for(states(), state))
+                                 .add("state", word_value(states(), state))
                                  .add("ports", interfaces));
 }
 

@@ -63,7 +63,7 @@ std::vector<Choice> trap_actions() {
 Record trap_record(const Trap &trap, uint32_t action) {
   return Record()
       .add("frames", std::string(trap.frames))
-      .add("action", word_for(trap_actions(), action));
+      .add("action", word_value(trap_actions(), action));
 }
 
 Record switch_wide_record(const Trap &trap, const Context &context) {

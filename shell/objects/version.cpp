@@ -23,7 +23,7 @@ Answer show(const Arguments &, const Context &) {
   record.add("platform", file_or_nothing(platform));
   if (!platform.empty()) platform.pop_back();
   record.add("between", platform);
-  return {Shape::object, {record}, ""};
+  return {Shape::detail, {record}, ""};
 }
 
 }  // namespace

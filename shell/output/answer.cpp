@@ -5,13 +5,18 @@
 namespace swsh {
 namespace {
 
+std::string details_text(const std::vector<Record> &records) {
+  std::vector<std::string> texts;
+  for (const Record &record : records) texts.push_back(detail_text(record));
+  return join(texts, "\n");
+}
+
 std::string human_text(const Answer &answer) {
   switch (answer.shape) {
     case Shape::nothing:
     case Shape::shown: return "";
     case Shape::table: return table_text(answer.records);
-    case Shape::detail:
-    case Shape::object: return detail_text(answer.records.front());
+    case Shape::detail: return details_text(answer.records);
     case Shape::text: return answer.text;
   }
   return "";
@@ -28,11 +33,6 @@ void add_refusal(Record &error, const Refusal &refusal) {
 }
 
 }  // namespace
-
-Value answer_value(const Answer &answer) {
-  const bool alone = answer.shape == Shape::object || answer.shape == Shape::text;
-  return alone ? Value(answer.records.front()) : Value(answer.records);
-}
 
 Record fault_record(const Fault &fault) {
   Record error;
@@ -56,7 +56,7 @@ std::string line_text(const Record &record, Format format) {
 
 std::string answer_text(const Answer &answer, Format format) {
   if (format == Format::human) return human_text(answer);
-  return json_text(answer_value(answer), format) + '\n';
+  return json_text(answer.records, format) + '\n';
 }
 
 }  // namespace swsh

@@ -23,6 +23,7 @@ struct PlainText {
   std::string operator()(std::nullptr_t) const { return ""; }
   std::string operator()(bool value) const { return value ? "yes" : "no"; }
   std::string operator()(int64_t value) const { return std::to_string(value); }
+  std::string operator()(uint64_t value) const { return std::to_string(value); }
   std::string operator()(const std::string &value) const { return value; }
   std::string operator()(const std::vector<int64_t> &value) const {
     return number_list_text(value);

@@ -29,8 +29,9 @@ struct Record {
 };
 
 // A list of numbers reads as 1-4,7 and is an array of numbers in JSON.
-using Value = std::variant<std::nullptr_t, bool, int64_t, std::string, std::vector<int64_t>,
-                           std::vector<std::string>, Record, std::vector<Record>>;
+using Value =
+    std::variant<std::nullptr_t, bool, int64_t, uint64_t, std::string, std::vector<int64_t>,
+                 std::vector<std::string>, Record, std::vector<Record>>;
 
 struct Field {
   std::string key;
@@ -57,14 +58,13 @@ Record &Record::add_detail(std::string key, T value, std::string shown) {
   return *this;
 }
 
-// How a command's answer is laid out for a person. JSON does not depend on it
-// but for one thing: an object stands alone, all others are arrays.
+// How a command's answer is laid out for a person. In JSON every answer is the
+// array of its records.
 enum class Shape {
   nothing,  // the command has no answer
   table,    // a line per record
-  detail,   // a line per field
-  object,   // a line per field; not one of many
-  text,     // `text`, which the one record says in JSON
+  detail,   // a line per field, an empty line between records
+  text,     // `text`, which the records say in JSON
   shown,    // everything has been shown while the command ran
 };
 

@@ -24,9 +24,6 @@ std::string words_text(const Record &record);
 // Without a line end.
 std::string json_text(const Value &value, Format format);
 
-// The answer as one value, for JSON: an array, empty if there is none, or the
-// one object.
-Value answer_value(const Answer &answer);
 // {"error": {...}}
 Record fault_record(const Fault &fault);
 

@@ -30,13 +30,10 @@ void add_speed(Record &record, uint32_t speed) {
   }
 }
 
-std::string duplex_text(uint32_t duplex) {
-  switch (duplex) {
-    case USER_DUPLEX_HALF: return "half";
-    case USER_DUPLEX_FULL: return "full";
-    case USER_DUPLEX_BOTH: return "both";
-    default: return std::to_string(duplex);
-  }
+std::vector<Choice> duplexes() {
+  return {{"half", USER_DUPLEX_HALF, ""},
+          {"full", USER_DUPLEX_FULL, ""},
+          {"both", USER_DUPLEX_BOTH, ""}};
 }
 
 std::vector<std::string> ability_names(uint32_t ability) {
@@ -46,22 +43,15 @@ std::vector<std::string> ability_names(uint32_t ability) {
   return names;
 }
 
-std::string mdix_text(uint32_t mode) {
-  switch (mode) {
-    case USER_MDIX_AUTO: return "auto";
-    case USER_MDIX_STRAIGHT: return "straight";
-    case USER_MDIX_CROSSED: return "crossed";
-    default: return std::to_string(mode);
-  }
+std::vector<Choice> mdix_modes() {
+  return {{"auto", USER_MDIX_AUTO, ""},
+          {"straight", USER_MDIX_STRAIGHT, ""},
+          {"crossed", USER_MDIX_CROSSED, ""}};
 }
 
-std::string learn_text(uint32_t mode) {
-  switch (mode) {
-    case USER_LEARN_ON: return "on";
-    case USER_LEARN_DISCARD: return "off";
-    case USER_LEARN_TO_CPU: return "cpu";
-    default: return std::to_string(mode);
-  }
+std::vector<Choice> learn_modes() {
+  return {
+      {"on", USER_LEARN_ON, ""}, {"off", USER_LEARN_DISCARD, ""}, {"cpu", USER_LEARN_TO_CPU, ""}};
 }
 
 // Getters whose values are not words of 32 bits.
@@ -101,20 +91,20 @@ void add_link_settings(Record &record, const Context &context, const Port &port)
   record.add_detail("advertise", ability_names(read(kAdvertiseGet)));
   add_switch(record, "pause", read(kPauseGet) != 0);
   add_switch(record, "pause_active", read(kPauseState) != 0);
-  record.add_detail("mdix", mdix_text(read(kMdixGet)));
+  record.add_detail("mdix", word_value(mdix_modes(), read(kMdixGet)));
   add_switch(record, "eee", read(kEeeGet) != 0);
 }
 
 void add_frame_settings(Record &record, const Context &context, const Port &port) {
   const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
   record.add_detail("mtu", int64_t{read(kMtuGet)});
-  record.add_detail("learning", learn_text(read(kLearnGet)));
+  record.add_detail("learning", word_value(learn_modes(), read(kLearnGet)));
   record.add_detail("isolation", isolation(context, port));
   record.add_detail("vlan", int64_t{read_value(context, port, "user_port_untagged_vlan_get",
                                                user_port_untagged_vlan_get)});
   add_switch(record, "dtag", read(kDtagGet) != 0);
-  record.add_detail("tpid",
-                    tpid_text(read_value(context, port, "user_port_tpid_get", user_port_tpid_get)));
+  const auto tpid = read_value(context, port, "user_port_tpid_get", user_port_tpid_get);
+  record.add_detail("tpid", int64_t{tpid}, tpid_text(tpid));
   add_rate(record, "ingress",
            read_value(context, port, "user_port_ingress_rate_get", user_port_ingress_rate_get));
   add_rate(record, "egress",
@@ -128,7 +118,7 @@ Record port_record(const Context &context, const Port &port) {
   record.add("port", port.interface);
   record.add("link", std::string(read(kLinkGet) != 0 ? "up" : "down"));
   add_speed(record, read(kSpeedGet));
-  record.add("duplex", duplex_text(read(kDuplexGet)));
+  record.add("duplex", word_value(duplexes(), read(kDuplexGet)));
   record.add("medium", std::string(read(kMediumGet) == USER_MEDIUM_FIBRE ? "fibre" : "copper"));
   record.add("loopback", loopback, loopback ? "on" : "off");
   record.add_detail("max_speed", int64_t{read(kSpeedMax)});

@@ -56,19 +56,10 @@ Reading read_port_counters(const Context &context, const Port &port) {
           .errors = read_sum(context, port, USER_STAT_ERRORS)};
 }
 
-// JSON numbers end earlier than counters; those beyond are written as text.
-void add_count(Record &record, const char *key, uint64_t count) {
-  if (count > INT64_MAX) {
-    record.add(key, std::to_string(count));
-  } else {
-    record.add(key, static_cast<int64_t>(count));
-  }
-}
-
 Record total_record(const Port &port, const Reading &now) {
   Record record;
   record.add("port", port.interface);
-  for (const Column &column : kColumns) add_count(record, column.total, now.*column.count);
+  for (const Column &column : kColumns) record.add(column.total, now.*column.count);
   return record;
 }
 
@@ -78,7 +69,7 @@ Record rate_record(const Port &port, const Reading &before, const Reading &now, 
   record.add("port", port.interface);
   for (const Column &column : kColumns) {
     const uint64_t difference = now.*column.count - before.*column.count;
-    add_count(record, column.rate, difference / static_cast<uint64_t>(seconds));
+    record.add(column.rate, difference / static_cast<uint64_t>(seconds));
   }
   return record;
 }

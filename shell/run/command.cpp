@@ -53,7 +53,7 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
 
 Value outcome_value(const Outcome &outcome) {
   if (outcome.fault) return fault_record(*outcome.fault);
-  return answer_value(outcome.answer);
+  return outcome.answer.records;
 }
 
 void complain(const std::string &place, const Fault &fault) {

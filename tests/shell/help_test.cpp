@@ -62,10 +62,10 @@ TEST(Help, OfACommandWithoutWordsIsShort) {
 
 TEST(Help, IsARecordInJson) {
   EXPECT_EQ(answer_text(help_answer(sell_command(), {"fence", "sell"}), Format::json),
-            R"({"usage":"swctl fence sell price 0-65535 [to TEXT]","help":"Sell a fence","words":)"
+            R"([{"usage":"swctl fence sell price 0-65535 [to TEXT]","help":"Sell a fence","words":)"
             R"([{"word":"price","value":"0-65535","required":true,)"
             R"("help":"How much: a number 0-65535"},)"
-            R"({"word":"to","value":"TEXT","required":false,"help":"To whom: a text"}]})"
+            R"({"word":"to","value":"TEXT","required":false,"help":"To whom: a text"}]}])"
             "\n");
 }
 

@@ -63,7 +63,7 @@ JSON on standard output, whatever happens.
       ],
       "vlan": 1,
       "dtag": false,
-      "tpid": "0x8100",
+      "tpid": 33024,
       "ingress": 16777200,
       "egress": 16777200
     }
@@ -138,14 +138,14 @@ Bytes that are no text:
 Help and version:
 
   $ swctl -j version help
-  {"usage":"swctl version","help":"Show the version and the library files in use","words":[]}
+  [{"usage":"swctl version","help":"Show the version and the library files in use","words":[]}]
   $ swctl -j port help
-  {"usage":"swctl port COMMAND ...","help":"Ports: state, settings, counters, cables","words":[{"word":"show","help":"Show the state of ports"},{"word":"set","help":"Change settings of ports"},{"word":"stats","help":"Show counters of ports"},{"word":"clear","help":"Set the counters of ports to 0"},{"word":"cable","help":"Test the cable of a copper port"}]}
+  [{"usage":"swctl port COMMAND ...","help":"Ports: state, settings, counters, cables","words":[{"word":"show","help":"Show the state of ports"},{"word":"set","help":"Change settings of ports"},{"word":"stats","help":"Show counters of ports"},{"word":"clear","help":"Set the counters of ports to 0"},{"word":"cable","help":"Test the cable of a copper port"}]}]
   $ swctl -j port set help | is_json
   valid
   $ swctl -j -h | is_json
   valid
-  $ swctl -j help | python3 -c 'import json, sys; print(json.load(sys.stdin)["usage"])'
+  $ swctl -j help | python3 -c 'import json, sys; print(json.load(sys.stdin)[0]["usage"])'
   swctl [OPTIONS] OBJECT COMMAND [KEYWORD VALUE]...
   $ swctl -j -V
-  {"version":"0.1.0"}
+  [{"version":"0.1.0"}]

@@ -116,7 +116,7 @@ Counts, limits and aging:
   aging  300
   $ swctl mac aging 60
   $ swctl -j mac aging
-  {"aging":60}
+  [{"aging":60}]
   $ swctl mac aging 4000000000
   swctl: mac aging 4000000000: user_mac_age_time_set refused the time 4000000000: a value is outside its range (result -1004)
   [2]

@@ -18,11 +18,11 @@ Counters of ports.
   $ swctl -j port stats 3
   [{"port":3,"rx_bytes":15000,"rx_packets":123,"tx_bytes":640,"tx_packets":10,"errors":8}]
 
-A counter beyond what JSON numbers hold is a text:
+A counter counts to 2^64 - 1:
 
   $ vchipctl counter 4 0 set 18446744073709551615
   $ swctl -j port stats 4
-  [{"port":4,"rx_bytes":"18446744073709551615","rx_packets":0,"tx_bytes":0,"tx_packets":0,"errors":0}]
+  [{"port":4,"rx_bytes":18446744073709551615,"rx_packets":0,"tx_bytes":0,"tx_packets":0,"errors":0}]
 
 Rates are what came in between, also across the end of a counter:
 

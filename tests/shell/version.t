@@ -12,11 +12,13 @@ The version and the files in use.
   platform  /*/lib/libswctl-vchip.so.1 (glob)
   between   /*/lib/libswctl-probe.so.1 (glob)
   $ swctl -p version | sed "s/$version/VERSION/"
-  {
-    "version": "VERSION",
-    "library": "/*/lib/libswctl.so.1", (glob)
-    "platform": "/*/lib/libswctl-vchip.so.1", (glob)
-    "between": [
-      "/*/lib/libswctl-probe.so.1" (glob)
-    ]
-  }
+  [
+    {
+      "version": "VERSION",
+      "library": "/*/lib/libswctl.so.1", (glob)
+      "platform": "/*/lib/libswctl-vchip.so.1", (glob)
+      "between": [
+        "/*/lib/libswctl-probe.so.1" (glob)
+      ]
+    }
+  ]

@@ -53,6 +53,7 @@ TEST(Cells, ReadLikeWords) {
   EXPECT_EQ(plain(true), "yes");
   EXPECT_EQ(plain(false), "no");
   EXPECT_EQ(plain(int64_t{-5}), "-5");
+  EXPECT_EQ(plain(UINT64_MAX), "18446744073709551615");
   EXPECT_EQ(plain(List{1, 2, 3, 4, 7}), "1-4,7");
   EXPECT_EQ(plain(List{}), "-");
   EXPECT_EQ(plain(Texts{"a", "b"}), "a,b");
@@ -97,6 +98,10 @@ TEST(Json, KeepsTheOrderOfKeysAndTheTypes) {
             R"("inner":{"port":3,"link":"up"},"rows":[{"port":4,"link":"down"}]})");
 }
 
+TEST(Json, HoldsEveryCount) {
+  EXPECT_EQ(json_text(UINT64_MAX, Format::json), "18446744073709551615");
+}
+
 TEST(Json, OfNoPortsIsAnEmptyArray) {
   EXPECT_EQ(json_text(Record().add("ports", List{}), Format::json), R"({"ports":[]})");
 }
@@ -118,9 +123,15 @@ TEST(Answers, AreArraysInJson) {
             "[{\"port\":3,\"link\":\"up\"}]\n");
 }
 
-TEST(Answers, OfAnObjectStandAloneInJson) {
-  EXPECT_EQ(answer_text({Shape::object, {port_record(3, "up")}, ""}, Format::json),
-            "{\"port\":3,\"link\":\"up\"}\n");
+TEST(Answers, InDetailHaveAnEmptyLineBetweenRecords) {
+  const Answer answer = {Shape::detail, {port_record(3, "up"), port_record(4, "down")}, ""};
+  EXPECT_EQ(answer_text(answer, Format::human),
+            "port  3\n"
+            "link  up\n"
+            "\n"
+            "port  4\n"
+            "link  down\n");
+  EXPECT_EQ(answer_text({Shape::detail, {}, ""}, Format::human), "");
 }
 
 TEST(Answers, ThatAreEmptyAreStillJson) {
@@ -133,7 +144,7 @@ TEST(Answers, ThatAreEmptyAreStillJson) {
 TEST(Answers, InWordsAreForPeople) {
   const Answer answer = {Shape::text, {Record().add("version", std::string("1"))}, "swctl 1\n"};
   EXPECT_EQ(answer_text(answer, Format::human), "swctl 1\n");
-  EXPECT_EQ(answer_text(answer, Format::json), "{\"version\":\"1\"}\n");
+  EXPECT_EQ(answer_text(answer, Format::json), "[{\"version\":\"1\"}]\n");
 }
 
 TEST(Faults, SayCulpritAndExpectation) {
