@@ -4,6 +4,7 @@
 #include <swctl-vchip/ability.h>
 #include <swctl-vchip/vchip.h>
 #include <swctl-vchip/view.h>
+#include <swctl/platform/port_records.h>
 
 #include <cstdio>
 
@@ -13,11 +14,12 @@
 namespace vchipctl {
 namespace {
 
+constexpr uint32_t kStormTypes = 5;
+
 vchip_partner_t parse_partner(const LinkWords &words) {
-  if (!words.partner.empty() && !words.forced.empty())
-    throw UsageError("--partner and --forced exclude each other");
-  if (!words.forced.empty()) return {0, parse_mode(words.forced)};
-  if (!words.partner.empty()) return {1, parse_abilities(words.partner)};
+  if (words.partner && words.forced) throw UsageError("--partner and --forced exclude each other");
+  if (words.forced) return {0, parse_mode(*words.forced)};
+  if (words.partner) return {1, parse_abilities(*words.partner)};
   return {1, VCHIP_ABILITY_USUAL};
 }
 
@@ -76,24 +78,27 @@ void pair(const PairWords &words) {
   const uint32_t unit = parse_unit(words.unit);
   const std::vector<uint32_t> pairs = parse_pairs(words.pairs);
   const uint32_t faults = parse_faults(words.faults);
+  const uint32_t length = parse_word(words.length, "length", UINT32_MAX);
   for (const int32_t port : parse_ports(words.ports))
-    for (const uint32_t each : pairs)
-      expect_done(vchip_pair_set(unit, port, each, faults, words.length));
+    for (const uint32_t each : pairs) expect_done(vchip_pair_set(unit, port, each, faults, length));
 }
 
 void counter(const CounterWords &words) {
   const uint32_t unit = parse_unit(words.unit);
   const std::vector<int32_t> ports = parse_ports(words.ports);
+  const uint32_t counter = parse_word(words.counter, "counter", CHIP_PORT_COUNTERS - 1);
+  const uint64_t number = parse_number(words.number, "number", UINT64_MAX);
   if (words.change != "set" && words.change != "add")
     throw UsageError("no counter command '" + words.change + "': expected set or add");
   const auto change = words.change == "set" ? vchip_counter_set : vchip_counter_add;
-  for (const int32_t port : ports) expect_done(change(unit, port, words.counter, words.number));
+  for (const int32_t port : ports) expect_done(change(unit, port, counter, number));
 }
 
 void storm(const StormWords &words) {
   const uint32_t unit = parse_unit(words.unit);
+  const uint32_t type = parse_word(words.type, "storm type", kStormTypes - 1);
   for (const int32_t port : parse_ports(words.ports))
-    expect_done(vchip_storm_exceed(unit, port, words.type));
+    expect_done(vchip_storm_exceed(unit, port, type));
 }
 
 void trace(const std::string &word) {

@@ -5,6 +5,7 @@
 #define VCHIPCTL_COMMANDS_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace vchipctl {
@@ -12,8 +13,8 @@ namespace vchipctl {
 struct LinkWords {
   std::string unit = "0";
   std::string ports;
-  std::string partner;  // empty: not given
-  std::string forced;
+  std::optional<std::string> partner;
+  std::optional<std::string> forced;
 };
 
 struct MediumWords {
@@ -51,8 +52,8 @@ struct CountWords {
 };
 
 struct DumpWords {
-  std::string unit;  // empty: all
-  std::string block;
+  std::optional<std::string> unit;  // not given: all
+  std::optional<std::string> block;
   bool compact = false;
 };
 
@@ -61,21 +62,21 @@ struct PairWords {
   std::string ports;
   std::string pairs;
   std::string faults;
-  uint32_t length = 0;
+  std::string length = "0";
 };
 
 struct CounterWords {
   std::string unit = "0";
   std::string ports;
-  uint32_t counter = 0;
+  std::string counter;
   std::string change;
-  uint64_t number = 0;
+  std::string number;
 };
 
 struct StormWords {
   std::string unit = "0";
   std::string ports;
-  uint32_t type = 0;
+  std::string type;
 };
 
 void reset();

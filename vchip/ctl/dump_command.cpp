@@ -43,15 +43,15 @@ Json only_block(const Json &unit, const std::string &block) {
 // The part of the document that the words ask for.
 Json selected(const Json &document, const DumpWords &words) {
   const Json &units = document["units"];
-  if (words.unit.empty() && words.block.empty()) return document;
-  if (words.block.empty()) return units[parse_unit(words.unit)];
-  const bool of_board = is_board_block(words.block);
-  if (of_board && words.unit.empty()) return document[words.block];
-  if (of_board) throw UsageError("block '" + words.block + "' belongs to no unit");
-  expect_block(units[0], words.block);
-  if (!words.unit.empty()) return units[parse_unit(words.unit)][words.block];
+  if (!words.block) return words.unit ? units[parse_unit(*words.unit)] : document;
+  const std::string &block = *words.block;
+  const bool of_board = is_board_block(block);
+  if (of_board && words.unit) throw UsageError("block '" + block + "' belongs to no unit");
+  if (of_board) return document[block];
+  expect_block(units[0], block);
+  if (words.unit) return units[parse_unit(*words.unit)][block];
   Json all = Json::array();
-  for (const Json &unit : units) all.push_back(only_block(unit, words.block));
+  for (const Json &unit : units) all.push_back(only_block(unit, block));
   return all;
 }
 

@@ -15,8 +15,8 @@ vchip_station_t parse_station(const StationWords &words) {
   vchip_station_t station = {};
   const std::vector<uint8_t> mac = parse_mac(words.mac);
   memcpy(station.mac, mac.data(), sizeof station.mac);
-  station.vid = parse_number(words.vlan, "VLAN", 4095);
-  station.trunk = static_cast<int32_t>(parse_number(words.trunk, "trunk group", 31));
+  station.vid = parse_word(words.vlan, "VLAN", 4095);
+  station.trunk = static_cast<int32_t>(parse_word(words.trunk, "trunk group", 31));
   return station;
 }
 
@@ -34,15 +34,15 @@ void learn(const StationWords &words) {
 void mark(const MarkWords &words) {
   const uint32_t unit = parse_unit(words.unit);
   const std::vector<uint8_t> mac = parse_mac(words.mac);
-  const uint32_t vid = parse_number(words.vlan, "VLAN", 4095);
-  const uint32_t state = parse_number(words.state, "state word", UINT32_MAX);
-  const uint32_t aux = parse_number(words.aux, "aux word", UINT32_MAX);
+  const uint32_t vid = parse_word(words.vlan, "VLAN", 4095);
+  const uint32_t state = parse_word(words.state, "state word", UINT32_MAX);
+  const uint32_t aux = parse_word(words.aux, "aux word", UINT32_MAX);
   expect_done(vchip_l2_mark(unit, vid, mac.data(), state, aux));
 }
 
 void pass_time(const TimeWords &words) {
   expect_done(vchip_time_pass(parse_unit(words.unit),
-                              parse_number(words.seconds, "number of seconds", UINT32_MAX)));
+                              parse_word(words.seconds, "number of seconds", UINT32_MAX)));
 }
 
 }  // namespace vchipctl

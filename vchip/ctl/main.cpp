@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,7 +34,7 @@ constexpr const char *kFooter = "Exit status: 0 done, 1 wrong words, 2 refused."
 
 // The words of the command line, and what to do with them.
 struct CommandLine {
-  std::string image;
+  std::optional<std::string> image;
   vchipctl::LinkWords link;
   vchipctl::MediumWords medium;
   vchipctl::StationWords station;
@@ -197,7 +198,7 @@ std::string whole_help() {
 }
 
 void open_image(const CommandLine &line) {
-  if (!line.image.empty()) setenv("VCHIP_IMAGE", line.image.c_str(), 1);
+  if (line.image) setenv("VCHIP_IMAGE", line.image->c_str(), 1);
   const char *image = getenv("VCHIP_IMAGE");
   if (image == nullptr || *image == '\0')
     throw UsageError("no image: give --image FILE or set VCHIP_IMAGE");

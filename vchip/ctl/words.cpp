@@ -41,11 +41,14 @@ std::string quoted(const std::string &word) {
   return "'" + word + "'";
 }
 
-std::optional<int32_t> number(const std::string &word) {
-  int32_t value = 0;
-  const char *end = word.data() + word.size();
-  const auto [stop, error] = std::from_chars(word.data(), end, value);
-  if (word.empty() || word[0] == '-' || error != std::errc() || stop != end) return {};
+// A number without sign. Decimal digits with a zero in front are refused: some
+// take them for octal, others do not.
+std::optional<uint64_t> number(const std::string &digits, int base = 10) {
+  uint64_t value = 0;
+  const char *end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
+  const bool zero_in_front = base == 10 && digits.size() > 1 && digits[0] == '0';
+  if (error != std::errc() || stop != end || zero_in_front) return {};
   return value;
 }
 
@@ -60,17 +63,19 @@ std::vector<std::string> split(const std::string &list) {
 }
 
 int32_t chip_port(const std::string &word) {
-  const std::optional<int32_t> port = number(word.substr(1));
+  const std::optional<uint64_t> port = number(word.substr(1));
   if (!port || *port >= VCHIP_PORTS)
     throw UsageError("no chip port " + quoted(word) + ": expected p0 to p27");
   if (*port == VCHIP_CPU_PORT)
     throw UsageError(quoted(word) + " is the CPU port, which has no cable: expected p0 to p27");
-  return *port;
+  return static_cast<int32_t>(*port);
 }
 
-int32_t front_port(int32_t interface) {
-  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
-    if (vchip::port(0, port).interface == interface) return port;
+int32_t front_port(uint64_t interface) {
+  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port) {
+    const int32_t printed = vchip::port(0, port).interface;
+    if (printed >= 0 && static_cast<uint64_t>(printed) == interface) return port;
+  }
   return VCHIP_NO_INTERFACE;
 }
 
@@ -82,10 +87,10 @@ struct End {
 
 End parse_end(const std::string &word) {
   if (!word.empty() && word[0] == 'p') return {true, chip_port(word)};
-  const std::optional<int32_t> interface = number(word);
+  const std::optional<uint64_t> interface = number(word);
   if (!interface || *interface == VCHIP_CPU_INTERFACE || front_port(*interface) < 0)
     throw UsageError("no front port " + quoted(word) + ": expected 1 to 26, or p0 to p27");
-  return {false, *interface};
+  return {false, static_cast<int32_t>(*interface)};
 }
 
 void add_range(std::vector<int32_t> &ports, const std::string &range) {
@@ -95,7 +100,7 @@ void add_range(std::vector<int32_t> &ports, const std::string &range) {
   if (first.on_chip != last.on_chip || first.number > last.number)
     throw UsageError("bad port range " + quoted(range) + ": expected A-B or pA-pB, rising");
   for (int32_t each = first.number; each <= last.number; ++each)
-    ports.push_back(first.on_chip ? each : front_port(each));
+    ports.push_back(first.on_chip ? each : front_port(static_cast<uint64_t>(each)));
 }
 
 uint32_t parse_pair(const std::string &word) {
@@ -123,7 +128,7 @@ uint32_t parse_ability(const std::string &word) {
 }  // namespace
 
 uint32_t parse_unit(const std::string &word) {
-  const std::optional<int32_t> unit = number(word);
+  const std::optional<uint64_t> unit = number(word);
   if (!unit || *unit >= VCHIP_UNITS)
     throw UsageError("no unit " + quoted(word) + ": expected 0 or 1");
   return static_cast<uint32_t>(*unit);
@@ -161,16 +166,17 @@ std::vector<uint8_t> parse_mac(const std::string &word) {
   return {std::begin(bytes), std::end(bytes)};
 }
 
-uint32_t parse_number(const std::string &word, const std::string &what, uint32_t highest) {
+uint64_t parse_number(const std::string &word, const std::string &what, uint64_t highest) {
   const bool hexadecimal = word.starts_with("0x");
-  const std::string digits = hexadecimal ? word.substr(2) : word;
-  uint32_t value = 0;
-  const char *end = digits.data() + digits.size();
-  const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
-  if (error != std::errc() || stop != end || value > highest)
+  const std::optional<uint64_t> value = hexadecimal ? number(word.substr(2), 16) : number(word);
+  if (!value || *value > highest)
     throw UsageError("no " + what + ' ' + quoted(word) + ": expected 0 to " +
                      std::to_string(highest));
-  return value;
+  return *value;
+}
+
+uint32_t parse_word(const std::string &word, const std::string &what, uint32_t highest) {
+  return static_cast<uint32_t>(parse_number(word, what, highest));
 }
 
 std::vector<uint32_t> parse_pairs(const std::string &list) {

@@ -37,8 +37,8 @@ void AclCountBlock::dump(const char *name, Dump &unit) const {
     if ((packets_[counter] | bytes_[counter]) != 0) used.push_back(counter);
   unit.objects(name, used.size(), [&](Dump &entry, size_t index) {
     entry.number("counter", used[index]);
-    entry.number("packets", static_cast<int64_t>(packets_[used[index]]));
-    entry.number("bytes", static_cast<int64_t>(bytes_[used[index]]));
+    entry.count("packets", packets_[used[index]]);
+    entry.count("bytes", bytes_[used[index]]);
   });
 }
 

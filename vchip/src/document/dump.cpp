@@ -20,6 +20,10 @@ void Dump::number(const char *name, int64_t value) {
   object_[name] = value;
 }
 
+void Dump::count(const char *name, uint64_t value) {
+  object_[name] = value;
+}
+
 void Dump::numbers(const char *name, const std::vector<uint32_t> &values) {
   object_[name] = values;
 }

@@ -20,6 +20,7 @@ class Dump {
   void null(const char *name);
   void flag(const char *name, bool value);
   void number(const char *name, int64_t value);
+  void count(const char *name, uint64_t value);
   void numbers(const char *name, const std::vector<uint32_t> &values);
   // The chip ports of a mask, as an array of numbers.
   void ports(const char *name, uint32_t mask);

@@ -12,7 +12,7 @@ void PlatformBlock::dump(const char *name, Dump &chip) const {
   each_record(
       [&](const char *location, const char *message) { records.emplace_back(location, message); });
   chip.object(name, [&](Dump &block) {
-    block.number("log_lines", static_cast<int64_t>(log_lines_));
+    block.count("log_lines", log_lines_);
     block.flag("trace_on", trace_ != 0);
     block.objects("trace", records.size(), [&](Dump &entry, size_t index) {
       entry.text("location", records[index].first);
