@@ -44,11 +44,11 @@ chapter "The shell sees the same chip, and changes it"
 try swctl version
 try swctl port show 1-4,25
 try swctl port set 4 speed 100 duplex half loopback on
-try swctl port show 4
+try swctl port show 4 detail
 
 chapter "Everything else that a port has"
 try swctl port set 2 ingress 10mbit egress 2mbit pause on vlan 20 isolation 0-4
-try swctl port show 2
+try swctl port show 2 detail
 try vchipctl counter 2 0 set 64000
 try vchipctl counter 2 1 set 1000
 try swctl port stats 1-3

@@ -53,13 +53,10 @@ Answer show(const Arguments &arguments, const Context &context) {
     const std::vector<int64_t> &numbers = arguments.numbers("RULES");
     return std::binary_search(numbers.begin(), numbers.end(), rule.index);
   };
-  Answer answer;
-  answer.shape = Shape::table;
+  Answer answer = {arguments.has("detail") ? Shape::detail : Shape::table, {}, ""};
   each_rule(context.unit, [&](const swctl_platform_acl_rule &rule) {
     if (wanted(rule)) answer.records.push_back(rule_record(rule));
   });
-  if (chosen && answer.records.size() == 1 && arguments.numbers("RULES").size() == 1)
-    answer.shape = Shape::detail;
   return answer;
 }
 
@@ -230,9 +227,12 @@ Node show_command() {
       .name = "show",
       .help = "Show rules",
       .positional = {rules(false)},
+      .keywords = {{.name = "detail",
+                    .type = flag(),
+                    .help = "Line by line, with template and double entry"}},
       .details =
-          "Without RULES, all rules that match or do something, in a table. A single\n"
-          "rule is shown in detail. Match and actions read as acl add takes them.\n",
+          "Without RULES, all rules that match or do something. Match and actions read\n"
+          "as acl add takes them.\n",
       .run = show,
   };
 }

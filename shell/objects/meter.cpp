@@ -78,7 +78,6 @@ Answer show(const Arguments &arguments, const Context &context) {
     const chip_acl_meter entry = read_meter(context, meter);
     if (chosen || is_in_use(entry)) answer.records.push_back(meter_record(meter, entry, burst));
   }
-  if (chosen && answer.records.size() == 1) answer.shape = Shape::detail;
   return answer;
 }
 
@@ -173,7 +172,7 @@ Node meter_object() {
       .children = {{.name = "show",
                     .help = "Show meters",
                     .positional = {meters(false)},
-                    .details = "Without METERS, all that are not as after power-on, in a table.\n",
+                    .details = "Without METERS, all that are not as after power-on.\n",
                     .run = show},
                    set_command(),
                    {.name = "del",

@@ -126,16 +126,19 @@ Record port_record(const Context &context, const Port &port) {
   return record;
 }
 
-// Settings are read for a single port only: a table has no place for them.
+Record detailed_record(const Context &context, const Port &port) {
+  Record record = port_record(context, port);
+  add_link_settings(record, context, port);
+  add_frame_settings(record, context, port);
+  return record;
+}
+
 Answer show(const Arguments &arguments, const Context &context) {
-  const bool chosen = arguments.has("PORTS");
-  const auto ports = chosen ? ports_of(arguments.numbers("PORTS")) : front_ports();
-  Answer answer;
-  for (const Port &port : ports) answer.records.push_back(port_record(context, port));
-  answer.shape = chosen && ports.size() == 1 ? Shape::detail : Shape::table;
-  if (answer.shape == Shape::table) return answer;
-  add_link_settings(answer.records.front(), context, ports.front());
-  add_frame_settings(answer.records.front(), context, ports.front());
+  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  const bool detail = arguments.has("detail");
+  Answer answer = {detail ? Shape::detail : Shape::table, {}, ""};
+  const auto record_of = detail ? detailed_record : port_record;
+  for (const Port &port : ports) answer.records.push_back(record_of(context, port));
   return answer;
 }
 
@@ -159,11 +162,12 @@ Node port_show_command() {
       .name = "show",
       .help = "Show the state of ports",
       .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+      .keywords = {{.name = "detail", .type = flag(), .help = "Their settings too, line by line"}},
       .details =
-          "Without PORTS, all front ports in a table; a single port in detail.\n"
+          "Without PORTS, all front ports.\n"
           "Speed and duplex are those in operation; with the link down, those forced or,\n"
           "under autonegotiation, those advertised: several speeds or none are unknown,\n"
-          "duplex both stands for both or neither. A single port shows its settings too.\n",
+          "duplex both stands for both or neither.\n",
       .run = show,
   };
 }

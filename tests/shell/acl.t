@@ -13,7 +13,7 @@ A rule is written with its conditions and actions; it takes effect with enable:
   rule  enabled  match                                                                      actions
   7     no       in-ports 1-4 dst-mac 01:80:c2:00:00:00/ff:ff:ff:ff:ff:f0 ethertype 0x88cc  trap
   300   yes      protocol tcp src-ip 10.0.0.0/255.0.0.0 dscp 46 dst-port 80                 drop,redirect:25,meter:3
-  $ swctl acl show 7
+  $ swctl acl show 7 detail
   rule      7
   enabled   no
   match

@@ -6,12 +6,12 @@ SDK answers works, and what cannot be told is refused by name.
   $ swctl acl add 7 ethertype 0x88cc action drop
   $ LD_LIBRARY_PATH="$BARE_PLATFORM"
   $ export LD_LIBRARY_PATH
-  $ swctl -j version | jq -r .platform | grep -o 'bare/.*'
+  $ swctl -j version | jq -r .[].platform | grep -o 'bare/.*'
   bare/libswctl-vchip.so.1
 
   $ cat > questions <<WORDS
   > acl show
-  > acl show 7
+  > acl show 7 detail
   > acl miss
   > vlan rule show
   > vlan rule show mac
@@ -32,7 +32,7 @@ SDK answers works, and what cannot be told is refused by name.
   > WORDS
   $ swctl -force -b questions
   questions:1: acl show: this platform cannot tell: it has no swctl_platform_acl_rule_next
-  questions:2: acl show 7: this platform cannot tell: it has no swctl_platform_acl_rule_next
+  questions:2: acl show 7 detail: this platform cannot tell: it has no swctl_platform_acl_rule_next
   questions:3: acl miss: this platform cannot tell: it has no swctl_platform_acl_miss_get
   questions:4: vlan rule show: this platform cannot tell: it has no swctl_platform_entity_rule_next
   questions:5: vlan rule show mac: this platform cannot tell: it has no swctl_platform_entity_rule_next
@@ -76,7 +76,7 @@ What only sets still sets, and a refusal has its number alone:
 Rules come on top of each other where nobody can tell that one is in use:
 
   $ LD_LIBRARY_PATH="$BARE_PLATFORM" swctl acl add 7 src-port 7 action permit
-  $ swctl acl show 7
+  $ swctl acl show 7 detail
   rule      7
   enabled   no
   match

@@ -167,4 +167,4 @@ Each answer is there before the next command is read:
   > END
   $ (echo 'port show 3'; sh answered; echo 'port show 4') | swctl > answers
   $ grep -c port answers
-  4
+  2

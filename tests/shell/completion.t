@@ -30,6 +30,7 @@ What completion offers.
   cable
   help
   $ swctl -complete 3 swctl port show ""
+  detail
   $ swctl -complete 4 swctl port set 3 ""
   speed
   duplex

@@ -59,25 +59,25 @@ Values that are not to be had:
 Interfaces that the device does not have:
 
   $ swctl port show 0
-  swctl: port show: bad value "0", expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "0", expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show 27
-  swctl: port show: bad value "27", expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "27", expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show x
-  swctl: port show: bad value "x", expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "x", expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show 1-4,30
-  swctl: port show: bad value "1-4,30": "30" is out of range, expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "1-4,30": "30" is out of range, expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show 4-1
-  swctl: port show: bad value "4-1": the range 4-1 runs backwards, expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "4-1": the range 4-1 runs backwards, expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show 1,
-  swctl: port show: bad value "1,": a number is missing, expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "1,": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
   $ swctl port show ''
-  swctl: port show: bad value "": a number is missing, expected interface numbers 1-26 such as 1-4,7
+  swctl: port show: bad value "": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, detail
   [1]
 
 An interface that this board has no port for:

@@ -50,15 +50,16 @@ Help at every level.
     cable  Test the cable of a copper port
     help   Say what may come next, here and behind every word
   $ swctl port show help
-  Usage: swctl port show [PORTS]
+  Usage: swctl port show [PORTS] [detail]
   
   Show the state of ports.
-  Without PORTS, all front ports in a table; a single port in detail.
+  Without PORTS, all front ports.
   Speed and duplex are those in operation; with the link down, those forced or,
   under autonegotiation, those advertised: several speeds or none are unknown,
-  duplex both stands for both or neither. A single port shows its settings too.
+  duplex both stands for both or neither.
   
-    PORTS  Ports to show: interface numbers 1-26 such as 1-4,7
+    PORTS   Ports to show: interface numbers 1-26 such as 1-4,7
+    detail  Their settings too, line by line
   $ swctl port set help
   Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full] [admin on|off] [advertise LIST] [autoneg on|off] [pause on|off] [backpressure on|off] [mdix auto|straight|crossed] [eee on|off] [loopback on|off] [mtu 64-16383] [learning on|off|forward|cpu|copy|restore] [isolation PORTS] [vlan 1-4094] [filter on|off] [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE] [egress RATE]
   

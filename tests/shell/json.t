@@ -5,7 +5,7 @@ JSON on standard output, whatever happens.
 
   $ swctl -j port show 3-4
   [{"port":3,"link":"up","speed":100,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2},{"port":4,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":false,"max_speed":1000,"chip_port":3}]
-  $ swctl -p port show 3
+  $ swctl -p port show 3 detail
   [
     {
       "port": 3,
@@ -110,11 +110,11 @@ Errors are there and, as ever, on standard error:
   $ data swctl -j -b nowhere
   {"error":{"message":"batch file \"nowhere\": No such file or directory","culprit":"nowhere","expected":[],"status":1}}
   [1]
-  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl -p port show 3
-  swctl: port show 3: user_port_link_status_get refused port 3: the port's link is down (result -1007)
+  $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl -p port show 3 detail
+  swctl: port show 3 detail: user_port_link_status_get refused port 3: the port's link is down (result -1007)
   {
     "error": {
-      "message": "port show 3: user_port_link_status_get refused port 3: the port's link is down (result -1007)",
+      "message": "port show 3 detail: user_port_link_status_get refused port 3: the port's link is down (result -1007)",
       "culprit": "3",
       "expected": [],
       "function": "user_port_link_status_get",

@@ -9,11 +9,8 @@ The object meter.
   3      on     1600  0           32
   255    on     16    0           32
   $ swctl meter show 4
-  meter       4
-  state       off
-  rate        0
-  burst_slot  0
-  burst_word  32
+  meter  state  rate  burst_slot  burst_word
+  4      off    0     0           32
   $ swctl -j meter show 3
   [{"meter":3,"state":true,"rate":1600,"burst_slot":0,"burst_word":32}]
 
@@ -50,11 +47,8 @@ In one session meters share the two burst sizes, and a third is refused:
   2      on     160   1           64
   3      on     160   0           32
   meters:5: meter set 4 rate 160 burst 2048: user_field_meter_burst_size_set_del refused burst 2048 of meter 4, both slots hold other bursts: result -1
-  meter       4
-  state       off
-  rate        0
-  burst_slot  0
-  burst_word  32
+  meter  state  rate  burst_slot  burst_word
+  4      off    0     0           32
   meter  state  rate  burst_slot  burst_word
   1      on     160   0           32
   2      off    0     0           32
@@ -69,7 +63,7 @@ A slot is given back if the meter is then refused:
   swctl: meter set 3 rate 160 burst 4096: user_field_meter_rate_burst_set refused meter 3: a value is outside its range (result -1004)
   [2]
   $ swctl meter show 3 | tail -1
-  burst_word  512
+  3      off    0     0           512
 
   $ swctl meter set 3 rate 160
   $ swctl meter del 3-4

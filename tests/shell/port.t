@@ -47,9 +47,17 @@ A list is shown in the order of the ports, each once:
   5     up    10       half    copper  off
   25    down  unknown  both    fibre   off
 
-A single port is shown in detail:
+One port is shown as many are:
 
   $ swctl port show 4
+  port  link  speed  duplex  medium  loopback
+  4     up    100    full    copper  off
+  $ swctl -j port show 4
+  [{"port":4,"link":"up","speed":100,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":3}]
+
+With its settings, line by line; in JSON with the same keys for one and for many:
+
+  $ swctl port show 4 detail
   port          4
   link          up
   speed         100
@@ -73,7 +81,7 @@ A single port is shown in detail:
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
-  $ swctl port show 26
+  $ swctl port show 26 detail
   port          26
   link          down
   speed         unknown
@@ -98,10 +106,17 @@ A single port is shown in detail:
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
 
+  $ swctl port show detail | grep -c '^port '
+  26
+  $ swctl port show detail | grep -c '^$'
+  25
+  $ swctl -j port show 4,26 detail | jq -c 'map(keys) | unique | length'
+  1
+
 Setting speed and duplex switches autonegotiation off:
 
   $ swctl port set 7 speed 100 duplex half
-  $ swctl port show 7
+  $ swctl port show 7 detail
   port          7
   link          down
   speed         100
@@ -194,7 +209,7 @@ The loopback:
 Everything may be abbreviated but values:
 
   $ swctl p se 10 sp 100 du full lo on
-  $ swctl po sh 10
+  $ swctl po sh 10 detail
   port          10
   link          down
   speed         100
@@ -222,7 +237,7 @@ Everything may be abbreviated but values:
 Another unit has a state of its own:
 
   $ swctl -u 1 port set 3 loopback on
-  $ swctl -u 1 port show 3 | grep loopback
+  $ swctl -u 1 port show 3 detail | grep loopback
   loopback      on
-  $ swctl port show 3 | grep loopback
+  $ swctl port show 3 detail | grep loopback
   loopback      off

@@ -17,4 +17,4 @@ The cable test.
   swctl: port cable 25: User_port_cablediag refused port 25: the port's medium has no such test (result -1021)
   [2]
   $ swctl -j port cable 4
-  {"port":4,"state":"open","pairs":[{"pair":"A","state":"open","length":1},{"pair":"B","state":"open","length":1},{"pair":"C","state":"open","length":1},{"pair":"D","state":"open","length":1}]}
+  [{"port":4,"state":"open","pairs":[{"pair":"A","state":"open","length":1},{"pair":"B","state":"open","length":1},{"pair":"C","state":"open","length":1},{"pair":"D","state":"open","length":1}]}]

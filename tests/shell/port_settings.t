@@ -2,9 +2,9 @@ The settings of ports.
 
   $ . "$TESTDIR/setup.sh"
 
-A single port shows them all:
+detail shows them all:
 
-  $ swctl port show 3
+  $ swctl port show 3 detail
   port          3
   link          down
   speed         unknown
@@ -34,7 +34,7 @@ Each keyword changes one of them:
   $ swctl port set 3 admin off advertise 10-full,100-full,pause pause off mdix crossed eee on
   $ swctl port set 3 mtu 9000 learning off isolation 0-2,25 vlan 20 dtag on tpid 0x9100 entry 2
   $ swctl port set 3 ingress 10mbit egress 64kbit backpressure on filter on
-  $ swctl port show 3
+  $ swctl port show 3 detail
   port          3
   link          down
   speed         unknown
@@ -58,8 +58,8 @@ Each keyword changes one of them:
   tpid          0x9100
   ingress       10000 kbit/s
   egress        64 kbit/s
-  $ swctl -j port show 3
-  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"dtag":true,"tpid":"0x9100","ingress":10000,"egress":64}]
+  $ swctl -j port show 3 detail
+  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"dtag":true,"tpid":37120,"ingress":10000,"egress":64}]
 
 The advertised modes go to the chip before autonegotiation is switched:
 
@@ -103,7 +103,7 @@ What does not fit together changes nothing:
   $ swctl port set 6 admin off advertise 100-full,1000
   swctl: port set 6 admin off advertise: bad value "100-full,1000": "1000" is no choice, expected one of: 10-half, 10-full, 100-half, 100-full, 1000-half, 1000-full, pause, asymmetric-pause
   [1]
-  $ swctl port show 6 | grep admin
+  $ swctl port show 6 detail | grep admin
   admin         on
 
 A refusal says what was done before:
