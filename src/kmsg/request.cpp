@@ -10,6 +10,7 @@
 #include <sys/select.h>
 #include <sys/socket.h>
 
+#include "kmsg/cancellation.h"
 #include "kmsg/thread_key.h"
 #include "kmsg/thread_sockets.h"
 
@@ -37,7 +38,9 @@ uint32_t message_size(const uint8_t *message) {
 }
 
 // The datagram of a message. The netlink type and sequence number stay what
-// the memory held: the module takes no meaning from them.
+// the memory held: the module takes no meaning from them. There is no answer
+// for "no memory" in the interface, so the block is used without a look, here
+// and below: a program without memory ends where it has always ended.
 nlmsghdr *new_datagram(const uint8_t *message, int32_t key) {
   const uint32_t size = message_size(message);
   auto *datagram = static_cast<nlmsghdr *>(malloc(NLMSG_ALIGN(kNetlinkHeader + size)));
@@ -64,14 +67,16 @@ ssize_t send_to_kernel(int32_t socket, const uint8_t *message, int32_t key) {
   kernel.nl_family = AF_NETLINK;
   iovec vector = {datagram, datagram->nlmsg_len};
   const msghdr outgoing = one_vector(&kernel, &vector);
-  const ssize_t sent = sendmsg(socket, &outgoing, 0);
-  if (sent == -1) perror("sendmsg error:");
-  free(datagram);
-  return sent;
+  return swctl::use_block<ssize_t>(datagram, [&] {
+    const ssize_t sent = sendmsg(socket, &outgoing, 0);
+    if (sent == -1) perror("sendmsg error:");
+    return sent;
+  });
 }
 
-// Like select() on a set that has room for any descriptor, however many the
-// process has open.
+// Callers know select(), with what interrupts it and what it answers. It is
+// called on a set that has room for any descriptor, however many the process
+// has open; an fd_set ends at FD_SETSIZE.
 int32_t wait_readable(int32_t socket, int32_t seconds) {
   const auto index = static_cast<size_t>(socket);
   const size_t bytes = (index / FD_SETSIZE + 1) * sizeof(fd_set);
@@ -83,28 +88,34 @@ int32_t wait_readable(int32_t socket, int32_t seconds) {
   return select(socket + 1, reinterpret_cast<fd_set *>(words), nullptr, nullptr, &limit);
 }
 
-// The reply's own length is believed.
+// The reply's own length is believed, whatever was received: only the kernel's
+// module sends to this socket, and its word is taken for the reply's size.
 void *copy_of_message(const uint8_t *message) {
   const uint32_t size = message_size(message);
   return memcpy(malloc(size), message, size);
 }
 
-int32_t receive(int32_t socket, void **reply) {
-  auto *buffer = static_cast<uint8_t *>(calloc(1, kReceiveBuffer));
+// What recvmsg() answered, after what is printed for a failure.
+int32_t receive_into(uint8_t *buffer, int32_t socket) {
   sockaddr_nl sender = {};
   iovec vector = {buffer, kReceiveBuffer};
   msghdr incoming = one_vector(&sender, &vector);
   const auto received = static_cast<int32_t>(recvmsg(socket, &incoming, 0));
-  if (received == 0) {
-    puts("Exit.");
-  } else if (received == -1) {
+  if (received == 0) puts("Exit.");
+  if (received == -1) {
     perror("recvmsg:");
     puts("Recive message error!~");
-  } else {
-    *reply = copy_of_message(buffer + kNetlinkHeader);
   }
-  free(buffer);
   return received;
+}
+
+int32_t receive(int32_t socket, void **reply) {
+  auto *buffer = static_cast<uint8_t *>(calloc(1, kReceiveBuffer));
+  return swctl::use_block<int32_t>(buffer, [=] {
+    const int32_t received = receive_into(buffer, socket);
+    if (received != 0 && received != -1) *reply = copy_of_message(buffer + kNetlinkHeader);
+    return received;
+  });
 }
 
 uint32_t answer_word(const void *reply) {
@@ -148,8 +159,9 @@ uint32_t user_send_data_to_kernel(uint32_t msgCode, const void *data, uint32_t d
       code, reinterpret_cast<const uint8_t *>(&request), sizeof request);
   void *reply = nullptr;
   if (message != nullptr) {
-    MSG_UserSendAndRecvMessage(message, SWCTL_KMSG_TIMEOUT, &reply);
-    free(message);
+    swctl::use_block<int32_t>(message, [message, &reply] {
+      return MSG_UserSendAndRecvMessage(message, SWCTL_KMSG_TIMEOUT, &reply);
+    });
   }
   return reply == nullptr ? SWCTL_KMSG_NO_ANSWER : answer_word(reply);
 }

@@ -3,12 +3,14 @@
 
 #include <swctl/kmsg.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <linux/netlink.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "kmsg/cancellation.h"
 #include "kmsg/thread_key.h"
 
 static_assert(sizeof(sockaddr_nl) == 12);
@@ -23,16 +25,34 @@ namespace {
 
 using swctl::thread_sockets;
 using swctl::ThreadSocketSlot;
+using swctl::Uncancellable;
 
 // The line that the message about a failed socket has always named.
 constexpr int kSocketLine = 162;
 
-void lock() {
-  pthread_mutex_lock(&thread_sockets.mutex);
-}
+// Holds the table's mutex while it lives.
+class TableLock {
+ public:
+  TableLock() { pthread_mutex_lock(&thread_sockets.mutex); }
+  ~TableLock() {
+    if (!left_locked_) pthread_mutex_unlock(&thread_sockets.mutex);
+  }
+  TableLock(const TableLock &) = delete;
+  TableLock &operator=(const TableLock &) = delete;
+  void leave_locked() { left_locked_ = true; }
 
-void unlock() {
-  pthread_mutex_unlock(&thread_sockets.mutex);
+ private:
+  Uncancellable uncancellable_;
+  bool left_locked_ = false;
+};
+
+int32_t report_no_socket() {
+  // Printing may fail for a reason of its own.
+  const int error = errno;
+  printf("ERROR in %s:%d create socket\n", "CreateThreadSocket", kSocketLine);
+  errno = error;
+  perror("socket");
+  return -1;
 }
 
 int32_t bind_to_key(int32_t socket, int32_t key) {
@@ -45,12 +65,13 @@ int32_t bind_to_key(int32_t socket, int32_t key) {
 }  // namespace
 
 int32_t InitThreadSocketData() {
-  lock();
-  if (thread_sockets.ready != 1) {
-    memset(thread_sockets.slots, 0, sizeof thread_sockets.slots);
-    thread_sockets.ready = 1;
+  {
+    const TableLock lock;
+    if (thread_sockets.ready != 1) {
+      memset(thread_sockets.slots, 0, sizeof thread_sockets.slots);
+      thread_sockets.ready = 1;
+    }
   }
-  unlock();
   return thread_sockets.ready;
 }
 
@@ -62,18 +83,18 @@ int32_t GetFreeSockData() {
 }
 
 int32_t SetSockData(int32_t socket, uint32_t key) {
-  lock();
+  TableLock lock;
   const int32_t index = GetFreeSockData();
   if (index == -1) {
     puts("max thread number already!");
-    return -1;  // with the mutex locked, as callers have come to know it
+    lock.leave_locked();  // as callers have come to know it
+    return -1;
   }
   ThreadSocketSlot &slot = thread_sockets.slots[index];
   slot.inUse = 1;
   slot.socket = socket;
   slot.key = key;
   ++thread_sockets.count;
-  unlock();
   return 0;
 }
 
@@ -85,6 +106,7 @@ int32_t GetSockData(uint32_t key) {
 }
 
 int32_t SetFreeSockData(uint32_t key) {
+  const Uncancellable uncancellable;
   for (ThreadSocketSlot &slot : thread_sockets.slots) {
     if (slot.key != key) continue;
     close(slot.socket);
@@ -96,10 +118,8 @@ int32_t SetFreeSockData(uint32_t key) {
 }
 
 int32_t DeleteThreadSocket(uint32_t key) {
-  lock();
-  const int32_t result = SetFreeSockData(key);
-  unlock();
-  return result;
+  const TableLock lock;
+  return SetFreeSockData(key);
 }
 
 int32_t __HandleThreadExit(uint32_t pid, uint32_t thread) {
@@ -108,17 +128,14 @@ int32_t __HandleThreadExit(uint32_t pid, uint32_t thread) {
 
 int32_t HandleThreadExit() {
   return __HandleThreadExit(static_cast<uint32_t>(getpid()),
-                            static_cast<uint32_t>(swctl::thread_key()));
+                            static_cast<uint32_t>(swctl::thread_identity()));
 }
 
 int32_t CreateThreadSocket(int32_t key) {
   if (key <= 0) return -1;
+  const Uncancellable uncancellable;
   const int32_t descriptor = socket(AF_NETLINK, SOCK_RAW, NETLINK_SWITCH_PROTOCOL);
-  if (descriptor < 0) {
-    printf("ERROR in %s:%d create socket\n", "CreateThreadSocket", kSocketLine);
-    perror("socket");
-    return -1;
-  }
+  if (descriptor < 0) return report_no_socket();
   if (bind_to_key(descriptor, key) == -1) {
     perror("bind");
     return -1;  // with the socket open, as callers have come to know it

@@ -21,7 +21,10 @@ LIBC = {
     "__printf_chk", "__fprintf_chk", "__snprintf_chk",
     # the kernel channel: its socket, the messages, the table's mutex
     "socket", "bind", "sendmsg", "select", "recvmsg", "close", "perror", "malloc", "calloc", "free",
-    "getpid", "pthread_self", "pthread_mutex_lock", "pthread_mutex_unlock",
+    "getpid", "pthread_self", "pthread_mutex_lock", "pthread_mutex_unlock", "__errno_location",
+    # and what a thread does there that is cancelled
+    "pthread_setcancelstate", "__pthread_register_cancel", "__pthread_unregister_cancel",
+    "__pthread_unwind_next", "__sigsetjmp", "__sigsetjmp_cancel",
     # waiting
     "sleep",
     # every shared library

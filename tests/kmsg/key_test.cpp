@@ -53,6 +53,32 @@ TEST(Key, FarApartDiffers) {
   }
   EXPECT_EQ(keys.size(), 59u);
 }
+
+// Where kmsg.h says that folding may give two identities one key.
+TEST(Key, IsSharedAboutAMultipleOf128GiBApart) {
+  constexpr uintptr_t kFold = uintptr_t{1} << 37;
+  const uintptr_t identity = 0x7F12345678C0;
+  EXPECT_EQ(key_of_identity(identity), key_of_identity(identity ^ kFold ^ 0x40));
+  EXPECT_EQ(key_of_identity(kFold + 0x40), key_of_identity(2 * kFold + 0xC0)) << "as 1 is";
+  EXPECT_EQ(key_of_identity(identity), key_of_identity(0x48D15A1B)) << "one that fits";
+}
+
+// No two identities that are less than 128 GiB less 64 KiB apart.
+TEST(Key, IsNotSharedNearerThanThat) {
+  constexpr uint64_t kNear = (uint64_t{1} << 37) - 0x10000;
+  uint64_t state = 1;
+  const auto random = [&state] { return (state = state * 6364136223846793005u + 1) >> 17; };
+  for (int round = 0; round < 200000; ++round) {
+    const uint64_t one = (random() % (uint64_t{1} << 46) + (uint64_t{1} << 38)) & ~uint64_t{63};
+    const uint64_t apart = (1 + random() % (kNear / 64 - 1)) * 64;
+    // Half of them beside a border, where the upper bits change.
+    const uint64_t low = round % 2 == 0 ? one : (one & ~((uint64_t{1} << 37) - 1)) - apart / 2;
+    const auto other = low & ~uint64_t{63};
+    const int32_t first = key_of_identity(static_cast<uintptr_t>(other));
+    const int32_t second = key_of_identity(static_cast<uintptr_t>(other + apart));
+    ASSERT_TRUE(first != second || first == 1) << std::hex << other << " and " << other + apart;
+  }
+}
 #endif
 
 TEST(Key, ThreadsOfAProcessHaveKeysOfTheirOwn) {

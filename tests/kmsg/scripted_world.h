@@ -36,6 +36,8 @@ struct World {
   // the copy is noted and cut short.
   const void *oversized = nullptr;
   bool reply_is_oversized = false;  // makes it the kernel message of the reply
+  std::string cancelled_in;         // the call in which its thread is cancelled
+  bool cancelling = false;          // that has been reached
 
   Bytes sent;  // the last datagram
   std::map<void *, size_t> allocated;

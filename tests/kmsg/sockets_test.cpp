@@ -3,6 +3,8 @@
 #include <swctl/kmsg.h>
 
 #include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
 
 #include "kmsg/thread_sockets.h"
 #include "scripted_world.h"
@@ -58,6 +60,24 @@ TEST_F(Sockets, SocketThatCannotBeOpenedIsReported) {
   EXPECT_EQ(observed.calls, (Lines{"socket(16, 3, 30) = -1"}));
   EXPECT_PRINTED(observed.printed, "ERROR in CreateThreadSocket:162 create socket\n", kNoProtocol);
   EXPECT_EQ(thread_sockets.count, 0);
+}
+
+// Standard output is not buffered and has no room, so that printing fails too.
+TEST_F(Sockets, ErrorIsThatOfTheSocketWhateverPrintingDoes) {
+  world().socket_error = EMFILE;
+  testing::internal::CaptureStderr();
+  fflush(stdout);
+  const int standard_output = dup(STDOUT_FILENO);
+  const int full = open("/dev/full", O_WRONLY);
+  dup2(full, STDOUT_FILENO);
+  setvbuf(stdout, nullptr, _IONBF, 0);
+  play([] { EXPECT_EQ(CreateThreadSocket(kKey), -1); });
+  clearerr(stdout);
+  setvbuf(stdout, nullptr, _IOFBF, 0);
+  dup2(standard_output, STDOUT_FILENO);
+  close(standard_output);
+  close(full);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "socket: Too many open files\n");
 }
 
 TEST_F(Sockets, SocketThatCannotBeBoundStaysOpen) {
@@ -139,6 +159,26 @@ TEST_F(Sockets, ExitOfTheCallingThreadUsesItsProcessAndIdentity) {
   SetSockData(40, (0x1234u << 16) | 77);
   const Observed observed = observe([] { EXPECT_EQ(HandleThreadExit(), -1); });
   EXPECT_EQ(observed.calls, (Lines{"lock", "close(40)", "unlock"}));
+}
+
+TEST_F(Sockets, ChildProcessFindsTheSocketOfItsParent) {
+  observe([] { GetThreadSocket(kKey); });
+  Child child([] {
+    world().calls.clear();
+    if (GetThreadSocket(kKey) != 70 || !world().calls.empty()) abort();
+  });
+  EXPECT_EQ(child.signal(), 0);
+}
+
+// The low half of the identity itself, and not of the key that it is folded to.
+TEST_F(Sockets, ExitKeyIsMadeOfTheIdentityAsItIs) {
+  const uintptr_t identities[] = {0x80005678u, static_cast<uintptr_t>(0x7F1234569ABCull)};
+  for (const uintptr_t identity : identities) {
+    world().identity = identity;
+    SetSockData(40, (static_cast<uint32_t>(identity) << 16) | 77);
+    const Observed observed = observe([] { EXPECT_EQ(HandleThreadExit(), -1); });
+    EXPECT_EQ(observed.calls, (Lines{"lock", "close(40)", "unlock"})) << identity;
+  }
 }
 
 TEST_F(Sockets, ExitDoesNotFindTheSocketOfTheChannel) {

@@ -313,7 +313,7 @@ std::map<std::string, Subject> kmsg_subjects() {
   const auto own = [] { SetSockData(sweep::kSocket, kKey); };
   const auto composite = [] { SetSockData(sweep::kSocket, (2u << 16) | 1u); };
   const auto exiting = [] {
-    const auto thread = static_cast<uint32_t>(swctl::thread_key());
+    const auto thread = static_cast<uint32_t>(swctl::thread_identity());
     SetSockData(sweep::kSocket, (thread << 16) | static_cast<uint32_t>(getpid()));
   };
   return {
