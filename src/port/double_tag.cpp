@@ -9,8 +9,12 @@ namespace {
 constexpr uint32_t kCustomerTpid = 0x8100;
 constexpr int32_t kCpuInterface = 0;
 
-// Ports that this process has switched into double-tag mode and not back. The
-// first and the last change the whole switch over. There is no floor.
+// Ports that this process has switched into double-tag mode, less those that it
+// has switched back. The first and the last change the whole switch over.
+// There is no floor: a port that another process switched into the mode, or
+// this one before it was started again, may be switched back here and was
+// never counted. The count is then -1, and it takes two ports until the
+// switch is changed over.
 int32_t double_tag_ports;
 
 int32_t change_port_over(uint32_t unit, int32_t port) {
@@ -45,8 +49,10 @@ int32_t change_switch_back(uint32_t unit) {
   return rtk_vlan_portIgrTagKeepEnable_set(unit, adp_intf_2_phy_id(kCpuInterface), 0, 0);
 }
 
-int32_t enter(uint32_t unit, int32_t port) {
-  int32_t result = double_tag_ports == 0 ? change_switch_over(unit) : 0;
+// `count` is what double_tag_ports was when the change began, whatever other
+// threads have made of it since.
+int32_t enter(uint32_t unit, int32_t port, int32_t count) {
+  int32_t result = count == 0 ? change_switch_over(unit) : 0;
   if (result < 0) return result;
   result = rtk_l2_vlanMode_set(unit, port, USER_DTAG_ON);
   if (result < 0) return result;
@@ -55,11 +61,11 @@ int32_t enter(uint32_t unit, int32_t port) {
   return result;
 }
 
-int32_t leave(uint32_t unit, int32_t port) {
+int32_t leave(uint32_t unit, int32_t port, int32_t count) {
   int32_t result = rtk_l2_vlanMode_set(unit, port, USER_DTAG_OFF);
   if (result < 0) return result;
   result = rtk_vlan_portIgrTagKeepEnable_set(unit, port, 1, 0);
-  if (result >= 0 && double_tag_ports == 1) result = change_switch_back(unit);
+  if (result >= 0 && count == 1) result = change_switch_back(unit);
   if (result >= 0) --double_tag_ports;
   return result;
 }
@@ -71,7 +77,8 @@ int32_t user_port_dtag_mode_set(uint32_t, uint32_t unit, int32_t port, uint32_t 
   rtk_l2_vlanMode_get(unit, port, &present);
   const uint32_t wanted = mode != 0 ? USER_DTAG_ON : USER_DTAG_OFF;
   if (present == wanted) return 0;
-  return wanted == USER_DTAG_ON ? enter(unit, port) : leave(unit, port);
+  const int32_t count = double_tag_ports;
+  return wanted == USER_DTAG_ON ? enter(unit, port, count) : leave(unit, port, count);
 }
 
 int32_t user_port_dtag_mode_get(uint32_t, uint32_t unit, int32_t port, uint32_t *mode) {

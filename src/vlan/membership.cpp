@@ -21,11 +21,13 @@ constexpr int32_t kWordPorts = 32;
 
 // The walk of the single-VLAN functions. The results are summed up from -1 and
 // the walk ends when the sum is not 0: at interface 0, unless its call answers 1.
+// The caller's word is read once: the calls may change what it lies in.
 template <typename Call>
 int32_t walk_sum(const user_pbmp_t *ports, Call call) {
+  const uint32_t interfaces = ports->word[0];
   uint32_t sum = UINT32_MAX;
   for (int32_t interface = 0; interface < kWordPorts; ++interface) {
-    if ((ports->word[0] >> interface & 1u) != 0)
+    if ((interfaces >> interface & 1u) != 0)
       sum += static_cast<uint32_t>(call(adp_intf_2_phy_id(interface)));
     if (sum != 0) break;
   }
