@@ -63,7 +63,7 @@ SWCTL_API int32_t User_mcast_addr_add(uint32_t lead, uint32_t unit,
  * @param lead ignored
  * @param unit switch unit
  * @param mac  six bytes
- * @param vid  VLAN id; the low 16 bits count
+ * @param vid  VLAN ID, passed to the SDK as it is: all 32 bits count
  * @return the SDK's result
  */
 SWCTL_API int32_t User_mcast_addr_remove(uint32_t lead, uint32_t unit, const uint8_t *mac,

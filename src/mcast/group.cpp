@@ -33,7 +33,7 @@ int32_t User_mcast_addr_add(uint32_t, uint32_t unit, const User_mcast_addr_t *re
 }
 
 int32_t User_mcast_addr_remove(uint32_t, uint32_t unit, const uint8_t *mac, uint32_t vid) {
-  return rtk_l2_mcastAddr_del(unit, static_cast<uint16_t>(vid), mac);
+  return rtk_l2_mcastAddr_del(unit, vid, mac);
 }
 
 int32_t User_mcast_port_add(uint32_t, uint32_t unit, const User_mcast_addr_t *record) {

@@ -80,7 +80,7 @@ TEST_F(McastGroup, RemovePassesThrough) {
   ASSERT_EQ(User_mcast_addr_add(0, 0, &record), 0);
   ASSERT_EQ(User_mcast_addr_add(0, 1, &record), 0);
   swprobe::forget();
-  EXPECT_EQ(User_mcast_addr_remove(9, 1, kGroup, 0xABCD0014), 0);
+  EXPECT_EQ(User_mcast_addr_remove(9, 1, kGroup, 20), 0);
   EXPECT_CALLS("rtk_l2_mcastAddr_del(unit=1, vid=20, mac=[01 00 5e 00 00 05]) = 0");
   EXPECT_EQ(vchip::groups(1).size(), 0u);
   EXPECT_EQ(vchip::groups(0).size(), 1u);
@@ -88,6 +88,16 @@ TEST_F(McastGroup, RemovePassesThrough) {
     swprobe::clear_plan();
     chip_answers(kDel, result);
     EXPECT_EQ(User_mcast_addr_remove(0, 0, kGroup, 20), result);
+  }
+}
+
+TEST_F(McastGroup, RemoveHandsTheVlanOnAsItCame) {
+  chip_answers(kDel, 0);
+  for (const uint32_t vid : {0xABCD0014u, 0x10000u, 0xFFFFFFFFu}) {
+    EXPECT_EQ(User_mcast_addr_remove(0, 0, kGroup, vid), 0);
+    const auto calls = swprobe::take();
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls[0].in("vid"), vid);
   }
 }
 
