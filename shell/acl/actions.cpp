@@ -7,6 +7,7 @@
 #include <array>
 #include <limits>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -174,9 +175,9 @@ std::vector<PlannedAction> actions_of(const std::string &word) {
 }
 
 void add_action(const PlannedAction &action, uint32_t unit, int32_t rule) {
-  check_call(
-      user_field_action_add(kLead, unit, rule, action.action, &action.param0, &action.param1),
-      "user_field_action_add", "action " + action.word + " of rule " + std::to_string(rule));
+  perform(SWSH_CALL(user_field_action_add),
+          "action " + action.word + " of rule " + std::to_string(rule), kLead, unit, rule,
+          action.action, &action.param0, &action.param1);
 }
 
 std::vector<std::string> action_words(const chip_acl_action &record) {

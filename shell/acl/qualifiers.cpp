@@ -7,6 +7,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -15,7 +16,8 @@
 
 namespace swsh {
 
-using Write = int32_t (*)(uint32_t unit, int32_t rule, const MatchValue &value);
+using Write = void (*)(const std::string &subject, uint32_t unit, int32_t rule,
+                       const MatchValue &value);
 enum class Style { masked, ports, protocol, frame_type, ip_type };
 
 struct Qualifier {
@@ -25,7 +27,6 @@ struct Qualifier {
   Style style;
   Notation notation;
   int bits;
-  const char *function;
   Write write;
 };
 
@@ -35,77 +36,74 @@ constexpr int32_t kChipPorts = 32;
 constexpr int kDscpShift = 2;
 constexpr uint32_t kOtherProtocols = 0x1000;
 
-template <auto Function, typename Number>
-int32_t write_number(uint32_t unit, int32_t rule, const MatchValue &value) {
-  return Function(kLead, unit, rule, static_cast<Number>(value.number),
-                  static_cast<Number>(value.mask));
+// The functions of the library by what they take.
+template <typename Number, typename Mask>
+void write(const Call<int32_t(uint32_t, uint32_t, int32_t, Number, Mask)> &function,
+           const std::string &subject, uint32_t unit, int32_t rule, const MatchValue &value) {
+  perform(function, subject, kLead, unit, rule, static_cast<Number>(value.number),
+          static_cast<Mask>(value.mask));
 }
 
-template <auto Function>
-int32_t write_address(uint32_t unit, int32_t rule, const MatchValue &value) {
-  return Function(kLead, unit, rule, value.address.data(), value.address_mask.data());
+using Addresses = int32_t(uint32_t, uint32_t, int32_t, const uint8_t *, const uint8_t *);
+void write(const Call<Addresses> &function, const std::string &subject, uint32_t unit, int32_t rule,
+           const MatchValue &value) {
+  perform(function, subject, kLead, unit, rule, value.address.data(), value.address_mask.data());
 }
 
-int32_t write_ports(uint32_t unit, int32_t rule, const MatchValue &value) {
+void write(const Call<int32_t(uint32_t, uint32_t, int32_t, user_pbmp_t, ...)> &function,
+           const std::string &subject, uint32_t unit, int32_t rule, const MatchValue &value) {
   const user_pbmp_t ports = {{value.number}};
-  return user_field_qualify_InPorts(kLead, unit, rule, ports);
+  perform(function, subject, kLead, unit, rule, ports);
 }
 
-#define NUMBER(keyword, help, field, notation, bits, function, type)          \
-  {                                                                           \
-    keyword, help, field, Style::masked, Notation::notation, bits, #function, \
-        write_number<function, type>                                          \
-  }
-#define ADDRESS(keyword, help, field, notation, function) \
-  { keyword, help, field, Style::masked, Notation::notation, 0, #function, write_address<function> }
-#define CODED(keyword, help, field, style, function, type)               \
-  {                                                                      \
-    keyword, help, field, Style::style, Notation::decimal, 8, #function, \
-        write_number<function, type>                                     \
+#define WRITE(function)                                                                  \
+  [](const std::string &subject, uint32_t unit, int32_t rule, const MatchValue &value) { \
+    write(SWSH_CALL(function), subject, unit, rule, value);                              \
   }
 constexpr Qualifier kQualifiers[] = {
     {"in-ports", "Ports that the frame came in on", CHIP_ACL_FIELD_IN_PORTS, Style::ports,
-     Notation::decimal, 32, "user_field_qualify_InPorts", write_ports},
-    ADDRESS("dst-mac", "Destination MAC address", CHIP_ACL_FIELD_DST_MAC, mac,
-            user_field_qualify_DstMac),
-    ADDRESS("src-mac", "Source MAC address", CHIP_ACL_FIELD_SRC_MAC, mac,
-            user_field_qualify_SrcMac),
-    NUMBER("ethertype", "EtherType", CHIP_ACL_FIELD_ETHER_TYPE, hexadecimal, 16,
-           user_field_qualify_EtherType, uint16_t),
-    NUMBER("outer-vlan", "Tag control information of the outer VLAN tag", CHIP_ACL_FIELD_OUTER_VLAN,
-           decimal, 16, user_field_qualify_OuterVlan, uint16_t),
-    NUMBER("outer-vlan-id", "VLAN of the outer tag", CHIP_ACL_FIELD_OUTER_VLAN_ID, decimal, 16,
-           user_field_qualify_OuterVlanId, uint16_t),
-    NUMBER("outer-priority", "Priority of the outer tag", CHIP_ACL_FIELD_OUTER_PRIORITY, decimal, 8,
-           user_field_qualify_OuterVlanPri, uint8_t),
-    NUMBER("inner-vlan", "Low byte of the inner VLAN tag", CHIP_ACL_FIELD_INNER_VLAN, decimal, 8,
-           user_field_qualify_InnerVlan, uint16_t),
-    NUMBER("inner-vlan-id", "VLAN of the inner tag", CHIP_ACL_FIELD_INNER_VLAN_ID, decimal, 16,
-           user_field_qualify_InnerVlanId, uint16_t),
-    NUMBER("inner-priority", "Priority of the inner tag", CHIP_ACL_FIELD_INNER_PRIORITY, decimal, 8,
-           user_field_qualify_InnerVlanPri, uint8_t),
-    CODED("frame-type", "Format of the frame", CHIP_ACL_FIELD_FRAME_TYPE, frame_type,
-          user_field_qualify_FrameType, uint32_t),
-    CODED("ip-type", "Kind of IP packet", CHIP_ACL_FIELD_IP_TYPE, ip_type,
-          user_field_qualify_iptype, uint32_t),
-    CODED("protocol", "Protocol of IP, udp, tcp, icmp, igmp or a number 0-255",
-          CHIP_ACL_FIELD_IP_PROTOCOL, protocol, user_field_qualify_IpProtocol, uint8_t),
-    NUMBER("src-ip", "Source address of IPv4", CHIP_ACL_FIELD_SRC_IP, ip, 32,
-           user_field_qualify_SrcIp, uint32_t),
-    NUMBER("dst-ip", "Destination address of IPv4", CHIP_ACL_FIELD_DST_IP, ip, 32,
-           user_field_qualify_DstIp, uint32_t),
-    ADDRESS("src-ip6", "Source address of IPv6", CHIP_ACL_FIELD_SRC_IP6, ip6,
-            user_field_qualify_SrcIp6),
-    ADDRESS("dst-ip6", "Destination address of IPv6", CHIP_ACL_FIELD_DST_IP6, ip6,
-            user_field_qualify_DstIp6),
-    NUMBER("dscp", "DSCP; excludes traffic-class", CHIP_ACL_FIELD_TRAFFIC_CLASS, decimal, 6,
-           user_field_qualify_DSCP, uint8_t),
-    NUMBER("traffic-class", "Traffic class of IPv6", CHIP_ACL_FIELD_TRAFFIC_CLASS, hexadecimal, 8,
-           user_field_qualify_Ip6TrafficClass, uint8_t),
-    NUMBER("src-port", "Source port of TCP or UDP", CHIP_ACL_FIELD_L4_SRC_PORT, decimal, 16,
-           user_field_qualify_L4SrcPort, uint16_t),
-    NUMBER("dst-port", "Destination port of TCP or UDP", CHIP_ACL_FIELD_L4_DST_PORT, decimal, 16,
-           user_field_qualify_L4DstPort, uint16_t),
+     Notation::decimal, 32, WRITE(user_field_qualify_InPorts)},
+    {"dst-mac", "Destination MAC address", CHIP_ACL_FIELD_DST_MAC, Style::masked, Notation::mac, 0,
+     WRITE(user_field_qualify_DstMac)},
+    {"src-mac", "Source MAC address", CHIP_ACL_FIELD_SRC_MAC, Style::masked, Notation::mac, 0,
+     WRITE(user_field_qualify_SrcMac)},
+    {"ethertype", "EtherType", CHIP_ACL_FIELD_ETHER_TYPE, Style::masked, Notation::hexadecimal, 16,
+     WRITE(user_field_qualify_EtherType)},
+    {"outer-vlan", "Tag control information of the outer VLAN tag", CHIP_ACL_FIELD_OUTER_VLAN,
+     Style::masked, Notation::decimal, 16, WRITE(user_field_qualify_OuterVlan)},
+    {"outer-vlan-id", "VLAN of the outer tag", CHIP_ACL_FIELD_OUTER_VLAN_ID, Style::masked,
+     Notation::decimal, 16, WRITE(user_field_qualify_OuterVlanId)},
+    {"outer-priority", "Priority of the outer tag", CHIP_ACL_FIELD_OUTER_PRIORITY, Style::masked,
+     Notation::decimal, 8, WRITE(user_field_qualify_OuterVlanPri)},
+    {"inner-vlan", "Low byte of the inner VLAN tag", CHIP_ACL_FIELD_INNER_VLAN, Style::masked,
+     Notation::decimal, 8, WRITE(user_field_qualify_InnerVlan)},
+    {"inner-vlan-id", "VLAN of the inner tag", CHIP_ACL_FIELD_INNER_VLAN_ID, Style::masked,
+     Notation::decimal, 16, WRITE(user_field_qualify_InnerVlanId)},
+    {"inner-priority", "Priority of the inner tag", CHIP_ACL_FIELD_INNER_PRIORITY, Style::masked,
+     Notation::decimal, 8, WRITE(user_field_qualify_InnerVlanPri)},
+    {"frame-type", "Format of the frame", CHIP_ACL_FIELD_FRAME_TYPE, Style::frame_type,
+     Notation::decimal, 8, WRITE(user_field_qualify_FrameType)},
+    {"ip-type", "Kind of IP packet", CHIP_ACL_FIELD_IP_TYPE, Style::ip_type, Notation::decimal, 8,
+     WRITE(user_field_qualify_iptype)},
+    {"protocol", "Protocol of IP, udp, tcp, icmp, igmp or a number 0-255",
+     CHIP_ACL_FIELD_IP_PROTOCOL, Style::protocol, Notation::decimal, 8,
+     WRITE(user_field_qualify_IpProtocol)},
+    {"src-ip", "Source address of IPv4", CHIP_ACL_FIELD_SRC_IP, Style::masked, Notation::ip, 32,
+     WRITE(user_field_qualify_SrcIp)},
+    {"dst-ip", "Destination address of IPv4", CHIP_ACL_FIELD_DST_IP, Style::masked, Notation::ip,
+     32, WRITE(user_field_qualify_DstIp)},
+    {"src-ip6", "Source address of IPv6", CHIP_ACL_FIELD_SRC_IP6, Style::masked, Notation::ip6, 0,
+     WRITE(user_field_qualify_SrcIp6)},
+    {"dst-ip6", "Destination address of IPv6", CHIP_ACL_FIELD_DST_IP6, Style::masked, Notation::ip6,
+     0, WRITE(user_field_qualify_DstIp6)},
+    {"dscp", "DSCP; excludes traffic-class", CHIP_ACL_FIELD_TRAFFIC_CLASS, Style::masked,
+     Notation::decimal, 6, WRITE(user_field_qualify_DSCP)},
+    {"traffic-class", "Traffic class of IPv6", CHIP_ACL_FIELD_TRAFFIC_CLASS, Style::masked,
+     Notation::hexadecimal, 8, WRITE(user_field_qualify_Ip6TrafficClass)},
+    {"src-port", "Source port of TCP or UDP", CHIP_ACL_FIELD_L4_SRC_PORT, Style::masked,
+     Notation::decimal, 16, WRITE(user_field_qualify_L4SrcPort)},
+    {"dst-port", "Destination port of TCP or UDP", CHIP_ACL_FIELD_L4_DST_PORT, Style::masked,
+     Notation::decimal, 16, WRITE(user_field_qualify_L4DstPort)},
 };
 
 // Names of numbers, and the codes that the chip has instead.
@@ -180,7 +178,7 @@ MatchValue value_of(const Qualifier &qualifier, const Arguments &arguments) {
     case Style::ports: value.number = port_mask(arguments.numbers(name)); break;
     case Style::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
     case Style::frame_type:
-    case Style::ip_type: value.number = static_cast<uint32_t>(arguments.number(name)); break;
+    case Style::ip_type: value.number = arguments.u32(name); break;
   }
   return value;
 }
@@ -268,8 +266,8 @@ std::vector<Condition> conditions_of(const Arguments &arguments) {
 
 void write_condition(const Condition &condition, uint32_t unit, int32_t rule) {
   const Qualifier &qualifier = *condition.qualifier;
-  check_call(qualifier.write(unit, rule, condition.value), qualifier.function,
-             std::string(qualifier.keyword) + " of rule " + std::to_string(rule));
+  qualifier.write(std::string(qualifier.keyword) + " of rule " + std::to_string(rule), unit, rule,
+                  condition.value);
 }
 
 Record match_record(const swctl_platform_acl_rule &rule) {

@@ -18,9 +18,8 @@ void each_rule(uint32_t unit, const RuleVisit &visit) {
 
 bool is_in_use(uint32_t unit, int32_t rule) {
   if (kNextAclRule.find() == nullptr) return false;
-  swctl_platform_acl_rule found = {};
-  check_call(kNextAclRule.get()(unit, rule, &found), kNextAclRule.name,
-             "rule " + std::to_string(rule));
+  const swctl_platform_acl_rule found =
+      ask(kNextAclRule, "rule " + std::to_string(rule), unit, rule);
   return found.index == rule && is_in_use(found);
 }
 

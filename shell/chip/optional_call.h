@@ -6,8 +6,8 @@
 
 #include <cstdint>
 #include <string>
-#include <type_traits>
 
+#include "chip/call.h"
 #include "chip/ports.h"
 
 namespace swsh {
@@ -18,8 +18,10 @@ void *find_symbol(const char *name);
 // Throws the CommandError of status kRefused that names the missing function.
 [[noreturn]] void refuse_missing(const char *function);
 
-template <typename Function>
+// To be made by perform() and ask(), which refuse where it is missing.
+template <typename Function_>
 struct OptionalCall {
+  using Function = Function_;
   const char *name;
 
   // Null if the platform is without it.
@@ -34,26 +36,13 @@ struct OptionalCall {
 // The only way to make one, so that name and type are those of one function.
 #define SWSH_OPTIONAL_CALL(function) (::swsh::OptionalCall<decltype(function)>{#function})
 
-// What a function says about `subject`: its last argument is where it writes.
-// Throws a CommandError of status kRefused if it is missing or refuses.
-template <typename... Parameters, typename... Arguments>
-uint32_t read_word(const OptionalCall<int32_t(Parameters...)> &call, const std::string &subject,
-                   Arguments... arguments) {
-  uint32_t word = 0;
-  check_call(call.get()(arguments..., &word), call.name, subject);
-  return word;
-}
-
 // Calls visit(record) for every record of a table from an index on; `what` is
-// what a record is called in a refusal. Throws as read_word() does.
+// what a record is called in a refusal. Throws as perform() does.
 template <typename Record, typename Visit>
 void each_record(const OptionalCall<int32_t(uint32_t, int32_t, Record *)> &next,
                  const std::string &what, uint32_t table, int32_t from, Visit visit) {
-  auto &find_next_record = next.get();
   for (;;) {
-    Record record = {};
-    check_call(find_next_record(table, from, &record), next.name,
-               what + ' ' + std::to_string(from));
+    const Record record = ask(next, what + ' ' + std::to_string(from), table, from);
     if (record.index < from) return;
     visit(record);
     from = record.index + 1;

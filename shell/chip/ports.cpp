@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-#include "chip/lead.h"
-#include "chip/sentence.h"
 #include "fault.h"
 #include "number_list.h"
 
@@ -42,25 +40,6 @@ CommandError no_such_port(int64_t interface) {
                                   {"interfaces " + number_list_text(present)}));
 }
 
-// What a call was about, in a message and as the culprit.
-struct Subject {
-  std::string named;
-  std::string culprit;
-  std::optional<int64_t> interface;
-};
-
-[[noreturn]] void refuse(int32_t result, const char *function, const Subject &subject) {
-  const std::optional<std::string> sentence = result_sentence(result);
-  const std::string code = "result " + std::to_string(result);
-  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
-  throw CommandError({kRefused,
-                      "",
-                      std::string(function) + " refused " + subject.named + ": " + reason,
-                      subject.culprit,
-                      {},
-                      Refusal{function, subject.interface.value_or(0), result, sentence}});
-}
-
 }  // namespace
 
 Port port_of(int64_t interface) {
@@ -90,42 +69,6 @@ std::map<uint32_t, std::vector<int64_t>> interfaces_by(
   std::map<uint32_t, std::vector<int64_t>> interfaces;
   for (const Port &port : ports) interfaces[answer(port)].push_back(port.interface);
   return interfaces;
-}
-
-uint32_t read_port(const Context &context, const Port &port, const PortGetter &getter) {
-  uint32_t value = 0;
-  check_result(getter.call(kLead, context.unit, port.chip, &value), getter.name, port.interface);
-  return value;
-}
-
-void write_port(const Context &context, const Port &port, const PortSetter &setter,
-                uint32_t value) {
-  check_result(setter.call(kLead, context.unit, port.chip, value), setter.name, port.interface);
-}
-
-void check_result(int32_t result, const char *function, int64_t interface) {
-  if (result < 0) refuse_port(result, function, interface);
-}
-
-void check_call(int32_t result, const char *function, const std::string &subject) {
-  if (result < 0) refuse_call(result, function, subject);
-}
-
-void refuse_port(int32_t result, const char *function, int64_t interface) {
-  const std::string number = std::to_string(interface);
-  refuse(result, function, {"port " + number, number, interface});
-}
-
-void refuse_call(int32_t result, const char *function, const std::string &subject) {
-  refuse(result, function, {subject, subject, std::nullopt});
-}
-
-std::string port_text(const Port &port) {
-  return "port " + std::to_string(port.interface);
-}
-
-std::string unit_text(const Context &context) {
-  return "unit " + std::to_string(context.unit);
 }
 
 Interfaces::Interfaces() {

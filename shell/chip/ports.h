@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "chip/call.h"
+#include "chip/lead.h"
 #include "command/table.h"
 
 namespace swsh {
@@ -34,34 +36,17 @@ std::vector<Port> front_ports();
 std::map<uint32_t, std::vector<int64_t>> interfaces_by(
     const std::vector<Port> &ports, const std::function<uint32_t(const Port &port)> &answer);
 
-// Calls of the library on one port, with the name to report.
-struct PortGetter {
-  const char *name;
-  int32_t (*call)(uint32_t lead, uint32_t unit, int32_t port, uint32_t *value);
-};
-struct PortSetter {
-  const char *name;
-  int32_t (*call)(uint32_t lead, uint32_t unit, int32_t port, uint32_t value);
-};
-
-// Both throw the CommandError of check_result() if the chip refuses.
-uint32_t read_port(const Context &context, const Port &port, const PortGetter &getter);
-void write_port(const Context &context, const Port &port, const PortSetter &setter, uint32_t value);
-
-// Throws a CommandError of status kRefused if the result is negative: it names
-// the function and the interface and says what the chip says.
-void check_result(int32_t result, const char *function, int64_t interface);
-// The same for something that is not a port: `subject` says what was refused,
-// "02:00:5e:00:00:01 in VLAN 10".
-void check_call(int32_t result, const char *function, const std::string &subject);
-
-// For results that are refusals although they are not negative.
-[[noreturn]] void refuse_port(int32_t result, const char *function, int64_t interface);
-[[noreturn]] void refuse_call(int32_t result, const char *function, const std::string &subject);
-
-// The subject of a call on a port, "port 3", and on a whole unit, "unit 0".
-std::string port_text(const Port &port);
-std::string unit_text(const Context &context);
+// Calls of the library on one port. Both throw as perform() does.
+template <typename Value>
+Value read_port(const Context &context, const Port &port,
+                const Call<int32_t(uint32_t, uint32_t, int32_t, Value *)> &getter) {
+  return ask(getter, port, kLead, context.unit, port.chip);
+}
+template <typename Value, typename Given>
+void write_port(const Context &context, const Port &port,
+                const Call<int32_t(uint32_t, uint32_t, int32_t, Value)> &setter, Given value) {
+  perform(setter, port, kLead, context.unit, port.chip, static_cast<Value>(value));
+}
 
 // The way back from chip ports to interfaces, the CPU's included. The board is
 // asked once, so that a table of thousands of ports costs no more.

@@ -7,9 +7,9 @@
 
 #include <algorithm>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
-#include "chip/sentence.h"
 #include "fault.h"
 #include "number_list.h"
 
@@ -47,9 +47,7 @@ std::optional<Vlan> read_vlan(const Context &context, int64_t vid) {
 }
 
 std::vector<Vlan> read_vlans(const Context &context) {
-  uint16_t vid = 0;
-  check_vlan(user_vlan_default_get(kLead, context.unit, &vid), "user_vlan_default_get",
-             "unit " + std::to_string(context.unit));
+  ask(SWSH_CALL(user_vlan_default_get), context, kLead, context.unit);
   std::vector<Vlan> all;
   for (int64_t each = kFirstVlan; each <= kLastVlan; ++each) {
     if (std::optional<Vlan> vlan = read_vlan(context, each)) all.push_back(std::move(*vlan));
@@ -74,10 +72,7 @@ std::vector<Vlan> vlans_of(const Context &context, const std::vector<int64_t> &v
 }
 
 int64_t read_pvid(const Context &context, int64_t interface) {
-  uint16_t pvid = 0;
-  check_vlan(user_port_untagged_vlan_get(kLead, context.unit, port_of(interface).chip, &pvid),
-             "user_port_untagged_vlan_get", "port " + std::to_string(interface));
-  return pvid;
+  return read_port(context, port_of(interface), SWSH_CALL(user_port_untagged_vlan_get));
 }
 
 std::vector<VlanRange> ranges_of(const std::vector<int64_t> &vids) {
@@ -100,19 +95,6 @@ user_pbmp_t chip_bitmap(const std::vector<int64_t> &interfaces) {
   user_pbmp_t map = {};
   for (const Port &port : ports_of(interfaces)) add_to(map, port.chip);
   return map;
-}
-
-void check_vlan(int32_t result, const char *function, const std::string &subject) {
-  if (result >= 0) return;
-  const std::optional<std::string> sentence = result_sentence(result);
-  const std::string code = "result " + std::to_string(result);
-  const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
-  throw CommandError({kRefused,
-                      "",
-                      std::string(function) + " refused " + subject + ": " + reason,
-                      subject,
-                      {},
-                      Refusal{function, 0, result, sentence}});
 }
 
 }  // namespace swsh

@@ -48,10 +48,6 @@ std::vector<VlanRange> ranges_of(const std::vector<int64_t> &vids);
 user_pbmp_t interface_bitmap(const std::vector<int64_t> &interfaces);
 user_pbmp_t chip_bitmap(const std::vector<int64_t> &interfaces);
 
-// Throws a CommandError of status kRefused if the result is negative: the
-// function refused `subject`, and what the chip says.
-void check_vlan(int32_t result, const char *function, const std::string &subject);
-
 }  // namespace swsh
 
 #endif

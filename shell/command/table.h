@@ -84,6 +84,9 @@ class Arguments {
   void set(const std::string &name, Argument argument) { given_[name] = std::move(argument); }
   bool has(const std::string &name) const { return given_.contains(name); }
   int64_t number(const std::string &name) const { return given_.at(name).number; }
+  // The number in the width in which a call takes it.
+  uint32_t u32(const std::string &name) const { return static_cast<uint32_t>(number(name)); }
+  int32_t i32(const std::string &name) const { return static_cast<int32_t>(number(name)); }
   const std::string &word(const std::string &name) const { return given_.at(name).word; }
   const std::vector<int64_t> &numbers(const std::string &name) const {
     return given_.at(name).numbers;

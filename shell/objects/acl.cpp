@@ -7,6 +7,7 @@
 #include "acl/each.h"
 #include "acl/qualifiers.h"
 #include "acl/rules.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -22,12 +23,14 @@ constexpr int64_t kLastCounter = 1535;
 constexpr int64_t kLastTemplate = 7;
 constexpr uint32_t kBytes = 1;
 
+constexpr auto kDestroy = SWSH_CALL(user_field_entry_destroy);
+
 std::string rule_name(int64_t rule) {
   return "rule " + std::to_string(rule);
 }
 
-int32_t rule_number(const Arguments &arguments) {
-  return static_cast<int32_t>(arguments.number("RULE"));
+std::string counter_name(int64_t counter) {
+  return "counter " + std::to_string(counter);
 }
 
 Record rule_record(const swctl_platform_acl_rule &rule) {
@@ -75,14 +78,13 @@ struct RulePlan {
 };
 
 RulePlan plan_of(const Arguments &arguments) {
-  RulePlan plan = {rule_number(arguments), conditions_of(arguments), {}, arguments.has("enable")};
+  RulePlan plan = {arguments.i32("RULE"), conditions_of(arguments), {}, arguments.has("enable")};
   if (arguments.has("action")) plan.actions = actions_of(arguments.word("action"));
   return plan;
 }
 
 void install(const Context &context, int32_t rule) {
-  check_call(user_field_entry_install(kLead, context.unit, rule), "user_field_entry_install",
-             rule_name(rule));
+  perform(SWSH_CALL(user_field_entry_install), rule_name(rule), kLead, context.unit, rule);
 }
 
 void write_rule(const RulePlan &plan, const Context &context) {
@@ -93,7 +95,7 @@ void write_rule(const RulePlan &plan, const Context &context) {
 
 // Removes what was written of a rule and says so beside what went wrong.
 [[noreturn]] void take_back(const RulePlan &plan, const Context &context, Fault fault) {
-  const int32_t result = user_field_entry_destroy(kLead, context.unit, plan.rule);
+  const int32_t result = kDestroy.get()(kLead, context.unit, plan.rule);
   fault.message += result < 0 ? "; what was written of it could not be removed (result " +
                                     std::to_string(result) + ")"
                               : "; nothing of it was kept";
@@ -113,8 +115,7 @@ Answer add(const Arguments &arguments, const Context &context) {
 
 Answer del(const Arguments &arguments, const Context &context) {
   for_each_number(arguments.numbers("RULES"), [&](int64_t rule) {
-    check_call(user_field_entry_destroy(kLead, context.unit, static_cast<int32_t>(rule)),
-               "user_field_entry_destroy", rule_name(rule));
+    perform(kDestroy, rule_name(rule), kLead, context.unit, static_cast<int32_t>(rule));
   });
   return {};
 }
@@ -126,22 +127,21 @@ Answer enable(const Arguments &arguments, const Context &context) {
 }
 
 Answer choose_template(const Arguments &arguments, const Context &context) {
-  const int32_t rule = rule_number(arguments);
-  const auto index = static_cast<uint32_t>(arguments.number("TEMPLATE"));
-  check_call(user_field_set_select_tempate_idx(kLead, context.unit, rule, index),
-             "user_field_set_select_tempate_idx", rule_name(rule));
+  const int32_t rule = arguments.i32("RULE");
+  const auto index = arguments.u32("TEMPLATE");
+  perform(SWSH_CALL(user_field_set_select_tempate_idx), rule_name(rule), kLead, context.unit, rule,
+          index);
   return {};
 }
 
 Answer join_with_next(const Arguments &arguments, const Context &context) {
-  const int32_t rule = rule_number(arguments);
-  check_call(user_field_set_double_entry(kLead, context.unit, rule), "user_field_set_double_entry",
-             rule_name(rule));
+  const int32_t rule = arguments.i32("RULE");
+  perform(SWSH_CALL(user_field_set_double_entry), rule_name(rule), kLead, context.unit, rule);
   return {};
 }
 
 Answer init(const Arguments &, const Context &context) {
-  check_call(user_field_init(kLead, context.unit), "user_field_init", "the rule table");
+  perform(SWSH_CALL(user_field_init), std::string("the rule table"), kLead, context.unit);
   return {};
 }
 
@@ -160,8 +160,8 @@ std::vector<Port> all_ports() {
 Answer show_miss(const Arguments &arguments, const Context &context) {
   const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : all_ports();
   const auto by_action = interfaces_by(ports, [&](const Port &port) {
-    return read_word(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port_text(port), context.unit,
-                     static_cast<uint32_t>(port.chip));
+    return ask(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port, context.unit,
+               static_cast<uint32_t>(port.chip));
   });
   Answer answer = {Shape::table, {}, ""};
   for (const auto &[action, interfaces] : by_action)
@@ -176,24 +176,22 @@ Answer miss(const Arguments &arguments, const Context &context) {
   const uint32_t action =
       arguments.number("ACTION") == CHIP_ACL_MISS_DROP ? USER_FIELD_MISS_ACTION : 0;
   for (const Port &port : ports) {
-    check_result(
-        user_field_lookupMissAct_set(kLead, context.unit, static_cast<uint32_t>(port.chip), action),
-        "user_field_lookupMissAct_set", port.interface);
+    perform(SWSH_CALL(user_field_lookupMissAct_set), port, kLead, context.unit,
+            static_cast<uint32_t>(port.chip), action);
   }
   return {};
 }
 
 int64_t read_count(const Context &context, int64_t counter, uint32_t kind) {
   uint32_t words[2] = {};
-  check_call(
-      user_field_get_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind, words),
-      "user_field_get_statistics", "counter " + std::to_string(counter));
+  perform(SWSH_CALL(user_field_get_statistics), counter_name(counter), kLead, context.unit,
+          static_cast<uint32_t>(counter), kind, words);
   return static_cast<int64_t>(uint64_t{words[0]} << 32 | words[1]);
 }
 
 void clear_count(const Context &context, int64_t counter, uint32_t kind) {
-  check_call(user_field_clear_statistics(kLead, context.unit, static_cast<uint32_t>(counter), kind),
-             "user_field_clear_statistics", "counter " + std::to_string(counter));
+  perform(SWSH_CALL(user_field_clear_statistics), counter_name(counter), kLead, context.unit,
+          static_cast<uint32_t>(counter), kind);
 }
 
 Answer stats(const Arguments &arguments, const Context &context) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
@@ -18,10 +19,11 @@ std::string action_text(uint32_t action) {
 Answer show(const Arguments &, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
   for (uint32_t type = 0; type < kAttackTypes; ++type) {
+    constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
     uint32_t action = 0;
-    const int32_t result = user_dos_attack_prevent_action_get(kLead, context.unit, type, &action);
+    const int32_t result = kAction.get()(kLead, context.unit, type, &action);
     if (result < 0 && type > 0) break;
-    check_call(result, "user_dos_attack_prevent_action_get", unit_text(context));
+    if (result < 0) refuse(kAction.name, subject_of(context), result);
     answer.records.push_back(
         Record().add("type", int64_t{type}).add("action", action_text(action)));
   }
@@ -29,16 +31,13 @@ Answer show(const Arguments &, const Context &context) {
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  check_call(user_dos_attack_prevent_action_set(kLead, context.unit,
-                                                static_cast<uint32_t>(arguments.number("TYPE")),
-                                                static_cast<uint32_t>(arguments.number("action"))),
-             "user_dos_attack_prevent_action_set", unit_text(context));
+  perform(SWSH_CALL(user_dos_attack_prevent_action_set), context, kLead, context.unit,
+          arguments.u32("TYPE"), arguments.u32("action"));
   return {};
 }
 
 Answer protect(const Arguments &, const Context &context) {
-  check_call(user_dos_attack_prevent_init(kLead, context.unit), "user_dos_attack_prevent_init",
-             unit_text(context));
+  perform(SWSH_CALL(user_dos_attack_prevent_init), context, kLead, context.unit);
   return {};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
@@ -9,9 +10,7 @@ namespace swsh {
 namespace {
 
 Answer show(const Arguments &, const Context &context) {
-  user_pbmp_t ports = {};
-  check_call(user_ulf_flood_ports_get(kLead, context.unit, &ports), "user_ulf_flood_ports_get",
-             unit_text(context));
+  const user_pbmp_t ports = ask(SWSH_CALL(user_ulf_flood_ports_get), context, kLead, context.unit);
   Record record;
   record.add("unknown_unicast", interfaces_in(ports));
   return {Shape::detail, {record}, ""};
@@ -19,15 +18,13 @@ Answer show(const Arguments &, const Context &context) {
 
 Answer set(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = bitmap_of(arguments.numbers("PORTS"));
-  check_call(user_ulf_flood_ports_set(kLead, context.unit, ports), "user_ulf_flood_ports_set",
-             unit_text(context));
+  perform(SWSH_CALL(user_ulf_flood_ports_set), context, kLead, context.unit, ports);
   return {};
 }
 
 void change(const Arguments &arguments, const Context &context, uint32_t add) {
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    check_result(user_ulf_flood_port_add_remove(kLead, context.unit, port.chip, add),
-                 "user_ulf_flood_port_add_remove", port.interface);
+    write_port(context, port, SWSH_CALL(user_ulf_flood_port_add_remove), add);
 }
 
 Answer add(const Arguments &arguments, const Context &context) {

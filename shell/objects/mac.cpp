@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -34,8 +35,8 @@ Answer get(const Arguments &arguments, const Context &context) {
   user_l2_addr_t entry = {};
   std::copy(mac.begin(), mac.end(), entry.mac);
   entry.vid = static_cast<uint16_t>(vid);
-  check_call(user_mac_addr_get(kLead, mac.data(), entry.vid, &entry), "user_mac_addr_get",
-             entry_text(mac.data(), vid));
+  perform(SWSH_CALL(user_mac_addr_get), entry_text(mac.data(), vid), kLead, mac.data(), entry.vid,
+          &entry);
   return {Shape::detail, {address_record(Interfaces(), entry)}, ""};
 }
 
@@ -49,45 +50,39 @@ Answer add(const Arguments &arguments, const Context &context) {
   std::copy(mac.begin(), mac.end(), entry.mac);
   entry.vid = static_cast<uint16_t>(arguments.number("vlan"));
   entry.port = port_of(arguments.number("port")).chip;
-  if (arguments.has("trunk")) entry.tgid = static_cast<int32_t>(arguments.number("trunk"));
+  if (arguments.has("trunk")) entry.tgid = arguments.i32("trunk");
   entry.flags = arguments.has("dynamic") ? 0 : USER_L2_FLAG_STATIC;
-  check_call(user_mac_addr_add(kLead, entry), "user_mac_addr_add",
-             entry_text(mac.data(), entry.vid));
+  perform(SWSH_CALL(user_mac_addr_add), entry_text(mac.data(), entry.vid), kLead, entry);
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const Mac mac = mac_of(arguments, "MAC");
-  const auto vid = static_cast<uint32_t>(arguments.number("vlan"));
-  check_call(user_mac_addr_delete(kLead, mac.data(), vid), "user_mac_addr_delete",
-             entry_text(mac.data(), vid));
+  const auto vid = arguments.u32("vlan");
+  perform(SWSH_CALL(user_mac_addr_delete), entry_text(mac.data(), vid), kLead, mac.data(), vid);
   return {};
 }
 
 // What flush removes. A request for a trunk group alone selects nothing, so
 // that it would remove everything: it is not offered.
 void flush_selected(const Arguments &arguments) {
+  const std::string subject = "the flush";
   const uint32_t flags = arguments.has("static") ? 1 : 0;
-  const auto vid = arguments.has("vlan") ? static_cast<uint32_t>(arguments.number("vlan")) : 0;
-  const auto trunk = arguments.has("trunk") ? static_cast<int32_t>(arguments.number("trunk")) : 0;
+  const auto vid = arguments.has("vlan") ? arguments.u32("vlan") : 0;
+  const auto trunk = arguments.has("trunk") ? arguments.i32("trunk") : 0;
   const int32_t port = arguments.has("port") ? port_of(arguments.number("port")).chip : 0;
   if (arguments.has("vlan") && arguments.has("port")) {
-    check_call(user_l2_addr_delete_by_vlan_port(kLead, 0, vid, 0, port, flags),
-               "user_l2_addr_delete_by_vlan_port", "the flush");
+    perform(SWSH_CALL(user_l2_addr_delete_by_vlan_port), subject, kLead, 0u, vid, 0u, port, flags);
   } else if (arguments.has("vlan") && arguments.has("trunk")) {
-    check_call(user_l2_addr_delete_by_vlan_trunk(kLead, 0, vid, trunk, flags),
-               "user_l2_addr_delete_by_vlan_trunk", "the flush");
+    perform(SWSH_CALL(user_l2_addr_delete_by_vlan_trunk), subject, kLead, 0u, vid, trunk, flags);
   } else if (arguments.has("vlan")) {
-    check_call(user_l2_addr_delete_by_vlan(kLead, 0, vid, flags), "user_l2_addr_delete_by_vlan",
-               "the flush");
+    perform(SWSH_CALL(user_l2_addr_delete_by_vlan), subject, kLead, 0u, vid, flags);
   } else if (arguments.has("port")) {
-    check_call(user_l2_addr_delete_by_port(kLead, 0, 0, port, flags), "user_l2_addr_delete_by_port",
-               "the flush");
+    perform(SWSH_CALL(user_l2_addr_delete_by_port), subject, kLead, 0u, 0u, port, flags);
   } else {
     const uint8_t ignored[SWCTL_MAC_BYTES] = {};
-    check_call(user_l2_addr_delete_by_mac(kLead, 0, ignored, flags), "user_l2_addr_delete_by_mac",
-               "the flush");
+    perform(SWSH_CALL(user_l2_addr_delete_by_mac), subject, kLead, 0u, ignored, flags);
   }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/l2.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -14,15 +15,12 @@ std::vector<Port> chosen_ports(const Arguments &arguments) {
 }
 
 Record count_record(const Port &port, bool violations) {
-  uint32_t learned = 0;
-  check_result(user_mac_learn_count_get_by_port(port.chip, &learned),
-               "user_mac_learn_count_get_by_port", port.interface);
+  const uint32_t learned = ask(SWSH_CALL(user_mac_learn_count_get_by_port), port, port.chip);
   Record record;
   record.add("port", port.interface);
   record.add("learned", int64_t{learned});
   if (!violations) return record;
-  uint32_t marked = 0;
-  user_mac_violate_count_get_by_port(port.chip, &marked);
+  const uint32_t marked = ask(SWSH_CALL(user_mac_violate_count_get_by_port), port, port.chip);
   return record.add("violations", int64_t{marked});
 }
 
@@ -40,8 +38,7 @@ Answer show_limits(const std::vector<Port> &ports) {
   for (const Port &port : ports) {
     user_l2_learn_limit_t limit = {};
     limit.port = port.chip;
-    check_result(user_mac_learn_limit_get(kLead, &limit), "user_mac_learn_limit_get",
-                 port.interface);
+    perform(SWSH_CALL(user_mac_learn_limit_get), port, kLead, &limit);
     answer.records.push_back(
         Record().add("port", port.interface).add("limit", int64_t{limit.limit}));
   }
@@ -55,9 +52,8 @@ Answer limit(const Arguments &arguments, const Context &context) {
   for (const Port &port : ports) {
     user_l2_learn_limit_t limit = {};
     limit.port = port.chip;
-    limit.limit = static_cast<int32_t>(arguments.number("max"));
-    check_result(user_mac_learn_limit_set(kLead, limit), "user_mac_learn_limit_set",
-                 port.interface);
+    limit.limit = arguments.i32("max");
+    perform(SWSH_CALL(user_mac_learn_limit_set), port, kLead, limit);
   }
   return {};
 }
@@ -65,13 +61,11 @@ Answer limit(const Arguments &arguments, const Context &context) {
 Answer aging(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   if (arguments.has("TIME")) {
-    const auto time = static_cast<uint32_t>(arguments.number("TIME"));
-    check_call(user_mac_age_time_set(kLead, time), "user_mac_age_time_set",
-               "the time " + std::to_string(time));
+    const auto time = arguments.u32("TIME");
+    perform(SWSH_CALL(user_mac_age_time_set), "the time " + std::to_string(time), kLead, time);
     return {};
   }
-  uint32_t time = 0;
-  check_call(user_mac_age_time_get(kLead, &time), "user_mac_age_time_get", "the reading");
+  const uint32_t time = ask(SWSH_CALL(user_mac_age_time_get), std::string("the reading"), kLead);
   return {Shape::detail, {Record().add("aging", int64_t{time})}, ""};
 }
 

@@ -2,6 +2,7 @@
 #include <swctl/mcast.h>
 
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "fault.h"
 #include "number_list.h"
@@ -22,8 +23,7 @@ struct Named {
 Named named(const Arguments &arguments) {
   Named all = {};
   const Mac mac = mac_of(arguments, "MAC");
-  User_mcast_addr_t_init(kLead, &all.group, mac.data(),
-                         static_cast<uint32_t>(arguments.number("vlan")));
+  User_mcast_addr_t_init(kLead, &all.group, mac.data(), arguments.u32("vlan"));
   if (arguments.has("ports")) all.ports = portmask_of(arguments.numbers("ports"));
   return all;
 }
@@ -47,23 +47,22 @@ Answer show(const Arguments &arguments, const Context &context) {
 Answer add(const Arguments &arguments, const Context &context) {
   Named all = named(arguments);
   ports_in(all.group) = all.ports;
-  check_call(User_mcast_addr_add(kLead, context.unit, &all.group), "User_mcast_addr_add",
-             all.text());
+  perform(SWSH_CALL(User_mcast_addr_add), all.text(), kLead, context.unit, &all.group);
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
   const Named all = named(arguments);
-  check_call(User_mcast_addr_remove(kLead, context.unit, all.group.mac, all.group.vid),
-             "User_mcast_addr_remove", all.text());
+  perform(SWSH_CALL(User_mcast_addr_remove), all.text(), kLead, context.unit, all.group.mac,
+          all.group.vid);
   return {};
 }
 
 void read(const Context &context, Named &all) {
   const Mac mac = {all.group.mac[0], all.group.mac[1], all.group.mac[2],
                    all.group.mac[3], all.group.mac[4], all.group.mac[5]};
-  check_call(User_mcast_port_get(kLead, context.unit, mac.data(), all.group.vid, &all.group),
-             "User_mcast_port_get", all.text());
+  perform(SWSH_CALL(User_mcast_port_get), all.text(), kLead, context.unit, mac.data(),
+          all.group.vid, &all.group);
 }
 
 // The chip takes a group's complete ports, so they are read first.
@@ -71,8 +70,7 @@ Answer join(const Arguments &arguments, const Context &context) {
   Named all = named(arguments);
   read(context, all);
   ports_in(all.group) |= all.ports;
-  check_call(User_mcast_port_add(kLead, context.unit, &all.group), "User_mcast_port_add",
-             all.text());
+  perform(SWSH_CALL(User_mcast_port_add), all.text(), kLead, context.unit, &all.group);
   return {};
 }
 
@@ -85,8 +83,7 @@ Answer leave(const Arguments &arguments, const Context &context) {
     throw CommandError(wrong_usage("no member of the group: " + list, list));
   }
   ports_in(all.group) &= ~all.ports;
-  check_call(User_mcast_port_remove(kLead, context.unit, &all.group), "User_mcast_port_remove",
-             all.text());
+  perform(SWSH_CALL(User_mcast_port_remove), all.text(), kLead, context.unit, &all.group);
   return {};
 }
 

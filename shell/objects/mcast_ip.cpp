@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -58,7 +59,7 @@ Entry entry_of(const Arguments &arguments) {
     throw CommandError(wrong_usage("group and source are of two families", arguments.word("source"),
                                    {"a source of the group's family"}));
   }
-  entry.vid = static_cast<uint32_t>(arguments.number("vlan"));
+  entry.vid = arguments.u32("vlan");
   if (arguments.has("ports")) entry.ports = bitmap_of(arguments.numbers("ports"));
   entry.text = arguments.word("GROUP") + " in VLAN " + std::to_string(entry.vid);
   return entry;
@@ -127,13 +128,11 @@ Answer show_entries(const Arguments &arguments, const Context &context) {
 Answer add(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
-    check_call(User_ip6_mcast_add(context.unit, entry.source.bytes, entry.group.bytes, entry.vid,
-                                  entry.ports),
-               "User_ip6_mcast_add", entry.text);
+    perform(SWSH_CALL(User_ip6_mcast_add), entry.text, context.unit, entry.source.bytes,
+            entry.group.bytes, entry.vid, entry.ports);
   } else {
-    check_call(User_ip_mcast_add(context.unit, entry.source.number, entry.group.number, entry.vid,
-                                 entry.ports),
-               "User_ip_mcast_add", entry.text);
+    perform(SWSH_CALL(User_ip_mcast_add), entry.text, context.unit, entry.source.number,
+            entry.group.number, entry.vid, entry.ports);
   }
   return {};
 }
@@ -144,20 +143,19 @@ Answer set(const Arguments &arguments, const Context &context) {
     throw CommandError(
         wrong_usage("an IPv6 entry cannot be set", arguments.word("GROUP"), {"del and add"}));
   }
-  check_call(User_ip_mcast_set(context.unit, entry.source.number, entry.group.number, entry.vid,
-                               entry.ports),
-             "User_ip_mcast_set", entry.text);
+  perform(SWSH_CALL(User_ip_mcast_set), entry.text, context.unit, entry.source.number,
+          entry.group.number, entry.vid, entry.ports);
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
-    check_call(User_ip6_mcast_del(context.unit, entry.source.bytes, entry.group.bytes, entry.vid),
-               "User_ip6_mcast_del", entry.text);
+    perform(SWSH_CALL(User_ip6_mcast_del), entry.text, context.unit, entry.source.bytes,
+            entry.group.bytes, entry.vid);
   } else {
-    check_call(User_ip_mcast_del(context.unit, entry.source.number, entry.group.number, entry.vid),
-               "User_ip_mcast_del", entry.text);
+    perform(SWSH_CALL(User_ip_mcast_del), entry.text, context.unit, entry.source.number,
+            entry.group.number, entry.vid);
   }
   return {};
 }
@@ -169,7 +167,7 @@ std::vector<Choice> lookups() {
 uint32_t read_lookup(const Family &family, const Context &context) {
   constexpr auto kMode = SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_mode_get);
   constexpr auto kMode6 = SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_mode_get);
-  return read_word(is_six(family) ? kMode6 : kMode, unit_text(context), context.unit);
+  return ask(is_six(family) ? kMode6 : kMode, context, context.unit);
 }
 
 Answer show_lookup(const Arguments &arguments, const Context &context) {
@@ -185,19 +183,19 @@ Answer show_lookup(const Arguments &arguments, const Context &context) {
 
 Answer lookup(const Arguments &arguments, const Context &context) {
   if (!arguments.has("LOOKUP")) return show_lookup(arguments, context);
-  const auto by_address = static_cast<uint32_t>(arguments.number("LOOKUP"));
+  const auto by_address = arguments.u32("LOOKUP");
   const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
-  const auto call = six ? User_switch_ip6mc_mode_set : User_switch_ipmc_set;
-  check_call(call(kLead, context.unit, by_address),
-             six ? "User_switch_ip6mc_mode_set" : "User_switch_ipmc_set", unit_text(context));
+  constexpr auto kSet = SWSH_CALL(User_switch_ipmc_set);
+  constexpr auto kSet6 = SWSH_CALL(User_switch_ip6mc_mode_set);
+  perform(six ? kSet6 : kSet, context, kLead, context.unit, by_address);
   return {};
 }
 
 // One record for the ports with the same action.
 void add_misses(Answer &answer, const Family &family, const Context &context) {
   const auto ports = interfaces_by(front_ports(), [&](const Port &port) {
-    return read_word(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get), port_text(port),
-                     context.unit, port.chip, family.lookup);
+    return ask(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get), port, context.unit, port.chip,
+               family.lookup);
   });
   for (const auto &[action, interfaces] : ports)
     answer.records.push_back(Record()
@@ -219,15 +217,12 @@ Answer miss(const Arguments &arguments, const Context &context) {
     throw CommandError(wrong_usage("ports and an action go together", {}, {missing}));
   }
   if (!arguments.has("action")) return show_misses(arguments, context);
-  const auto action = static_cast<uint32_t>(arguments.number("action"));
+  const auto action = arguments.u32("action");
   const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
-  const auto call =
-      six ? User_switch_ip6mc_lookup_miss_action : User_switch_ipmc_lookup_miss_action;
+  constexpr auto kSet = SWSH_CALL(User_switch_ipmc_lookup_miss_action);
+  constexpr auto kSet6 = SWSH_CALL(User_switch_ip6mc_lookup_miss_action);
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    check_result(
-        call(kLead, context.unit, port.chip, action),
-        six ? "User_switch_ip6mc_lookup_miss_action" : "User_switch_ipmc_lookup_miss_action",
-        port.interface);
+    write_port(context, port, six ? kSet6 : kSet, action);
   return {};
 }
 

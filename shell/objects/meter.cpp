@@ -7,7 +7,8 @@
 #include <utility>
 
 #include "acl/each.h"
-#include "chip/ports.h"
+#include "chip/call.h"
+#include "fault.h"
 #include "objects/registry.h"
 
 namespace swsh {
@@ -33,17 +34,12 @@ std::string meter_name(uint32_t meter) {
 
 // The library has no call that reads a meter, so this one is the SDK's.
 chip_acl_meter read_meter(const Context &context, uint32_t meter) {
-  chip_acl_meter entry = {};
-  check_call(rtk_acl_meterEntry_get(context.unit, meter, &entry), "rtk_acl_meterEntry_get",
-             meter_name(meter));
-  return entry;
+  return ask(SWSH_CALL(rtk_acl_meterEntry_get), meter_name(meter), context.unit, meter);
 }
 
 chip_acl_burst read_bursts(const Context &context) {
-  chip_acl_burst burst = {};
-  check_call(rtk_acl_meterBurstSize_get(context.unit, CHIP_ACL_TABLE, &burst),
-             "rtk_acl_meterBurstSize_get", "the burst sizes");
-  return burst;
+  return ask(SWSH_CALL(rtk_acl_meterBurstSize_get), std::string("the burst sizes"), context.unit,
+             CHIP_ACL_TABLE);
 }
 
 Record meter_record(uint32_t meter, const chip_acl_meter &entry, const chip_acl_burst &burst) {
@@ -81,6 +77,8 @@ Answer show(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
+constexpr auto kBurst = SWSH_CALL(user_field_meter_burst_size_set_del);
+
 int32_t taken_slot(const Context &context, uint32_t meter) {
   const auto found = taken_slots().find({context.unit, meter});
   return found == taken_slots().end() ? USER_FIELD_NO_BURST_SLOT : found->second;
@@ -89,29 +87,31 @@ int32_t taken_slot(const Context &context, uint32_t meter) {
 void give_slot_back(const Context &context, uint32_t meter) {
   const int32_t slot = taken_slot(context, meter);
   if (slot == USER_FIELD_NO_BURST_SLOT) return;
-  user_field_meter_burst_size_set_del(context.unit, 0, slot);
+  perform(kBurst, meter_name(meter), context.unit, 0, slot);
   taken_slots().erase({context.unit, meter});
 }
 
 uint32_t take_slot(const Context &context, uint32_t meter, int64_t burst) {
-  const int32_t slot = user_field_meter_burst_size_set_del(
-      context.unit, static_cast<int32_t>(burst), taken_slot(context, meter));
-  check_call(slot, "user_field_meter_burst_size_set_del",
-             "burst " + std::to_string(burst) + " of " + meter_name(meter) +
-                 ", both slots hold other bursts");
+  const std::string subject = "burst " + std::to_string(burst) + " of " + meter_name(meter) +
+                              ", both slots hold other bursts";
+  const int32_t slot = perform(kBurst, subject, context.unit, static_cast<int32_t>(burst),
+                               taken_slot(context, meter));
   taken_slots()[{context.unit, meter}] = slot;
   return static_cast<uint32_t>(slot);
 }
 
 void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t slot) {
-  const int32_t result = user_field_meter_rate_burst_set(
-      context.unit, meter, static_cast<int32_t>(rate), static_cast<int32_t>(slot));
-  if (result < 0) give_slot_back(context, meter);
-  check_call(result, "user_field_meter_rate_burst_set", meter_name(meter));
+  try {
+    perform(SWSH_CALL(user_field_meter_rate_burst_set), meter_name(meter), context.unit, meter,
+            static_cast<int32_t>(rate), static_cast<int32_t>(slot));
+  } catch (const CommandError &) {
+    give_slot_back(context, meter);
+    throw;
+  }
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  const auto meter = static_cast<uint32_t>(arguments.number("METER"));
+  const auto meter = arguments.u32("METER");
   const chip_acl_meter present = read_meter(context, meter);
   if (arguments.has("rate") || arguments.has("burst")) {
     uint32_t slot = present.burst_slot;
@@ -121,9 +121,8 @@ Answer set(const Arguments &arguments, const Context &context) {
     write_meter(context, meter, rate, slot);
   }
   if (arguments.has("state")) {
-    check_call(user_field_meter_entry_enable(context.unit, meter,
-                                             static_cast<uint32_t>(arguments.number("state"))),
-               "user_field_meter_entry_enable", meter_name(meter));
+    perform(SWSH_CALL(user_field_meter_entry_enable), meter_name(meter), context.unit, meter,
+            arguments.u32("state"));
   }
   return {};
 }
@@ -131,8 +130,7 @@ Answer set(const Arguments &arguments, const Context &context) {
 Answer del(const Arguments &arguments, const Context &context) {
   for_each_number(arguments.numbers("METERS"), [&](int64_t number) {
     const auto meter = static_cast<uint32_t>(number);
-    check_call(user_field_meter_entry_del(context.unit, meter), "user_field_meter_entry_del",
-               meter_name(meter));
+    perform(SWSH_CALL(user_field_meter_entry_del), meter_name(meter), context.unit, meter);
     give_slot_back(context, meter);
   });
   return {};

@@ -3,6 +3,7 @@
 #include <swctl/platform/sdk.h>
 
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
@@ -20,9 +21,7 @@ std::string group_text(uint32_t group) {
 
 // The library writes groups and reads none, so the chip is asked.
 chip_mirror_entry read_group(uint32_t group) {
-  chip_mirror_entry entry = {};
-  check_call(rtk_mirror_group_get(0, group, &entry), "rtk_mirror_group_get", group_text(group));
-  return entry;
+  return ask(SWSH_CALL(rtk_mirror_group_get), group_text(group), 0u, group);
 }
 
 Record group_record(const Interfaces &interfaces, uint32_t group) {
@@ -53,10 +52,6 @@ Answer show(const Arguments &, const Context &context) {
   return answer;
 }
 
-uint32_t group_of(const Arguments &arguments) {
-  return static_cast<uint32_t>(arguments.number("GROUP"));
-}
-
 std::vector<Port> mirrored(const Arguments &arguments) {
   if (!arguments.has("ports")) return {};
   return ports_of(arguments.numbers("ports"));
@@ -64,8 +59,7 @@ std::vector<Port> mirrored(const Arguments &arguments) {
 
 void set_port(const Context &context, uint32_t group, const Port &port, uint32_t to,
               uint32_t mode) {
-  check_result(user_mirror_port_set(kLead, context.unit, port.chip, group, to, mode),
-               "user_mirror_port_set", port.interface);
+  perform(SWSH_CALL(user_mirror_port_set), port, kLead, context.unit, port.chip, group, to, mode);
 }
 
 Answer add(const Arguments &arguments, const Context &context) {
@@ -74,32 +68,27 @@ Answer add(const Arguments &arguments, const Context &context) {
     throw CommandError(wrong_usage("nothing to mirror", {}, {"ports", "flows"}));
   if (!arguments.has("ports") && arguments.has("direction"))
     throw CommandError(wrong_usage("a direction is one of ports", {}, {"ports"}));
-  const uint32_t group = group_of(arguments);
+  const uint32_t group = arguments.u32("GROUP");
   const auto to = static_cast<uint32_t>(port_of(arguments.number("to")).chip);
   const std::vector<Port> ports = mirrored(arguments);
-  const uint32_t mode = arguments.has("direction")
-                            ? static_cast<uint32_t>(arguments.number("direction"))
-                            : USER_MIRROR_BOTH;
+  const uint32_t mode = arguments.has("direction") ? arguments.u32("direction") : USER_MIRROR_BOTH;
   for (const Port &port : ports) set_port(context, group, port, to, mode);
   if (arguments.has("flows"))
-    check_call(user_set_flow_mirror(kLead, context.unit, group, to), "user_set_flow_mirror",
-               group_text(group));
+    perform(SWSH_CALL(user_set_flow_mirror), group_text(group), kLead, context.unit, group, to);
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const uint32_t group = group_of(arguments);
+  const uint32_t group = arguments.u32("GROUP");
   const std::vector<Port> ports = mirrored(arguments);
   if (!arguments.has("ports")) {
-    check_call(user_set_mirror_disable(kLead, context.unit, group), "user_set_mirror_disable",
-               group_text(group));
+    perform(SWSH_CALL(user_set_mirror_disable), group_text(group), kLead, context.unit, group);
     return {};
   }
   const uint32_t to = read_group(group).mirroring_port;
   for (const Port &port : ports) set_port(context, group, port, to, USER_MIRROR_NONE);
-  check_call(user_check_set_mirror_disable(kLead, context.unit, group),
-             "user_check_set_mirror_disable", group_text(group));
+  perform(SWSH_CALL(user_check_set_mirror_disable), group_text(group), kLead, context.unit, group);
   return {};
 }
 

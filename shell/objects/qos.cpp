@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "chip/call.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
@@ -21,6 +22,18 @@ constexpr int64_t kLastCodePoint = 63;
 constexpr int64_t kMaxWeight = 0xffff;
 constexpr size_t kBarLength = 40;
 
+std::string priority_text(int64_t priority) {
+  return "priority " + std::to_string(priority);
+}
+
+std::string code_point_text(int64_t dscp) {
+  return "code point " + std::to_string(dscp);
+}
+
+std::string trust_group_text(int64_t group) {
+  return "trust group " + std::to_string(group);
+}
+
 struct Queues {
   uint8_t of_priority[USER_QOS_PRIORITIES];
 };
@@ -28,10 +41,8 @@ struct Queues {
 Queues read_queues() {
   Queues queues = {};
   for (uint32_t priority = 0; priority < USER_QOS_PRIORITIES; ++priority) {
-    uint32_t queue = 0;
-    check_call(user_qos_pri_queue_map_get(priority, &queue), "user_qos_pri_queue_map_get",
-               "priority " + std::to_string(priority));
-    queues.of_priority[priority] = static_cast<uint8_t>(queue);
+    queues.of_priority[priority] = static_cast<uint8_t>(
+        ask(SWSH_CALL(user_qos_pri_queue_map_get), priority_text(priority), priority));
   }
   return queues;
 }
@@ -53,8 +64,7 @@ Answer set_map(const Arguments &arguments, const Context &context) {
   Queues queues = read_queues();
   for (const int64_t priority : arguments.numbers("PRIORITIES"))
     queues.of_priority[priority] = static_cast<uint8_t>(arguments.number("queue"));
-  check_call(user_qos_pri_queue_map_set(queues.of_priority), "user_qos_pri_queue_map_set",
-             "the queue map");
+  perform(SWSH_CALL(user_qos_pri_queue_map_set), std::string("the queue map"), queues.of_priority);
   return {};
 }
 
@@ -68,9 +78,9 @@ std::vector<int64_t> chosen_or_all(const Arguments &arguments, const char *name,
 Answer show_tag(const Arguments &arguments, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
   for (const int64_t priority : chosen_or_all(arguments, "PRIORITIES", kLastPriority)) {
-    const uint32_t internal = read_word(SWSH_OPTIONAL_CALL(swctl_platform_qos_tag_get),
-                                        "priority " + std::to_string(priority), context.unit,
-                                        static_cast<uint32_t>(priority));
+    const uint32_t internal =
+        ask(SWSH_OPTIONAL_CALL(swctl_platform_qos_tag_get), priority_text(priority), context.unit,
+            static_cast<uint32_t>(priority));
     answer.records.push_back(Record().add("priority", priority).add("internal", int64_t{internal}));
   }
   return answer;
@@ -78,9 +88,8 @@ Answer show_tag(const Arguments &arguments, const Context &context) {
 
 Answer set_tag(const Arguments &arguments, const Context &context) {
   for (const int64_t priority : arguments.numbers("PRIORITIES"))
-    check_call(user_qos_pri_remap_set(context.unit, static_cast<uint32_t>(priority),
-                                      static_cast<uint32_t>(arguments.number("internal"))),
-               "user_qos_pri_remap_set", "priority " + std::to_string(priority));
+    perform(SWSH_CALL(user_qos_pri_remap_set), priority_text(priority), context.unit,
+            static_cast<uint32_t>(priority), arguments.u32("internal"));
   return {};
 }
 
@@ -88,9 +97,8 @@ Answer show_dscp(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
   for (const int64_t dscp : chosen_or_all(arguments, "DSCPS", kLastCodePoint)) {
-    uint32_t priority = 0;
-    check_call(user_qos_dscp_map_get(static_cast<uint32_t>(dscp), &priority),
-               "user_qos_dscp_map_get", "code point " + std::to_string(dscp));
+    const uint32_t priority =
+        ask(SWSH_CALL(user_qos_dscp_map_get), code_point_text(dscp), static_cast<uint32_t>(dscp));
     answer.records.push_back(Record().add("dscp", dscp).add("priority", int64_t{priority}));
   }
   return answer;
@@ -99,9 +107,8 @@ Answer show_dscp(const Arguments &arguments, const Context &context) {
 Answer set_dscp(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   for (const int64_t dscp : arguments.numbers("DSCPS"))
-    check_call(user_qos_dscp_map_set(static_cast<uint32_t>(dscp),
-                                     static_cast<uint32_t>(arguments.number("priority"))),
-               "user_qos_dscp_map_set", "code point " + std::to_string(dscp));
+    perform(SWSH_CALL(user_qos_dscp_map_set), code_point_text(dscp), static_cast<uint32_t>(dscp),
+            arguments.u32("priority"));
   return {};
 }
 
@@ -113,9 +120,7 @@ Answer show_default(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
   for (const Port &port : chosen_ports(arguments)) {
-    uint32_t priority = 0;
-    check_result(user_qos_port_cos_get(port.chip, &priority), "user_qos_port_cos_get",
-                 port.interface);
+    const uint32_t priority = ask(SWSH_CALL(user_qos_port_cos_get), port, port.chip);
     answer.records.push_back(
         Record().add("port", port.interface).add("priority", int64_t{priority}));
   }
@@ -125,9 +130,7 @@ Answer show_default(const Arguments &arguments, const Context &context) {
 Answer set_default(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    check_result(
-        user_qos_port_cos_set(port.chip, static_cast<uint32_t>(arguments.number("priority"))),
-        "user_qos_port_cos_set", port.interface);
+    perform(SWSH_CALL(user_qos_port_cos_set), port, port.chip, arguments.u32("priority"));
   return {};
 }
 
@@ -140,10 +143,9 @@ std::vector<Choice> trusts() {
 using TrustWeights = std::vector<int64_t>;
 
 TrustWeights read_trust_weights(const Context &context, uint32_t group) {
-  constexpr auto kGroup = SWSH_OPTIONAL_CALL(swctl_platform_qos_group_get);
   uint32_t weights[SWCTL_PLATFORM_QOS_WEIGHTS] = {};
-  check_call(kGroup.get()(context.unit, group, weights), kGroup.name,
-             "trust group " + std::to_string(group));
+  perform(SWSH_OPTIONAL_CALL(swctl_platform_qos_group_get), trust_group_text(group), context.unit,
+          group, weights);
   return {std::begin(weights), std::end(weights)};
 }
 
@@ -157,8 +159,8 @@ Answer show_trust(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
   for (const Port &port : chosen_ports(arguments)) {
-    const uint32_t group = read_word(SWSH_OPTIONAL_CALL(swctl_platform_qos_port_group_get),
-                                     port_text(port), context.unit, port.chip);
+    const uint32_t group =
+        ask(SWSH_OPTIONAL_CALL(swctl_platform_qos_port_group_get), port, context.unit, port.chip);
     const TrustWeights weights = read_trust_weights(context, group);
     answer.records.push_back(Record()
                                  .add("port", port.interface)
@@ -170,13 +172,11 @@ Answer show_trust(const Arguments &arguments, const Context &context) {
 
 Answer set_trust(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const auto group = static_cast<int32_t>(arguments.number("TRUST"));
+  const auto group = arguments.i32("TRUST");
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
-  check_call(user_qos_trust_sel_group_set(group), "user_qos_trust_sel_group_set",
-             "trust group " + std::to_string(group));
+  perform(SWSH_CALL(user_qos_trust_sel_group_set), trust_group_text(group), group);
   for (const Port &port : ports)
-    check_result(user_qos_port_trust_mode_set(port.chip, static_cast<uint32_t>(group)),
-                 "user_qos_port_trust_mode_set", port.interface);
+    perform(SWSH_CALL(user_qos_port_trust_mode_set), port, port.chip, static_cast<uint32_t>(group));
   return {};
 }
 
@@ -197,7 +197,7 @@ Answer show_schedule(const Arguments &, const Context &context) {
   expect_unit_zero(context);
   uint32_t mode = 0;
   uint32_t weights[USER_QOS_QUEUES] = {};
-  check_call(user_qos_schedule_get(&mode, weights), "user_qos_schedule_get", unit_text(context));
+  perform(SWSH_CALL(user_qos_schedule_get), context, &mode, weights);
   const uint32_t greatest = *std::ranges::max_element(weights);
   Answer answer = {Shape::table, {}, ""};
   for (uint32_t queue = 0; queue < USER_QOS_QUEUES; ++queue)
@@ -223,7 +223,7 @@ std::vector<uint32_t> weights_of(const std::string &word) {
 
 Answer set_schedule(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const auto mode = static_cast<uint32_t>(arguments.number("SCHEDULE"));
+  const auto mode = arguments.u32("SCHEDULE");
   const bool weighted = mode >= USER_QOS_SCHEDULE_WEIGHTED;
   std::vector<uint32_t> weights(USER_QOS_QUEUES, 1);
   if (weighted != arguments.has("weights")) {
@@ -236,8 +236,7 @@ Answer set_schedule(const Arguments &arguments, const Context &context) {
                                    arguments.word("weights"),
                                    {"eight numbers 0-65535 such as 0,0,1,1,2,2,4,8"}));
   }
-  check_call(user_qos_schedule_set(mode, weights.data()), "user_qos_schedule_set",
-             unit_text(context));
+  perform(SWSH_CALL(user_qos_schedule_set), context, mode, weights.data());
   return {};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
@@ -12,19 +13,18 @@ namespace {
 int64_t exceeded_type(const Context &context, const Port &port) {
   uint32_t flag = 0;
   uint32_t type = 0;
-  check_result(user_rate_stormExceedFlag_get(kLead, context.unit, port.chip, &flag, &type),
-               "user_rate_stormExceedFlag_get", port.interface);
+  perform(SWSH_CALL(user_rate_stormExceedFlag_get), port, kLead, context.unit, port.chip, &flag,
+          &type);
   return flag != 0 ? int64_t{type} : -1;
 }
 
 Record storm_record(const Context &context, const Port &port, uint32_t type, int64_t exceeded) {
   uint32_t rate = 0;
   uint32_t enable = 0;
-  uint32_t selection = 0;
-  check_result(user_rate_bandwidth_get(kLead, context.unit, port.chip, type, &rate, &enable),
-               "user_rate_bandwidth_get", port.interface);
-  check_result(user_rate_stormsel_get(kLead, context.unit, port.chip, type, &selection),
-               "user_rate_stormsel_get", port.interface);
+  perform(SWSH_CALL(user_rate_bandwidth_get), port, kLead, context.unit, port.chip, type, &rate,
+          &enable);
+  const uint32_t selection =
+      ask(SWSH_CALL(user_rate_stormsel_get), port, kLead, context.unit, port.chip, type);
   Record record;
   record.add("port", port.interface);
   record.add("type", int64_t{type});
@@ -48,32 +48,29 @@ Answer show(const Arguments &arguments, const Context &context) {
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  const auto type = static_cast<uint32_t>(arguments.number("type"));
+  const auto type = arguments.u32("type");
   for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
     if (arguments.has("rate"))
-      check_result(user_rate_bandwidth_set(kLead, context.unit, port.chip, type,
-                                           static_cast<uint32_t>(arguments.number("rate"))),
-                   "user_rate_bandwidth_set", port.interface);
+      perform(SWSH_CALL(user_rate_bandwidth_set), port, kLead, context.unit, port.chip, type,
+              arguments.u32("rate"));
     if (arguments.has("selection"))
-      check_result(user_rate_stormsel_set(kLead, context.unit, port.chip, type,
-                                          static_cast<uint32_t>(arguments.number("selection"))),
-                   "user_rate_stormsel_set", port.interface);
+      perform(SWSH_CALL(user_rate_stormsel_set), port, kLead, context.unit, port.chip, type,
+              arguments.u32("selection"));
   }
   return {};
 }
 
 Answer reset(const Arguments &arguments, const Context &context) {
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    check_result(user_rate_stormExceedFlag_reset(kLead, context.unit, port.chip),
-                 "user_rate_stormExceedFlag_reset", port.interface);
+    perform(SWSH_CALL(user_rate_stormExceedFlag_reset), port, kLead, context.unit, port.chip);
   return {};
 }
 
 Answer set_mode(const Arguments &arguments, const Context &context) {
-  const auto mode = static_cast<uint32_t>(arguments.number("MODE"));
-  const int32_t result = user_rate_stormCountMode_set(kLead, context.unit, mode);
+  constexpr auto kSet = SWSH_CALL(user_rate_stormCountMode_set);
+  const int32_t result = perform(kSet, context, kLead, context.unit, arguments.u32("MODE"));
   // Any result but 0 is a failure here.
-  if (result != 0) refuse_call(result, "user_rate_stormCountMode_set", unit_text(context));
+  if (result != 0) refuse(kSet.name, subject_of(context), result);
   return {};
 }
 

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -27,15 +28,9 @@ std::string instance_text(uint32_t instance) {
   return "instance " + std::to_string(instance);
 }
 
-uint32_t instance_of(const Arguments &arguments, const char *name) {
-  return static_cast<uint32_t>(arguments.number(name));
-}
-
 bool exists(const Context &context, uint32_t instance) {
-  uint32_t there = 0;
-  check_call(user_stp_isMstpInstanceExist_get(kLead, context.unit, instance, &there),
-             "user_stp_isMstpInstanceExist_get", instance_text(instance));
-  return there != 0;
+  return ask(SWSH_CALL(user_stp_isMstpInstanceExist_get), instance_text(instance), kLead,
+             context.unit, instance) != 0;
 }
 
 uint32_t existing(const Context &context, uint32_t instance) {
@@ -45,7 +40,7 @@ uint32_t existing(const Context &context, uint32_t instance) {
 }
 
 std::vector<uint32_t> instances(const Arguments &arguments, const Context &context) {
-  if (arguments.has("INSTANCE")) return {existing(context, instance_of(arguments, "INSTANCE"))};
+  if (arguments.has("INSTANCE")) return {existing(context, arguments.u32("INSTANCE"))};
   std::vector<uint32_t> all;
   for (uint32_t instance = 0; instance <= kLastInstance; ++instance)
     if (exists(context, instance)) all.push_back(instance);
@@ -53,10 +48,7 @@ std::vector<uint32_t> instances(const Arguments &arguments, const Context &conte
 }
 
 uint32_t read_state(const Context &context, uint32_t instance, const Port &port) {
-  uint32_t state = 0;
-  check_result(user_stg_stp_get(kLead, context.unit, instance, port.chip, &state),
-               "user_stg_stp_get", port.interface);
-  return state;
+  return ask(SWSH_CALL(user_stg_stp_get), port, kLead, context.unit, instance, port.chip);
 }
 
 // One line for the ports of an instance that are in the same state.
@@ -79,25 +71,22 @@ Answer show(const Arguments &arguments, const Context &context) {
 
 Answer set(const Arguments &arguments, const Context &context) {
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
-  const uint32_t instance = existing(context, instance_of(arguments, "INSTANCE"));
+  const uint32_t instance = existing(context, arguments.u32("INSTANCE"));
   for (const Port &port : ports)
-    check_result(user_stg_stp_set(kLead, context.unit, instance, port.chip,
-                                  static_cast<uint32_t>(arguments.number("state"))),
-                 "user_stg_stp_set", port.interface);
+    perform(SWSH_CALL(user_stg_stp_set), port, kLead, context.unit, instance, port.chip,
+            arguments.u32("state"));
   return {};
 }
 
 Answer add_instance(const Arguments &arguments, const Context &context) {
-  const uint32_t instance = instance_of(arguments, "INSTANCE");
-  check_call(user_stg_create_id(kLead, context.unit, instance), "user_stg_create_id",
-             instance_text(instance));
+  const uint32_t instance = arguments.u32("INSTANCE");
+  perform(SWSH_CALL(user_stg_create_id), instance_text(instance), kLead, context.unit, instance);
   return {};
 }
 
 Answer remove_instance(const Arguments &arguments, const Context &context) {
-  const uint32_t instance = instance_of(arguments, "INSTANCE");
-  check_call(user_stg_destroy(kLead, context.unit, instance), "user_stg_destroy",
-             instance_text(instance));
+  const uint32_t instance = arguments.u32("INSTANCE");
+  perform(SWSH_CALL(user_stg_destroy), instance_text(instance), kLead, context.unit, instance);
   return {};
 }
 
@@ -113,17 +102,17 @@ Answer show_vlans(const Arguments &arguments, const Context &context) {
 }
 
 Answer add_vlans(const Arguments &arguments, const Context &context) {
-  const uint32_t instance = existing(context, instance_of(arguments, "instance"));
+  const uint32_t instance = existing(context, arguments.u32("instance"));
   for (const int64_t vid : arguments.numbers("VLANS"))
-    check_call(user_stg_vlan_add(kLead, context.unit, instance, static_cast<uint32_t>(vid)),
-               "user_stg_vlan_add", "VLAN " + std::to_string(vid));
+    perform(SWSH_CALL(user_stg_vlan_add), "VLAN " + std::to_string(vid), kLead, context.unit,
+            instance, static_cast<uint32_t>(vid));
   return {};
 }
 
 Answer remove_vlans(const Arguments &arguments, const Context &context) {
   for (const int64_t vid : arguments.numbers("VLANS"))
-    check_call(user_stg_vlan_remove(kLead, context.unit, 0, static_cast<uint32_t>(vid)),
-               "user_stg_vlan_remove", "VLAN " + std::to_string(vid));
+    perform(SWSH_CALL(user_stg_vlan_remove), "VLAN " + std::to_string(vid), kLead, context.unit, 0u,
+            static_cast<uint32_t>(vid));
   return {};
 }
 

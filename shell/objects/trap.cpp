@@ -3,6 +3,9 @@
 #include <swctl/platform/trap_read.h>
 #include <swctl/stp.h>
 
+#include <optional>
+
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -15,37 +18,35 @@ namespace {
 // Where the chip keeps what becomes of frames.
 enum class Kept { for_all_ports, by_port, by_address_group };
 
+using SetForAll = Call<int32_t(uint32_t lead, uint32_t unit, uint32_t value)>;
+
 // Frames of a protocol: the call of the library that sets what becomes of them
-// and which way its last argument runs, and the chip's code for them.
+// and which way its last argument runs, and the chip's code for them. Without
+// a call, they are chosen by port.
 struct Trap {
   const char *frames;
   const char *help;
-  const char *function;
-  int32_t (*call)(uint32_t lead, uint32_t unit, uint32_t value);
+  std::optional<SetForAll> call;
   uint32_t to_cpu;
   uint32_t otherwise;
   Kept kept;
   uint32_t code;
 };
 
-int32_t set_lldp(uint32_t lead, uint32_t unit, uint32_t forward) {
-  return user_lldp_set_bpdu_forward(lead, unit, forward, 0);
-}
-
 constexpr Trap kTraps[] = {
-    {"igmp", "IGMP", "user_igmp_trap_to_cpu", user_igmp_trap_to_cpu, 1, CHIP_TRAP_FORWARD,
-     Kept::for_all_ports, CHIP_TRAP_FRAME_IGMP},
-    {"mld", "MLD", "user_mld_trap_to_cpu", user_mld_trap_to_cpu, 1, CHIP_TRAP_FORWARD,
-     Kept::for_all_ports, CHIP_TRAP_FRAME_MLD},
-    {"own-mac", "To the switch's own address", "user_selfmac_trap_to_cpu", user_selfmac_trap_to_cpu,
-     1, CHIP_TRAP_FORWARD, Kept::for_all_ports, CHIP_TRAP_FRAME_OWN_MAC},
-    {"bpdu", "Spanning tree, on every front port", "user_stg_set_bpdu_forward",
-     user_stg_set_bpdu_forward, 0, CHIP_TRAP_FORWARD, Kept::by_port, CHIP_TRAP_FRAME_BPDU},
-    {"lldp", "LLDP, on every front port or some", "user_lldp_set_bpdu_forward", set_lldp, 0,
-     CHIP_TRAP_FORWARD, Kept::by_port, CHIP_TRAP_FRAME_LLDP},
-    {"lacp", "Link aggregation", "user_trunk_trap_lacp", user_trunk_trap_lacp, 1, CHIP_TRAP_DROP,
+    {"igmp", "IGMP", SWSH_CALL(user_igmp_trap_to_cpu), 1, CHIP_TRAP_FORWARD, Kept::for_all_ports,
+     CHIP_TRAP_FRAME_IGMP},
+    {"mld", "MLD", SWSH_CALL(user_mld_trap_to_cpu), 1, CHIP_TRAP_FORWARD, Kept::for_all_ports,
+     CHIP_TRAP_FRAME_MLD},
+    {"own-mac", "To the switch's own address", SWSH_CALL(user_selfmac_trap_to_cpu), 1,
+     CHIP_TRAP_FORWARD, Kept::for_all_ports, CHIP_TRAP_FRAME_OWN_MAC},
+    {"bpdu", "Spanning tree, on every front port", SWSH_CALL(user_stg_set_bpdu_forward), 0,
+     CHIP_TRAP_FORWARD, Kept::by_port, CHIP_TRAP_FRAME_BPDU},
+    {"lldp", "LLDP, on every front port or some", std::nullopt, 0, CHIP_TRAP_FORWARD, Kept::by_port,
+     CHIP_TRAP_FRAME_LLDP},
+    {"lacp", "Link aggregation", SWSH_CALL(user_trunk_trap_lacp), 1, CHIP_TRAP_DROP,
      Kept::by_address_group, CHIP_TRAP_GROUP_LACP},
-    {"oam", "Link monitoring", "user_eoam_trap_set", user_eoam_trap_set, 1, CHIP_TRAP_DROP,
+    {"oam", "Link monitoring", SWSH_CALL(user_eoam_trap_set), 1, CHIP_TRAP_DROP,
      Kept::by_address_group, CHIP_TRAP_GROUP_OAM},
 };
 
@@ -67,25 +68,27 @@ Record trap_record(const Trap &trap, uint32_t action) {
 }
 
 Record switch_wide_record(const Trap &trap, const Context &context) {
-  Record record = trap_record(trap, read_word(kFrameAction, trap.frames, context.unit, trap.code));
+  Record record =
+      trap_record(trap, ask(kFrameAction, std::string(trap.frames), context.unit, trap.code));
   record.add("ports", nullptr, "all");
   record.add("passes_blocked", nullptr);
   return record;
 }
 
 Record group_trap_record(const Trap &trap, const Context &context) {
-  Record record = trap_record(trap, read_word(kGroupAction, trap.frames, context.unit, trap.code));
+  Record record =
+      trap_record(trap, ask(kGroupAction, std::string(trap.frames), context.unit, trap.code));
   record.add("ports", nullptr, "all");
   if (trap.code != CHIP_TRAP_GROUP_LACP) return record.add("passes_blocked", nullptr);
   const uint32_t passes =
-      read_word(kBypass, trap.frames, context.unit, CHIP_TRAP_BYPASS_SLOW_PROTOCOLS);
+      ask(kBypass, std::string(trap.frames), context.unit, CHIP_TRAP_BYPASS_SLOW_PROTOCOLS);
   return record.add("passes_blocked", passes != 0);
 }
 
 // One record for the ports that do the same.
 std::vector<Record> port_trap_records(const Trap &trap, const Context &context) {
   const auto ports = interfaces_by(front_ports(), [&](const Port &port) {
-    return read_word(kPortFrameAction, port_text(port), context.unit, port.chip, trap.code);
+    return ask(kPortFrameAction, port, context.unit, port.chip, trap.code);
   });
   std::vector<Record> records;
   for (const auto &[action, interfaces] : ports)
@@ -119,16 +122,22 @@ void expect_possible(const Arguments &arguments, const Trap &trap) {
                                    arguments.word("ACTION"),
                                    {"cpu", word_for(trap_actions(), trap.otherwise)}));
   }
-  if (arguments.has("ports") && trap.call != set_lldp) {
+  if (arguments.has("ports") && trap.call) {
     throw CommandError(
         wrong_usage("only frames of lldp are chosen by port", arguments.word("ports")));
   }
 }
 
-void set_lldp_of(const Context &context, const Port &port, uint32_t forward) {
-  check_result(user_lldp_set_bpdu_forward(kLead, context.unit, forward,
-                                          static_cast<int32_t>(port.interface)),
-               "user_lldp_set_bpdu_forward", port.interface);
+constexpr auto kSetLldp = SWSH_CALL(user_lldp_set_bpdu_forward);
+
+void set_lldp_of(const Arguments &arguments, const Context &context, uint32_t forward) {
+  constexpr int32_t kEveryPort = 0;
+  if (!arguments.has("ports")) {
+    perform(kSetLldp, context, kLead, context.unit, forward, kEveryPort);
+    return;
+  }
+  for (const Port &port : ports_of(arguments.numbers("ports")))
+    perform(kSetLldp, port, kLead, context.unit, forward, static_cast<int32_t>(port.interface));
 }
 
 Answer set_trap(const Arguments &arguments, const Context &context) {
@@ -136,11 +145,11 @@ Answer set_trap(const Arguments &arguments, const Context &context) {
   expect_possible(arguments, trap);
   const bool to_cpu = arguments.number("ACTION") == CHIP_TRAP_TO_CPU;
   const uint32_t value = to_cpu ? trap.to_cpu : 1 - trap.to_cpu;
-  if (arguments.has("ports")) {
-    for (const Port &port : ports_of(arguments.numbers("ports"))) set_lldp_of(context, port, value);
-    return {};
+  if (trap.call) {
+    perform(*trap.call, context, kLead, context.unit, value);
+  } else {
+    set_lldp_of(arguments, context, value);
   }
-  check_call(trap.call(kLead, context.unit, value), trap.function, unit_text(context));
   return {};
 }
 

@@ -3,6 +3,7 @@
 #include <swctl/platform/trunk_read.h>
 
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -14,10 +15,6 @@ namespace swsh {
 namespace {
 
 constexpr int64_t kLastTrunk = 31;
-
-uint32_t trunk_of(const Arguments &arguments) {
-  return static_cast<uint32_t>(arguments.number("TRUNK"));
-}
 
 std::string trunk_text(uint32_t trunk) {
   return "trunk " + std::to_string(trunk);
@@ -46,8 +43,8 @@ constexpr TrunkHash kTrunkHashes[] = {
 
 // The word of what the chip hashes; its bits where trunk hash has no word.
 std::string read_hash(const Context &context) {
-  const uint32_t bits = read_word(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get),
-                                  unit_text(context), context.unit, CHIP_TRUNK_ALGORITHM);
+  const uint32_t bits = ask(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get), context,
+                            context.unit, CHIP_TRUNK_ALGORITHM);
   for (const TrunkHash &each : kTrunkHashes)
     if (each.bits == bits) return each.word;
   return hexadecimal(bits);
@@ -77,20 +74,18 @@ Answer show_trunks(const Arguments &arguments, const Context &context) {
 
 Answer set(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const uint32_t trunk = trunk_of(arguments);
+  const uint32_t trunk = arguments.u32("TRUNK");
   user_trunk_desc_t members = {};
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
     members.ports[members.count++] = static_cast<uint8_t>(port.chip);
-  check_call(user_trunk_set(kLead, context.unit, trunk, members), "user_trunk_set",
-             trunk_text(trunk));
+  perform(SWSH_CALL(user_trunk_set), trunk_text(trunk), kLead, context.unit, trunk, members);
   return {};
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  const uint32_t trunk = trunk_of(arguments);
-  check_call(user_trunk_destroy(kLead, context.unit, trunk), "user_trunk_destroy",
-             trunk_text(trunk));
+  const uint32_t trunk = arguments.u32("TRUNK");
+  perform(SWSH_CALL(user_trunk_destroy), trunk_text(trunk), kLead, context.unit, trunk);
   return {};
 }
 
@@ -98,9 +93,8 @@ Answer hash(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   if (!arguments.has("FIELDS"))
     return {Shape::detail, {Record().add("hash", read_hash(context))}, ""};
-  check_call(user_trunk_loadbalance_set(kLead, context.unit, 0,
-                                        static_cast<uint32_t>(arguments.number("FIELDS"))),
-             "user_trunk_loadbalance_set", unit_text(context));
+  perform(SWSH_CALL(user_trunk_loadbalance_set), context, kLead, context.unit, 0u,
+          arguments.u32("FIELDS"));
   return {};
 }
 

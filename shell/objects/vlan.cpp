@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/vlan.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
@@ -16,7 +17,7 @@ std::vector<int64_t> ports_given(const Arguments &arguments, const char *keyword
   return arguments.has(keyword) ? arguments.numbers(keyword) : std::vector<int64_t>{};
 }
 
-std::string subject_of(const VlanRange &range) {
+std::string range_text(const VlanRange &range) {
   const std::string first = std::to_string(range.first);
   return range.first == range.last ? "VLAN " + first
                                    : "VLANs " + first + '-' + std::to_string(range.last);
@@ -52,9 +53,8 @@ Members members_of(const Arguments &arguments) {
 void add_members(const Context &context, const VlanRange &range, const Members &members) {
   // One VLAN at a time: the library answers for the last one only.
   for (uint32_t vid = range.first; vid <= range.last; ++vid) {
-    check_vlan(
-        user_vlan_port_addEx(kLead, context.unit, vid, vid, &members.tagged, &members.untagged),
-        "user_vlan_port_addEx", subject_of({vid, vid}));
+    perform(SWSH_CALL(user_vlan_port_addEx), range_text({vid, vid}), kLead, context.unit, vid, vid,
+            &members.tagged, &members.untagged);
   }
 }
 
@@ -92,8 +92,8 @@ Answer show(const Arguments &arguments, const Context &context) {
 Answer add(const Arguments &arguments, const Context &context) {
   const Members members = members_of(arguments);
   for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    check_vlan(user_vlan_createEx(kLead, context.unit, range.first, range.last),
-               "user_vlan_createEx", subject_of(range));
+    perform(SWSH_CALL(user_vlan_createEx), range_text(range), kLead, context.unit, range.first,
+            range.last);
     if (arguments.has("tagged") || arguments.has("untagged")) add_members(context, range, members);
   }
   return {};
@@ -102,8 +102,8 @@ Answer add(const Arguments &arguments, const Context &context) {
 Answer remove(const Arguments &arguments, const Context &context) {
   vlans_of(context, arguments.numbers("VLANS"));
   for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    check_vlan(user_vlan_destroyEx(kLead, context.unit, range.first, range.last),
-               "user_vlan_destroyEx", subject_of(range));
+    perform(SWSH_CALL(user_vlan_destroyEx), range_text(range), kLead, context.unit, range.first,
+            range.last);
   }
   return {};
 }
@@ -115,8 +115,8 @@ Answer set(const Arguments &arguments, const Context &context) {
   member.word[0] |= untagged.word[0];
   for (const Vlan &vlan : vlans_of(context, arguments.numbers("VLANS"))) {
     const auto vid = static_cast<uint32_t>(vlan.vid);
-    check_vlan(user_vlan_port_set(kLead, context.unit, vid, &member, &untagged),
-               "user_vlan_port_set", subject_of({vid, vid}));
+    perform(SWSH_CALL(user_vlan_port_set), range_text({vid, vid}), kLead, context.unit, vid,
+            &member, &untagged);
   }
   return {};
 }
@@ -133,8 +133,8 @@ Answer remove_ports(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = interface_bitmap(arguments.numbers("PORTS"));
   vlans_of(context, arguments.numbers("VLANS"));
   for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    check_vlan(user_vlan_port_removeEx(kLead, context.unit, range.first, range.last, &ports),
-               "user_vlan_port_removeEx", subject_of(range));
+    perform(SWSH_CALL(user_vlan_port_removeEx), range_text(range), kLead, context.unit, range.first,
+            range.last, &ports);
   }
   return {};
 }
@@ -159,10 +159,10 @@ Answer show_default(const Context &context) {
 Answer set_or_show_default(const Arguments &arguments, const Context &context) {
   if (!arguments.has("VLAN")) return show_default(context);
   const int64_t vid = arguments.number("VLAN");
-  const int32_t result = user_vlan_default_set(kLead, context.unit, static_cast<uint32_t>(vid));
+  constexpr auto kSet = SWSH_CALL(user_vlan_default_set);
+  const int32_t result = kSet.get()(kLead, context.unit, static_cast<uint32_t>(vid));
   if (result >= 0 || all_ports_have(context, vid)) return {};
-  check_vlan(result, "user_vlan_default_set", "VLAN " + std::to_string(vid));
-  return {};
+  refuse(kSet.name, subject_of("VLAN " + std::to_string(vid)), result);
 }
 
 Parameter vlans(bool required) {

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <optional>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
@@ -79,12 +80,8 @@ Subnet subnet_of(const Arguments &arguments) {
   return {address, length == 0 ? 0 : UINT32_MAX << (kBits - length)};
 }
 
-int32_t index_of(const Arguments &arguments) {
-  return static_cast<int32_t>(arguments.number("INDEX"));
-}
-
 uint32_t word_of(const Arguments &arguments, const char *name) {
-  return arguments.has(name) ? static_cast<uint32_t>(arguments.number(name)) : 0;
+  return arguments.has(name) ? arguments.u32(name) : 0;
 }
 
 user_pbmp_t ports_of_rule(const Arguments &arguments) {
@@ -94,34 +91,34 @@ user_pbmp_t ports_of_rule(const Arguments &arguments) {
   return interface_bitmap(all);
 }
 
-Answer done(int32_t result, const char *function, const Arguments &arguments,
-            const char *what = "rule ") {
-  check_vlan(result, function, what + std::to_string(index_of(arguments)));
+// Calls of the library on the rule that a command names.
+template <typename Called, typename... Given>
+Answer on_rule(const Called &called, const Arguments &arguments, const Context &context,
+               Given... given) {
+  const int32_t index = arguments.i32("INDEX");
+  perform(called, "rule " + std::to_string(index), kLead, context.unit, index, given...);
   return {};
 }
 
 Answer add_translation(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(user_vlan_translate_add(kLead, context.unit, index_of(arguments), kUnused, &ports,
-                                      word_of(arguments, "from"), word_of(arguments, "to")),
-              "user_vlan_translate_add", arguments);
+  return on_rule(SWSH_CALL(user_vlan_translate_add), arguments, context, kUnused, &ports,
+                 word_of(arguments, "from"), word_of(arguments, "to"));
 }
 
 Answer add_double_tag(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(user_vlan_dtag_add(kLead, context.unit, index_of(arguments), kUnused, &ports,
-                                 word_of(arguments, "inner"), word_of(arguments, "outer"),
-                                 word_of(arguments, "priority")),
-              "user_vlan_dtag_add", arguments);
+  return on_rule(SWSH_CALL(user_vlan_dtag_add), arguments, context, kUnused, &ports,
+                 word_of(arguments, "inner"), word_of(arguments, "outer"),
+                 word_of(arguments, "priority"));
 }
 
 Answer add_mac(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
   const Mac mask = mac_mask_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(user_vlan_mac_add(kLead, context.unit, index_of(arguments), mac.data(), mask.data(),
-                                word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports),
-              "user_vlan_mac_add", arguments);
+  return on_rule(SWSH_CALL(user_vlan_mac_add), arguments, context, mac.data(), mask.data(),
+                 word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_voice(const Arguments &arguments, const Context &context) {
@@ -129,54 +126,48 @@ Answer add_voice(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
   const Mac mask = arguments.has("mask") ? mac_of(arguments, "mask") : kMakersPart;
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(user_vlan_voice_oui_mac_add(kLead, context.unit, index_of(arguments), mac.data(),
-                                          mask.data(), word_of(arguments, "vlan"),
-                                          word_of(arguments, "priority"), &ports),
-              "user_vlan_voice_oui_mac_add", arguments);
+  return on_rule(SWSH_CALL(user_vlan_voice_oui_mac_add), arguments, context, mac.data(),
+                 mask.data(), word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_ip4(const Arguments &arguments, const Context &context) {
   const Subnet subnet = subnet_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(
-      user_vlan_ip4_add(kLead, context.unit, index_of(arguments), subnet.address, subnet.mask,
-                        word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports),
-      "user_vlan_ip4_add", arguments);
+  return on_rule(SWSH_CALL(user_vlan_ip4_add), arguments, context, subnet.address, subnet.mask,
+                 word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_protocol(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return done(user_port_protocol_vlan_add(
-                  kLead, context.unit, index_of(arguments), kUnused, &ports,
-                  word_of(arguments, "encapsulation"), word_of(arguments, "ethertype"),
-                  word_of(arguments, "vlan"), word_of(arguments, "priority")),
-              "user_port_protocol_vlan_add", arguments);
+  return on_rule(SWSH_CALL(user_port_protocol_vlan_add), arguments, context, kUnused, &ports,
+                 word_of(arguments, "encapsulation"), word_of(arguments, "ethertype"),
+                 word_of(arguments, "vlan"), word_of(arguments, "priority"));
 }
 
-using Delete = int32_t (*)(uint32_t lead, uint32_t unit, int32_t index);
+#define DELETE_RULE(function)                                \
+  [](const Arguments &arguments, const Context &context) {   \
+    return on_rule(SWSH_CALL(function), arguments, context); \
+  }
 
-template <Delete function>
-Answer delete_rule(const Arguments &arguments, const Context &context) {
-  function(kLead, context.unit, index_of(arguments));
-  return {};
+std::string egress_text(const Arguments &arguments) {
+  return "entry " + arguments.word("INDEX");
 }
 
 Answer add_egress(const Arguments &arguments, const Context &context) {
   const Port port = port_of(arguments.number("port"));
-  return done(
-      user_vlan_translate_egress_add(kLead, context.unit, word_of(arguments, "INDEX"), port.chip,
-                                     word_of(arguments, "from"), word_of(arguments, "to")),
-      "user_vlan_translate_egress_add", arguments, "entry ");
+  perform(SWSH_CALL(user_vlan_translate_egress_add), egress_text(arguments), kLead, context.unit,
+          arguments.u32("INDEX"), port.chip, arguments.u32("from"), arguments.u32("to"));
+  return {};
 }
 
 Answer delete_egress(const Arguments &arguments, const Context &context) {
-  return done(user_vlan_translate_egress_delete(kLead, context.unit, word_of(arguments, "INDEX")),
-              "user_vlan_translate_egress_delete", arguments, "entry ");
+  perform(SWSH_CALL(user_vlan_translate_egress_delete), egress_text(arguments), kLead, context.unit,
+          arguments.u32("INDEX"));
+  return {};
 }
 
 Answer init_ingress(const Arguments &, const Context &context) {
-  check_vlan(user_vlan_ingress_convert_block_mode_init(context.unit),
-             "user_vlan_ingress_convert_block_mode_init", "unit " + std::to_string(context.unit));
+  perform(SWSH_CALL(user_vlan_ingress_convert_block_mode_init), context, context.unit);
   return {};
 }
 
@@ -277,17 +268,17 @@ Node delete_commands() {
           .help = "Take a rule away",
           .children = {
               delete_command("translation", "A translation rule", USER_VLAN_TRANSLATE_RULES,
-                             delete_rule<user_vlan_translate_delete>),
+                             DELETE_RULE(user_vlan_translate_delete)),
               delete_command("double-tag", "A double-tagging rule", USER_VLAN_DTAG_RULES,
-                             delete_rule<user_vlan_dtag_delete>),
+                             DELETE_RULE(user_vlan_dtag_delete)),
               delete_command("mac", "A rule by MAC address", USER_VLAN_MAC_RULES,
-                             delete_rule<user_vlan_mac_delete>),
+                             DELETE_RULE(user_vlan_mac_delete)),
               delete_command("ip4", "A rule by IPv4 subnet", USER_VLAN_IP4_RULES,
-                             delete_rule<user_vlan_ip4_delete>),
+                             DELETE_RULE(user_vlan_ip4_delete)),
               delete_command("voice", "A rule for telephones", USER_VLAN_VOICE_RULES,
-                             delete_rule<user_vlan_voice_oui_mac_delete>),
+                             DELETE_RULE(user_vlan_voice_oui_mac_delete)),
               delete_command("protocol", "A rule by protocol", USER_VLAN_PROTOCOL_RULES,
-                             delete_rule<user_port_protocol_vlan_delete>),
+                             DELETE_RULE(user_port_protocol_vlan_delete)),
           }};
 }
 

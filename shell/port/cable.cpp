@@ -4,6 +4,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "port/commands.h"
 #include "text.h"
@@ -81,10 +82,11 @@ void say_wait(const Port &port) {
 Answer test(const Arguments &arguments, const Context &context) {
   const Port port = port_of(arguments.number("PORT"));
   say_wait(port);
+  constexpr auto kTest = SWSH_CALL(User_port_cablediag);
   user_cable_diag_t cable = {};
-  const int32_t result = User_port_cablediag(kLead, context.unit, port.chip, &cable);
+  const int32_t result = perform(kTest, port, kLead, context.unit, port.chip, &cable);
   // Without pairs the test did not start, whatever the result's sign.
-  if (result < 0 || cable.pairs == 0) refuse_port(result, "User_port_cablediag", port.interface);
+  if (cable.pairs == 0) refuse(kTest.name, subject_of(port), result);
   return {Shape::text, {record_of(cable, port)}, drawing(cable, port)};
 }
 

@@ -19,8 +19,8 @@ Node port_cable_command();
 std::vector<Choice> ability_choices();
 
 // What more than one of them reads.
-inline constexpr PortGetter kSpeedGet = {"user_port_speed_get", user_port_speed_get};
-inline constexpr PortGetter kDuplexGet = {"user_port_duplex_get", user_port_duplex_get};
+inline constexpr auto kSpeedGet = SWSH_CALL(user_port_speed_get);
+inline constexpr auto kDuplexGet = SWSH_CALL(user_port_duplex_get);
 
 }  // namespace swsh
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <optional>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "fault.h"
 #include "number_list.h"
@@ -34,8 +35,8 @@ Plan plan_for(const Arguments &arguments, const Context &context, const Port &po
   Plan plan = {.port = port};
   const bool speed = arguments.has("speed");
   const bool duplex = arguments.has("duplex");
-  if (speed) plan.speed = static_cast<uint32_t>(arguments.number("speed"));
-  if (duplex) plan.duplex = static_cast<uint32_t>(arguments.number("duplex"));
+  if (speed) plan.speed = arguments.u32("speed");
+  if (duplex) plan.duplex = arguments.u32("duplex");
   if (speed && !duplex) plan.duplex = present_duplex(context, port);
   if (duplex && !speed) plan.speed = present_speed(context, port);
   return plan;
@@ -55,17 +56,12 @@ uint32_t speed_code(uint32_t speed) {
 void apply_mode(const Arguments &arguments, const Context &context, const Plan &plan) {
   const Port &port = plan.port;
   if (arguments.has("speed")) {
-    check_result(user_port_speed_set(kLead, context.unit, port.chip, plan.speed, plan.duplex),
-                 "user_port_speed_set", port.interface);
+    perform(SWSH_CALL(user_port_speed_set), port, kLead, context.unit, port.chip, plan.speed,
+            plan.duplex);
   } else if (arguments.has("duplex")) {
-    check_result(
-        user_port_duplex_set(kLead, context.unit, port.chip, plan.duplex, speed_code(plan.speed)),
-        "user_port_duplex_set", port.interface);
+    perform(SWSH_CALL(user_port_duplex_set), port, kLead, context.unit, port.chip, plan.duplex,
+            speed_code(plan.speed));
   }
-}
-
-void check(int32_t result, const char *function, const Port &port) {
-  check_result(result, function, port.interface);
 }
 
 // A keyword that stands on its own, and what to do about it.
@@ -74,44 +70,25 @@ struct Setting {
   void (*apply)(const Arguments &, const Context &, const Port &);
 };
 
-// The value of a keyword as the library takes it.
-uint32_t word_of(const Arguments &arguments, const char *keyword) {
-  return static_cast<uint32_t>(arguments.number(keyword));
-}
-
-#define APPLY_WORD(keyword, function)                                                              \
-  [](const Arguments &arguments, const Context &context, const Port &port) {                       \
-    check(function(kLead, context.unit, port.chip, word_of(arguments, keyword)), #function, port); \
+#define APPLY_NUMBER(keyword, function)                                        \
+  [](const Arguments &arguments, const Context &context, const Port &port) {   \
+    write_port(context, port, SWSH_CALL(function), arguments.number(keyword)); \
   }
 
 void apply_advertise(const Arguments &arguments, const Context &context, const Port &port) {
-  const uint32_t ability = word_of(arguments, "advertise");
-  check(user_port_ability_advert_set(kLead, context.unit, port.chip, &ability),
-        "user_port_ability_advert_set", port);
+  const uint32_t ability = arguments.u32("advertise");
+  write_port(context, port, SWSH_CALL(user_port_ability_advert_set), &ability);
 }
 
 void apply_isolation(const Arguments &arguments, const Context &context, const Port &port) {
-  check(user_port_egress_set(kLead, context.unit, port.chip, 0,
-                             bitmap_of(arguments.numbers("isolation"))),
-        "user_port_egress_set", port);
+  perform(SWSH_CALL(user_port_egress_set), port, kLead, context.unit, port.chip, 0,
+          bitmap_of(arguments.numbers("isolation")));
 }
 
 void apply_tpid(const Arguments &arguments, const Context &context, const Port &port) {
-  const uint32_t entry = arguments.has("entry") ? word_of(arguments, "entry") : 0;
-  check(user_port_tpid_set(kLead, context.unit, port.chip, word_of(arguments, "tpid"), entry),
-        "user_port_tpid_set", port);
-}
-
-void apply_ingress(const Arguments &arguments, const Context &context, const Port &port) {
-  check(user_port_ingress_rate_set(kLead, context.unit, port.chip,
-                                   static_cast<int32_t>(arguments.number("ingress"))),
-        "user_port_ingress_rate_set", port);
-}
-
-void apply_egress(const Arguments &arguments, const Context &context, const Port &port) {
-  check(user_port_egress_rate_set(kLead, context.unit, port.chip,
-                                  static_cast<int32_t>(arguments.number("egress"))),
-        "user_port_egress_rate_set", port);
+  const uint32_t entry = arguments.has("entry") ? arguments.u32("entry") : 0;
+  perform(SWSH_CALL(user_port_tpid_set), port, kLead, context.unit, port.chip,
+          arguments.u32("tpid"), entry);
 }
 
 Type learning_type() {
@@ -134,48 +111,48 @@ const std::vector<Setting> &settings() {
   constexpr int64_t kHighestRate = 1048575 * 16;
   static const std::vector<Setting> all = {
       {{.name = "admin", .type = on_off(), .help = "Whether the port is switched on"},
-       APPLY_WORD("admin", user_port_enable_set)},
+       APPLY_NUMBER("admin", user_port_enable_set)},
       {{.name = "advertise",
         .type = choice_list(ability_choices()),
         .help = "What autonegotiation offers, such as 100-full,pause"},
        apply_advertise},
       {{.name = "autoneg", .type = on_off(), .help = "Autonegotiation"},
-       APPLY_WORD("autoneg", user_port_autoneg_set)},
+       APPLY_NUMBER("autoneg", user_port_autoneg_set)},
       {{.name = "pause", .type = on_off(), .help = "Flow control"},
-       APPLY_WORD("pause", user_port_pause_set)},
+       APPLY_NUMBER("pause", user_port_pause_set)},
       {{.name = "backpressure", .type = on_off(), .help = "Collisions on purpose in half duplex"},
-       APPLY_WORD("backpressure", user_port_backpressure_set)},
+       APPLY_NUMBER("backpressure", user_port_backpressure_set)},
       {{.name = "mdix", .type = mdix_type(), .help = "Which pairs the port sends on"},
-       APPLY_WORD("mdix", user_port_mdix_set)},
+       APPLY_NUMBER("mdix", user_port_mdix_set)},
       {{.name = "eee", .type = on_off(), .help = "Energy-efficient Ethernet"},
-       APPLY_WORD("eee", user_eee_portEnable_set)},
+       APPLY_NUMBER("eee", user_eee_portEnable_set)},
       {{.name = "loopback",
         .type = on_off(),
         .help = "Whether the MAC sends its own frames back to itself"},
-       APPLY_WORD("loopback", user_port_loopback_set)},
+       APPLY_NUMBER("loopback", user_port_loopback_set)},
       {{.name = "mtu",
         .type = number(64, 16383, "bytes"),
         .help = "Longest frame, for all ports of the unit"},
-       APPLY_WORD("mtu", user_port_jumboframe_set)},
+       APPLY_NUMBER("mtu", user_port_jumboframe_set)},
       {{.name = "learning", .type = learning_type(), .help = "What new source addresses lead to"},
-       APPLY_WORD("learning", user_port_learn_set)},
+       APPLY_NUMBER("learning", user_port_learn_set)},
       {{.name = "isolation", .type = interface_list(0), .help = "Ports it may send to, 0 the CPU"},
        apply_isolation},
       {{.name = "vlan", .type = number(1, 4094), .help = "VLAN of untagged frames"},
-       APPLY_WORD("vlan", user_port_untagged_vlan_set)},
+       APPLY_NUMBER("vlan", user_port_untagged_vlan_set)},
       {{.name = "filter", .type = on_off(), .help = "Refuse frames of foreign VLANs"},
-       APPLY_WORD("filter", user_port_ifilter_set)},
+       APPLY_NUMBER("filter", user_port_ifilter_set)},
       {{.name = "dtag", .type = on_off(), .help = "Double-tag mode"},
-       APPLY_WORD("dtag", user_port_dtag_mode_set)},
+       APPLY_NUMBER("dtag", user_port_dtag_mode_set)},
       {{.name = "tpid", .type = number(0, 0xffff), .help = "Tag protocol identifier"}, apply_tpid},
       {{.name = "entry",
         .type = number(0, 3),
         .help = "Place of tpid in the switch's tables; 0 if not given"},
        nullptr},
       {{.name = "ingress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it takes in"},
-       apply_ingress},
+       APPLY_NUMBER("ingress", user_port_ingress_rate_set)},
       {{.name = "egress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it sends"},
-       apply_egress},
+       APPLY_NUMBER("egress", user_port_egress_rate_set)},
   };
   return all;
 }

@@ -1,26 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include <string>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "port/commands.h"
 
 namespace swsh {
 namespace {
 
-constexpr PortGetter kLinkGet = {"user_port_link_status_get", user_port_link_status_get};
-constexpr PortGetter kMediumGet = {"user_port_media_type_get", user_port_media_type_get};
-constexpr PortGetter kLoopbackGet = {"user_port_loopback_get", user_port_loopback_get};
-constexpr PortGetter kSpeedMax = {"user_port_speed_max", user_port_speed_max};
-constexpr PortGetter kAdminGet = {"user_port_enable_get", user_port_enable_get};
-constexpr PortGetter kAutonegGet = {"user_port_autoneg_get", user_port_autoneg_get};
-constexpr PortGetter kAdvertiseGet = {"user_port_ability_advert_get", user_port_ability_advert_get};
-constexpr PortGetter kPauseGet = {"user_port_pause_get", user_port_pause_get};
-constexpr PortGetter kPauseState = {"user_port_pause_get_stat", user_port_pause_get_stat};
-constexpr PortGetter kMdixGet = {"user_port_mdix_get", user_port_mdix_get};
-constexpr PortGetter kMtuGet = {"user_port_jumboframe_get", user_port_jumboframe_get};
-constexpr PortGetter kLearnGet = {"user_port_learn_get", user_port_learn_get};
-constexpr PortGetter kDtagGet = {"user_port_dtag_mode_get", user_port_dtag_mode_get};
-constexpr PortGetter kEeeGet = {"user_eee_portEnable_get", user_eee_portEnable_get};
+constexpr auto kLinkGet = SWSH_CALL(user_port_link_status_get);
+constexpr auto kMediumGet = SWSH_CALL(user_port_media_type_get);
+constexpr auto kLoopbackGet = SWSH_CALL(user_port_loopback_get);
+constexpr auto kSpeedMax = SWSH_CALL(user_port_speed_max);
+constexpr auto kAdminGet = SWSH_CALL(user_port_enable_get);
+constexpr auto kAutonegGet = SWSH_CALL(user_port_autoneg_get);
+constexpr auto kAdvertiseGet = SWSH_CALL(user_port_ability_advert_get);
+constexpr auto kPauseGet = SWSH_CALL(user_port_pause_get);
+constexpr auto kPauseState = SWSH_CALL(user_port_pause_get_stat);
+constexpr auto kMdixGet = SWSH_CALL(user_port_mdix_get);
+constexpr auto kMtuGet = SWSH_CALL(user_port_jumboframe_get);
+constexpr auto kLearnGet = SWSH_CALL(user_port_learn_get);
+constexpr auto kDtagGet = SWSH_CALL(user_port_dtag_mode_get);
+constexpr auto kEeeGet = SWSH_CALL(user_eee_portEnable_get);
 
 void add_speed(Record &record, uint32_t speed) {
   if (speed == USER_SPEED_UNKNOWN) {
@@ -54,20 +55,9 @@ std::vector<Choice> learn_modes() {
       {"on", USER_LEARN_ON, ""}, {"off", USER_LEARN_DISCARD, ""}, {"cpu", USER_LEARN_TO_CPU, ""}};
 }
 
-// Getters whose values are not words of 32 bits.
-template <typename Value>
-Value read_value(const Context &context, const Port &port, const char *name,
-                 int32_t (*getter)(uint32_t, uint32_t, int32_t, Value *)) {
-  Value value = {};
-  check_result(getter(kLead, context.unit, port.chip, &value), name, port.interface);
-  return value;
-}
-
 std::vector<int64_t> isolation(const Context &context, const Port &port) {
-  user_pbmp_t ports = {};
-  check_result(user_port_egress_get(kLead, context.unit, port.chip, 0, &ports),
-               "user_port_egress_get", port.interface);
-  return interfaces_in(ports);
+  return interfaces_in(
+      ask(SWSH_CALL(user_port_egress_get), port, kLead, context.unit, port.chip, 0));
 }
 
 std::string tpid_text(uint16_t tpid) {
@@ -85,7 +75,7 @@ void add_rate(Record &record, const char *key, int32_t rate) {
 }
 
 void add_link_settings(Record &record, const Context &context, const Port &port) {
-  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  const auto read = [&](const auto &getter) { return read_port(context, port, getter); };
   add_switch(record, "admin", read(kAdminGet) != 0);
   add_switch(record, "autoneg", read(kAutonegGet) != 0);
   record.add_detail("advertise", ability_names(read(kAdvertiseGet)));
@@ -96,23 +86,20 @@ void add_link_settings(Record &record, const Context &context, const Port &port)
 }
 
 void add_frame_settings(Record &record, const Context &context, const Port &port) {
-  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  const auto read = [&](const auto &getter) { return read_port(context, port, getter); };
   record.add_detail("mtu", int64_t{read(kMtuGet)});
   record.add_detail("learning", word_value(learn_modes(), read(kLearnGet)));
   record.add_detail("isolation", isolation(context, port));
-  record.add_detail("vlan", int64_t{read_value(context, port, "user_port_untagged_vlan_get",
-                                               user_port_untagged_vlan_get)});
+  record.add_detail("vlan", int64_t{read(SWSH_CALL(user_port_untagged_vlan_get))});
   add_switch(record, "dtag", read(kDtagGet) != 0);
-  const auto tpid = read_value(context, port, "user_port_tpid_get", user_port_tpid_get);
+  const uint16_t tpid = read(SWSH_CALL(user_port_tpid_get));
   record.add_detail("tpid", int64_t{tpid}, tpid_text(tpid));
-  add_rate(record, "ingress",
-           read_value(context, port, "user_port_ingress_rate_get", user_port_ingress_rate_get));
-  add_rate(record, "egress",
-           read_value(context, port, "user_port_egress_rate_get", user_port_egress_rate_get));
+  add_rate(record, "ingress", read(SWSH_CALL(user_port_ingress_rate_get)));
+  add_rate(record, "egress", read(SWSH_CALL(user_port_egress_rate_get)));
 }
 
 Record port_record(const Context &context, const Port &port) {
-  const auto read = [&](const PortGetter &getter) { return read_port(context, port, getter); };
+  const auto read = [&](const auto &getter) { return read_port(context, port, getter); };
   const bool loopback = read(kLoopbackGet) != 0;
   Record record;
   record.add("port", port.interface);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <thread>
 
+#include "chip/call.h"
 #include "chip/lead.h"
 #include "port/commands.h"
 
@@ -16,17 +17,12 @@ uint64_t number_of(const user_counter_t &counter) {
 }
 
 uint64_t read_counter(const Context &context, const Port &port, uint32_t counter) {
-  user_counter_t value = {};
-  check_result(user_port_packetstat_get(kLead, context.unit, port.chip, counter, &value),
-               "user_port_packetstat_get", port.interface);
-  return number_of(value);
+  return number_of(
+      ask(SWSH_CALL(user_port_packetstat_get), port, kLead, context.unit, port.chip, counter));
 }
 
 uint64_t read_sum(const Context &context, const Port &port, int32_t kind) {
-  user_counter_t value = {};
-  check_result(user_stat_port_get(kLead, context.unit, port.chip, kind, &value),
-               "user_stat_port_get", port.interface);
-  return number_of(value);
+  return number_of(ask(SWSH_CALL(user_stat_port_get), port, kLead, context.unit, port.chip, kind));
 }
 
 // One reading of a port, and how its columns are called.
@@ -99,8 +95,7 @@ Answer stats(const Arguments &arguments, const Context &context) {
 
 Answer clear(const Arguments &arguments, const Context &context) {
   for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    check_result(user_port_packetstat_clear(kLead, context.unit, port.chip),
-                 "user_port_packetstat_clear", port.interface);
+    perform(SWSH_CALL(user_port_packetstat_clear), port, kLead, context.unit, port.chip);
   return {};
 }
 
