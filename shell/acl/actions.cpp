@@ -147,16 +147,25 @@ bool reads_as(const Name &name, const chip_acl_action &record) {
   return name.kind_word == kNoWord || record.word[name.kind_word] == name.kind;
 }
 
-std::string subject_text(const Name &name, uint32_t value) {
-  if (name.subject != Subject::interface) return std::to_string(value);
-  const auto interface = Interfaces().of(static_cast<int32_t>(value));
-  if (interface) return std::to_string(*interface);
-  return 'p' + std::to_string(value);
+ReadAction read_action(const Name &name, const chip_acl_action &record) {
+  if (name.subject_word == kNoWord) return {name.word, std::nullopt, std::nullopt};
+  const int64_t value = record.word[name.subject_word];
+  if (name.subject != Subject::interface) return {name.word, value, std::nullopt};
+  return {name.word, Interfaces().of(static_cast<int32_t>(value)), value};
 }
 
-std::string name_text(const Name &name, const chip_acl_action &record) {
-  if (name.subject_word == kNoWord) return name.word;
-  return std::string(name.word) + ':' + subject_text(name, record.word[name.subject_word]);
+std::string action_text(const ReadAction &action) {
+  if (action.parameter) return action.name + ':' + std::to_string(*action.parameter);
+  if (action.chip_port) return action.name + ":p" + std::to_string(*action.chip_port);
+  return action.name;
+}
+
+Record action_record(const ReadAction &action) {
+  Record record;
+  record.add("action", action.name);
+  record.add("parameter", action.parameter ? Value(*action.parameter) : Value(nullptr));
+  if (action.chip_port) record.add("chip_port", *action.chip_port);
+  return record;
 }
 
 }  // namespace
@@ -180,18 +189,30 @@ void add_action(const PlannedAction &action, uint32_t unit, int32_t rule) {
           action.action, &action.param0, &action.param1);
 }
 
-std::vector<std::string> action_words(const chip_acl_action &record) {
-  std::vector<std::string> all;
+std::vector<ReadAction> actions_in(const chip_acl_action &record) {
+  std::vector<ReadAction> all;
   std::array<bool, CHIP_ACL_ACTION_WORDS> read = {};
   for (const Name &name : kNames) {
     if (!reads_as(name, record)) continue;
-    all.push_back(name_text(name, record));
+    all.push_back(read_action(name, record));
     for (size_t word = name.first; word < name.end; ++word) read[word] = true;
   }
   for (size_t word = 0; word < CHIP_ACL_ACTION_WORDS; ++word)
     if (!read[word] && record.word[word] != 0)
-      all.push_back('w' + std::to_string(word) + '=' + std::to_string(record.word[word]));
+      all.push_back({'w' + std::to_string(word), record.word[word], std::nullopt});
   return all;
+}
+
+std::string actions_text(const std::vector<ReadAction> &actions) {
+  std::vector<std::string> texts;
+  for (const ReadAction &action : actions) texts.push_back(action_text(action));
+  return join(texts, ",");
+}
+
+std::vector<Record> action_records(const std::vector<ReadAction> &actions) {
+  std::vector<Record> records;
+  for (const ReadAction &action : actions) records.push_back(action_record(action));
+  return records;
 }
 
 }  // namespace swsh

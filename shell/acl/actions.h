@@ -5,6 +5,7 @@
 
 #include <swctl/platform/field_records.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,20 @@ std::vector<PlannedAction> actions_of(const std::string &word);
 // Throws a CommandError that names the action if the chip refuses it.
 void add_action(const PlannedAction &action, uint32_t unit, int32_t rule);
 
-// The actions that a record holds, in the same words. Words of the record that
-// belong to none of them are "w26=1".
-std::vector<std::string> action_words(const chip_acl_action &record);
+// An action that was read back.
+struct ReadAction {
+  std::string name;
+  std::optional<int64_t> parameter;
+  std::optional<int64_t> chip_port;  // of an action that names a port
+};
+
+// The actions that a record holds. Words of the record that belong to none of
+// them have names such as w26.
+std::vector<ReadAction> actions_in(const chip_acl_action &record);
+
+// As action_parameter() takes them; a port without an interface is p27.
+std::string actions_text(const std::vector<ReadAction> &actions);
+std::vector<Record> action_records(const std::vector<ReadAction> &actions);
 
 }  // namespace swsh
 

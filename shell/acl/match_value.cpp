@@ -161,6 +161,12 @@ std::string match_text(Notation notation, int bits, const MatchValue &value) {
   return number_text(notation, bits, value);
 }
 
+Value match_field(Notation notation, int bits, const MatchValue &value) {
+  const bool is_number = notation == Notation::decimal || notation == Notation::hexadecimal;
+  if (!is_number) return match_text(notation, bits, value);
+  return Record().add("value", int64_t{value.number}).add("mask", int64_t{value.mask});
+}
+
 std::string match_expected(Notation notation, int bits) {
   switch (notation) {
     case Notation::mac: return "an address such as 01:80:c2:00:00:00, or ADDRESS/MASK";

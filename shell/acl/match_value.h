@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string>
 
+#include "output/record.h"
+
 namespace swsh {
 
 inline constexpr size_t kAddressBytes = 16;
@@ -32,6 +34,9 @@ MatchValue parse_match(Notation notation, int bits, const std::string &word);
 
 // The same the other way round; a full mask is left out.
 std::string match_text(Notation notation, int bits, const MatchValue &value);
+
+// What a record holds of it: a number with its mask, or an address as text.
+Value match_field(Notation notation, int bits, const MatchValue &value);
 
 // What parse_match() takes, for a message.
 std::string match_expected(Notation notation, int bits);

@@ -123,11 +123,12 @@ Type codes_type(const Code (&codes)[Count]) {
   return choice(std::move(choices));
 }
 
+// The number that the library's caller gives for the chip's code, or the code.
 template <size_t Count>
-std::string code_word(const Code (&codes)[Count], uint8_t chip) {
+int64_t code_number(const Code (&codes)[Count], uint8_t chip) {
   for (const Code &code : codes)
-    if (code.chip == chip) return code.word;
-  return std::to_string(chip);
+    if (code.chip == chip) return code.number;
+  return chip;
 }
 
 Type type_of(const Qualifier &qualifier) {
@@ -206,12 +207,15 @@ std::vector<int64_t> interfaces_in(const uint8_t *mask) {
   return interfaces;
 }
 
-std::string protocol_text(const uint8_t *data, const uint8_t *mask) {
-  if (mask[0] == UINT8_MAX && mask[1] == 0) return code_word(kProtocols, data[0]);
-  return std::to_string(host_number(data, 2) - kOtherProtocols);
+Value protocol_field(const uint8_t *data, const uint8_t *mask) {
+  const bool coded = mask[0] == UINT8_MAX && mask[1] == 0;
+  if (!coded) return int64_t{host_number(data, 2) - kOtherProtocols};
+  for (const Code &code : kProtocols)
+    if (code.chip == data[0]) return code.word;
+  return int64_t{data[0]};
 }
 
-std::string masked_text(const Qualifier &qualifier, const uint8_t *data, const uint8_t *mask) {
+MatchValue masked_value(const Qualifier &qualifier, const uint8_t *data, const uint8_t *mask) {
   MatchValue value;
   memcpy(value.address.data(), data, kAddressBytes);
   memcpy(value.address_mask.data(), mask, kAddressBytes);
@@ -222,18 +226,24 @@ std::string masked_text(const Qualifier &qualifier, const uint8_t *data, const u
     value.number >>= kDscpShift;
     value.mask >>= kDscpShift;
   }
-  return match_text(qualifier.notation, qualifier.bits, value);
+  return value;
 }
 
-Value shown_value(const Qualifier &qualifier, const uint8_t *data, const uint8_t *mask) {
+void add_masked(Record &record, const Qualifier &qualifier, const MatchValue &value) {
+  record.add(qualifier.keyword, match_field(qualifier.notation, qualifier.bits, value),
+             match_text(qualifier.notation, qualifier.bits, value));
+}
+
+void add_condition(Record &record, const Qualifier &qualifier, const uint8_t *data,
+                   const uint8_t *mask) {
+  const char *name = qualifier.keyword;
   switch (qualifier.style) {
-    case Style::ports: return interfaces_in(mask);
-    case Style::protocol: return protocol_text(data, mask);
-    case Style::frame_type: return code_word(kFrameTypes, data[0]);
-    case Style::ip_type: return code_word(kIpTypes, data[0]);
-    case Style::masked: break;
+    case Style::ports: record.add(name, interfaces_in(mask)); return;
+    case Style::protocol: record.add(name, protocol_field(data, mask)); return;
+    case Style::frame_type: record.add(name, code_number(kFrameTypes, data[0])); return;
+    case Style::ip_type: record.add(name, code_number(kIpTypes, data[0])); return;
+    case Style::masked: add_masked(record, qualifier, masked_value(qualifier, data, mask)); return;
   }
-  return masked_text(qualifier, data, mask);
 }
 
 // DSCP and traffic class are one field: six bits of it are a DSCP.
@@ -274,7 +284,7 @@ Record match_record(const swctl_platform_acl_rule &rule) {
   Record record;
   for (const Qualifier &each : kQualifiers)
     if (is_shown(each, rule))
-      record.add(each.keyword, shown_value(each, rule.data[each.field], rule.mask[each.field]));
+      add_condition(record, each, rule.data[each.field], rule.mask[each.field]);
   return record;
 }
 

@@ -13,7 +13,6 @@
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/registry.h"
-#include "output/writer.h"
 
 namespace swsh {
 namespace {
@@ -38,8 +37,9 @@ Record rule_record(const swctl_platform_acl_rule &rule) {
   Record record;
   record.add("rule", int64_t{rule.index});
   record.add("enabled", rule.valid != 0);
-  record.add("match", match, match.fields.empty() ? "all" : words_text(match));
-  record.add("actions", action_words(rule.action));
+  record.add("match", match, match.fields.empty() ? "all" : "");
+  const std::vector<ReadAction> actions = actions_in(rule.action);
+  record.add("actions", action_records(actions), actions_text(actions));
   if (rule.written[CHIP_ACL_FIELD_TEMPLATE] != 0) {
     record.add_detail("template", int64_t{rule.data[CHIP_ACL_FIELD_TEMPLATE][0]});
   } else {

@@ -2,7 +2,7 @@
 #include <swctl/platform/qos_read.h>
 #include <swctl/qos.h>
 
-#include <algorithm>
+#include <numeric>
 
 #include "chip/call.h"
 #include "chip/optional_call.h"
@@ -20,7 +20,6 @@ constexpr int64_t kLastPriority = USER_QOS_PRIORITIES - 1;
 constexpr int64_t kLastQueue = USER_QOS_QUEUES - 1;
 constexpr int64_t kLastCodePoint = 63;
 constexpr int64_t kMaxWeight = 0xffff;
-constexpr size_t kBarLength = 40;
 
 std::string priority_text(int64_t priority) {
   return "priority " + std::to_string(priority);
@@ -187,10 +186,23 @@ std::vector<Choice> modes() {
           {"weighted-0", USER_QOS_SCHEDULE_WEIGHTED_0, "Shares by weight, algorithm 0"}};
 }
 
-// The longest bar is the greatest weight's; a strict queue takes what it wants.
-std::string bar(uint32_t weight, uint32_t greatest) {
-  if (weight == 0) return "strict";
-  return std::string(std::max<size_t>(1, weight * kBarLength / greatest), '#');
+// In percent of what strict queues leave; those take what they want.
+void add_share(Record &record, uint32_t weight, uint64_t sum) {
+  if (weight == 0) {
+    record.add("share", nullptr, "strict");
+    return;
+  }
+  const uint64_t percent = (100 * uint64_t{weight} + sum / 2) / sum;
+  record.add("share", percent, std::to_string(percent) + " %");
+}
+
+Record queue_record(uint32_t queue, uint32_t mode, uint32_t weight, uint64_t sum) {
+  Record record;
+  record.add("queue", int64_t{queue});
+  record.add("schedule", word_value(modes(), mode));
+  record.add("weight", int64_t{weight});
+  add_share(record, weight, sum);
+  return record;
 }
 
 Answer show_schedule(const Arguments &, const Context &context) {
@@ -198,14 +210,10 @@ Answer show_schedule(const Arguments &, const Context &context) {
   uint32_t mode = 0;
   uint32_t weights[USER_QOS_QUEUES] = {};
   perform(SWSH_CALL(user_qos_schedule_get), context, &mode, weights);
-  const uint32_t greatest = *std::ranges::max_element(weights);
+  const auto sum = std::accumulate(std::begin(weights), std::end(weights), uint64_t{0});
   Answer answer = {Shape::table, {}, ""};
   for (uint32_t queue = 0; queue < USER_QOS_QUEUES; ++queue)
-    answer.records.push_back(Record()
-                                 .add("queue", int64_t{queue})
-                                 .add("schedule", word_value(modes(), mode))
-                                 .add("weight", int64_t{weights[queue]})
-                                 .add("share", bar(weights[queue], greatest)));
+    answer.records.push_back(queue_record(queue, mode, weights[queue], sum));
   return answer;
 }
 

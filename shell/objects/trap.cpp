@@ -67,10 +67,16 @@ Record trap_record(const Trap &trap, uint32_t action) {
       .add("action", word_value(trap_actions(), action));
 }
 
+Record &add_all_ports(Record &record) {
+  std::vector<int64_t> interfaces;
+  for (const Port &port : front_ports()) interfaces.push_back(port.interface);
+  return record.add("ports", interfaces, "all");
+}
+
 Record switch_wide_record(const Trap &trap, const Context &context) {
   Record record =
       trap_record(trap, ask(kFrameAction, std::string(trap.frames), context.unit, trap.code));
-  record.add("ports", nullptr, "all");
+  add_all_ports(record);
   record.add("passes_blocked", nullptr);
   return record;
 }
@@ -78,7 +84,7 @@ Record switch_wide_record(const Trap &trap, const Context &context) {
 Record group_trap_record(const Trap &trap, const Context &context) {
   Record record =
       trap_record(trap, ask(kGroupAction, std::string(trap.frames), context.unit, trap.code));
-  record.add("ports", nullptr, "all");
+  add_all_ports(record);
   if (trap.code != CHIP_TRAP_GROUP_LACP) return record.add("passes_blocked", nullptr);
   const uint32_t passes =
       ask(kBypass, std::string(trap.frames), context.unit, CHIP_TRAP_BYPASS_SLOW_PROTOCOLS);

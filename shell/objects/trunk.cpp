@@ -41,13 +41,16 @@ constexpr TrunkHash kTrunkHashes[] = {
      CHIP_TRUNK_HASH_SOURCE_IP | CHIP_TRUNK_HASH_DESTINATION_IP},
 };
 
+uint32_t read_hash(const Context &context) {
+  return ask(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get), context, context.unit,
+             CHIP_TRUNK_ALGORITHM);
+}
+
 // The word of what the chip hashes; its bits where trunk hash has no word.
-std::string read_hash(const Context &context) {
-  const uint32_t bits = ask(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get), context,
-                            context.unit, CHIP_TRUNK_ALGORITHM);
+Record &add_hash(Record &record, uint32_t bits) {
   for (const TrunkHash &each : kTrunkHashes)
-    if (each.bits == bits) return each.word;
-  return hexadecimal(bits);
+    if (each.bits == bits) return record.add("hash", std::string(each.word));
+  return record.add("hash", int64_t{bits}, hexadecimal(bits));
 }
 
 std::vector<swctl_platform_trunk> read_trunks(const Context &context) {
@@ -60,14 +63,14 @@ std::vector<swctl_platform_trunk> read_trunks(const Context &context) {
 Answer show_trunks(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const Interfaces interfaces;
-  const std::string hash = read_hash(context);
+  const uint32_t hash = read_hash(context);
   Answer answer = {Shape::table, {}, ""};
   for (const swctl_platform_trunk &trunk : read_trunks(context)) {
     if (arguments.has("TRUNK") && arguments.number("TRUNK") != trunk.index) continue;
-    answer.records.push_back(Record()
-                                 .add("trunk", int64_t{trunk.index})
-                                 .add("ports", interfaces_of(interfaces, trunk.members))
-                                 .add("hash", hash));
+    Record record;
+    record.add("trunk", int64_t{trunk.index});
+    record.add("ports", interfaces_of(interfaces, trunk.members));
+    answer.records.push_back(add_hash(record, hash));
   }
   return answer;
 }
@@ -91,8 +94,10 @@ Answer del(const Arguments &arguments, const Context &context) {
 
 Answer hash(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  if (!arguments.has("FIELDS"))
-    return {Shape::detail, {Record().add("hash", read_hash(context))}, ""};
+  if (!arguments.has("FIELDS")) {
+    Record record;
+    return {Shape::detail, {add_hash(record, read_hash(context))}, ""};
+  }
   perform(SWSH_CALL(user_trunk_loadbalance_set), context, kLead, context.unit, 0u,
           arguments.u32("FIELDS"));
   return {};

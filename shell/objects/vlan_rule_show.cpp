@@ -9,7 +9,6 @@
 #include "acl/match_value.h"
 #include "chip/optional_call.h"
 #include "objects/vlan_rule.h"
-#include "output/writer.h"
 #include "text.h"
 
 namespace swsh {
@@ -52,8 +51,10 @@ MatchValue number_of(const Matched &matched) {
 }
 
 template <typename Word>
-std::string number_text_of(Notation notation, const Matched &matched) {
-  return match_text(notation, 8 * sizeof(Word), number_of<Word>(matched));
+void add_number(Record &match, const char *name, Notation notation, const Matched &matched) {
+  constexpr int kBits = 8 * sizeof(Word);
+  const auto value = number_of<Word>(matched);
+  match.add(name, match_field(notation, kBits, value), match_text(notation, kBits, value));
 }
 
 std::string mac_match_text(const Matched &matched) {
@@ -73,24 +74,24 @@ std::vector<int64_t> interfaces_of_bitmap(const uint8_t *bytes) {
   return interfaces;
 }
 
-std::string tag_state_word(uint16_t state) {
-  return word_for(
+Value tag_state_word(uint16_t state) {
+  return word_value(
       {{"tagged", ADP_FP_TAG_STATE_TAGGED, ""}, {"untagged", ADP_FP_TAG_STATE_UNTAGGED, ""}},
       state);
 }
 
-std::string encapsulation_word(uint32_t code) {
-  return word_for({{"ethernet", ADP_FP_ENCAPSULATION_ETHERNET, ""},
-                   {"llc", ADP_FP_ENCAPSULATION_LLC, ""},
-                   {"snap", ADP_FP_ENCAPSULATION_SNAP, ""}},
-                  code);
+Value encapsulation_word(uint32_t code) {
+  return word_value({{"ethernet", ADP_FP_ENCAPSULATION_ETHERNET, ""},
+                     {"llc", ADP_FP_ENCAPSULATION_LLC, ""},
+                     {"snap", ADP_FP_ENCAPSULATION_SNAP, ""}},
+                    code);
 }
 
 void add_match(Record &match, const ShownRuleKind &kind, const Matched &matched) {
   switch (matched.kind) {
     case ADP_FP_QUALIFIER_SOURCE_MAC: match.add("mac", mac_match_text(matched)); return;
     case ADP_FP_QUALIFIER_SOURCE_IP4:
-      match.add("subnet", number_text_of<uint32_t>(Notation::ip, matched));
+      add_number<uint32_t>(match, "subnet", Notation::ip, matched);
       return;
     case ADP_FP_QUALIFIER_INGRESS_PORTS:
       match.add("ports", interfaces_of_bitmap(matched.value));
@@ -99,10 +100,10 @@ void add_match(Record &match, const ShownRuleKind &kind, const Matched &matched)
       match.add("frames", tag_state_word(word_in<uint16_t>(matched.value)));
       return;
     case ADP_FP_QUALIFIER_RECEIVED_VLAN:
-      match.add(kind.received_vlan, number_text_of<uint16_t>(Notation::decimal, matched));
+      add_number<uint16_t>(match, kind.received_vlan, Notation::decimal, matched);
       return;
     case ADP_FP_QUALIFIER_ETHERTYPE:
-      match.add("ethertype", number_text_of<uint16_t>(Notation::hexadecimal, matched));
+      add_number<uint16_t>(match, "ethertype", Notation::hexadecimal, matched);
       return;
     case ADP_FP_QUALIFIER_ENCAPSULATION:
       match.add("encapsulation", encapsulation_word(word_in<uint32_t>(matched.value)));
@@ -133,8 +134,8 @@ Record rule_record(const ShownRuleKind &kind, const swctl_platform_entity_rule &
   Record record;
   record.add("kind", std::string(kind.word));
   record.add("index", int64_t{rule.index} - kind.first);
-  record.add("match", match, words_text(match));
-  record.add("sets", settings, words_text(settings));
+  record.add("match", match);
+  record.add("sets", settings);
   return record;
 }
 

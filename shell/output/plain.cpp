@@ -12,13 +12,6 @@ namespace {
 constexpr size_t kGap = 2;
 constexpr char kNothing[] = "-";
 
-// Nested records in one line: key=value,key=value
-std::string inline_text(const Record &record) {
-  std::vector<std::string> parts;
-  for (const Field &field : record.fields) parts.push_back(field.key + '=' + plain_text(field));
-  return join(parts, ",");
-}
-
 struct PlainText {
   std::string operator()(std::nullptr_t) const { return ""; }
   std::string operator()(bool value) const { return value ? "yes" : "no"; }
@@ -29,11 +22,11 @@ struct PlainText {
     return number_list_text(value);
   }
   std::string operator()(const std::vector<std::string> &value) const { return join(value, ","); }
-  std::string operator()(const Record &value) const { return inline_text(value); }
+  std::string operator()(const Record &value) const { return words_text(value); }
   std::string operator()(const std::vector<Record> &value) const {
     std::vector<std::string> parts;
-    for (const Record &record : value) parts.push_back(inline_text(record));
-    return join(parts, " ");
+    for (const Record &record : value) parts.push_back(words_text(record));
+    return join(parts, ", ");
   }
 };
 
@@ -80,7 +73,10 @@ size_t longest_key(const Record &record) {
   return longest;
 }
 
+// What a detail indents below the field's name; nothing where a person reads
+// something else.
 std::vector<Record> nested_records(const Field &field) {
+  if (!field.shown.empty()) return {};
   if (const auto *record = std::get_if<Record>(&field.value)) return {*record};
   if (const auto *records = std::get_if<std::vector<Record>>(&field.value)) return *records;
   return {};

@@ -24,7 +24,7 @@ A rule is written with its conditions and actions; it takes effect with enable:
   template  -
   double    no
   $ swctl -j acl show 300
-  [{"rule":300,"enabled":true,"match":{"protocol":"tcp","src-ip":"10.0.0.0/255.0.0.0","dscp":"46","dst-port":"80"},"actions":["drop","redirect:25","meter:3"],"template":null,"double":false}]
+  [{"rule":300,"enabled":true,"match":{"protocol":"tcp","src-ip":"10.0.0.0/255.0.0.0","dscp":{"value":46,"mask":63},"dst-port":{"value":80,"mask":65535}},"actions":[{"action":"drop","parameter":null},{"action":"redirect","parameter":25,"chip_port":24},{"action":"meter","parameter":3}],"template":null,"double":false}]
   $ swctl acl enable 7
   $ swctl -j acl show 7 | grep -o '"enabled":true'
   "enabled":true
@@ -40,7 +40,8 @@ What is written reads back:
   $ swctl acl del 7,300
   $ while read -r condition; do
   >   swctl acl add 9 $condition
-  >   swctl -j acl show 9 | sed 's/.*"match":\({[^}]*}\).*/\1/'
+  >   swctl acl show 9 | tail -n 1
+  >   swctl -j acl show 9 | jq -c .[].match
   >   swctl acl del 9
   > done <<CONDITIONS
   > in-ports 0,25,26
@@ -66,53 +67,94 @@ What is written reads back:
   > src-port 67
   > dst-port 65535/0xff00
   > CONDITIONS
+  9     no       in-ports 0,25,26  -
   {"in-ports":[0,25,26]}
+  9     no       dst-mac 02:00:5e:00:00:01  -
   {"dst-mac":"02:00:5e:00:00:01"}
+  9     no       src-mac 02:00:5e:00:00:01/ff:00:00:00:00:00  -
   {"src-mac":"02:00:5e:00:00:01/ff:00:00:00:00:00"}
-  {"ethertype":"0x800/0xff00"}
-  {"outer-vlan":"10/0xfff"}
-  {"outer-vlan-id":"4094"}
-  {"outer-priority":"5/0x7"}
-  {"inner-vlan":"35"}
-  {"inner-vlan-id":"10/0x0"}
-  {"inner-priority":"7"}
-  {"frame-type":"3"}
-  {"ip-type":"10"}
+  9     no       ethertype 0x800/0xff00  -
+  {"ethertype":{"value":2048,"mask":65280}}
+  9     no       outer-vlan 10/0xfff  -
+  {"outer-vlan":{"value":10,"mask":4095}}
+  9     no       outer-vlan-id 4094  -
+  {"outer-vlan-id":{"value":4094,"mask":65535}}
+  9     no       outer-priority 5/0x7  -
+  {"outer-priority":{"value":5,"mask":7}}
+  9     no       inner-vlan 35  -
+  {"inner-vlan":{"value":35,"mask":255}}
+  9     no       inner-vlan-id 10/0x0  -
+  {"inner-vlan-id":{"value":10,"mask":0}}
+  9     no       inner-priority 7  -
+  {"inner-priority":{"value":7,"mask":255}}
+  9     no       frame-type 3  -
+  {"frame-type":3}
+  9     no       ip-type 10  -
+  {"ip-type":10}
+  9     no       protocol udp  -
   {"protocol":"udp"}
-  {"protocol":"89"}
+  9     no       protocol 89  -
+  {"protocol":89}
+  9     no       src-ip 10.1.2.3  -
   {"src-ip":"10.1.2.3"}
+  9     no       dst-ip 10.1.2.3/0.0.0.0  -
   {"dst-ip":"10.1.2.3/0.0.0.0"}
+  9     no       src-ip6 2001:db8::1  -
   {"src-ip6":"2001:db8::1"}
+  9     no       dst-ip6 2001:db8::/ffff:ffff:8000::  -
   {"dst-ip6":"2001:db8::/ffff:ffff:8000::"}
-  {"dscp":"46/0x38"}
-  {"traffic-class":"0xb9"}
-  {"src-port":"67"}
-  {"dst-port":"65535/0xff00"}
+  9     no       dscp 46/0x38  -
+  {"dscp":{"value":46,"mask":56}}
+  9     no       traffic-class 0xb9  -
+  {"traffic-class":{"value":185,"mask":255}}
+  9     no       src-port 67  -
+  {"src-port":{"value":67,"mask":65535}}
+  9     no       dst-port 65535/0xff00  -
+  {"dst-port":{"value":65535,"mask":65280}}
   $ for action in drop permit trap redirect:26 redirect-ports:9 redirect-group:2 mirror:1 count:5 \
   >   meter:3 outer-vlan:10 inner-vlan:20 priority:7 queue:0 remark-0:46 remark-1:5 remark-2:1 \
   >   code:53:0:8 code:24:1; do
   >   swctl acl add 9 action $action
-  >   swctl -j acl show 9 | sed 's/.*"actions":\[\([^]]*\)\].*/\1/'
+  >   swctl acl show 9 | tail -n 1
+  >   swctl -j acl show 9 | jq -c .[].actions
   >   swctl acl del 9
   > done
-  "drop"
-  "permit"
-  "trap"
-  "redirect:26"
-  "redirect-ports:9"
-  "redirect-group:2"
-  "mirror:1"
-  "count:5"
-  "meter:3"
-  "outer-vlan:10"
-  "inner-vlan:20"
-  "priority:7"
-  "queue:0"
-  "remark-0:46"
-  "remark-1:5"
-  "remark-2:1"
-  "meter:8"
-  "trap"
+  9     no       all    drop
+  [{"action":"drop","parameter":null}]
+  9     no       all    permit
+  [{"action":"permit","parameter":null}]
+  9     no       all    trap
+  [{"action":"trap","parameter":null}]
+  9     no       all    redirect:26
+  [{"action":"redirect","parameter":26,"chip_port":26}]
+  9     no       all    redirect-ports:9
+  [{"action":"redirect-ports","parameter":9}]
+  9     no       all    redirect-group:2
+  [{"action":"redirect-group","parameter":2}]
+  9     no       all    mirror:1
+  [{"action":"mirror","parameter":1}]
+  9     no       all    count:5
+  [{"action":"count","parameter":5}]
+  9     no       all    meter:3
+  [{"action":"meter","parameter":3}]
+  9     no       all    outer-vlan:10
+  [{"action":"outer-vlan","parameter":10}]
+  9     no       all    inner-vlan:20
+  [{"action":"inner-vlan","parameter":20}]
+  9     no       all    priority:7
+  [{"action":"priority","parameter":7}]
+  9     no       all    queue:0
+  [{"action":"queue","parameter":0}]
+  9     no       all    remark-0:46
+  [{"action":"remark-0","parameter":46}]
+  9     no       all    remark-1:5
+  [{"action":"remark-1","parameter":5}]
+  9     no       all    remark-2:1
+  [{"action":"remark-2","parameter":1}]
+  9     no       all    meter:8
+  [{"action":"meter","parameter":8}]
+  9     no       all    trap
+  [{"action":"trap","parameter":null}]
 
 A rule that is in use is not overwritten:
 

@@ -57,14 +57,15 @@ A schedule is drawn as bars, one per queue:
   queue  schedule  weight  share
   0      weighted  0       strict
   1      weighted  0       strict
-  2      weighted  1       #####
-  3      weighted  1       #####
-  4      weighted  2       ##########
-  5      weighted  2       ##########
-  6      weighted  4       ####################
-  7      weighted  8       ########################################
-  $ swctl -j qos schedule show | is_json
-  valid
+  2      weighted  1       6 %
+  3      weighted  1       6 %
+  4      weighted  2       11 %
+  5      weighted  2       11 %
+  6      weighted  4       22 %
+  7      weighted  8       44 %
+  $ swctl -j qos schedule show | jq -c '.[0,7]'
+  {"queue":0,"schedule":"weighted","weight":0,"share":null}
+  {"queue":7,"schedule":"weighted","weight":8,"share":44}
   $ swctl qos schedule set strict
   $ swctl qos schedule show
   queue  schedule  weight  share
@@ -79,7 +80,7 @@ A schedule is drawn as bars, one per queue:
   $ swctl qos schedule set equal
   $ swctl qos schedule show | head -2
   queue  schedule  weight  share
-  0      equal     1       ########################################
+  0      equal     1       13 %
 
 Trust is a group of the chip, and each port has one:
 
@@ -128,7 +129,7 @@ Everything is checked before the chip is touched:
   [1]
   $ swctl qos schedule show | head -2
   queue  schedule  weight  share
-  0      equal     1       ########################################
+  0      equal     1       13 %
 
 The chip may still refuse:
 

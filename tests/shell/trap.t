@@ -55,7 +55,7 @@ The shell says the same of it, ports that do the same on one line:
   $ swctl -j trap show lldp
   [{"frames":"lldp","action":"forward","ports":[2,26],"passes_blocked":null},{"frames":"lldp","action":"cpu","ports":[1,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25],"passes_blocked":null}]
   $ swctl -j trap show lacp
-  [{"frames":"lacp","action":"cpu","ports":null,"passes_blocked":true}]
+  [{"frames":"lacp","action":"cpu","ports":[1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26],"passes_blocked":true}]
   $ swctl -j trap show | is_json
   valid
   $ swctl trap set lacp drop

@@ -8,7 +8,7 @@ The object trunk: ports that stand for one link.
   trunk  ports   hash
   4      1,2,26  0x1
   $ swctl -j trunk show
-  [{"trunk":4,"ports":[1,2,26],"hash":"0x1"}]
+  [{"trunk":4,"ports":[1,2,26],"hash":1}]
   $ trunks
   {"trunks":[{"trunk":4,"members":[0,1,26]}],"algorithms":[{"hash":["source-port"]},{"hash":["source-port"]}]}
   $ swctl trunk set 4 3

@@ -57,9 +57,9 @@ TEST(Cells, ReadLikeWords) {
   EXPECT_EQ(plain(List{1, 2, 3, 4, 7}), "1-4,7");
   EXPECT_EQ(plain(List{}), "-");
   EXPECT_EQ(plain(Texts{"a", "b"}), "a,b");
-  EXPECT_EQ(plain(port_record(3, "up")), "port=3,link=up");
+  EXPECT_EQ(plain(port_record(3, "up")), "port 3 link up");
   EXPECT_EQ(plain(std::vector<Record>{port_record(3, "up"), port_record(4, "down")}),
-            "port=3,link=up port=4,link=down");
+            "port 3 link up, port 4 link down");
 }
 
 TEST(Cells, ShowWhatTheyAreToldTo) {
