@@ -33,6 +33,15 @@ const Code *find(const Code (&codes)[Count], uint32_t generic) {
   return nullptr;
 }
 
+// The low eight bits of the register that a byte came in, whatever is above
+// them. The compiler takes that for zero, as the convention of MIPS has it; a
+// caller that declares the argument as a word leaves there what it likes.
+uint8_t low_byte(uint8_t argument) {
+  uint32_t word = argument;
+  asm("" : "+r"(word));  // from here on the compiler knows nothing of it
+  return static_cast<uint8_t>(word & 0xFF);
+}
+
 }  // namespace
 
 int32_t user_field_qualify_DSCP(uint32_t, uint32_t unit, int32_t rule, uint8_t value,
@@ -56,11 +65,12 @@ int32_t user_field_qualify_IpProtocol(uint32_t, uint32_t unit, int32_t rule, uin
   uint8_t area[6] = {0, 0xFF};
   const uint8_t *data = &area[0];
   const uint8_t *mask = &area[1];
-  if (const Code *code = find(kProtocolClasses, protocol)) {
+  const uint8_t number = low_byte(protocol);
+  if (const Code *code = find(kProtocolClasses, number)) {
     area[0] = code->chip;
   } else {
-    const uint16_t number[] = {static_cast<uint16_t>(kOtherProtocols + protocol), 0xFFFF};
-    memcpy(&area[2], number, sizeof number);
+    const uint16_t words[] = {static_cast<uint16_t>(kOtherProtocols + number), 0xFFFF};
+    memcpy(&area[2], words, sizeof words);
     data = &area[2];
     mask = &area[4];
   }
