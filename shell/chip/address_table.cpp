@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "chip/limits.h"
 #include "chip/progress.h"
 #include "mac_text.h"
 
@@ -10,8 +11,6 @@ namespace swsh {
 namespace {
 
 constexpr uint32_t kPortBits = 32;
-constexpr int64_t kHighestVlan = 4095;
-constexpr int64_t kHighestTrunk = 31;
 
 AddressKind kind_of(const user_l2_addr_t &entry) {
   if ((entry.flags & USER_L2_FLAG_STATIC) == 0) return kDynamic;
@@ -100,9 +99,9 @@ bool AddressFilter::fits(const user_l2_addr_t &entry) const {
 
 std::vector<Parameter> filter_keywords() {
   return {
-      {.name = "vlan", .type = number(0, kHighestVlan), .help = "Only addresses in this VLAN"},
+      {.name = "vlan", .type = number(0, kLastVlanId), .help = "Only addresses in this VLAN"},
       {.name = "port", .type = interface_number(0), .help = "Only on this port, 0 for the CPU"},
-      {.name = "trunk", .type = number(0, kHighestTrunk), .help = "Only on this trunk group"},
+      {.name = "trunk", .type = number(0, kLastTrunk), .help = "Only on this trunk group"},
       {.name = "type",
        .type = choice({{"dynamic", kDynamic, "Learned"},
                        {"static", kStatic, "Configured"},

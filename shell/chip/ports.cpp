@@ -64,6 +64,10 @@ std::vector<Port> front_ports() {
   return ports;
 }
 
+std::vector<Port> chosen_ports(const Arguments &arguments) {
+  return arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+}
+
 std::map<uint32_t, std::vector<int64_t>> interfaces_by(
     const std::vector<Port> &ports, const std::function<uint32_t(const Port &port)> &answer) {
   std::map<uint32_t, std::vector<int64_t>> interfaces;

@@ -32,6 +32,9 @@ std::vector<Port> ports_of(const std::vector<int64_t> &interfaces);
 // a CommandError of status kRefused if there is none.
 std::vector<Port> front_ports();
 
+// The ports of PORTS, or all front ports if it was not given.
+std::vector<Port> chosen_ports(const Arguments &arguments);
+
 // The interfaces of ports by what `answer` says of each.
 std::map<uint32_t, std::vector<int64_t>> interfaces_by(
     const std::vector<Port> &ports, const std::function<uint32_t(const Port &port)> &answer);

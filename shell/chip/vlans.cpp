@@ -9,6 +9,7 @@
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"

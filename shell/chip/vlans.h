@@ -14,9 +14,6 @@
 
 namespace swsh {
 
-inline constexpr int64_t kFirstVlan = 1;
-inline constexpr int64_t kLastVlan = 4094;
-
 // A VLAN by its logical interfaces; ports without one are left out.
 struct Vlan {
   int64_t vid = 0;

@@ -70,6 +70,13 @@ struct Parameter {
   bool required = false;
 };
 
+// One that a command cannot do without.
+Parameter required(std::string name, Type type, std::string help);
+
+// The place PORTS: without it, all front ports are shown.
+Parameter ports_to_show();
+Parameter ports_to_change();
+
 // What a parameter was given.
 struct Argument {
   std::string word;

@@ -67,4 +67,16 @@ Type flag() {
   return {Kind::flag, 0, 0, "", {}};
 }
 
+Parameter required(std::string name, Type type, std::string help) {
+  return {std::move(name), std::move(type), std::move(help), true};
+}
+
+Parameter ports_to_show() {
+  return {"PORTS", interface_list(), "Ports to show"};
+}
+
+Parameter ports_to_change() {
+  return required("PORTS", interface_list(), "Ports to change");
+}
+
 }  // namespace swsh

@@ -9,6 +9,7 @@
 #include "acl/rules.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -17,9 +18,6 @@
 namespace swsh {
 namespace {
 
-constexpr int64_t kLastRule = 1535;
-constexpr int64_t kLastCounter = 1535;
-constexpr int64_t kLastTemplate = 7;
 constexpr uint32_t kBytes = 1;
 
 constexpr auto kDestroy = SWSH_CALL(user_field_entry_destroy);
@@ -213,7 +211,7 @@ Answer stats(const Arguments &arguments, const Context &context) {
 }
 
 Parameter one_rule() {
-  return {.name = "RULE", .type = number(0, kLastRule), .help = "Rule", .required = true};
+  return required("RULE", number(0, kLastRule), "Rule");
 }
 
 Parameter rules(bool required) {
@@ -260,10 +258,8 @@ Node stats_command() {
   return {
       .name = "stats",
       .help = "Show what rules counted",
-      .positional = {{.name = "COUNTERS",
-                      .type = numbers(0, kLastCounter),
-                      .help = "Counters, as the action count names them",
-                      .required = true}},
+      .positional = {required("COUNTERS", numbers(0, kLastRuleCounter),
+                              "Counters, as the action count names them")},
       .keywords = {{.name = "clear", .type = flag(), .help = "Set them to 0 afterwards"}},
       .run = stats,
   };
@@ -287,11 +283,7 @@ Node template_command() {
   return {
       .name = "template",
       .help = "Choose the template of a rule",
-      .positional = {one_rule(),
-                     {.name = "TEMPLATE",
-                      .type = number(0, kLastTemplate),
-                      .help = "Template",
-                      .required = true}},
+      .positional = {one_rule(), required("TEMPLATE", number(0, kLastRuleTemplate), "Template")},
       .run = choose_template,
   };
 }

@@ -3,13 +3,12 @@
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kAttackTypes = 32;
 
 std::string action_text(uint32_t action) {
   return action != 0 ? "drop" : "forward";
@@ -18,7 +17,7 @@ std::string action_text(uint32_t action) {
 // How many types there are is the chip's affair: it refuses the first beyond.
 Answer show(const Arguments &, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
-  for (uint32_t type = 0; type < kAttackTypes; ++type) {
+  for (uint32_t type = 0; type <= kLastAttackType; ++type) {
     constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
     uint32_t action = 0;
     const int32_t result = kAction.get()(kLead, context.unit, type, &action);
@@ -55,14 +54,9 @@ Node dos_object() {
                .run = show},
               {.name = "set",
                .help = "Choose what becomes of the frames of an attack",
-               .positional = {{.name = "TYPE",
-                               .type = number(0, kAttackTypes - 1),
-                               .help = "Attack type",
-                               .required = true}},
-               .keywords = {{.name = "action",
-                             .type = choice({{"forward", 0, ""}, {"drop", 1, ""}}),
-                             .help = "What becomes of its frames",
-                             .required = true}},
+               .positional = {required("TYPE", number(0, kLastAttackType), "Attack type")},
+               .keywords = {required("action", choice({{"forward", 0, ""}, {"drop", 1, ""}}),
+                                     "What becomes of its frames")},
                .run = set},
               {.name = "protect",
                .help = "Switch prevention on for every front port",

@@ -40,10 +40,7 @@ Answer remove(const Arguments &arguments, const Context &context) {
 Node command(const char *name, const char *help, Handler run) {
   return {.name = name,
           .help = help,
-          .positional = {{.name = "PORTS",
-                          .type = interface_list(0),
-                          .help = "Ports, 0 the CPU",
-                          .required = true}},
+          .positional = {required("PORTS", interface_list(0), "Ports, 0 the CPU")},
           .run = run};
 }
 

@@ -59,10 +59,7 @@ Node send_command() {
   return {
       .name = "send",
       .help = "Send data to the kernel's switch module, show its answer",
-      .positional = {{.name = "MSGID",
-                      .type = number(0, 0xFFFF),
-                      .help = "What is asked, as the module knows it",
-                      .required = true},
+      .positional = {required("MSGID", number(0, 0xFFFF), "What is asked, as the module knows it"),
                      {.name = "BYTES", .type = bytes(SWCTL_KMSG_MAX_DATA), .help = "The data"}},
       .keywords = {{.name = "-T",
                     .type = number(0, kLongestWait, "s"),

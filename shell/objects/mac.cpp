@@ -6,6 +6,7 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "fault.h"
 #include "objects/registry.h"
 
@@ -13,9 +14,8 @@ namespace swsh {
 namespace {
 
 // An entry is found by its address and its VLAN.
-const Parameter kMac = {.name = "MAC", .type = mac_address(), .help = "Address", .required = true};
-const Parameter kVlan = {
-    .name = "vlan", .type = number(0, 4095), .help = "VLAN of the address", .required = true};
+const Parameter kMac = required("MAC", mac_address(), "Address");
+const Parameter kVlan = required("vlan", number(0, kLastVlanId), "VLAN of the address");
 
 Answer show(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
@@ -121,11 +121,10 @@ Node add_command() {
       .help = "Add an address, static unless said otherwise",
       .positional = {kMac},
       .keywords = {kVlan,
-                   {.name = "port",
-                    .type = interface_number(0),
-                    .help = "Port it is bound to, 0 for the CPU",
-                    .required = true},
-                   {.name = "trunk", .type = number(0, 31), .help = "Trunk group; 0 if not given"},
+                   required("port", interface_number(0), "Port it is bound to, 0 for the CPU"),
+                   {.name = "trunk",
+                    .type = number(0, kLastTrunk),
+                    .help = "Trunk group; 0 if not given"},
                    {.name = "static", .type = flag(), .help = "It stays until it is deleted"},
                    {.name = "dynamic", .type = flag(), .help = "It ages as if it were learned"}},
       .details = "An address that is there already is written over.\n",
@@ -137,10 +136,10 @@ Node flush_command() {
   return {
       .name = "flush",
       .help = "Remove many addresses in one request to the chip",
-      .keywords = {{.name = "vlan", .type = number(0, 4095), .help = "Only in this VLAN"},
+      .keywords = {{.name = "vlan", .type = number(0, kLastVlanId), .help = "Only in this VLAN"},
                    {.name = "port", .type = interface_number(0), .help = "Only on this port"},
                    {.name = "trunk",
-                    .type = number(0, 31),
+                    .type = number(0, kLastTrunk),
                     .help = "Only on this trunk group, within a VLAN"},
                    {.name = "all", .type = flag(), .help = "Everywhere"},
                    {.name = "static", .type = flag(), .help = "Static addresses too"}},

@@ -97,7 +97,7 @@ Node file_command(const char *name, const char *help, Handler run) {
   return {
       .name = name,
       .help = help,
-      .positional = {{.name = "FILE", .type = text(), .help = "The dump file", .required = true}},
+      .positional = {required("FILE", text(), "The dump file")},
       .keywords = {{.name = "groups",
                     .type = flag(),
                     .help = "Multicast groups instead of addresses"}},

@@ -10,10 +10,6 @@
 namespace swsh {
 namespace {
 
-std::vector<Port> chosen_ports(const Arguments &arguments) {
-  return arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
-}
-
 Record count_record(const Port &port, bool violations) {
   const uint32_t learned = ask(SWSH_CALL(user_mac_learn_count_get_by_port), port, port.chip);
   Record record;

@@ -4,6 +4,7 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "fault.h"
 #include "number_list.h"
 #include "objects/mcast_ip.h"
@@ -91,19 +92,12 @@ Node group_command(const char *name, const char *help, bool with_ports, Handler 
   Node node = {
       .name = name,
       .help = help,
-      .positional =
-          {{.name = "MAC", .type = mac_address(), .help = "Group address", .required = true}},
-      .keywords = {{.name = "vlan",
-                    .type = number(0, 4095),
-                    .help = "VLAN of the group",
-                    .required = true}},
+      .positional = {required("MAC", mac_address(), "Group address")},
+      .keywords = {required("vlan", number(0, kLastVlanId), "VLAN of the group")},
       .run = run,
   };
   if (with_ports) {
-    node.keywords.push_back({.name = "ports",
-                             .type = interface_list(0),
-                             .help = "Ports, 0 for the CPU",
-                             .required = true});
+    node.keywords.push_back(required("ports", interface_list(0), "Ports, 0 for the CPU"));
   }
   return node;
 }
@@ -117,7 +111,7 @@ Node mcast_object() {
       .children = {{.name = "show",
                     .help = "Show the groups and their ports",
                     .keywords = {{.name = "vlan",
-                                  .type = number(0, 4095),
+                                  .type = number(0, kLastVlanId),
                                   .help = "Only groups in this VLAN"}},
                     .run = show},
                    group_command("add", "Add a group", true, add),

@@ -11,6 +11,7 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -227,22 +228,16 @@ Answer miss(const Arguments &arguments, const Context &context) {
 }
 
 Node entry_command(const char *name, const char *help, bool with_ports, Handler run) {
-  Node node = {
-      .name = name,
-      .help = help,
-      .positional = {{.name = "GROUP",
-                      .type = text(),
-                      .help = "Group address, IPv4 or IPv6",
-                      .required = true}},
-      .keywords =
-          {{.name = "vlan", .type = number(1, 4094), .help = "VLAN of the entry", .required = true},
-           {.name = "source", .type = text(), .help = "Source address; every one if not given"}},
-      .run = run};
+  Node node = {.name = name,
+               .help = help,
+               .positional = {required("GROUP", text(), "Group address, IPv4 or IPv6")},
+               .keywords = {required("vlan", number(kFirstVlan, kLastVlan), "VLAN of the entry"),
+                            {.name = "source",
+                             .type = text(),
+                             .help = "Source address; every one if not given"}},
+               .run = run};
   if (with_ports) {
-    node.keywords.push_back({.name = "ports",
-                             .type = interface_list(0),
-                             .help = "All ports of the entry",
-                             .required = true});
+    node.keywords.push_back(required("ports", interface_list(0), "All ports of the entry"));
   }
   return node;
 }
@@ -255,12 +250,13 @@ Parameter family_parameter() {
 }
 
 Node show_entries_command() {
-  return {
-      .name = "show",
-      .help = "Show entries",
-      .positional = {family_parameter()},
-      .keywords = {{.name = "vlan", .type = number(1, 4094), .help = "Only entries of this VLAN"}},
-      .run = show_entries};
+  return {.name = "show",
+          .help = "Show entries",
+          .positional = {family_parameter()},
+          .keywords = {{.name = "vlan",
+                        .type = number(kFirstVlan, kLastVlan),
+                        .help = "Only entries of this VLAN"}},
+          .run = show_entries};
 }
 
 Node lookup_command() {

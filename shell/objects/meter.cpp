@@ -8,13 +8,13 @@
 
 #include "acl/each.h"
 #include "chip/call.h"
+#include "chip/limits.h"
 #include "fault.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
 
-constexpr int64_t kLastMeter = 255;
 // The library divides rates by this; the chip has 20 bits of the result.
 constexpr int64_t kRateUnit = 16;
 constexpr int64_t kLastRate = 0xFFFFF * kRateUnit + kRateUnit - 1;
@@ -144,8 +144,7 @@ Node set_command() {
   return {
       .name = "set",
       .help = "Set a meter's rate, burst and state",
-      .positional =
-          {{.name = "METER", .type = number(0, kLastMeter), .help = "Meter", .required = true}},
+      .positional = {required("METER", number(0, kLastMeter), "Meter")},
       .keywords = {{.name = "rate",
                     .type = number(0, kLastRate),
                     .help = "Rate; the chip has it in steps of 16"},

@@ -5,6 +5,7 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
 #include "fault.h"
@@ -12,8 +13,6 @@
 
 namespace swsh {
 namespace {
-
-constexpr int64_t kLastGroup = 3;
 
 std::string group_text(uint32_t group) {
   return "mirror group " + std::to_string(group);
@@ -47,7 +46,7 @@ Answer show(const Arguments &, const Context &context) {
   expect_unit_zero(context);
   const Interfaces interfaces;
   Answer answer = {Shape::table, {}, ""};
-  for (uint32_t group = 0; group <= kLastGroup; ++group)
+  for (uint32_t group = 0; group <= kLastMirrorGroup; ++group)
     answer.records.push_back(group_record(interfaces, group));
   return answer;
 }
@@ -93,7 +92,7 @@ Answer del(const Arguments &arguments, const Context &context) {
 }
 
 Parameter group_parameter() {
-  return {.name = "GROUP", .type = number(0, kLastGroup), .help = "Mirror group", .required = true};
+  return required("GROUP", number(0, kLastMirrorGroup), "Mirror group");
 }
 
 Parameter ports_parameter(const char *help) {
@@ -112,10 +111,7 @@ Node mirror_object() {
               {.name = "add",
                .help = "Mirror ports, or the flows that rules choose",
                .positional = {group_parameter()},
-               .keywords = {{.name = "to",
-                             .type = interface_number(0),
-                             .help = "Port that gets the copies",
-                             .required = true},
+               .keywords = {required("to", interface_number(0), "Port that gets the copies"),
                             ports_parameter("Ports that are mirrored; 0 is the CPU"),
                             {.name = "direction",
                              .type = choice({{"ingress", USER_MIRROR_INGRESS, "What they receive"},

@@ -37,7 +37,7 @@ Record storm_record(const Context &context, const Port &port, uint32_t type, int
 }
 
 Answer show(const Arguments &arguments, const Context &context) {
-  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  const auto ports = chosen_ports(arguments);
   Answer answer = {Shape::table, {}, ""};
   for (const Port &port : ports) {
     const int64_t exceeded = exceeded_type(context, port);
@@ -74,10 +74,6 @@ Answer set_mode(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Parameter ports_parameter(const char *help, bool required) {
-  return {.name = "PORTS", .type = interface_list(), .help = help, .required = required};
-}
-
 }  // namespace
 
 Node storm_object() {
@@ -88,17 +84,14 @@ Node storm_object() {
           {
               {.name = "show",
                .help = "Show storm control of ports",
-               .positional = {ports_parameter("Ports to show", false)},
+               .positional = {ports_to_show()},
                .details =
                    "Of the types that exceeded their rate, the lowest of a port is marked.\n",
                .run = show},
               {.name = "set",
                .help = "Limit a type of traffic",
-               .positional = {ports_parameter("Ports to change", true)},
-               .keywords = {{.name = "type",
-                             .type = number(0, USER_STORM_TYPES - 1),
-                             .help = "Type of traffic",
-                             .required = true},
+               .positional = {ports_to_change()},
+               .keywords = {required("type", number(0, USER_STORM_TYPES - 1), "Type of traffic"),
                             {.name = "rate",
                              .type = number(0, 0xffffff),
                              .help = "Rate in the chip's unit; 0 switches control off"},
@@ -108,14 +101,13 @@ Node storm_object() {
                .run = set},
               {.name = "reset",
                .help = "Take back the marks of exceeded rates",
-               .positional = {ports_parameter("Ports to change", true)},
+               .positional = {ports_to_change()},
                .run = reset},
               {.name = "mode",
                .help = "Choose what is counted, for the whole unit",
-               .positional = {{.name = "MODE",
-                               .type = choice({{"bytes", 0, "Bytes"}, {"packets", 1, "Packets"}}),
-                               .help = "What is counted",
-                               .required = true}},
+               .positional = {required("MODE",
+                                       choice({{"bytes", 0, "Bytes"}, {"packets", 1, "Packets"}}),
+                                       "What is counted")},
                .run = set_mode},
           },
   };

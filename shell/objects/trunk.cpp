@@ -5,6 +5,7 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
@@ -13,8 +14,6 @@
 
 namespace swsh {
 namespace {
-
-constexpr int64_t kLastTrunk = 31;
 
 std::string trunk_text(uint32_t trunk) {
   return "trunk " + std::to_string(trunk);
@@ -129,10 +128,7 @@ Node trunk_object() {
               {.name = "set",
                .help = "Give a trunk its members",
                .positional = {trunk_parameter(),
-                              {.name = "PORTS",
-                               .type = interface_list(),
-                               .help = "All of its ports",
-                               .required = true}},
+                              required("PORTS", interface_list(), "All of its ports")},
                .details = "Ports that are not named are no longer members.\n",
                .run = set},
               {.name = "del",

@@ -3,6 +3,7 @@
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
 #include "fault.h"
@@ -216,10 +217,7 @@ Node port_commands() {
                    {.name = "del",
                     .help = "Take ports out of VLANs",
                     .positional = {vlans(true),
-                                   {.name = "PORTS",
-                                    .type = interface_list(0),
-                                    .help = "Ports to take out",
-                                    .required = true}},
+                                   required("PORTS", interface_list(0), "Ports to take out")},
                     .run = remove_ports}},
   };
 }

@@ -11,6 +11,7 @@
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
 #include "fault.h"
@@ -172,20 +173,20 @@ Answer init_ingress(const Arguments &, const Context &context) {
 }
 
 Parameter index_place(int64_t count) {
-  return {
-      .name = "INDEX", .type = number(0, count - 1), .help = "Place of the rule", .required = true};
+  return required("INDEX", number(0, count - 1), "Place of the rule");
 }
 
 Parameter vid_keyword(const char *name, const char *help) {
-  return {.name = name, .type = number(kFirstVlan, kLastVlan), .help = help, .required = true};
+  return required(name, number(kFirstVlan, kLastVlan), help);
 }
 
 Parameter priority_keyword() {
-  return {.name = "priority", .type = number(0, 7), .help = "Priority that the frames get"};
+  return {
+      .name = "priority", .type = number(0, kLastPriority), .help = "Priority that the frames get"};
 }
 
 Parameter text_place(const char *name, const char *help) {
-  return {.name = name, .type = text(), .help = help, .required = true};
+  return required(name, text(), help);
 }
 
 Parameter mask_keyword() {
@@ -199,19 +200,15 @@ Parameter ports_keyword() {
 }
 
 Parameter encapsulation_keyword() {
-  return {.name = "encapsulation",
-          .type = choice({{"ethernet", USER_ENCAPSULATION_ETHERNET, "Ethernet II"},
+  return required("encapsulation",
+                  choice({{"ethernet", USER_ENCAPSULATION_ETHERNET, "Ethernet II"},
                           {"llc", USER_ENCAPSULATION_LLC, "IEEE 802.2 LLC"},
                           {"snap", USER_ENCAPSULATION_SNAP, "IEEE 802.2 SNAP"}}),
-          .help = "How the frame tells its protocol",
-          .required = true};
+                  "How the frame tells its protocol");
 }
 
 Parameter ethertype_keyword() {
-  return {.name = "ethertype",
-          .type = number(0, 0xFFFF),
-          .help = "The frame's protocol",
-          .required = true};
+  return required("ethertype", number(0, 0xFFFF), "The frame's protocol");
 }
 
 Node add_commands() {
@@ -298,10 +295,7 @@ Node vlan_translate_commands() {
                        {.name = "add",
                         .help = "Give frames of one VLAN another when they leave a port",
                         .positional = {index_place(kAnyIndex)},
-                        .keywords = {{.name = "port",
-                                      .type = interface_number(),
-                                      .help = "Port that they leave",
-                                      .required = true},
+                        .keywords = {required("port", interface_number(), "Port that they leave"),
                                      vid_keyword("from", "VLAN that the frames have"),
                                      vid_keyword("to", "VLAN that they leave with")},
                         .run = add_egress},

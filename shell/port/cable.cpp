@@ -96,8 +96,7 @@ Node port_cable_command() {
   return {
       .name = "cable",
       .help = "Test the cable of a copper port",
-      .positional =
-          {{.name = "PORT", .type = interface_number(), .help = "Port to test", .required = true}},
+      .positional = {required("PORT", interface_number(), "Port to test")},
       .details =
           "Takes three seconds and interrupts the link. Shows for each pair of wires its\n"
           "state and the length to the fault, or to the far end.\n",

@@ -3,6 +3,7 @@
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/limits.h"
 #include "fault.h"
 #include "number_list.h"
 #include "port/commands.h"
@@ -138,7 +139,7 @@ const std::vector<Setting> &settings() {
        APPLY_NUMBER("learning", user_port_learn_set)},
       {{.name = "isolation", .type = interface_list(0), .help = "Ports it may send to, 0 the CPU"},
        apply_isolation},
-      {{.name = "vlan", .type = number(1, 4094), .help = "VLAN of untagged frames"},
+      {{.name = "vlan", .type = number(kFirstVlan, kLastVlan), .help = "VLAN of untagged frames"},
        APPLY_NUMBER("vlan", user_port_untagged_vlan_set)},
       {{.name = "filter", .type = on_off(), .help = "Refuse frames of foreign VLANs"},
        APPLY_NUMBER("filter", user_port_ifilter_set)},
@@ -146,7 +147,7 @@ const std::vector<Setting> &settings() {
        APPLY_NUMBER("dtag", user_port_dtag_mode_set)},
       {{.name = "tpid", .type = number(0, 0xffff), .help = "Tag protocol identifier"}, apply_tpid},
       {{.name = "entry",
-        .type = number(0, 3),
+        .type = number(0, kLastTpidEntry),
         .help = "Place of tpid in the switch's tables; 0 if not given"},
        nullptr},
       {{.name = "ingress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it takes in"},
@@ -219,10 +220,7 @@ Node port_set_command() {
   return {
       .name = "set",
       .help = "Change settings of ports",
-      .positional = {{.name = "PORTS",
-                      .type = interface_list(),
-                      .help = "Ports to change",
-                      .required = true}},
+      .positional = {ports_to_change()},
       .keywords = keywords(),
       .needs_keyword = true,
       .details =

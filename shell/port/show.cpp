@@ -121,7 +121,7 @@ Record detailed_record(const Context &context, const Port &port) {
 }
 
 Answer show(const Arguments &arguments, const Context &context) {
-  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  const auto ports = chosen_ports(arguments);
   const bool detail = arguments.has("detail");
   Answer answer = {detail ? Shape::detail : Shape::table, {}, ""};
   const auto record_of = detail ? detailed_record : port_record;
@@ -148,7 +148,7 @@ Node port_show_command() {
   return {
       .name = "show",
       .help = "Show the state of ports",
-      .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+      .positional = {ports_to_show()},
       .keywords = {{.name = "detail", .type = flag(), .help = "Their settings too, line by line"}},
       .details =
           "Without PORTS, all front ports.\n"

@@ -77,7 +77,7 @@ std::vector<Reading> read_all(const Context &context, const std::vector<Port> &p
 }
 
 Answer stats(const Arguments &arguments, const Context &context) {
-  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  const auto ports = chosen_ports(arguments);
   Answer answer = {Shape::table, {}, ""};
   const std::vector<Reading> before = read_all(context, ports);
   if (!arguments.has("period")) {
@@ -105,7 +105,7 @@ Node port_stats_command() {
   return {
       .name = "stats",
       .help = "Show counters of ports",
-      .positional = {{.name = "PORTS", .type = interface_list(), .help = "Ports to show"}},
+      .positional = {ports_to_show()},
       .keywords = {{.name = "period",
                     .type = number(1, 3600, "seconds"),
                     .help = "Count for so long and show rates per second"}},
@@ -118,8 +118,7 @@ Node port_clear_command() {
   return {
       .name = "clear",
       .help = "Set the counters of ports to 0",
-      .positional =
-          {{.name = "PORTS", .type = interface_list(), .help = "Ports to clear", .required = true}},
+      .positional = {required("PORTS", interface_list(), "Ports to clear")},
       .run = clear,
   };
 }
