@@ -8,46 +8,97 @@
 using swctl::write_field;
 using swctl::write_number;
 
-#define QUALIFIER(name, caller_type, stored_type, field)                                      \
-  int32_t user_field_qualify_##name(uint32_t, uint32_t unit, int32_t rule, caller_type value, \
-                                    caller_type mask) {                                       \
-    return write_number(unit, rule, field, static_cast<stored_type>(value),                   \
-                        static_cast<stored_type>(mask));                                      \
-  }
-QUALIFIER(OuterVlan, uint16_t, uint16_t, CHIP_ACL_FIELD_OUTER_VLAN)
-QUALIFIER(OuterVlanId, uint16_t, uint16_t, CHIP_ACL_FIELD_OUTER_VLAN_ID)
-QUALIFIER(InnerVlan, uint16_t, uint8_t, CHIP_ACL_FIELD_INNER_VLAN)
-QUALIFIER(InnerVlanId, uint16_t, uint16_t, CHIP_ACL_FIELD_INNER_VLAN_ID)
-QUALIFIER(EtherType, uint16_t, uint16_t, CHIP_ACL_FIELD_ETHER_TYPE)
-QUALIFIER(L4SrcPort, uint16_t, uint16_t, CHIP_ACL_FIELD_L4_SRC_PORT)
-QUALIFIER(L4DstPort, uint16_t, uint16_t, CHIP_ACL_FIELD_L4_DST_PORT)
-QUALIFIER(OuterVlanPri, uint8_t, uint8_t, CHIP_ACL_FIELD_OUTER_PRIORITY)
-QUALIFIER(InnerVlanPri, uint8_t, uint8_t, CHIP_ACL_FIELD_INNER_PRIORITY)
-QUALIFIER(Ip6TrafficClass, uint8_t, uint8_t, CHIP_ACL_FIELD_TRAFFIC_CLASS)
+namespace {
 
-#define MAC_QUALIFIER(name, field)                                                               \
-  int32_t user_field_qualify_##name(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value, \
-                                    const uint8_t *mask) {                                       \
-    return write_field(unit, rule, field, value, mask, chip_acl_field_bytes(field));             \
-  }
-MAC_QUALIFIER(SrcMac, CHIP_ACL_FIELD_SRC_MAC)
-MAC_QUALIFIER(DstMac, CHIP_ACL_FIELD_DST_MAC)
+// The SDK reads four bytes and gets four, not an area of the widest field.
+int32_t write_word(uint32_t unit, int32_t rule, uint32_t field, uint32_t value, uint32_t mask) {
+  return rtk_acl_ruleEntryField_write(unit, CHIP_ACL_TABLE, rule, field,
+                                      reinterpret_cast<const uint8_t *>(&value),
+                                      reinterpret_cast<const uint8_t *>(&mask));
+}
 
-// The SDK reads four bytes and gets four.
-#define IP_QUALIFIER(name, field)                                                          \
-  int32_t user_field_qualify_##name(uint32_t, uint32_t unit, int32_t rule, uint32_t value, \
-                                    uint32_t mask) {                                       \
-    return rtk_acl_ruleEntryField_write(unit, CHIP_ACL_TABLE, rule, field,                 \
-                                        reinterpret_cast<const uint8_t *>(&value),         \
-                                        reinterpret_cast<const uint8_t *>(&mask));         \
-  }
-IP_QUALIFIER(SrcIp, CHIP_ACL_FIELD_SRC_IP)
-IP_QUALIFIER(DstIp, CHIP_ACL_FIELD_DST_IP)
+}  // namespace
 
-#define IP6_QUALIFIER(name, field)                                                               \
-  int32_t user_field_qualify_##name(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value, \
-                                    const uint8_t *mask) {                                       \
-    return rtk_acl_ruleEntryField_write(unit, CHIP_ACL_TABLE, rule, field, value, mask);         \
-  }
-IP6_QUALIFIER(SrcIp6, CHIP_ACL_FIELD_SRC_IP6)
-IP6_QUALIFIER(DstIp6, CHIP_ACL_FIELD_DST_IP6)
+int32_t user_field_qualify_OuterVlan(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                     uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_OUTER_VLAN, value, mask);
+}
+
+int32_t user_field_qualify_OuterVlanId(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                       uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_OUTER_VLAN_ID, value, mask);
+}
+
+// Half of a VLAN ID, as callers have come to know it.
+int32_t user_field_qualify_InnerVlan(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                     uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_INNER_VLAN, static_cast<uint8_t>(value),
+                      static_cast<uint8_t>(mask));
+}
+
+int32_t user_field_qualify_InnerVlanId(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                       uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_INNER_VLAN_ID, value, mask);
+}
+
+int32_t user_field_qualify_EtherType(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                     uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_ETHER_TYPE, value, mask);
+}
+
+int32_t user_field_qualify_L4SrcPort(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                     uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_L4_SRC_PORT, value, mask);
+}
+
+int32_t user_field_qualify_L4DstPort(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
+                                     uint16_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_L4_DST_PORT, value, mask);
+}
+
+int32_t user_field_qualify_OuterVlanPri(uint32_t, uint32_t unit, int32_t rule, uint8_t value,
+                                        uint8_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_OUTER_PRIORITY, value, mask);
+}
+
+int32_t user_field_qualify_InnerVlanPri(uint32_t, uint32_t unit, int32_t rule, uint8_t value,
+                                        uint8_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_INNER_PRIORITY, value, mask);
+}
+
+int32_t user_field_qualify_Ip6TrafficClass(uint32_t, uint32_t unit, int32_t rule, uint8_t value,
+                                           uint8_t mask) {
+  return write_number(unit, rule, CHIP_ACL_FIELD_TRAFFIC_CLASS, value, mask);
+}
+
+int32_t user_field_qualify_SrcMac(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value,
+                                  const uint8_t *mask) {
+  return write_field(unit, rule, CHIP_ACL_FIELD_SRC_MAC, value, mask, SWCTL_MAC_BYTES);
+}
+
+int32_t user_field_qualify_DstMac(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value,
+                                  const uint8_t *mask) {
+  return write_field(unit, rule, CHIP_ACL_FIELD_DST_MAC, value, mask, SWCTL_MAC_BYTES);
+}
+
+int32_t user_field_qualify_SrcIp(uint32_t, uint32_t unit, int32_t rule, uint32_t value,
+                                 uint32_t mask) {
+  return write_word(unit, rule, CHIP_ACL_FIELD_SRC_IP, value, mask);
+}
+
+int32_t user_field_qualify_DstIp(uint32_t, uint32_t unit, int32_t rule, uint32_t value,
+                                 uint32_t mask) {
+  return write_word(unit, rule, CHIP_ACL_FIELD_DST_IP, value, mask);
+}
+
+int32_t user_field_qualify_SrcIp6(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value,
+                                  const uint8_t *mask) {
+  return rtk_acl_ruleEntryField_write(unit, CHIP_ACL_TABLE, rule, CHIP_ACL_FIELD_SRC_IP6, value,
+                                      mask);
+}
+
+int32_t user_field_qualify_DstIp6(uint32_t, uint32_t unit, int32_t rule, const uint8_t *value,
+                                  const uint8_t *mask) {
+  return rtk_acl_ruleEntryField_write(unit, CHIP_ACL_TABLE, rule, CHIP_ACL_FIELD_DST_IP6, value,
+                                      mask);
+}

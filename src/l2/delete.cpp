@@ -9,16 +9,16 @@
 
 namespace {
 
-using swctl::fits;
+using swctl::DeleteRule;
+using swctl::EntryKind;
 using swctl::Keys;
-using swctl::Kind;
+using swctl::keys_match;
 using swctl::Removal;
-using swctl::remove;
-using swctl::Rule;
-using swctl::Vlan;
+using swctl::remove_entry;
+using swctl::VlanMatch;
 using Entry = chip_l2_ucast_entry;
 
-// What a callback's data points to, as a record to hold entries against.
+// What a callback's data points to, as a record to compare entries with.
 Entry match_record(const void *data) {
   Entry match;
   memcpy(&match, data, sizeof match);
@@ -42,55 +42,176 @@ Entry match_vlan(const void *data) {
   return match;
 }
 
-// The copy keeps the entry whole while it is deleted: the walk's own may be
-// overwritten by whoever stands behind the calls.
-int32_t remove_fitting(const Rule &rule, const Entry &walked, const Entry &match) {
+// The copy keeps the entry whole while it is deleted: the SDK may write to the
+// walk's own meanwhile.
+int32_t remove_matching(const DeleteRule &rule, const Entry &walked, const Entry &match) {
   const Entry entry = walked;
-  if (fits(rule.keys, entry, match)) remove(rule, entry);
+  if (keys_match(rule.keys, entry, match)) remove_entry(rule, entry);
   return 0;
 }
 
-constexpr Keys kMacPortVlan = {.vlan = Vlan::equal_unless_0, .port = true, .mac = true};
+// What the callbacks remove. Those with "trunk" and "port" in their names
+// compare the port; programs of the generic interface expect them to.
+constexpr Removal kStatic = {
+    .kind = EntryKind::static_only, .on_interface_only = false, .logged = true};
+constexpr Removal kStaticOnInterface = {
+    .kind = EntryKind::static_only, .on_interface_only = true, .logged = true};
+constexpr Removal kDynamic = {
+    .kind = EntryKind::dynamic_only, .on_interface_only = false, .logged = false};
+constexpr Removal kAll = {.kind = EntryKind::all, .on_interface_only = false, .logged = true};
+constexpr Removal kAllOnInterfaceUnlogged = {
+    .kind = EntryKind::all, .on_interface_only = true, .logged = false};
 
-constexpr Removal kStatic = {Kind::static_only, false, true};
-constexpr Removal kStaticOnInterface = {Kind::static_only, true, true};
-constexpr Removal kDynamic = {Kind::dynamic_only, false, false};
-constexpr Removal kAll = {Kind::all, false, true};
-constexpr Removal kAllOnInterfaceUnlogged = {Kind::all, true, false};
+constexpr Keys kMacPortVlan = {.vlan = VlanMatch::equal_unless_0, .port = true, .mac = true};
+
+constexpr DeleteRule kStaticMacByMacPort = {
+    .callback = "del_static_mac_by_mac_port_callback",
+    .line = __LINE__,
+    .keys = kMacPortVlan,
+    .removal = kStatic,
+};
+constexpr DeleteRule kStaticTrunkMacByMacPortVid = {
+    .callback = "del_static_trunk_mac_by_mac_port_vid_callback",
+    .line = __LINE__,
+    .keys = kMacPortVlan,
+    .removal = kStatic,
+};
+constexpr DeleteRule kDynamicTrunkMacByMacPortVid = {
+    .callback = "del_dynamic_trunk_mac_by_mac_port_vid_callback",
+    .line = __LINE__,
+    .keys = kMacPortVlan,
+    .removal = kDynamic,
+};
+constexpr DeleteRule kAllTrunkMacByMacPortVid = {
+    .callback = "del_all_trunk_mac_by_mac_port_vid_callback",
+    .line = __LINE__,
+    .keys = kMacPortVlan,
+    .removal = kAll,
+};
+constexpr DeleteRule kDynaicMacByMacPort = {
+    .callback = "del_dynaic_mac_by_mac_port_callback",
+    .line = __LINE__,
+    .keys = kMacPortVlan,
+    .removal = kDynamic,
+};
+constexpr DeleteRule kAllMacByMacPort = {
+    .callback = "del_all_mac_by_mac_port_callback",
+    .line = __LINE__,
+    .keys = {.port = true, .mac = true},
+    .removal = kAll,
+};
+constexpr DeleteRule kStaticMacByPort = {
+    .callback = "del_static_mac_by_port_callback",
+    .line = __LINE__,
+    .keys = {.port = true},
+    .removal = kStatic,
+};
+constexpr DeleteRule kStaticMacByTrunk = {
+    .callback = "del_static_mac_by_trunk_callback",
+    .line = __LINE__,
+    .keys = {.trunk = true},
+    .removal = kStaticOnInterface,
+};
+constexpr DeleteRule kStaticMacByVlan = {
+    .callback = "del_static_mac_by_vlan_callback",
+    .line = __LINE__,
+    .keys = {.vlan = VlanMatch::equal_16_bits},
+    .removal = kStaticOnInterface,
+};
+constexpr DeleteRule kStaticMacByVlanPort = {
+    .callback = "del_static_mac_by_vlan_port_callback",
+    .line = __LINE__,
+    .keys = {.vlan = VlanMatch::equal, .port = true},
+    .removal = kStatic,
+};
+constexpr DeleteRule kStaticMacByVlanTrunk = {
+    .callback = "del_static_mac_by_vlan_trunk_callback",
+    .line = __LINE__,
+    .keys = {.vlan = VlanMatch::equal, .trunk = true},
+    .removal = kStatic,
+};
+constexpr DeleteRule kStaticMacByMac = {
+    .callback = "del_static_mac_by_mac_callback",
+    .line = __LINE__,
+    .keys = {.mac = true},
+    .removal = kStatic,
+};
+
+// By learn type.
+constexpr DeleteRule by_learn_type(const Removal &removal) {
+  return {
+      .callback = "del_all__mac_bytype_callback",
+      .line = __LINE__,
+      .keys = {},
+      .removal = removal,
+  };
+}
+static_assert(USER_LEARN_TYPE_DYNAMIC == 0 && USER_LEARN_TYPE_STATIC == 1 &&
+              USER_LEARN_TYPE_ALL == 2);
+constexpr DeleteRule kByLearnType[] = {
+    by_learn_type(kDynamic),
+    by_learn_type(kStaticOnInterface),
+    by_learn_type(kAllOnInterfaceUnlogged),
+};
 
 }  // namespace
 
-#define CALLBACK(name, match, keys, removal)                        \
-  int32_t name(uint32_t, chip_l2_ucast_entry *entry, void *data) {  \
-    static constexpr Rule kRule = {#name, __LINE__, keys, removal}; \
-    return remove_fitting(kRule, *entry, match(data));              \
-  }
+int32_t del_static_mac_by_mac_port_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByMacPort, *entry, match_record(data));
+}
 
-CALLBACK(del_static_mac_by_mac_port_callback, match_record, kMacPortVlan, kStatic)
-CALLBACK(del_static_trunk_mac_by_mac_port_vid_callback, match_record, kMacPortVlan, kStatic)
-CALLBACK(del_dynamic_trunk_mac_by_mac_port_vid_callback, match_record, kMacPortVlan, kDynamic)
-CALLBACK(del_all_trunk_mac_by_mac_port_vid_callback, match_record, kMacPortVlan, kAll)
-CALLBACK(del_dynaic_mac_by_mac_port_callback, match_record, kMacPortVlan, kDynamic)
-CALLBACK(del_all_mac_by_mac_port_callback, match_record, (Keys{.port = true, .mac = true}), kAll)
-CALLBACK(del_static_mac_by_port_callback, match_port, Keys{.port = true}, kStatic)
-CALLBACK(del_static_mac_by_trunk_callback, match_trunk, Keys{.trunk = true}, kStaticOnInterface)
-CALLBACK(del_static_mac_by_vlan_callback, match_vlan, Keys{.vlan = Vlan::equal_16_bits},
-         kStaticOnInterface)
-CALLBACK(del_static_mac_by_vlan_port_callback, match_record,
-         (Keys{.vlan = Vlan::equal, .port = true}), kStatic)
-CALLBACK(del_static_mac_by_vlan_trunk_callback, match_record,
-         (Keys{.vlan = Vlan::equal, .trunk = true}), kStatic)
-CALLBACK(del_static_mac_by_mac_callback, match_record, Keys{.mac = true}, kStatic)
+int32_t del_static_trunk_mac_by_mac_port_vid_callback(uint32_t, chip_l2_ucast_entry *entry,
+                                                      void *data) {
+  return remove_matching(kStaticTrunkMacByMacPortVid, *entry, match_record(data));
+}
+
+int32_t del_dynamic_trunk_mac_by_mac_port_vid_callback(uint32_t, chip_l2_ucast_entry *entry,
+                                                       void *data) {
+  return remove_matching(kDynamicTrunkMacByMacPortVid, *entry, match_record(data));
+}
+
+int32_t del_all_trunk_mac_by_mac_port_vid_callback(uint32_t, chip_l2_ucast_entry *entry,
+                                                   void *data) {
+  return remove_matching(kAllTrunkMacByMacPortVid, *entry, match_record(data));
+}
+
+int32_t del_dynaic_mac_by_mac_port_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kDynaicMacByMacPort, *entry, match_record(data));
+}
+
+int32_t del_all_mac_by_mac_port_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kAllMacByMacPort, *entry, match_record(data));
+}
+
+int32_t del_static_mac_by_port_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByPort, *entry, match_port(data));
+}
+
+int32_t del_static_mac_by_trunk_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByTrunk, *entry, match_trunk(data));
+}
+
+int32_t del_static_mac_by_vlan_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByVlan, *entry, match_vlan(data));
+}
+
+int32_t del_static_mac_by_vlan_port_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByVlanPort, *entry, match_record(data));
+}
+
+int32_t del_static_mac_by_vlan_trunk_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByVlanTrunk, *entry, match_record(data));
+}
+
+int32_t del_static_mac_by_mac_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
+  return remove_matching(kStaticMacByMac, *entry, match_record(data));
+}
 
 int32_t del_all__mac_bytype_callback(uint32_t, chip_l2_ucast_entry *entry, void *data) {
-  static_assert(USER_LEARN_TYPE_DYNAMIC == 0 && USER_LEARN_TYPE_STATIC == 1 &&
-                USER_LEARN_TYPE_ALL == 2);
-  static constexpr Removal kByType[] = {kDynamic, kStaticOnInterface, kAllOnInterfaceUnlogged};
   uint32_t type;
   memcpy(&type, data, sizeof type);
   if (type > USER_LEARN_TYPE_ALL) type = USER_LEARN_TYPE_ALL;
-  const Rule rule = {"del_all__mac_bytype_callback", __LINE__, Keys{}, kByType[type]};
-  return remove_fitting(rule, *entry, Entry{});
+  return remove_matching(kByLearnType[type], *entry, Entry{});
 }
 
 namespace {
@@ -121,19 +242,38 @@ int32_t walk(uint32_t unit, user_l2_walk_callback_t callback, Match match) {
 
 }  // namespace
 
-#define BY_MAC_PORT_VLAN(name, callback)                                                  \
-  int32_t name(uint32_t, uint32_t unit, const uint8_t *mac, int32_t port, uint32_t vid) { \
-    return walk(unit, callback, record_of({.mac = mac, .vid = vid, .port = port}));       \
-  }
+int32_t user_l2_addr_delete_static_by_mac_port(uint32_t, uint32_t unit, const uint8_t *mac,
+                                               int32_t port, uint32_t vid) {
+  return walk(unit, del_static_mac_by_mac_port_callback,
+              record_of({.mac = mac, .vid = vid, .port = port}));
+}
 
-BY_MAC_PORT_VLAN(user_l2_addr_delete_static_by_mac_port, del_static_mac_by_mac_port_callback)
-BY_MAC_PORT_VLAN(user_l2_addr_delete_trunk_static_by_port_mac_vlan,
-                 del_static_trunk_mac_by_mac_port_vid_callback)
-BY_MAC_PORT_VLAN(user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan,
-                 del_dynamic_trunk_mac_by_mac_port_vid_callback)
-BY_MAC_PORT_VLAN(user_l2_addr_delete_all_dynamic_by_port_mac_vlan,
-                 del_all_trunk_mac_by_mac_port_vid_callback)
-BY_MAC_PORT_VLAN(user_l2_addr_delete_dynaic_by_mac_port, del_dynaic_mac_by_mac_port_callback)
+int32_t user_l2_addr_delete_trunk_static_by_port_mac_vlan(uint32_t, uint32_t unit,
+                                                          const uint8_t *mac, int32_t port,
+                                                          uint32_t vid) {
+  return walk(unit, del_static_trunk_mac_by_mac_port_vid_callback,
+              record_of({.mac = mac, .vid = vid, .port = port}));
+}
+
+int32_t user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan(uint32_t, uint32_t unit,
+                                                           const uint8_t *mac, int32_t port,
+                                                           uint32_t vid) {
+  return walk(unit, del_dynamic_trunk_mac_by_mac_port_vid_callback,
+              record_of({.mac = mac, .vid = vid, .port = port}));
+}
+
+int32_t user_l2_addr_delete_all_dynamic_by_port_mac_vlan(uint32_t, uint32_t unit,
+                                                         const uint8_t *mac, int32_t port,
+                                                         uint32_t vid) {
+  return walk(unit, del_all_trunk_mac_by_mac_port_vid_callback,
+              record_of({.mac = mac, .vid = vid, .port = port}));
+}
+
+int32_t user_l2_addr_delete_dynaic_by_mac_port(uint32_t, uint32_t unit, const uint8_t *mac,
+                                               int32_t port, uint32_t vid) {
+  return walk(unit, del_dynaic_mac_by_mac_port_callback,
+              record_of({.mac = mac, .vid = vid, .port = port}));
+}
 
 int32_t user_l2_addr_delete_all_by_mac_port(uint32_t, uint32_t unit, const uint8_t *mac,
                                             int32_t port) {

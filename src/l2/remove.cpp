@@ -15,21 +15,22 @@ namespace {
 constexpr int32_t kNoInterface = 0;
 constexpr int32_t kProtectedInterface = 28;
 
-bool same_vlan(Vlan test, uint32_t vid, uint32_t match) {
+bool same_vlan(VlanMatch test, uint32_t vid, uint32_t match) {
   switch (test) {
-    case Vlan::any: return true;
-    case Vlan::equal: return vid == match;
-    case Vlan::equal_unless_0: return match == 0 || vid == match;
-    case Vlan::equal_16_bits: return static_cast<uint16_t>(vid) == static_cast<uint16_t>(match);
+    case VlanMatch::any: return true;
+    case VlanMatch::equal: return vid == match;
+    case VlanMatch::equal_unless_0: return match == 0 || vid == match;
+    case VlanMatch::equal_16_bits:
+      return static_cast<uint16_t>(vid) == static_cast<uint16_t>(match);
   }
   return false;
 }
 
-bool is_of(Kind kind, uint32_t flags) {
+bool is_of(EntryKind kind, uint32_t flags) {
   switch (kind) {
-    case Kind::all: return true;
-    case Kind::dynamic_only: return (flags & USER_L2_FLAG_STATIC) == 0;
-    case Kind::static_only: return STATIC_ENTRY_TEST(flags);
+    case EntryKind::all: return true;
+    case EntryKind::dynamic_only: return (flags & USER_L2_FLAG_STATIC) == 0;
+    case EntryKind::static_only: return STATIC_ENTRY_TEST(flags);
   }
   return false;
 }
@@ -41,13 +42,14 @@ bool is_on_interface(int32_t port) {
 
 }  // namespace
 
-bool fits(const Keys &keys, const chip_l2_ucast_entry &entry, const chip_l2_ucast_entry &match) {
+bool keys_match(const Keys &keys, const chip_l2_ucast_entry &entry,
+                const chip_l2_ucast_entry &match) {
   return same_vlan(keys.vlan, entry.vid, match.vid) && (!keys.port || entry.port == match.port) &&
          (!keys.trunk || entry.trunk == match.trunk) &&
          (!keys.mac || memcmp(entry.mac, match.mac, sizeof entry.mac) == 0);
 }
 
-void remove(const Rule &rule, const chip_l2_ucast_entry &entry) {
+void remove_entry(const DeleteRule &rule, const chip_l2_ucast_entry &entry) {
   if (!is_of(rule.removal.kind, entry.flags)) return;
   if (rule.removal.on_interface_only && !is_on_interface(entry.port)) return;
   rtk_l2_addr_del(0, entry.vid, entry.mac);

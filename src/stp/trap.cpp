@@ -60,6 +60,7 @@ int32_t user_lldp_set_bpdu_forward(uint32_t, uint32_t unit, uint32_t forward, in
 }
 
 int32_t user_l2_bpdu_set(uint32_t, uint32_t, uint32_t, const uint8_t *mac) {
+  // Read and forgotten: a bad address ends the program here, as it always has.
   const volatile uint8_t *bytes = mac;
   for (size_t index = 0; index < kMacBytes; ++index) static_cast<void>(bytes[index]);
   return 0;

@@ -18,7 +18,7 @@ TRACE_BUFFERS = 2 * 256
 FILES = ["l2/walk.cpp", "l2/delete.cpp", "l2/remove.cpp", "frame/static_mac.cpp"]
 # From the entry point down; what the compiler inlines is in its caller's frame.
 PATH = ["user_l2_addr_delete_static_by_mac_port", "rtk_l2_traverse",
-        "del_static_mac_by_mac_port_callback", "remove_fitting", "remove", "note_static_mac",
+        "del_static_mac_by_mac_port_callback", "remove_matching", "remove_entry", "note_static_mac",
         "trace"]
 
 
