@@ -59,6 +59,17 @@ typedef int32_t (*user_l2_mcast_walk_callback_t)(uint32_t unit, chip_l2_mcast_en
 SWCTL_API int32_t rtk_l2_traverse(uint32_t unit, user_l2_walk_callback_t callback, void *data);
 
 /**
+ * @brief Walks the unicast entries of unit 0, to find IP phones among them.
+ *
+ * Passes through to rtk_l2_traverse(0, callback, data), by its exported name.
+ *
+ * @param callback called for each entry; not null
+ * @param data     passed to the callback
+ * @return the result of the walk
+ */
+SWCTL_API int32_t user_l2_voice_vlan_traverse(user_l2_walk_callback_t callback, void *data);
+
+/**
  * @brief Walks the multicast entries of a unit in the chip's scan order.
  *
  * Calls rtk_l2_nextValidMcastAddr_get(unit, &index, &entry) from index -1 on,

@@ -8,6 +8,7 @@
 #ifndef SWCTL_STP_H
 #define SWCTL_STP_H
 
+/* For user_l2_voice_vlan_traverse(), which belongs to this family as well. */
 #include <swctl/l2_walk.h>
 #include <swctl/types.h>
 
@@ -337,18 +338,6 @@ SWCTL_API int32_t user_l2_bpdu_set(uint32_t lead, uint32_t unit, uint32_t index,
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_bpdu_get(uint32_t lead, uint32_t unit, uint32_t index, uint8_t *mac);
-
-/**
- * @brief Walks the unicast entries of unit 0, to find the phones among them.
- *
- * Passes through to rtk_l2_traverse(0, callback, data) of l2_walk.h, by its
- * exported name.
- *
- * @param callback called for each entry; not null
- * @param data     handed to the callback
- * @return the result of the walk
- */
-SWCTL_API int32_t user_l2_voice_vlan_traverse(user_l2_walk_callback_t callback, void *data);
 
 SWCTL_END_DECLS
 

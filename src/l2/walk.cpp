@@ -49,6 +49,10 @@ int32_t rtk_l2_traverse(uint32_t unit, user_l2_walk_callback_t callback, void *d
   return 0;
 }
 
+int32_t user_l2_voice_vlan_traverse(user_l2_walk_callback_t callback, void *data) {
+  return rtk_l2_traverse(0, callback, data);
+}
+
 int32_t rtk_l2_mcast_traverse(uint32_t unit, user_l2_mcast_walk_callback_t callback, void *data) {
   int32_t index = kBeforeFirst;
   chip_l2_mcast_entry entry = {};

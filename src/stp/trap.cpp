@@ -70,7 +70,3 @@ int32_t user_l2_bpdu_get(uint32_t, uint32_t, uint32_t, uint8_t *mac) {
   memcpy(mac, g_tmpBuffer, kMacBytes);
   return 0;
 }
-
-int32_t user_l2_voice_vlan_traverse(user_l2_walk_callback_t callback, void *data) {
-  return rtk_l2_traverse(0, callback, data);
-}

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <swctl/stp.h>
+#include <swctl/l2.h>
 
 #include <vector>
 
@@ -9,7 +9,7 @@ namespace {
 
 using VoiceWalk = swctl_test::LibraryTest;
 
-int32_t note(uint32_t unit, chip_l2_ucast_entry *entry, void *data) {
+int32_t note_station(uint32_t unit, chip_l2_ucast_entry *entry, void *data) {
   EXPECT_EQ(unit, 0u);
   static_cast<std::vector<uint8_t> *>(data)->push_back(entry->mac[5]);
   return 0;
@@ -21,7 +21,7 @@ TEST_F(VoiceWalk, MeetsTheStationsOfUnitZero) {
   ASSERT_EQ(vchip_station_learn(0, 3, &phone), 0);
   ASSERT_EQ(vchip_station_learn(1, 3, &other), 0);
   std::vector<uint8_t> seen;
-  EXPECT_EQ(user_l2_voice_vlan_traverse(note, &seen), 0);
+  EXPECT_EQ(user_l2_voice_vlan_traverse(note_station, &seen), 0);
   EXPECT_THAT(seen, testing::ElementsAre(7));
 }
 
