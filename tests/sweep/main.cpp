@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <exception>
 #include <unistd.h>
 
 #include "cases.h"
@@ -43,10 +44,15 @@ int main(int count, char **arguments) {
   // as they are, for whoever else has something to say.
   FILE *const output = stdout;
   stdout = stderr = fopen("/dev/null", "w");
-  sweep::c99_cases();
-  sweep::port_cases();
-  sweep::l2_cases();
-  sweep::other_cases();
+  try {
+    sweep::c99_cases();
+    sweep::port_cases();
+    sweep::l2_cases();
+    sweep::other_cases();
+  } catch (const std::exception &why) {
+    fprintf(output, "sweep: %s\n", why.what());
+    return 1;
+  }
   stdout = output;
   const bool is_listed = count < 2 || sweep::write_list(arguments[1]);
   return sweep::report() && is_listed ? 0 : 1;

@@ -11,40 +11,57 @@ namespace sweep {
 namespace {
 
 struct Line {
-  const char *name;
-  const char *rules;
+  std::string rules;
+  std::vector<std::string> functions;
 };
-constexpr Line kLines[] = {
-#define RULES(name, rules) {name, rules},
-#define END(name, value)
+const Line kLines[] = {
+#define RULES(function, rules) {rules, {function}},
+#define FAMILY(rules, ...) {rules, {__VA_ARGS__}},
+#define END(function, value)
 #include "rules.def"
 #undef RULES
+#undef FAMILY
 #undef END
 };
 
 struct EndValue {
-  const char *name;
+  const char *function;
   int32_t value;
 };
 constexpr EndValue kEndValues[] = {
-#define RULES(name, rules)
-#define END(name, value) {name, value},
+#define RULES(function, rules)
+#define FAMILY(rules, ...)
+#define END(function, value) {function, value},
 #include "rules.def"
 #undef RULES
+#undef FAMILY
 #undef END
+};
+
+const std::map<std::string, Rule> kWords = {
+#define WORD(word) \
+  { #word, Rule::word }
+    WORD(result),  WORD(stop),  WORD(stop_quietly),  WORD(stop_nonzero), WORD(refuse_nonzero),
+    WORD(created), WORD(leave), WORD(end),           WORD(purge),        WORD(skip),
+    WORD(sum),     WORD(join),  WORD(ignored),       WORD(zero),         WORD(carried),
+    WORD(port),    WORD(kept),  WORD(kept_silently), WORD(mask),         WORD(anything),
+    WORD(trace),
+#undef WORD
 };
 
 // What holds for every function unless its line says otherwise.
 constexpr char kEverywhere[] =
-    " sys_trace_get:t sys_trace_add_log:. Log_logging_func:. adp_intf_2_phy_id:p";
+    " sys_trace_get:trace sys_trace_add_log:ignored Log_logging_func:ignored "
+    "adp_intf_2_phy_id:port";
 
 Rule rule_for(const std::string &call, const std::string &text) {
   std::istringstream words(text);
   for (std::string word; words >> word;) {
     const size_t colon = word.find(':');
-    if (colon + 2 != word.size()) throw std::logic_error("bad rule " + word);
-    if (fnmatch(word.substr(0, colon).c_str(), call.c_str(), 0) == 0)
-      return static_cast<Rule>(word[colon + 1]);
+    if (colon == std::string::npos) throw std::logic_error("no rule in " + word);
+    const auto rule = kWords.find(word.substr(colon + 1));
+    if (rule == kWords.end()) throw std::logic_error("unknown rule in " + word);
+    if (fnmatch(word.substr(0, colon).c_str(), call.c_str(), 0) == 0) return rule->second;
   }
   return Rule::none;
 }
@@ -54,10 +71,12 @@ using Table = std::map<std::string, FunctionRules>;
 Table read_table() {
   Table table;
   for (const Line &line : kLines) {
-    const bool added = table.emplace(line.name, FunctionRules{Rules(line.rules), false, {}}).second;
-    if (!added) throw std::logic_error(std::string("two lines for ") + line.name);
+    const FunctionRules rules = {Rules(line.rules), false, {}};
+    for (const std::string &function : line.functions)
+      if (!table.emplace(function, rules).second)
+        throw std::logic_error("two lines for " + function);
   }
-  for (const EndValue &line : kEndValues) table.at(line.name).end = line.value;
+  for (const EndValue &line : kEndValues) table.at(line.function).end = line.value;
   return table;
 }
 
@@ -76,7 +95,7 @@ Rules::Rules(const std::string &text) {
 }
 
 const FunctionRules &rules_of(const std::string &function, const std::string &variant) {
-  static const FunctionRules kPassesOn = {Rules("rtk_*:="), true, {}};
+  static const FunctionRules kPassesOn = {Rules("rtk_*:result"), true, {}};
   auto found = table().find(function + "@" + variant);
   if (found == table().end()) found = table().find(function);
   if (found == table().end()) return kPassesOn;

@@ -14,36 +14,36 @@ namespace sweep {
 // Every call that leaves the library, numbered.
 const std::vector<std::string> &call_names();
 
-enum class Rule : char {
-  none = 0,  // the table knows of no such call
+enum class Rule {
+  none,  // the table knows of no such call
   // "Fails" is any negative result where nothing else is said.
-  result = '=',          // goes on; the last such result is the function's
-  stop = '!',            // a failure ends the function and is its result; otherwise like '='
-  stop_quietly = '?',    // a failure ends the function and is its result; otherwise like '.'
-  stop_nonzero = '#',    // the same as '!', and a positive result fails too
-  refuse_nonzero = '$',  // the same as '?', and a positive result fails too
-  created = '+',         // as '#', but that the VLAN exists is no failure
-  leave = '/',           // a failure ends the function, which answers what it had
-  end = '^',             // any result but 0 ends the function, which answers its end value
-  purge = '%',           // a failure removes the walk's entry and goes on to the next one
-  skip = '>',            // a failure leaves out the next call
-  sum = '-',             // running sum from -1; ends unless it is 0
-  join = '|',            // results are joined bit by bit
-  ignored = '.',         // nothing
-  zero = '0',            // nothing: a failure is the same as an answer of zeros
-  carried = '~',         // nothing, but later calls may carry what it did not write
-  port = 'p',            // the answer is the port of the calls that follow, unchecked
-  kept = 'k',            // 0 and 28 keep the walk's entry, any other answer removes it
-  kept_silently = 's',   // the same, and the removal is not recorded
-  mask = 'm',            // the answer is a bit in a mask of a later call, unchecked
-  anything = '*',        // the answer is used for all that follows, none of it checked
-  trace = 't',           // an answer other than 0 adds a call that records the change
+  result,          // goes on; the last such result is the function's
+  stop,            // a failure ends the function and is its result; otherwise like result
+  stop_quietly,    // a failure ends the function and is its result; otherwise like ignored
+  stop_nonzero,    // the same as stop, and a positive result fails too
+  refuse_nonzero,  // the same as stop_quietly, and a positive result fails too
+  created,         // the same as stop_nonzero, but that the VLAN exists is no failure
+  leave,           // a failure ends the function, which answers what it had
+  end,             // any result but 0 ends the function, which answers its end value
+  purge,           // a failure removes the walk's entry and goes on to the next one
+  skip,            // a failure leaves out the next call
+  sum,             // running sum from -1; ends unless it is 0
+  join,            // results are joined bit by bit
+  ignored,         // nothing
+  zero,            // nothing: a failure is the same as an answer of zeros
+  carried,         // nothing, but later calls may carry what it did not write
+  port,            // the answer is the port of the calls that follow, unchecked
+  kept,            // 0 and 28 keep the walk's entry, any other answer removes it
+  kept_silently,   // the same, and the removal is not recorded
+  mask,            // the answer is a bit in a mask of a later call, unchecked
+  anything,        // the answer is used for all that follows, none of it checked
+  trace,           // an answer other than 0 adds a call that records the change
 };
 
 // The rules of one function for each call that it makes.
 class Rules {
  public:
-  // A list like "rtk_a:! rtk_b_*:.": the first name that fits counts.
+  // A list like "rtk_a:stop rtk_b_*:ignored": the first name that fits counts.
   explicit Rules(const std::string &text);
   Rule operator[](size_t call) const { return by_call_[call]; }
 
