@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "chip/absent.h"
 #include "chip/optional_call.h"
 
 namespace swsh {
@@ -14,6 +15,13 @@ constexpr auto kNextAclRule = SWSH_OPTIONAL_CALL(swctl_platform_acl_rule_next);
 
 void each_rule(uint32_t unit, const RuleVisit &visit) {
   each_record(kNextAclRule, "rule", unit, 0, visit);
+}
+
+void expect_rules(uint32_t unit, const std::vector<int64_t> &rules) {
+  if (kNextAclRule.find() == nullptr) return;
+  std::vector<int64_t> there;
+  each_rule(unit, [&](const swctl_platform_acl_rule &rule) { there.push_back(rule.index); });
+  expect_among("rule", rules, there);
 }
 
 bool is_in_use(uint32_t unit, int32_t rule) {

@@ -54,6 +54,7 @@ Answer show(const Arguments &arguments, const Context &context) {
     const std::vector<int64_t> &numbers = arguments.numbers("RULES");
     return std::binary_search(numbers.begin(), numbers.end(), rule.index);
   };
+  if (chosen) expect_rules(context.unit, arguments.numbers("RULES"));
   Answer answer = {arguments.has("detail") ? Shape::detail : Shape::table, {}, ""};
   each_rule(context.unit, [&](const swctl_platform_acl_rule &rule) {
     if (wanted(rule)) answer.records.push_back(rule_record(rule));
@@ -112,6 +113,7 @@ Answer add(const Arguments &arguments, const Context &context) {
 }
 
 Answer del(const Arguments &arguments, const Context &context) {
+  expect_rules(context.unit, arguments.numbers("RULES"));
   for_each_number(arguments.numbers("RULES"), [&](int64_t rule) {
     perform(kDestroy, rule_name(rule), kLead, context.unit, static_cast<int32_t>(rule));
   });
@@ -119,6 +121,7 @@ Answer del(const Arguments &arguments, const Context &context) {
 }
 
 Answer enable(const Arguments &arguments, const Context &context) {
+  expect_rules(context.unit, arguments.numbers("RULES"));
   for_each_number(arguments.numbers("RULES"),
                   [&](int64_t rule) { install(context, static_cast<int32_t>(rule)); });
   return {};

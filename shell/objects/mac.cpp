@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
@@ -28,6 +29,19 @@ Answer show(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
+// The library answers alike for an address that is not there and for a chip
+// that refuses: the table can tell.
+template <typename Act>
+void act_on_address(const Mac &mac, int64_t vid, Act act) {
+  const std::string text = entry_text(mac.data(), vid);
+  const auto is_it = [&](const user_l2_addr_t &entry) {
+    return entry.vid == vid && std::equal(mac.begin(), mac.end(), entry.mac);
+  };
+  act_on(
+      "address", text, [&] { act(text); },
+      [&] { return std::ranges::any_of(read_addresses(), is_it); });
+}
+
 Answer get(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const Mac mac = mac_of(arguments, "MAC");
@@ -35,8 +49,9 @@ Answer get(const Arguments &arguments, const Context &context) {
   user_l2_addr_t entry = {};
   std::copy(mac.begin(), mac.end(), entry.mac);
   entry.vid = static_cast<uint16_t>(vid);
-  perform(SWSH_CALL(user_mac_addr_get), entry_text(mac.data(), vid), kLead, mac.data(), entry.vid,
-          &entry);
+  act_on_address(mac, vid, [&](const std::string &text) {
+    perform(SWSH_CALL(user_mac_addr_get), text, kLead, mac.data(), entry.vid, &entry);
+  });
   return {Shape::detail, {address_record(Interfaces(), entry)}, ""};
 }
 
@@ -60,7 +75,9 @@ Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const Mac mac = mac_of(arguments, "MAC");
   const auto vid = arguments.u32("vlan");
-  perform(SWSH_CALL(user_mac_addr_delete), entry_text(mac.data(), vid), kLead, mac.data(), vid);
+  act_on_address(mac, vid, [&](const std::string &text) {
+    perform(SWSH_CALL(user_mac_addr_delete), text, kLead, mac.data(), vid);
+  });
   return {};
 }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 
+#include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/lead.h"
 #include "fault.h"
@@ -31,6 +32,7 @@ CommandError bad_file(const std::string &path, const std::string &what) {
 
 File open_dump(const std::string &path) {
   File file(fopen(path.c_str(), "r"));
+  if (!file && errno == ENOENT) throw there_is_no("file", quoted(path));
   if (!file) throw bad_file(path, std::string("cannot be opened: ") + strerror(errno));
   return file;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mcast.h>
 
+#include <algorithm>
+
+#include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
@@ -52,18 +55,35 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+bool is_there(const Context &context, const User_mcast_addr_t &group) {
+  return std::ranges::any_of(read_groups(context.unit), [&](const chip_l2_mcast_entry &entry) {
+    return entry.vid == group.vid && std::ranges::equal(entry.mac, group.mac);
+  });
+}
+
+// The library answers alike for a group that is not there and for a chip that
+// refuses: the table can tell.
+template <typename Act>
+void act_on_group(const Context &context, const Named &all, Act act) {
+  act_on("group", all.text(), act, [&] { return is_there(context, all.group); });
+}
+
 Answer del(const Arguments &arguments, const Context &context) {
   const Named all = named(arguments);
-  perform(SWSH_CALL(User_mcast_addr_remove), all.text(), kLead, context.unit, all.group.mac,
-          all.group.vid);
+  act_on_group(context, all, [&] {
+    perform(SWSH_CALL(User_mcast_addr_remove), all.text(), kLead, context.unit, all.group.mac,
+            all.group.vid);
+  });
   return {};
 }
 
 void read(const Context &context, Named &all) {
   const Mac mac = {all.group.mac[0], all.group.mac[1], all.group.mac[2],
                    all.group.mac[3], all.group.mac[4], all.group.mac[5]};
-  perform(SWSH_CALL(User_mcast_port_get), all.text(), kLead, context.unit, mac.data(),
-          all.group.vid, &all.group);
+  act_on_group(context, all, [&] {
+    perform(SWSH_CALL(User_mcast_port_get), all.text(), kLead, context.unit, mac.data(),
+            all.group.vid, &all.group);
+  });
 }
 
 // The chip takes a group's complete ports, so they are read first.

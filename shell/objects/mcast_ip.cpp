@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
@@ -63,6 +64,7 @@ Entry entry_of(const Arguments &arguments) {
   entry.vid = arguments.u32("vlan");
   if (arguments.has("ports")) entry.ports = bitmap_of(arguments.numbers("ports"));
   entry.text = arguments.word("GROUP") + " in VLAN " + std::to_string(entry.vid);
+  if (arguments.has("source")) entry.text += " from " + arguments.word("source");
   return entry;
 }
 
@@ -126,6 +128,35 @@ Answer show_entries(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
+bool is_address(uint32_t found, const Address &wanted) {
+  return found == wanted.number;
+}
+
+bool is_address(const chip_ip6_address &found, const Address &wanted) {
+  return memcmp(found.bytes, wanted.bytes, sizeof wanted.bytes) == 0;
+}
+
+// Also true where the platform cannot tell.
+template <typename Next>
+bool is_there(const Next &next, const Context &context, const Entry &entry) {
+  bool there = next.find() == nullptr;
+  if (there) return true;
+  each_record(next, "entry", context.unit, 0, [&](const auto &found) {
+    there |= found.entry.vid == entry.vid && is_address(found.entry.address_b, entry.group) &&
+             is_address(found.entry.address_a, entry.source);
+  });
+  return there;
+}
+
+template <typename Act>
+void act_on_entry(const Context &context, const Entry &entry, Act act) {
+  act_on("entry", entry.text, act, [&] {
+    return entry.group.six
+               ? is_there(SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_next), context, entry)
+               : is_there(SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_next), context, entry);
+  });
+}
+
 Answer add(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
@@ -144,13 +175,14 @@ Answer set(const Arguments &arguments, const Context &context) {
     throw CommandError(
         wrong_usage("an IPv6 entry cannot be set", arguments.word("GROUP"), {"del and add"}));
   }
-  perform(SWSH_CALL(User_ip_mcast_set), entry.text, context.unit, entry.source.number,
-          entry.group.number, entry.vid, entry.ports);
+  act_on_entry(context, entry, [&] {
+    perform(SWSH_CALL(User_ip_mcast_set), entry.text, context.unit, entry.source.number,
+            entry.group.number, entry.vid, entry.ports);
+  });
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
-  const Entry entry = entry_of(arguments);
+void delete_entry(const Context &context, const Entry &entry) {
   if (entry.group.six) {
     perform(SWSH_CALL(User_ip6_mcast_del), entry.text, context.unit, entry.source.bytes,
             entry.group.bytes, entry.vid);
@@ -158,6 +190,11 @@ Answer del(const Arguments &arguments, const Context &context) {
     perform(SWSH_CALL(User_ip_mcast_del), entry.text, context.unit, entry.source.number,
             entry.group.number, entry.vid);
   }
+}
+
+Answer del(const Arguments &arguments, const Context &context) {
+  const Entry entry = entry_of(arguments);
+  act_on_entry(context, entry, [&] { delete_entry(context, entry); });
   return {};
 }
 

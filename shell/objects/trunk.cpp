@@ -2,6 +2,9 @@
 #include <swctl/mirror_trunk.h>
 #include <swctl/platform/trunk_read.h>
 
+#include <algorithm>
+
+#include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
@@ -14,6 +17,8 @@
 
 namespace swsh {
 namespace {
+
+constexpr auto kNextTrunk = SWSH_OPTIONAL_CALL(swctl_platform_trunk_next);
 
 std::string trunk_text(uint32_t trunk) {
   return "trunk " + std::to_string(trunk);
@@ -54,17 +59,28 @@ Record &add_hash(Record &record, uint32_t bits) {
 
 std::vector<swctl_platform_trunk> read_trunks(const Context &context) {
   std::vector<swctl_platform_trunk> trunks;
-  each_record(SWSH_OPTIONAL_CALL(swctl_platform_trunk_next), "trunk", context.unit, 0,
+  each_record(kNextTrunk, "trunk", context.unit, 0,
               [&](const swctl_platform_trunk &trunk) { trunks.push_back(trunk); });
   return trunks;
+}
+
+// Throws there_is_no() for a trunk without members.
+void expect_trunk(const Arguments &arguments, const std::vector<swctl_platform_trunk> &trunks) {
+  const auto is_it = [&](const swctl_platform_trunk &trunk) {
+    return trunk.index == arguments.number("TRUNK");
+  };
+  if (std::ranges::none_of(trunks, is_it))
+    throw there_is_no("trunk", std::to_string(arguments.number("TRUNK")));
 }
 
 Answer show_trunks(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const Interfaces interfaces;
   const uint32_t hash = read_hash(context);
+  const std::vector<swctl_platform_trunk> trunks = read_trunks(context);
+  if (arguments.has("TRUNK")) expect_trunk(arguments, trunks);
   Answer answer = {Shape::table, {}, ""};
-  for (const swctl_platform_trunk &trunk : read_trunks(context)) {
+  for (const swctl_platform_trunk &trunk : trunks) {
     if (arguments.has("TRUNK") && arguments.number("TRUNK") != trunk.index) continue;
     Record record;
     record.add("trunk", int64_t{trunk.index});
@@ -87,6 +103,7 @@ Answer set(const Arguments &arguments, const Context &context) {
 Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t trunk = arguments.u32("TRUNK");
+  if (kNextTrunk.find() != nullptr) expect_trunk(arguments, read_trunks(context));
   perform(SWSH_CALL(user_trunk_destroy), trunk_text(trunk), kLead, context.unit, trunk);
   return {};
 }

@@ -3,10 +3,10 @@
 
 #include <swctl/stp.h>
 
+#include "chip/absent.h"
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
-#include "fault.h"
 
 namespace swsh {
 namespace {
@@ -24,8 +24,7 @@ std::string instance_text(uint32_t instance) {
 
 uint32_t existing(const Context &context, uint32_t instance) {
   if (exists(context, instance)) return instance;
-  const std::string number = std::to_string(instance);
-  throw CommandError(wrong_usage("there is no instance " + number, number));
+  throw there_is_no("instance", std::to_string(instance));
 }
 
 std::vector<uint32_t> chosen_instances(const Arguments &arguments, const Context &context) {

@@ -16,7 +16,7 @@ Answer add_instance(const Arguments &arguments, const Context &context) {
 }
 
 Answer remove_instance(const Arguments &arguments, const Context &context) {
-  const uint32_t instance = arguments.u32("INSTANCE");
+  const uint32_t instance = existing(context, arguments.u32("INSTANCE"));
   perform(SWSH_CALL(user_stg_destroy), instance_text(instance), kLead, context.unit, instance);
   return {};
 }

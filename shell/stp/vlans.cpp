@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "chip/vlans.h"
+
 #include <swctl/platform/vlan_read.h>
 #include <swctl/stp.h>
 
@@ -27,6 +29,7 @@ Answer show_vlans(const Arguments &arguments, const Context &context) {
 
 Answer add_vlans(const Arguments &arguments, const Context &context) {
   const uint32_t instance = existing(context, arguments.u32("instance"));
+  vlans_of(context, arguments.numbers("VLANS"));
   for (const int64_t vid : arguments.numbers("VLANS"))
     perform(SWSH_CALL(user_stg_vlan_add), "VLAN " + std::to_string(vid), kLead, context.unit,
             instance, static_cast<uint32_t>(vid));
@@ -34,6 +37,7 @@ Answer add_vlans(const Arguments &arguments, const Context &context) {
 }
 
 Answer remove_vlans(const Arguments &arguments, const Context &context) {
+  vlans_of(context, arguments.numbers("VLANS"));
   for (const int64_t vid : arguments.numbers("VLANS"))
     perform(SWSH_CALL(user_stg_vlan_remove), "VLAN " + std::to_string(vid), kLead, context.unit, 0u,
             static_cast<uint32_t>(vid));

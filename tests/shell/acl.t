@@ -193,6 +193,8 @@ A wrong word is found before anything is written:
   swctl: acl add 9: missing keyword, expected one of: in-ports, dst-mac, src-mac, ethertype, outer-vlan, outer-vlan-id, outer-priority, inner-vlan, inner-vlan-id, inner-priority, frame-type, ip-type, protocol, src-ip, dst-ip, src-ip6, dst-ip6, dscp, traffic-class, src-port, dst-port, action, enable
   [1]
   $ swctl acl show 9
+  swctl: acl show 9: there is no rule 9
+  [1]
 
 A field that the chip refuses leaves nothing behind:
 
@@ -208,11 +210,13 @@ A field that the chip refuses leaves nothing behind:
   swctl: acl add 9 ethertype 0x800 enable: user_field_entry_install refused rule 9: a value is outside its range (result -1004); nothing of it was kept
   [2]
   $ swctl -j acl show 9
-  []
+  swctl: acl show 9: there is no rule 9
+  {"error":{"message":"acl show 9: there is no rule 9","culprit":"9","expected":[],"status":1}}
+  [1]
   $ SWPROBE_FAIL="rtk_acl_ruleAction_set result -1004; rtk_acl_rule_del result -7" \
   >   swctl acl add 9 ethertype 0x800 action drop 2>&1 | grep -o '; what.*'
   ; what was written of it could not be removed (result -7)
-  $ swctl acl del 7-9
+  $ swctl acl del 7,9
 
 The form of the table:
 

@@ -64,11 +64,11 @@ Filters:
 What is not there, and what cannot be:
 
   $ swctl mac get 02:00:00:00:00:09 vlan 1
-  swctl: mac get 02:00:00:00:00:09 vlan 1: user_mac_addr_get refused 02:00:00:00:00:09 in VLAN 1: the layer-2 table has no such entry (result -1031)
-  [2]
+  swctl: mac get 02:00:00:00:00:09 vlan 1: there is no address 02:00:00:00:00:09 in VLAN 1
+  [1]
   $ swctl mac del 02:00:00:00:00:09 vlan 1
-  swctl: mac del 02:00:00:00:00:09 vlan 1: user_mac_addr_delete refused 02:00:00:00:00:09 in VLAN 1: the layer-2 table has no such entry (result -1031)
-  [2]
+  swctl: mac del 02:00:00:00:00:09 vlan 1: there is no address 02:00:00:00:00:09 in VLAN 1
+  [1]
   $ swctl mac add 02:00:00:00:00 vlan 1 port 3
   swctl: mac add: bad value "02:00:00:00:00", expected an address such as 02:00:5e:00:00:01
   [1]
@@ -136,8 +136,8 @@ Dump files:
   swctl: mac restore-view short: "short" is no whole dump: 60 bytes are no multiple of 52
   [2]
   $ swctl mac restore-view none
-  swctl: mac restore-view none: "none" cannot be opened: No such file or directory
-  [2]
+  swctl: mac restore-view none: there is no file "none"
+  [1]
   $ swctl mac dump none/table
   create mactable Error!!!!!!!!!!!!1
   swctl: mac dump none/table: "none/table" cannot be written: No such file or directory

@@ -32,14 +32,14 @@ A port that is no member, a group that is not there or there already:
   vlan  mac                ports
   10    01:00:5e:00:00:01  3,9,26
   $ swctl mcast join 01:00:5e:00:00:09 vlan 10 ports 3
-  swctl: mcast join 01:00:5e:00:00:09 vlan 10 ports 3: User_mcast_port_get refused 01:00:5e:00:00:09 in VLAN 10: the layer-2 table has no such entry (result -1031)
-  [2]
+  swctl: mcast join 01:00:5e:00:00:09 vlan 10 ports 3: there is no group 01:00:5e:00:00:09 in VLAN 10
+  [1]
   $ swctl mcast add 01:00:5e:00:00:01 vlan 10 ports 4
   swctl: mcast add 01:00:5e:00:00:01 vlan 10 ports 4: User_mcast_addr_add refused 01:00:5e:00:00:01 in VLAN 10: the multicast group exists already (result -1033)
   [2]
   $ swctl mcast del 01:00:5e:00:00:09 vlan 10
-  swctl: mcast del 01:00:5e:00:00:09 vlan 10: User_mcast_addr_remove refused 01:00:5e:00:00:09 in VLAN 10: the layer-2 table has no such entry (result -1031)
-  [2]
+  swctl: mcast del 01:00:5e:00:00:09 vlan 10: there is no group 01:00:5e:00:00:09 in VLAN 10
+  [1]
   $ swctl mcast add 02:00:5e:00:00:01 vlan 10 ports 4
   swctl: mcast add 02:00:5e:00:00:01 vlan 10 ports 4: User_mcast_addr_add refused 02:00:5e:00:00:01 in VLAN 10: a value is outside its range (result -1004)
   [2]

@@ -90,5 +90,5 @@ What cannot be:
   swctl: mcast ip add 192.0.2.1 vlan 10 ports 1: User_ip_mcast_add refused 192.0.2.1 in VLAN 10: a value is outside its range (result -1004)
   [2]
   $ swctl mcast ip del 232.1.2.3 vlan 10
-  swctl: mcast ip del 232.1.2.3 vlan 10: User_ip_mcast_del refused 232.1.2.3 in VLAN 10: there is no such IP multicast entry (result -1071)
-  [2]
+  swctl: mcast ip del 232.1.2.3 vlan 10: there is no entry 232.1.2.3 in VLAN 10
+  [1]
