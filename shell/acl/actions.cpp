@@ -23,43 +23,82 @@ constexpr size_t kNoWord = CHIP_ACL_ACTION_WORDS;
 // Where an action's first parameter goes, and what it is.
 enum class Subject { none, number, second_parameter, interface };
 
+// The words of a record that an action has to itself, from `first` to before
+// `end`, and those that tell it: the first is `sign`, and that of its kind, if
+// there are several, is `kind`.
+struct Words {
+  size_t first, end;
+  size_t subject = kNoWord;
+  uint32_t sign = 1;
+  size_t kind_word = kNoWord;
+  uint32_t kind = 0;
+};
+
+constexpr Words forward_words(size_t subject, uint32_t kind) {
+  return {.first = CHIP_ACL_WORD_FORWARD,
+          .end = CHIP_ACL_WORD_FORWARD_W6 + 1,
+          .subject = subject,
+          .kind_word = CHIP_ACL_WORD_FORWARD_KIND,
+          .kind = kind};
+}
+
+constexpr Words remark_words(uint32_t kind) {
+  return {.first = CHIP_ACL_WORD_REMARK,
+          .end = CHIP_ACL_WORD_REMARK_VALUE + 1,
+          .subject = CHIP_ACL_WORD_REMARK_VALUE,
+          .kind_word = CHIP_ACL_WORD_REMARK_KIND,
+          .kind = kind};
+}
+
+constexpr Words verdict_words(uint32_t verdict) {
+  return {.first = CHIP_ACL_WORD_VERDICT, .end = CHIP_ACL_WORD_VERDICT + 1, .sign = verdict};
+}
+
+// Words that end with that of their subject.
+constexpr Words plain_words(size_t first, size_t subject) {
+  return {.first = first, .end = subject + 1, .subject = subject};
+}
+
 struct Name {
   const char *word;
   const char *help;
   uint32_t action;
   Subject subject;
-  // How the action reads in a record: two words with certain values, and the
-  // word of its subject. The words from `first` to before `end` are its own.
-  size_t first, end;
-  uint32_t sign;
-  size_t kind_word;
-  uint32_t kind;
-  size_t subject_word;
+  Words words;
 };
 constexpr Name kNames[] = {
-    {"drop", "Discards the frame", 40, Subject::none, 25, 26, 1, kNoWord, 0, kNoWord},
-    {"permit", "Lets the frame pass", 41, Subject::none, 25, 26, 2, kNoWord, 0, kNoWord},
-    {"trap", "Sends it to the CPU", 24, Subject::none, 0, 7, 1, 1, 2, kNoWord},
-    {"redirect", "redirect:PORT, sends it to another port", 30, Subject::interface, 0, 7, 1, 1, 4,
-     2},
-    {"redirect-ports", "redirect-ports:N, to the chip's port list N", 33, Subject::number, 0, 7, 1,
-     1, 5, 2},
-    {"redirect-group", "redirect-group:N, to the chip's group N", 324, Subject::number, 0, 7, 1, 1,
-     6, 2},
-    {"mirror", "mirror:SESSION, copies it", 117, Subject::second_parameter, 7, 10, 1, kNoWord, 0,
-     9},
-    {"count", "count:COUNTER, counts it", 43, Subject::number, 10, 13, 1, kNoWord, 0, 12},
-    {"meter", "meter:METER, limits its rate", 118, Subject::number, 13, 15, 1, kNoWord, 0, 14},
-    {"outer-vlan", "outer-vlan:ID, sets the outer VLAN", 123, Subject::number, 15, 19, 1, kNoWord,
-     0, 18},
-    {"inner-vlan", "inner-vlan:ID, sets the inner VLAN", 130, Subject::number, 19, 23, 1, kNoWord,
-     0, 22},
-    {"priority", "priority:N, sets the internal priority", 1, Subject::number, 23, 25, 1, kNoWord,
-     0, 24},
-    {"queue", "queue:N, sets the queue", 2, Subject::number, 35, 37, 1, kNoWord, 0, 36},
-    {"remark-0", "remark-0:N, remarks, kind 0", 11, Subject::number, 29, 32, 1, 30, 0, 31},
-    {"remark-1", "remark-1:N, remarks, kind 1", 134, Subject::number, 29, 32, 1, 30, 1, 31},
-    {"remark-2", "remark-2:N, remarks, kind 2", 21, Subject::number, 29, 32, 1, 30, 2, 31},
+    {"drop", "Discards the frame", CHIP_ACL_ACTION_DROP, Subject::none,
+     verdict_words(CHIP_ACL_VERDICT_DROP)},
+    {"permit", "Lets the frame pass", CHIP_ACL_ACTION_PERMIT, Subject::none,
+     verdict_words(CHIP_ACL_VERDICT_PERMIT)},
+    {"trap", "Sends it to the CPU", CHIP_ACL_ACTION_TRAP, Subject::none,
+     forward_words(kNoWord, CHIP_ACL_FORWARD_TRAP)},
+    {"redirect", "redirect:PORT, sends it to another port", CHIP_ACL_ACTION_REDIRECT_PORT,
+     Subject::interface, forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_PORT)},
+    {"redirect-ports", "redirect-ports:N, to the chip's port list N", CHIP_ACL_ACTION_REDIRECT_MASK,
+     Subject::number, forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_MASK)},
+    {"redirect-group", "redirect-group:N, to the chip's group N", CHIP_ACL_ACTION_REDIRECT_GROUP,
+     Subject::number, forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_GROUP)},
+    {"mirror", "mirror:SESSION, copies it", CHIP_ACL_ACTION_MIRROR, Subject::second_parameter,
+     plain_words(CHIP_ACL_WORD_MIRROR, CHIP_ACL_WORD_MIRROR_SESSION)},
+    {"count", "count:COUNTER, counts it", CHIP_ACL_ACTION_COUNT, Subject::number,
+     plain_words(CHIP_ACL_WORD_COUNT, CHIP_ACL_WORD_COUNT_COUNTER)},
+    {"meter", "meter:METER, limits its rate", CHIP_ACL_ACTION_METER, Subject::number,
+     plain_words(CHIP_ACL_WORD_METER, CHIP_ACL_WORD_METER_NUMBER)},
+    {"outer-vlan", "outer-vlan:ID, sets the outer VLAN", CHIP_ACL_ACTION_OUTER_VLAN,
+     Subject::number, plain_words(CHIP_ACL_WORD_OUTER_VLAN, CHIP_ACL_WORD_OUTER_VLAN_ID)},
+    {"inner-vlan", "inner-vlan:ID, sets the inner VLAN", CHIP_ACL_ACTION_INNER_VLAN,
+     Subject::number, plain_words(CHIP_ACL_WORD_INNER_VLAN, CHIP_ACL_WORD_INNER_VLAN_ID)},
+    {"priority", "priority:N, sets the internal priority", CHIP_ACL_ACTION_PRIORITY,
+     Subject::number, plain_words(CHIP_ACL_WORD_PRIORITY, CHIP_ACL_WORD_PRIORITY_VALUE)},
+    {"queue", "queue:N, sets the queue", CHIP_ACL_ACTION_QUEUE, Subject::number,
+     plain_words(CHIP_ACL_WORD_QUEUE, CHIP_ACL_WORD_QUEUE_NUMBER)},
+    {"remark-0", "remark-0:N, remarks, kind 0", CHIP_ACL_ACTION_REMARK_INNER, Subject::number,
+     remark_words(CHIP_ACL_REMARK_INNER)},
+    {"remark-1", "remark-1:N, remarks, kind 1", CHIP_ACL_ACTION_REMARK_OUTER, Subject::number,
+     remark_words(CHIP_ACL_REMARK_OUTER)},
+    {"remark-2", "remark-2:N, remarks, kind 2", CHIP_ACL_ACTION_REMARK_DSCP, Subject::number,
+     remark_words(CHIP_ACL_REMARK_DSCP)},
 };
 // Any action of the library, by its number.
 constexpr char kByNumber[] = "code";
@@ -143,13 +182,14 @@ PlannedAction action_of(const std::string &word) {
 }
 
 bool reads_as(const Name &name, const chip_acl_action &record) {
-  if (record.word[name.first] != name.sign) return false;
-  return name.kind_word == kNoWord || record.word[name.kind_word] == name.kind;
+  const Words &own = name.words;
+  if (record.word[own.first] != own.sign) return false;
+  return own.kind_word == kNoWord || record.word[own.kind_word] == own.kind;
 }
 
 ReadAction read_action(const Name &name, const chip_acl_action &record) {
-  if (name.subject_word == kNoWord) return {name.word, std::nullopt, std::nullopt};
-  const int64_t value = record.word[name.subject_word];
+  if (name.words.subject == kNoWord) return {name.word, std::nullopt, std::nullopt};
+  const int64_t value = record.word[name.words.subject];
   if (name.subject != Subject::interface) return {name.word, value, std::nullopt};
   return {name.word, Interfaces().of(static_cast<int32_t>(value)), value};
 }
@@ -195,7 +235,7 @@ std::vector<ReadAction> actions_in(const chip_acl_action &record) {
   for (const Name &name : kNames) {
     if (!reads_as(name, record)) continue;
     all.push_back(read_action(name, record));
-    for (size_t word = name.first; word < name.end; ++word) read[word] = true;
+    for (size_t word = name.words.first; word < name.words.end; ++word) read[word] = true;
   }
   for (size_t word = 0; word < CHIP_ACL_ACTION_WORDS; ++word)
     if (!read[word] && record.word[word] != 0)

@@ -60,12 +60,18 @@ enum chip_acl_field {
 /** Bytes of the widest field. */
 #define CHIP_ACL_FIELD_MAX_BYTES 16
 
+#if defined(__cplusplus) && __cplusplus >= 201402L
+#define CHIP_CONSTEXPR constexpr
+#else
+#define CHIP_CONSTEXPR
+#endif
+
 /**
  * @brief Bytes of a field's data, and of its mask.
  * @param field field id
  * @return the width in bytes; 0 for an id that is not in ::chip_acl_field
  */
-static inline uint32_t chip_acl_field_bytes(uint32_t field) {
+static inline CHIP_CONSTEXPR uint32_t chip_acl_field_bytes(uint32_t field) {
   switch (field) {
     case CHIP_ACL_FIELD_TEMPLATE:
     case CHIP_ACL_FIELD_IP_TYPE:
@@ -92,6 +98,8 @@ static inline uint32_t chip_acl_field_bytes(uint32_t field) {
   }
 }
 
+#undef CHIP_CONSTEXPR
+
 /** How a rule works together with the next one: (0, 1, 0) joins the two. */
 struct chip_acl_operation {
   uint32_t word[3];
@@ -105,7 +113,89 @@ struct chip_acl_range {
 };
 typedef struct chip_acl_range chip_acl_range;
 
-/** What a rule does with a frame that it matches. */
+/**
+ * Actions of user_field_action_add(). Two numbers set the same words from
+ * different parameters, and two remark alike.
+ */
+enum chip_acl_action_number {
+  CHIP_ACL_ACTION_PRIORITY = 1,
+  CHIP_ACL_ACTION_QUEUE = 2,
+  CHIP_ACL_ACTION_REMARK_INNER = 11,
+  CHIP_ACL_ACTION_REMARK_DSCP = 21,
+  CHIP_ACL_ACTION_TRAP = 24,
+  CHIP_ACL_ACTION_REDIRECT_PORT = 30,
+  CHIP_ACL_ACTION_REDIRECT_MASK = 33,
+  CHIP_ACL_ACTION_DROP = 40,
+  CHIP_ACL_ACTION_PERMIT = 41,
+  CHIP_ACL_ACTION_COUNT = 43,
+  CHIP_ACL_ACTION_METER_OF_PARAM1 = 53,
+  CHIP_ACL_ACTION_MIRROR = 117,
+  CHIP_ACL_ACTION_METER = 118,
+  CHIP_ACL_ACTION_OUTER_VLAN = 123,
+  CHIP_ACL_ACTION_REMARK_INNER_AGAIN = 124,
+  CHIP_ACL_ACTION_INNER_VLAN = 130,
+  CHIP_ACL_ACTION_REMARK_OUTER = 134,
+  CHIP_ACL_ACTION_REDIRECT_GROUP = 324
+};
+
+/**
+ * Words of an action record, by their place. The word that a group begins with
+ * says that the group counts. Those named by their number have no name, and
+ * those that are missing here are never written.
+ */
+enum chip_acl_action_word {
+  CHIP_ACL_WORD_FORWARD = 0,
+  CHIP_ACL_WORD_FORWARD_KIND = 1, /**< a ::chip_acl_forward */
+  CHIP_ACL_WORD_FORWARD_TO = 2,   /**< number of a port, mask or group */
+  CHIP_ACL_WORD_FORWARD_W4 = 4,
+  CHIP_ACL_WORD_FORWARD_W5 = 5,
+  CHIP_ACL_WORD_FORWARD_W6 = 6,
+  CHIP_ACL_WORD_MIRROR = 7,
+  CHIP_ACL_WORD_MIRROR_W8 = 8,
+  CHIP_ACL_WORD_MIRROR_SESSION = 9,
+  CHIP_ACL_WORD_COUNT = 10,
+  CHIP_ACL_WORD_COUNT_W11 = 11,
+  CHIP_ACL_WORD_COUNT_COUNTER = 12,
+  CHIP_ACL_WORD_METER = 13,
+  CHIP_ACL_WORD_METER_NUMBER = 14,
+  CHIP_ACL_WORD_OUTER_VLAN = 15,
+  CHIP_ACL_WORD_OUTER_VLAN_W16 = 16,
+  CHIP_ACL_WORD_OUTER_VLAN_W17 = 17,
+  CHIP_ACL_WORD_OUTER_VLAN_ID = 18,
+  CHIP_ACL_WORD_INNER_VLAN = 19,
+  CHIP_ACL_WORD_INNER_VLAN_W20 = 20,
+  CHIP_ACL_WORD_INNER_VLAN_W21 = 21,
+  CHIP_ACL_WORD_INNER_VLAN_ID = 22,
+  CHIP_ACL_WORD_PRIORITY = 23,
+  CHIP_ACL_WORD_PRIORITY_VALUE = 24,
+  CHIP_ACL_WORD_VERDICT = 25, /**< a ::chip_acl_verdict */
+  CHIP_ACL_WORD_REMARK = 29,
+  CHIP_ACL_WORD_REMARK_KIND = 30, /**< a ::chip_acl_remark */
+  CHIP_ACL_WORD_REMARK_VALUE = 31,
+  CHIP_ACL_WORD_QUEUE = 35,
+  CHIP_ACL_WORD_QUEUE_NUMBER = 36
+};
+
+/** Where a rule sends a frame. */
+enum chip_acl_forward {
+  CHIP_ACL_FORWARD_NOWHERE = 0,
+  CHIP_ACL_FORWARD_TRAP = 2,
+  CHIP_ACL_FORWARD_PORT = 4,
+  CHIP_ACL_FORWARD_MASK = 5,
+  CHIP_ACL_FORWARD_GROUP = 6
+};
+
+/** Whether a rule lets a frame pass. */
+enum chip_acl_verdict { CHIP_ACL_VERDICT_DROP = 1, CHIP_ACL_VERDICT_PERMIT = 2 };
+
+/** What a rule remarks: the priority of a tag, or the DSCP. */
+enum chip_acl_remark {
+  CHIP_ACL_REMARK_INNER = 0,
+  CHIP_ACL_REMARK_OUTER = 1,
+  CHIP_ACL_REMARK_DSCP = 2
+};
+
+/** What a rule does with a frame that it matches: see ::chip_acl_action_word. */
 struct chip_acl_action {
   uint32_t word[CHIP_ACL_ACTION_WORDS];
 };

@@ -11,26 +11,25 @@ namespace {
 
 constexpr size_t kNoWord = CHIP_ACL_ACTION_WORDS;
 
-// Words that belong together: the first is 1 if they count.
+// Words that belong together, the first of which is 1 if they count. The last
+// is what the action is about.
 struct Group {
   size_t first;
-  size_t end;
+  size_t value;
   const char *name;
-  size_t kind;   // numbered variety, shown if the group has several
-  size_t value;  // what the action is about
+  size_t kind = kNoWord;  // numbered variety, shown if the group has several
 };
 constexpr Group kGroups[] = {
-    {7, 10, "mirror to session", kNoWord, 9}, {10, 13, "count on counter", kNoWord, 12},
-    {13, 15, "meter", kNoWord, 14},           {15, 19, "outer vlan", kNoWord, 18},
-    {19, 23, "inner vlan", kNoWord, 22},      {23, 25, "priority", kNoWord, 24},
-    {29, 32, "remark kind", 30, 31},          {35, 37, "queue", kNoWord, 36},
+    {CHIP_ACL_WORD_MIRROR, CHIP_ACL_WORD_MIRROR_SESSION, "mirror to session"},
+    {CHIP_ACL_WORD_COUNT, CHIP_ACL_WORD_COUNT_COUNTER, "count on counter"},
+    {CHIP_ACL_WORD_METER, CHIP_ACL_WORD_METER_NUMBER, "meter"},
+    {CHIP_ACL_WORD_OUTER_VLAN, CHIP_ACL_WORD_OUTER_VLAN_ID, "outer vlan"},
+    {CHIP_ACL_WORD_INNER_VLAN, CHIP_ACL_WORD_INNER_VLAN_ID, "inner vlan"},
+    {CHIP_ACL_WORD_PRIORITY, CHIP_ACL_WORD_PRIORITY_VALUE, "priority"},
+    {CHIP_ACL_WORD_REMARK, CHIP_ACL_WORD_REMARK_VALUE, "remark kind", CHIP_ACL_WORD_REMARK_KIND},
+    {CHIP_ACL_WORD_QUEUE, CHIP_ACL_WORD_QUEUE_NUMBER, "queue"},
 };
-// Words 0 to 6 and 25 have readings of their own.
-constexpr size_t kForward = 0;
-constexpr size_t kForwardKind = 1;
-constexpr size_t kForwardTo = 2;
-constexpr size_t kForwardEnd = 7;
-constexpr size_t kVerdict = 25;
+constexpr size_t kForwardEnd = CHIP_ACL_WORD_FORWARD_W6 + 1;
 
 std::string number(uint32_t value) {
   return std::to_string(value);
@@ -50,27 +49,32 @@ class Reader {
   uint32_t value(size_t word) const { return action_.word[word]; }
 
   void read_from(size_t word) {
-    if (word == kForward && value(word) == 1) return read_forward();
-    if (word == kVerdict && value(word) <= 2) return add(value(word) == 1 ? "drop" : "permit");
+    if (word == CHIP_ACL_WORD_FORWARD && value(word) == 1) return read_forward();
+    if (word == CHIP_ACL_WORD_VERDICT && value(word) == CHIP_ACL_VERDICT_DROP) return add("drop");
+    if (word == CHIP_ACL_WORD_VERDICT && value(word) == CHIP_ACL_VERDICT_PERMIT)
+      return add("permit");
     for (const Group &group : kGroups)
       if (group.first == word && value(word) == 1) return read_group(group);
     add("word " + number(static_cast<uint32_t>(word)) + " is " + number(value(word)));
   }
 
   void read_forward() {
-    add(forward_text() + leftovers(kForwardTo + 1, kForwardEnd, kNoWord));
-    mark(kForward, kForwardEnd);
+    add(forward_text() + leftovers(CHIP_ACL_WORD_FORWARD_TO + 1, kForwardEnd, kNoWord));
+    mark(CHIP_ACL_WORD_FORWARD, kForwardEnd);
   }
 
   std::string forward_text() const {
-    const std::string to = number(value(kForwardTo));
-    switch (value(kForwardKind)) {
-      case 0: return "forward to nothing" + leftovers(kForwardTo, kForwardTo + 1, kNoWord);
-      case 2: return value(kForwardTo) == VCHIP_CPU_PORT ? "trap" : "trap to port " + to;
-      case 4: return "redirect to port " + to;
-      case 5: return "redirect to ports " + to;
-      case 6: return "redirect to group " + to;
-      default: return "forward kind " + number(value(kForwardKind)) + " to " + to;
+    const std::string to = number(value(CHIP_ACL_WORD_FORWARD_TO));
+    switch (value(CHIP_ACL_WORD_FORWARD_KIND)) {
+      case CHIP_ACL_FORWARD_NOWHERE:
+        return "forward to nothing" +
+               leftovers(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_WORD_FORWARD_TO + 1, kNoWord);
+      case CHIP_ACL_FORWARD_TRAP:
+        return value(CHIP_ACL_WORD_FORWARD_TO) == VCHIP_CPU_PORT ? "trap" : "trap to port " + to;
+      case CHIP_ACL_FORWARD_PORT: return "redirect to port " + to;
+      case CHIP_ACL_FORWARD_MASK: return "redirect to ports " + to;
+      case CHIP_ACL_FORWARD_GROUP: return "redirect to group " + to;
+      default: return "forward kind " + number(value(CHIP_ACL_WORD_FORWARD_KIND)) + " to " + to;
     }
   }
 
@@ -78,8 +82,8 @@ class Reader {
     std::string text = group.name;
     if (group.kind != kNoWord) text += ' ' + number(value(group.kind)) + " value";
     text += ' ' + number(value(group.value));
-    add(text + leftovers(group.first + 1, group.end, group.kind, group.value));
-    mark(group.first, group.end);
+    add(text + leftovers(group.first + 1, group.value + 1, group.kind, group.value));
+    mark(group.first, group.value + 1);
   }
 
   // Words of a group that have no name of their own, where they are not 0.
