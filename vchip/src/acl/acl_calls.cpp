@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on rules, and the platform's reading of them.
+#include <swctl/platform/field_read.h>
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "acl/acl_check.h"
 #include "chip/chip.h"
@@ -63,6 +65,27 @@ int32_t fits_field(size_t place, const uint8_t *data) {
 
 int32_t is_range(const chip_acl_range &range) {
   return range.first <= range.last ? 0 : VCHIP_E_VALUE;
+}
+
+// The first rule from `from` on that holds anything.
+swctl_platform_acl_rule next_rule(const vchip::AclBlock &block, int32_t from) {
+  swctl_platform_acl_rule found = {};
+  found.index = vchip::first_used(from, VCHIP_ACL_RULES,
+                                  [&](uint32_t index) { return block.rule(index).is_used(); });
+  if (found.index < 0) return found;
+  const auto number = static_cast<uint32_t>(found.index);
+  const vchip::AclRule &rule = block.rule(number);
+  found.valid = rule.valid;
+  found.joined = rule.joined;
+  found.action = block.action(number);
+  for (size_t place = 0; place < vchip::kAclFields.size(); ++place) {
+    if (!rule.has_field(place)) continue;
+    const uint32_t id = vchip::kAclFields[place].id;
+    found.written[id] = 1;
+    memcpy(found.data[id], rule.field(place).data, chip_acl_field_bytes(id));
+    memcpy(found.mask[id], rule.field(place).mask, chip_acl_field_bytes(id));
+  }
+  return found;
 }
 
 int32_t on_port_number(uint32_t port) {
@@ -142,7 +165,7 @@ int32_t rtk_acl_lookupMissAct_set(uint32_t unit, uint32_t target, uint32_t actio
 
 int32_t swctl_platform_acl_rule_next(uint32_t unit, int32_t from, swctl_platform_acl_rule *rule) {
   return look(unit, {not_null(rule), vchip::search_from(from)}, [=](const Unit &chip) {
-    *rule = chip.acl.next(from);
+    *rule = next_rule(chip.acl, from);
     return 0;
   });
 }

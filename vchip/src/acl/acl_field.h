@@ -52,10 +52,19 @@ constexpr size_t place_of_field(uint32_t id) {
   return kAclFields.size();
 }
 
+// Where the bytes of the field at a place of kAclFields begin, if those of all
+// fields lie one after the other; for the count of places, where they end.
+constexpr size_t start_of_field(size_t place) {
+  size_t start = 0;
+  for (size_t before = 0; before < place; ++before)
+    start += chip_acl_field_bytes(kAclFields[before].id);
+  return start;
+}
+
 // Data and mask of one field, in the byte order of the machine that wrote it.
 struct FieldValue {
-  uint8_t data[CHIP_ACL_FIELD_MAX_BYTES];
-  uint8_t mask[CHIP_ACL_FIELD_MAX_BYTES];
+  const uint8_t *data;
+  const uint8_t *mask;
 };
 
 // "outer vlan 10 mask 0xfff"; a mask of all ones is left out.

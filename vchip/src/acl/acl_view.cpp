@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-vchip/acl_view.h>
 
+#include "acl/acl_action.h"
 #include "acl/acl_check.h"
 #include "chip/viewing.h"
 
@@ -12,23 +13,45 @@ void expect(int32_t check, const char *what, int64_t number) {
   if (check != 0) throw std::out_of_range(std::string("no ") + what + ' ' + std::to_string(number));
 }
 
+AclFieldView view_of(const AclField &field, const FieldValue &value) {
+  const uint32_t bytes = chip_acl_field_bytes(field.id);
+  return {field.id,
+          field.name,
+          {value.data, value.data + bytes},
+          {value.mask, value.mask + bytes},
+          field_text(field, value)};
+}
+
+AclRuleView view_of(const AclBlock &block, uint32_t number) {
+  const AclRule &rule = block.rule(number);
+  const chip_acl_action &action = block.action(number);
+  AclRuleView view = {static_cast<int32_t>(number),
+                      rule.is_used(),
+                      rule.valid != 0,
+                      rule.joined != 0,
+                      {},
+                      {action.word, action.word + CHIP_ACL_ACTION_WORDS},
+                      action_texts(action)};
+  for (size_t place = 0; place < kAclFields.size(); ++place)
+    if (rule.has_field(place)) view.match.push_back(view_of(kAclFields[place], rule.field(place)));
+  return view;
+}
+
 }  // namespace
 
 AclRuleView acl_rule(uint32_t unit, int32_t rule) {
   Viewing chip;
   const AclBlock &block = chip.unit(unit).acl;
   expect(on_rule(rule), "rule", rule);
-  return block.view(static_cast<uint32_t>(rule));
+  return view_of(block, static_cast<uint32_t>(rule));
 }
 
 std::vector<AclRuleView> acl_rules(uint32_t unit) {
   Viewing chip;
   const AclBlock &block = chip.unit(unit).acl;
   std::vector<AclRuleView> all;
-  for (uint32_t rule = 0; rule < VCHIP_ACL_RULES; ++rule) {
-    AclRuleView view = block.view(rule);
-    if (view.used) all.push_back(std::move(view));
-  }
+  for (uint32_t rule = 0; rule < VCHIP_ACL_RULES; ++rule)
+    if (block.rule(rule).is_used()) all.push_back(view_of(block, rule));
   return all;
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// What results mean, as a sentence.
 #include <swctl-vchip/vchip.h>
 #include <swctl/platform/log.h>
 
