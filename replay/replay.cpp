@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "replay.h"
 
+#include <dlfcn.h>
 #include <stdexcept>
+#include <utility>
 
 namespace swreplay {
 namespace {
 
-// A line for each call, behind that of the header.
 std::string place_of(const Recording &recording, size_t index) {
-  return recording.path + ':' + std::to_string(index + 2);
+  return recording.name + ':' + std::to_string(recording.lines[index]);
+}
+
+std::string warning_of(const std::string &name, uint64_t cut_off) {
+  if (cut_off == 0) return {};
+  return name + ':' + std::to_string(cut_off) +
+         ": the recording is cut off here; what comes before is used";
 }
 
 // Outputs are there if the call succeeded.
@@ -28,7 +35,10 @@ swprobe::Call made_again(const swprobe::Call &recorded) {
 }  // namespace
 
 Recording read(const std::string &path) {
-  Recording recording = {path, swprobe::read_recording(path)};
+  const std::string name = path == "-" ? "standard input" : path;
+  swprobe::Recording read = swprobe::load_recording(path);
+  Recording recording = {name, std::move(read.calls), std::move(read.lines),
+                         warning_of(name, read.cut_off)};
   for (size_t i = 0; i < recording.calls.size(); ++i) {
     try {
       if (!recording.calls[i].made_up) swprobe::prepare(recording.calls[i]);
@@ -37,6 +47,12 @@ Recording read(const std::string &path) {
     }
   }
   return recording;
+}
+
+const char *platform_fault() {
+  using Open = const char *(*)();
+  const auto open = reinterpret_cast<Open>(dlsym(RTLD_DEFAULT, "swctl_platform_open"));
+  return open == nullptr ? nullptr : open();
 }
 
 bool replay(const Recording &recording, bool keep_going, Outcome &outcome) {

@@ -12,12 +12,18 @@ namespace swreplay {
 
 // A recording whose calls can all be made.
 struct Recording {
-  std::string path;
+  std::string name;
   std::vector<swprobe::Call> calls;
+  std::vector<uint64_t> lines;  // of the file, where each of the calls is
+  std::string warning;          // that its end is missing; empty if it is whole
 };
 
-// Throws std::runtime_error naming file and line.
+// "-" is standard input. Throws std::runtime_error naming file and line.
 Recording read(const std::string &path);
+
+// Why no call can be made at all; null while calls can be made or the platform
+// does not tell.
+const char *platform_fault();
 
 struct Difference {
   std::string place;  // file:line

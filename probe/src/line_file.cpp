@@ -9,6 +9,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "high_descriptor.h"
+
 namespace swprobe {
 namespace {
 
@@ -31,11 +33,12 @@ int write_all(int descriptor, const char *text, size_t size) {
 
 }  // namespace
 
-LineFile::LineFile() : descriptor_(STDERR_FILENO) {}
+// If it is closed, whatever is opened next has its number.
+LineFile::LineFile() : descriptor_(fcntl(STDERR_FILENO, F_GETFD) < 0 ? -1 : STDERR_FILENO) {}
 
 LineFile::LineFile(const std::string &path)
     : path_(with_process_id(path)),
-      descriptor_(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666)) {
+      descriptor_(open_high(path_, O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0666)) {
   if (descriptor_ < 0) {
     throw std::runtime_error("cannot write '" + path_ + "': " + std::strerror(errno));
   }

@@ -19,6 +19,13 @@ inline constexpr const char *kThisByteOrder =
 std::string recording_header();
 std::string recording_line(const Call &call);
 
+// The reverse. Both throw std::runtime_error saying what is wrong.
+Call call_of(const std::string &line);
+// Whether a recording with this header comes from a machine of the other byte
+// order: its calls are then to be turned.
+bool from_other_order(const std::string &header);
+void turn_bytes(Call &call);
+
 }  // namespace swprobe
 
 #endif

@@ -124,6 +124,7 @@ struct Node {
   std::vector<Parameter> keywords = {};
   bool needs_keyword = false;  // at least one of them
   std::string details = {};    // more lines for the command's own help
+  bool needs_platform = true;  // of an object: its commands call the platform
   Handler run = nullptr;
 };
 

@@ -85,6 +85,7 @@ Node kernel_object() {
       .name = "kernel",
       .help = "The message channel to the kernel's switch module",
       .children = {send_command(), status_command()},
+      .needs_platform = false,
   };
 }
 

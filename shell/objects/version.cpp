@@ -35,6 +35,7 @@ Node version_object() {
       .details =
           "platform is the file that answers the calls of the chip's SDK; between lists\n"
           "the files that such a call passes on its way there.\n",
+      .needs_platform = false,
       .run = show,
   };
 }

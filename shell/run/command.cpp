@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "chip/platform.h"
 #include "command/help.h"
 #include "command/walker.h"
 #include "text.h"
@@ -36,6 +37,18 @@ std::vector<std::string> command_path(const Node &root, const Walk &found) {
   return path;
 }
 
+bool needs_platform(const Node &root, const Walk &found) {
+  for (const Node &object : root.children) {
+    if (object.name == found.path.front()) return object.needs_platform;
+  }
+  return false;
+}
+
+Answer run(const Node &root, const Walk &found, const Context &context) {
+  if (needs_platform(root, found)) expect_platform();
+  return found.node->run(found.arguments, context);
+}
+
 }  // namespace
 
 Outcome run_command(const Node &root, const std::vector<std::string> &words,
@@ -45,7 +58,7 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
   if (found.wrong) return failed(*found.wrong, found.path);
   if (found.missing) return failed(*found.missing, found.path);
   try {
-    return {found.node->run(found.arguments, context), std::nullopt};
+    return {run(root, found, context), std::nullopt};
   } catch (const CommandError &error) {
     return failed(error.fault(), found.path);
   }

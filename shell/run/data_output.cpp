@@ -10,11 +10,16 @@
 namespace swsh {
 namespace {
 
+// Can be neither read nor written.
+int open_nothing() {
+  return open("/", O_PATH | O_CLOEXEC);
+}
+
 // A program may be started with its standard streams closed. A file that it
 // opens later must not be taken for one of them.
 void fill_standard_descriptors() {
-  int opened = open("/dev/null", O_RDWR);
-  while (opened >= 0 && opened <= STDERR_FILENO) opened = open("/dev/null", O_RDWR);
+  int opened = open_nothing();
+  while (opened >= 0 && opened <= STDERR_FILENO) opened = open_nothing();
   if (opened > STDERR_FILENO) close(opened);
 }
 

@@ -64,18 +64,38 @@ The library's own line is kept out of the data:
   valid
   $ unset SWPROBE_FAIL
 
-A virtual chip that cannot be used:
+A virtual chip that cannot be used is refused in one line:
 
   $ echo junk > broken.img
-  $ VCHIP_IMAGE=broken.img swctl port show
-  swctl-vchip: image broken.img: not a virtual chip image
-  swctl: port show: the platform's adapter has no port for any interface
+  $ export VCHIP_IMAGE=broken.img
+  $ swctl port show
+  swctl: port show: image broken.img: not a virtual chip image
   [2]
-  $ VCHIP_IMAGE=broken.img swctl port show 3
-  swctl-vchip: image broken.img: not a virtual chip image
-  swctl: port show 3: the platform's adapter has no port for any interface
+  $ swctl port show 3
+  swctl: port show 3: image broken.img: not a virtual chip image
   [2]
-  $ VCHIP_IMAGE=broken.img swctl port set 3 loopback on
-  swctl-vchip: image broken.img: not a virtual chip image
-  swctl: port set 3 loopback on: the platform's adapter has no port for any interface
+  $ swctl port set 3 loopback on
+  swctl: port set 3 loopback on: image broken.img: not a virtual chip image
   [2]
+  $ printf 'port show 3\nmac show\n' | swctl -force
+  stdin:1: port show 3: image broken.img: not a virtual chip image
+  stdin:2: mac show: image broken.img: not a virtual chip image
+  [2]
+  $ data swctl -j mac show
+  {"error":{"message":"mac show: image broken.img: not a virtual chip image","culprit":null,"expected":[],"status":2}}
+  [2]
+  $ vchipctl dump
+  vchipctl: image broken.img: not a virtual chip image
+  [2]
+  $ cat broken.img
+  junk
+
+What needs no chip goes on:
+
+  $ swctl help | head -1
+  Usage: swctl * (glob)
+  $ swctl version | head -1
+  version   * (glob)
+  $ swctl port show 99999
+  swctl: port show: bad value "99999", expected * (glob)
+  [1]

@@ -21,6 +21,21 @@ The same session, recorded on machines of both byte orders:
   [0-9]+ calls replayed, every answer the same (re)
   the same chip
 
+A recording can come from standard input:
+
+  $ rm -f new.img
+  $ VCHIP_IMAGE=new.img swctl-replay - < live 2>/dev/null
+  [0-9]+ calls replayed, every answer the same (re)
+  $ swctl-replay - - < live
+  swctl-replay: standard input can be read only once
+  [1]
+  $ swctl-replay - <&-
+  swctl-replay: cannot read 'standard input': Bad file descriptor
+  [1]
+  $ echo '{}' | swctl-replay -
+  swctl-replay: standard input:1: 'format' is missing
+  [1]
+
 One answer is another:
 
   $ cat > three <<'END'
@@ -72,7 +87,48 @@ A recording that is broken is not begun:
   $ swctl-replay order
   swctl-replay: order:1: byte order "middle" is not known
   [1]
+  $ sed '3s/"port":/port:/' three > json
+  $ swctl-replay json
+  swctl-replay: json:3: character 76 is not JSON
+  [1]
+  $ sed '3s/.made_up.*//' three > short
+  $ swctl-replay short
+  swctl-replay: short:3: the line breaks off
+  [1]
+  $ sed '3s/"rtk_port_adminEnable_get"/5/' three > number
+  $ swctl-replay number
+  swctl-replay: number:3: 'call' is not a text
+  [1]
+  $ sed '3s/false/0/' three > flag
+  $ swctl-replay flag
+  swctl-replay: flag:3: 'made_up' is neither true nor false
+  [1]
+  $ cat > text <<'END'
+  > {"format":"swctl-calls","version":1}
+  > {"number":1,"call":"sys_trace_add_log","arguments":{"location":{"in":"here"},"message":{"in":8}},"made_up":false}
+  > END
+  $ swctl-replay text
+  swctl-replay: text:2: 'message' is not a text
+  [1]
   $ vchipctl dump | diff before -
+
+One that is cut off, as a process that is killed leaves it, is replayed up to its last whole line:
+
+  $ head -c 450 three > cut
+  $ swctl-replay cut
+  swctl-replay: cut:4: the recording is cut off here; what comes before is used
+  cut:3: the answer differs
+    recorded: rtk_port_adminEnable_get(unit=0, port=3, enable=>1) = 0
+    answered: rtk_port_adminEnable_get(unit=0, port=3, enable=>0) = 0
+  2 calls replayed, 1 answered otherwise
+  [2]
+
+A chip that cannot be used:
+
+  $ echo junk > broken.img
+  $ VCHIP_IMAGE=broken.img swctl-replay three
+  swctl-replay: image broken.img: not a virtual chip image
+  [2]
 
 Wrong words:
 
@@ -87,3 +143,8 @@ Wrong words:
   [1]
   $ swctl-replay --help | head -1
   Makes the calls of recordings again, on this platform, and compares the answers
+  $ swctl-replay -V
+  swctl-replay [0-9.]+ (re)
+  $ swctl-replay --help >/dev/full
+  swctl-replay: standard output cannot be written
+  [2]

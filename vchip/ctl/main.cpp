@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -146,6 +147,7 @@ void add_storm(CLI::App &app, CommandLine &line) {
 
 void add_commands(CLI::App &app, CommandLine &line) {
   app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
+  app.set_version_flag("-V,--version", "vchipctl " SWCTL_VERSION, "Print the version and end");
   app.require_subcommand(1);
   app.fallthrough();
   app.add_subcommand("reset", "Power-on state: settings, tables, cables, trace")->callback([&line] {
@@ -210,16 +212,31 @@ int complain(const std::string &text, int status) {
   return status;
 }
 
-int run(const CLI::App &app, const CommandLine &line) {
+// Whether all that was printed has arrived; a pipe or a disk may say no late.
+void expect_printed() {
+  std::cout.flush();
+  if (!std::cout || fflush(stdout) != 0 || ferror(stdout) != 0)
+    throw Refused("standard output cannot be written");
+}
+
+void run(const CLI::App &app, const CommandLine &line) {
   if (app.got_subcommand("help")) {
     printf("%s", whole_help().c_str());
-    return 0;
+    return;
   }
   open_image(line);
   line.run();
-  if (fflush(stdout) != 0 || ferror(stdout) != 0)
-    throw Refused("standard output cannot be written");
-  return 0;
+}
+
+// Runs what the words ask for; help and version are printed at once.
+void parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv) {
+  try {
+    app.parse(argc, argv);
+    run(app, line);
+  } catch (const CLI::Success &success) {
+    app.exit(success);
+  }
+  expect_printed();
 }
 
 }  // namespace
@@ -229,10 +246,8 @@ int main(int argc, char **argv) {
   CommandLine line;
   add_commands(app, line);
   try {
-    app.parse(argc, argv);
-    return run(app, line);
-  } catch (const CLI::Success &success) {
-    return app.exit(success);
+    parse_and_run(app, line, argc, argv);
+    return 0;
   } catch (const CLI::ParseError &error) {
     return complain(explain(app, error), kWrongUsage);
   } catch (const UsageError &error) {

@@ -48,6 +48,17 @@ SWCTL_API void sys_trace_add_log(const char *location, const char *message);
  */
 SWCTL_API const char *swctl_platform_result_text(int32_t result);
 
+/**
+ * @brief Whether the platform can be used at all. Optional.
+ *
+ * Not called by the library. A tool asks before its first call and reports a
+ * fault itself, in one line; the platform says nothing of it then.
+ *
+ * @return null, or why no call can succeed: a text without line end that stays
+ *         valid as long as no call is made
+ */
+SWCTL_API const char *swctl_platform_open(void);
+
 SWCTL_END_DECLS
 
 #endif

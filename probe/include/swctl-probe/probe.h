@@ -114,9 +114,19 @@ SWCTL_API void clear_plan();
 // clear_plan().
 SWCTL_API uint64_t made_up_count();
 
-// Reads a recording back. Equal to what take() gave, but that numbers which a
-// call takes as bytes are in the order of this machine. Throws
-// std::runtime_error naming file and line.
+struct Recording {
+  std::vector<Call> calls;
+  std::vector<uint64_t> lines;  // of the file, where each of the calls is
+  // The last line, if it is not whole because its writer was killed: it is in
+  // none of the calls. 0 otherwise.
+  uint64_t cut_off = 0;
+};
+
+// Reads a recording back; "-" is standard input. Equal to what take() gave, but
+// that numbers which a call takes as bytes are in the order of this machine.
+// Throws std::runtime_error naming file and line.
+SWCTL_API Recording load_recording(const std::string &path);
+// Its calls alone.
 SWCTL_API std::vector<Call> read_recording(const std::string &path);
 
 // Makes a recorded call again, on the platform of this process, with what went

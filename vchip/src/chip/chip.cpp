@@ -10,6 +10,7 @@
 #include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 
 #include "common/standard_error.h"
 #include "image/file_lock.h"
@@ -57,6 +58,9 @@ void open_private(Process &own) {
   }
   make_state(memory);
   own.state = static_cast<State *>(memory);
+  static bool said = false;
+  if (!std::exchange(said, true))
+    write_notice("swctl-vchip: VCHIP_IMAGE is not set: the chip is gone when the process ends");
 }
 
 void give_back(Process &own) {
@@ -77,9 +81,12 @@ void open_shared(Process &own) {
   const bool locked = lock_file(own.descriptor);
   const bool sound = is_sound(*own.state);
   if (locked) unlock_file(own.descriptor);
-  if (sound) return;
-  give_back(own);
-  own.refusal = "image " + own.path + ": its contents are damaged";
+  if (!sound) {
+    give_back(own);
+    own.refusal = "image " + own.path + ": its contents are damaged";
+  } else if (image.made) {
+    write_notice("swctl-vchip: image " + own.path + ": newly made");
+  }
 }
 
 void open_once(Process &own) {

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 // The controls of the chip as a whole.
 #include <swctl-vchip/vchip.h>
+#include <swctl/platform/log.h>
 
 #include "chip/chip.h"
 
 const char *vchip_open(void) {
   return vchip::refusal();
+}
+
+const char *swctl_platform_open(void) {
+  return vchip_open();
 }
 
 void vchip_close(void) {

@@ -16,4 +16,8 @@ void write_error_line(std::string line) {
   }
 }
 
+void write_notice(const std::string &line) {
+  if (isatty(STDERR_FILENO) != 0) write_error_line(line);
+}
+
 }  // namespace vchip

@@ -10,6 +10,8 @@ namespace vchip {
 
 // Writes `line`, adding the line end if it has none.
 void write_error_line(std::string line);
+// Only to a person: if standard error is a terminal.
+void write_notice(const std::string &line);
 
 }  // namespace vchip
 

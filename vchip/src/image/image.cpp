@@ -13,6 +13,7 @@
 
 #include "image/file_lock.h"
 #include "image/header.h"
+#include "image/high_descriptor.h"
 
 namespace vchip {
 namespace {
@@ -44,7 +45,7 @@ int open_beside(const std::string &path, std::string &name) {
   int descriptor = -1;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     name = stem + std::to_string(attempt);
-    descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode);
+    descriptor = open_high(name, O_WRONLY | O_CREAT | O_EXCL, kMode);
     if (descriptor >= 0 || errno != EEXIST) break;
   }
   return descriptor;
@@ -121,6 +122,7 @@ OpenedImage refused(std::string why) {
 }  // namespace
 
 OpenedImage open_image(const std::string &path, const ImageFormat &format) {
+  bool made = false;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     struct stat status = {};
     // Looked at first because opening some special files has effects.
@@ -131,11 +133,13 @@ OpenedImage open_image(const std::string &path, const ImageFormat &format) {
     if (!exists) {
       std::string fault = make_image(path, format);
       if (!fault.empty()) return refused(std::move(fault));
+      made = true;
     }
-    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    const int descriptor = open_high(path, O_RDWR | O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0 && errno == ENOENT) continue;
     if (descriptor < 0) return refused(system_fault("cannot be opened"));
     OpenedImage image = map_image(descriptor, format);
+    image.made = made;
     if (image.memory == nullptr) close(descriptor);
     return image;
   }

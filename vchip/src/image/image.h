@@ -21,6 +21,7 @@ struct OpenedImage {
   void *memory = nullptr;  // the mapped file; null if the image is refused
   int descriptor = -1;     // of the file, open as long as it is mapped
   std::string refusal;     // why, without the file's name
+  bool made = false;       // there was no such file
 };
 
 // Maps the image `path`, making it first if there is no such file.

@@ -1,0 +1,122 @@
+# SPDX-License-Identifier: MIT
+"""closed_streams.py
+
+Every tool with every subset of its standard streams closed: what it prints
+never ends in an image or a recording, and an answer that cannot be written is
+status 2.
+"""
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+REFUSED = 2
+STREAMS = (0, 1, 2)
+SUBSETS = [[each for each in STREAMS if subset >> each & 1] for subset in range(1 << len(STREAMS))]
+
+BATCH = "port set 2 admin off\nport show 2\n"
+COMMANDS = [
+    ["swctl", "port", "show"],
+    ["swctl", "-j", "port", "show"],
+    ["swctl", "port", "set", "3", "admin", "off"],
+    ["swctl", "port", "set", "99", "admin", "off"],
+    ["swctl", "-b", "batch"],
+    ["swctl", "help"],
+    ["swctl", "-h"],
+    ["swctl", "-V"],
+    ["swctl", "version"],
+    ["vchipctl", "reset"],
+    ["vchipctl", "dump"],
+    ["vchipctl", "dump", "--block", "port"],
+    ["vchipctl", "trace", "on"],
+    ["vchipctl", "trace", "show"],
+    ["vchipctl", "link", "up", "1-4"],
+    ["vchipctl", "help"],
+    ["vchipctl", "--help"],
+    ["vchipctl", "--version"],
+    ["vchipctl", "no-such-command"],
+    ["swctl-replay", "calls"],
+    ["swctl-replay", "-j", "calls"],
+    ["swctl-replay", "--help"],
+    ["swctl-replay", "no-such-file"],
+]
+PROBED_COMMANDS = [
+    ["swctl", "port", "show", "1-4"],
+    ["swctl", "-b", "batch"],
+    ["swctl-replay", "calls"],
+]
+PROBES = [
+    {"SWPROBE": "record:recording"},
+    {"SWPROBE": "trace:recording"},
+    {"SWPROBE": "trace"},
+]
+
+
+class Run:
+    """One run of a command, and all that it left behind."""
+
+    def __init__(self, directory, command, probe, closed):
+        (directory / "chip.img").write_bytes(self.image)
+        for name in ("recording", "out", "err"):
+            (directory / name).write_bytes(b"")
+        environment = dict(os.environ, VCHIP_IMAGE="chip.img", **probe)
+        with open(directory / "out", "wb") as out, open(directory / "err", "wb") as err:
+            self.status = subprocess.run(
+                command, cwd=directory, env=environment, stdin=subprocess.DEVNULL, stdout=out,
+                stderr=err, check=False, preexec_fn=lambda: [os.close(each) for each in closed],
+            ).returncode
+        self.files = {name: (directory / name).read_bytes() for name in ("chip.img", "recording")}
+        self.out = (directory / "out").read_bytes()
+        self.err = (directory / "err").read_bytes()
+
+
+def differences(whole, run, closed):
+    """What a run with closed streams has other than one with all open."""
+    lost_answer = 1 in closed and whole.out != b""
+    expected = REFUSED if lost_answer else whole.status
+    if run.status != expected:
+        yield f"status {run.status}, not {expected}"
+    for name, content in whole.files.items():
+        if run.files[name] != content:
+            yield f"{name} is another"
+    if 1 not in closed and run.out != whole.out:
+        yield "the answer is another"
+    if 2 not in closed and not run.err.startswith(whole.err):
+        yield f"standard error is {run.err!r}"
+
+
+def sweep(directory, command, probe):
+    whole = Run(directory, command, probe, [])
+    for closed in SUBSETS[1:]:
+        run = Run(directory, command, probe, closed)
+        for difference in differences(whole, run, closed):
+            yield f"{' '.join(command)} {probe} without {closed}: {difference}"
+
+
+def prepare(directory):
+    """An image with something in it, a recording and a batch."""
+    environment = dict(os.environ, VCHIP_IMAGE=str(directory / "chip.img"), SWPROBE="record:calls")
+    (directory / "batch").write_text(BATCH)
+    subprocess.run(["swctl", "-b", "batch"], cwd=directory, env=environment, check=True,
+                   stdout=subprocess.DEVNULL)
+    Run.image = (directory / "chip.img").read_bytes()
+
+
+def main():
+    for name in ("SWPROBE", "SWPROBE_FAIL"):
+        os.environ.pop(name, None)
+    with tempfile.TemporaryDirectory() as name:
+        directory = pathlib.Path(name)
+        prepare(directory)
+        runs = [(command, {}) for command in COMMANDS]
+        runs += [(command, probe) for command in PROBED_COMMANDS for probe in PROBES]
+        problems = [problem for run in runs for problem in sweep(directory, *run)]
+    for problem in problems:
+        print(problem, file=sys.stderr)
+    print(f"{len(runs) * len(SUBSETS)} runs")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
