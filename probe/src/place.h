@@ -14,6 +14,8 @@ namespace swprobe {
 struct Place {
   std::string name;  // of an Argument
   size_t index = 0;  // of the element
+
+  bool operator==(const Place &) const = default;
 };
 
 // Throws std::invalid_argument for an index that is not a number.

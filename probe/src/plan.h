@@ -4,6 +4,7 @@
 #define SWCTL_PROBE_PLAN_H
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "rule.h"
@@ -23,9 +24,13 @@ class Plan {
   // Every rule counts the call; nothing if none of them is meant for it.
   std::optional<Verdict> judge(const Call &made);
   uint64_t verdicts() const { return verdicts_; }
+  // What is wrong with the rules that were read from somewhere, after the calls
+  // that were judged: a line for each that answered none of them, or that
+  // another contradicts.
+  std::vector<std::string> complaints() const;
 
  private:
-  const Rule *choose(const Call &made);
+  Rule *choose(const Call &made);
 
   std::vector<Rule> rules_;
   std::vector<Rule> answers_;

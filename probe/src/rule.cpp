@@ -49,4 +49,8 @@ bool Rule::fires(const Call &made) {
   return false;
 }
 
+bool Rule::answers_like(const Rule &other) const {
+  return result == other.result && outputs == other.outputs;
+}
+
 }  // namespace swprobe

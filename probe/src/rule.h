@@ -3,6 +3,7 @@
 #ifndef SWCTL_PROBE_RULE_H
 #define SWCTL_PROBE_RULE_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct Condition {
 struct Output {
   Place place;
   std::vector<int64_t> values;
+
+  bool operator==(const Output &) const = default;
 };
 
 struct Rule {
@@ -31,11 +34,18 @@ struct Rule {
   std::vector<Condition> conditions;
   int32_t result = 0;
   std::vector<Output> outputs;
-  uint64_t seen = 0;  // calls that matched so far
+  std::string place;      // where it was read: "plan:3"; empty if it was not
+  uint64_t seen = 0;      // calls that matched so far
+  uint64_t answered = 0;  // of those, the ones that this rule answered
+  // The place of a rule that answered instead, and how often one did that has
+  // another answer.
+  std::optional<std::string> overruled_by = {};
+  uint64_t contradicted = 0;
 
   bool matches(const Call &made) const;
   // Counts a matching call and says whether the rule is meant for this one.
   bool fires(const Call &made);
+  bool answers_like(const Rule &other) const;
 };
 
 // Throws std::invalid_argument naming the wrong word.

@@ -154,6 +154,7 @@ void add_rule(std::vector<Rule> &rules, const std::string &where, const std::str
   if (words_of(text).empty()) return;
   try {
     rules.push_back(parse_rule(text));
+    rules.back().place = where;
   } catch (const std::invalid_argument &error) {
     throw std::runtime_error(where + ": " + error.what());
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "session.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <pthread.h>
@@ -21,11 +22,19 @@ const char *sentence_for(const Call &call) {
   return text == nullptr ? nullptr : text(static_cast<int32_t>(call.result));
 }
 
+// The session, once there is one.
+std::atomic<Session *> started = nullptr;
+
+[[gnu::destructor]] void end_session() {
+  Session::end();
+}
+
 }  // namespace
 
 Session &Session::start() {
   try {
-    return *new Session(read_settings(secure_getenv("SWPROBE"), secure_getenv("SWPROBE_FAIL")));
+    return *(started = new Session(
+                 read_settings(secure_getenv("SWPROBE"), secure_getenv("SWPROBE_FAIL"))));
   } catch (const std::exception &error) {
     refuse(error.what());
   }
@@ -46,7 +55,20 @@ Session::Session(Settings settings)
   for (LineFile &file : recordings_) file.write(recording_header());
   // A child of fork() must not inherit the lock from a thread it does not have.
   pthread_atfork([] { get().mutex_.lock(); }, [] { get().mutex_.unlock(); },
-                 [] { get().mutex_.unlock(); });
+                 [] {
+                   get().judged_ = false;
+                   get().mutex_.unlock();
+                 });
+}
+
+void Session::end() {
+  if (started != nullptr) started.load()->say_complaints();
+}
+
+void Session::say_complaints() {
+  const std::lock_guard lock(mutex_);
+  if (!judged_) return;
+  for (const std::string &each : plan_.complaints()) complain(each);
 }
 
 bool Session::watches() {
@@ -61,6 +83,7 @@ void Session::open_short_way(Site &site, void *next) {
 
 std::optional<Verdict> Session::judge(const Call &call) {
   const std::lock_guard lock(mutex_);
+  judged_ = true;
   return plan_.judge(call);
 }
 

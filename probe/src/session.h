@@ -35,14 +35,20 @@ class Session {
   void clear_plan();
   uint64_t verdicts();
 
+  // At the end of a process that has judged calls: says what is wrong with the
+  // rules of the environment.
+  static void end();
+
  private:
   explicit Session(Settings settings);
   static Session &start();
+  void say_complaints();
   void close_short_ways();
 
   std::mutex mutex_;
   bool watching_;
   bool keeping_ = false;
+  bool judged_ = false;  // a call, in this process
   uint64_t number_ = 0;
   Plan plan_;
   std::vector<Call> kept_;

@@ -129,6 +129,36 @@ TEST_F(PreloadTest, APlanAloneWritesNothing) {
   EXPECT_EQ(outcome.error, "");
 }
 
+// A wrong plan looks like a program without a fault.
+TEST_F(PreloadTest, RulesThatNeverFiredAreTold) {
+  const Outcome outcome = preloaded("", "twice",
+                                    "rtk_port_link_get port 7 result -3; rtk_port_link_get nth 3 "
+                                    "result -3; rtk_port_link_get port 1 result -4");
+  EXPECT_EQ(outcome.output, "link 0 7\nlink -4 1000\n");
+  EXPECT_EQ(outcome.error,
+            "swprobe: SWPROBE_FAIL: rule 1 never fired: no call matched it\n"
+            "swprobe: SWPROBE_FAIL: rule 2 never fired: it waited for call 3 and 2 calls matched "
+            "it\n");
+}
+
+TEST_F(PreloadTest, RulesThatContradictAreTold) {
+  std::ofstream(file_) << "\nrtk_port_link_get port 1 result -3\n";
+  const Outcome outcome =
+      preloaded("fail:" + file_, "twice",
+                "rtk_port_link_get result -3; rtk_port_link_get port 1 result -3; "
+                "rtk_port_link_get nth 2 result -3 out link 1");
+  EXPECT_EQ(outcome.output, "link -3 1000\nlink -3 1000\n");
+  EXPECT_EQ(outcome.error, "swprobe: SWPROBE_FAIL: rule 2 never fired: " + file_ +
+                               ":2 came first\n"
+                               "swprobe: SWPROBE_FAIL: rule 3 contradicts " +
+                               file_ + ":2, which answered 1 call that both were for\n");
+}
+
+TEST_F(PreloadTest, AChildWithoutCallsTellsNothing) {
+  const Outcome outcome = preloaded("", "fork-idle", "rtk_port_link_get port 7 result -3");
+  EXPECT_EQ(outcome.error, "swprobe: SWPROBE_FAIL: rule 1 never fired: no call matched it\n");
+}
+
 TEST_F(PreloadTest, AProcessAndItsChildTraceBoth) {
   const Outcome outcome = preloaded("trace", "fork");
   EXPECT_EQ(outcome.status, 0);
