@@ -7,6 +7,7 @@
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
 #include <gmock/gmock.h>
 
@@ -74,6 +75,14 @@ const std::vector<WordReader> &word_readers() {
          return swctl_platform_acl_miss_get(unit, static_cast<uint32_t>(port), word);
        }},
       {"lookup_miss", true, 6, swctl_platform_lookup_miss_get},
+      {"port_backpressure", true, kNoIndex,
+       [](uint32_t unit, int32_t port, uint32_t, uint32_t *word) {
+         return swctl_platform_port_backpressure_get(unit, port, word);
+       }},
+      {"port_filter", true, kNoIndex,
+       [](uint32_t unit, int32_t port, uint32_t, uint32_t *word) {
+         return swctl_platform_port_filter_get(unit, port, word);
+       }},
   };
   return readers;
 }
@@ -127,6 +136,8 @@ TEST_F(PlatformRead, EmptyTablesHaveNoFirstEntry) {
   expect_table_laws(swctl_platform_ip_mcast_next, 1);
   expect_table_laws(swctl_platform_ip6_mcast_next, 1);
   expect_table_laws(swctl_platform_vlan_egress_next, 1);
+  expect_table_laws(swctl_platform_l2_next, 1);
+  expect_table_laws(swctl_platform_l2_mcast_next, 1);
   for (const uint32_t entity : {12u, 13u, 21u, 24u, 32u, 33u})
     expect_table_laws(swctl_platform_entity_rule_next, entity);
   EXPECT_EQ(rtk_vlan_destroyAll(1, 0), 0);
@@ -137,6 +148,10 @@ TEST_F(PlatformRead, EmptyTablesHaveNoFirstEntry) {
   swctl_platform_ip6_mcast ip6;
   swctl_platform_vlan_egress egress;
   swctl_platform_entity_rule rule;
+  swctl_platform_l2_address address;
+  swctl_platform_l2_group group;
+  EXPECT_EQ(swctl_platform_l2_next(VCHIP_UNITS, 0, &address), VCHIP_E_UNIT);
+  EXPECT_EQ(swctl_platform_l2_mcast_next(VCHIP_UNITS, 0, &group), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_trunk_next(VCHIP_UNITS, 0, &trunk), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_vlan_next(VCHIP_UNITS, 0, &vlan), VCHIP_E_UNIT);
   EXPECT_EQ(swctl_platform_ip_mcast_next(VCHIP_UNITS, 0, &ip), VCHIP_E_UNIT);
@@ -205,6 +220,58 @@ TEST_F(PlatformRead, VlansHaveTheInstanceOfTheChip) {
   ASSERT_EQ(from, 4095) << "the last one was seen";
   ASSERT_EQ(swctl_platform_vlan_next(1, from, &vlan), 0);
   EXPECT_EQ(vlan.index, -1);
+}
+
+// Place by place what a walk finds, which ends in a failure.
+template <typename Record, typename Step>
+void expect_as_walked(int32_t (*next)(uint32_t, int32_t, Record *), Step step, int32_t wanted) {
+  decltype(Record::entry) entry = {};
+  Record record = {};
+  int32_t index = -1;
+  int32_t from = 0;
+  int32_t found = 0;
+  for (; step(&index, &entry) == 0; ++found) {
+    ASSERT_EQ(next(1, from, &record), 0);
+    EXPECT_EQ(record.index, index);
+    EXPECT_EQ(memcmp(&record.entry, &entry, sizeof entry), 0);
+    from = index + 1;
+  }
+  EXPECT_EQ(found, wanted);
+  ASSERT_EQ(next(1, from, &record), 0);
+  EXPECT_EQ(record.index, -1) << "the end is no failure";
+  ASSERT_EQ(next(0, 0, &record), 0);
+  EXPECT_EQ(record.index, -1) << "the other unit";
+}
+
+TEST_F(PlatformRead, AddressesAndGroupsAreThoseOfAWalk) {
+  for (uint8_t last = 1; last <= 3; ++last) {
+    const chip_l2_ucast_entry entry = {1u + last, {2, 0, 0, 0, 0, last}, {}, 3, 0, 8, 0, 0, {}, 0};
+    const chip_l2_mcast_entry group = {1, {1, 0, 0x5e, 0, 0, last}, 7, 0, {}};
+    ASSERT_EQ(rtk_l2_addr_add(1, &entry), 0);
+    ASSERT_EQ(rtk_l2_mcastAddr_add(1, &group), 0);
+  }
+  expect_as_walked(
+      swctl_platform_l2_next,
+      [](int32_t *index, chip_l2_ucast_entry *entry) {
+        return rtk_l2_nextValidAddr_get(1, index, 1, entry);
+      },
+      3);
+  expect_as_walked(
+      swctl_platform_l2_mcast_next,
+      [](int32_t *index, chip_l2_mcast_entry *entry) {
+        return rtk_l2_nextValidMcastAddr_get(1, index, entry);
+      },
+      3);
+}
+
+TEST_F(PlatformRead, WhatIsOnlyWrittenOfPortsIsAsTheChipHasIt) {
+  ASSERT_EQ(rtk_port_backpressureEnable_set(1, 3, 1), 0);
+  ASSERT_EQ(rtk_vlan_portIgrFilter_set(1, 4, 1), 0);
+  for (const uint32_t unit : {0u, 1u})
+    for (int32_t port = 0; port < VCHIP_PORTS; ++port) {
+      EXPECT_EQ(said(swctl_platform_port_backpressure_get, unit, port), unit == 1 && port == 3);
+      EXPECT_EQ(said(swctl_platform_port_filter_get, unit, port), unit == 1 && port == 4);
+    }
 }
 
 TEST_F(PlatformRead, MissesOfRulesAreThoseOfTheChip) {

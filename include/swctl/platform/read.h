@@ -2,7 +2,8 @@
 /**
  * @file read.h
  * @brief What a platform can say about settings that the SDK calls of
- *        libswctl only write. Optional.
+ *        libswctl only write, or read without telling an end from a failure.
+ *        Optional.
  *
  * The library calls none of these functions, and a platform may have any of
  * them or none. Tools look each name up when they run and say what is missing.
@@ -23,7 +24,9 @@
 #define SWCTL_PLATFORM_READ_H
 
 #include <swctl/platform/field_read.h>
+#include <swctl/platform/l2_read.h>
 #include <swctl/platform/mcast_read.h>
+#include <swctl/platform/port_read.h>
 #include <swctl/platform/qos_read.h>
 #include <swctl/platform/trap_read.h>
 #include <swctl/platform/trunk_read.h>

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on multicast groups.
+#include <swctl/platform/l2_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"
+#include "common/table.h"
 #include "l2/l2_check.h"
 
 using vchip::change_if;
@@ -33,6 +35,17 @@ int32_t rtk_l2_nextValidMcastAddr_get(uint32_t unit, int32_t *index, chip_l2_mca
                 *entry = chip.group.entry(found);
                 return 0;
               });
+}
+
+int32_t swctl_platform_l2_mcast_next(uint32_t unit, int32_t from, swctl_platform_l2_group *group) {
+  return look(unit, {not_null(group), vchip::search_from(from)}, [=](const Unit &chip) {
+    const bool within = from < vchip::kGroups;
+    const int32_t found = within ? chip.group.next(from - 1) : vchip::kNoIndex;
+    *group = {};
+    group->index = found;
+    if (found != vchip::kNoIndex) group->entry = chip.group.entry(found);
+    return 0;
+  });
 }
 
 int32_t rtk_l2_mcastAddr_add(uint32_t unit, const chip_l2_mcast_entry *entry) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on unicast addresses.
+#include <swctl/platform/l2_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"
+#include "common/table.h"
 #include "l2/l2_check.h"
 
 using vchip::at_most;
@@ -63,6 +65,18 @@ int32_t rtk_l2_nextValidAddr_get(uint32_t unit, int32_t *index, uint32_t include
         *entry = table.entry(found);
         return 0;
       });
+}
+
+int32_t swctl_platform_l2_next(uint32_t unit, int32_t from, swctl_platform_l2_address *address) {
+  return look(unit, {not_null(address), vchip::search_from(from)}, [=](const Unit &chip) {
+    const vchip::AddressTable &table = chip.l2.table();
+    const bool within = from < vchip::kAddresses;
+    const int32_t found = within ? table.next(from - 1) : vchip::kNoIndex;
+    *address = {};
+    address->index = found;
+    if (found != vchip::kNoIndex) address->entry = table.entry(found);
+    return 0;
+  });
 }
 
 int32_t rtk_l2_addr_add(uint32_t unit, const chip_l2_ucast_entry *entry) {

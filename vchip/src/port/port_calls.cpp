@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on ports.
+#include <swctl/platform/port_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"
@@ -127,6 +128,13 @@ int32_t rtk_port_flowctrl_get(uint32_t unit, int32_t port, uint32_t *transmit, u
 int32_t rtk_port_backpressureEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
   return change(unit, {on_front_port(port), flag(enable)},
                 [=](Unit &chip) { chip.port.set_back_pressure(port, enable != 0); });
+}
+
+int32_t swctl_platform_port_backpressure_get(uint32_t unit, int32_t port, uint32_t *enable) {
+  return look(unit, {on_port(port), not_null(enable)}, [=](const Unit &chip) {
+    *enable = chip.port.back_pressure(port);
+    return 0;
+  });
 }
 
 int32_t rtk_port_phyCrossOverMode_get(uint32_t unit, int32_t port, uint32_t *mode) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on tag handling and tag protocol identifiers.
+#include <swctl/platform/port_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"
@@ -50,6 +51,10 @@ int32_t rtk_vlan_portOuterPvid_set(uint32_t unit, int32_t port, uint32_t pvid) {
 
 int32_t rtk_vlan_portIgrFilter_set(uint32_t unit, int32_t port, uint32_t enable) {
   return set_word(unit, port, &PortTags::ingress_filter, enable, flag(enable));
+}
+
+int32_t swctl_platform_port_filter_get(uint32_t unit, int32_t port, uint32_t *enable) {
+  return get_word(unit, port, &PortTags::ingress_filter, enable);
 }
 
 int32_t rtk_l2_vlanMode_get(uint32_t unit, int32_t port, uint32_t *mode) {
