@@ -12,11 +12,11 @@
 #include "common/table.h"
 
 using vchip::at_most;
+using vchip::below;
 using vchip::change;
 using vchip::flag;
 using vchip::look;
 using vchip::not_null;
-using vchip::on_index;
 using vchip::on_rule;
 using vchip::on_table;
 using vchip::Unit;
@@ -96,15 +96,14 @@ int32_t on_port_number(uint32_t port) {
 
 int32_t rtk_acl_template_set(uint32_t unit, uint32_t index, const uint32_t *codes) {
   const AclTemplate copy = template_of(codes);
-  return change(unit,
-                {on_index(index, vchip::kAclTemplates), not_null(codes), are_field_types(copy)},
+  return change(unit, {below(index, vchip::kAclTemplates), not_null(codes), are_field_types(copy)},
                 [&](Unit &chip) { chip.acl.set_template(index, copy); });
 }
 
 int32_t rtk_acl_templateSelector_set(uint32_t unit, uint32_t index, uint32_t word1, uint32_t word2,
                                      uint32_t word3) {
   const vchip::AclSelector words = {word1, word2, word3};
-  return change(unit, {on_index(index, vchip::kAclSelectors), are_templates(words)},
+  return change(unit, {below(index, vchip::kAclSelectors), are_templates(words)},
                 [&](Unit &chip) { chip.acl.set_selector(index, words); });
 }
 
@@ -137,8 +136,8 @@ int32_t rtk_acl_ruleValidate_set(uint32_t unit, uint32_t table, int32_t rule, ui
 int32_t rtk_acl_rule_del(uint32_t unit, uint32_t table, const chip_acl_range *range) {
   const chip_acl_range copy = copy_of(range);
   return change(unit,
-                {on_table(table), not_null(range), on_index(copy.first, VCHIP_ACL_RULES),
-                 on_index(copy.last, VCHIP_ACL_RULES), is_range(copy)},
+                {on_table(table), not_null(range), below(copy.first, VCHIP_ACL_RULES),
+                 below(copy.last, VCHIP_ACL_RULES), is_range(copy)},
                 [=](Unit &chip) {
                   for (uint32_t rule = copy.first; rule <= copy.last; ++rule) chip.acl.clear(rule);
                 });

@@ -74,7 +74,7 @@ AclFormView acl_form(uint32_t unit) {
 MeterView meter(uint32_t unit, uint32_t meter) {
   Viewing chip;
   const MeterBlock &block = chip.unit(unit).meter;
-  expect(on_index(meter, VCHIP_METERS), "meter", meter);
+  expect(below(meter, VCHIP_METERS), "meter", meter);
   const chip_acl_meter &entry = block.entry(meter);
   return {entry.enable != 0, entry.rate, entry.burst_slot, block.mode(meter)};
 }
@@ -88,7 +88,7 @@ std::vector<uint32_t> burst_sizes(uint32_t unit) {
 AclCountView acl_count(uint32_t unit, uint32_t counter) {
   Viewing chip;
   const AclCountBlock &block = chip.unit(unit).acl_count;
-  expect(on_index(counter, VCHIP_ACL_COUNTERS), "counter", counter);
+  expect(below(counter, VCHIP_ACL_COUNTERS), "counter", counter);
   return {block.packets(counter), block.bytes(counter)};
 }
 

@@ -8,22 +8,22 @@
 #include "common/check.h"
 
 using vchip::at_most;
+using vchip::below;
 using vchip::change;
 using vchip::flag;
 using vchip::look;
 using vchip::not_null;
-using vchip::on_index;
 using vchip::on_table;
 using vchip::Unit;
 
 namespace {
 
 int32_t on_meter(uint32_t meter) {
-  return on_index(meter, VCHIP_METERS);
+  return below(meter, VCHIP_METERS);
 }
 
 int32_t on_counter(uint32_t counter) {
-  return on_index(counter, VCHIP_ACL_COUNTERS);
+  return below(counter, VCHIP_ACL_COUNTERS);
 }
 
 int32_t is_entry(const chip_acl_meter &entry) {

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "common/check.h"
 #include "unit/state.h"
 
 namespace vchip {
@@ -59,8 +60,7 @@ int32_t look(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   Locked chip;
   if (!chip) return VCHIP_E_IMAGE;
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
-  for (const int32_t check : checks)
-    if (check != 0) return check;
+  if (const int32_t fault = first_fault(checks)) return fault;
   const Unit &subject = chip.state().units[unit];
   return step(subject);
 }
@@ -71,8 +71,7 @@ int32_t change_if(uint32_t unit, std::initializer_list<int32_t> checks, Step ste
   Locked chip;
   if (!chip) return VCHIP_E_IMAGE;
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
-  for (const int32_t check : checks)
-    if (check != 0) return check;
+  if (const int32_t fault = first_fault(checks)) return fault;
   Writing mark(chip.state(), kChanging);
   return step(chip.state().units[unit]);
 }

@@ -6,9 +6,19 @@
 
 #include <swctl-vchip/vchip.h>
 
+#include <initializer_list>
+
+#include "common/frame_action.h"
 #include "common/numbers.h"
 
 namespace vchip {
+
+// The first that is not 0.
+constexpr int32_t first_fault(std::initializer_list<int32_t> checks) {
+  for (const int32_t check : checks)
+    if (check != 0) return check;
+  return 0;
+}
 
 constexpr int32_t on_port(int32_t port) {
   return port >= 0 && port < VCHIP_PORTS ? 0 : VCHIP_E_PORT;
@@ -41,6 +51,10 @@ constexpr int32_t on_vlan(uint32_t vid) {
 // Any number that a tag or a table entry has room for.
 constexpr int32_t on_vlan_id(uint32_t vid) {
   return at_most(vid, kVlanIds - 1);
+}
+
+constexpr int32_t is_frame_action(uint32_t action) {
+  return at_most(action, kLastFrameAction);
 }
 
 // A mask of ports; one for a port that the unit does not have is refused.

@@ -10,8 +10,8 @@ namespace {
 using vchip::at_most;
 using vchip::below;
 using vchip::change;
-using vchip::kForwardMasks;
 using vchip::kMissTypes;
+using vchip::kPortMasks;
 using vchip::look;
 using vchip::not_null;
 using vchip::on_port;
@@ -55,7 +55,7 @@ int32_t rtk_l2_lookupMissFloodPortMask_set_with_idx(uint32_t unit, uint32_t type
 
 int32_t rtk_l2_mcastFwdPortmask_get(uint32_t unit, uint32_t index, uint32_t *mask,
                                     uint32_t *extra) {
-  return look(unit, {not_null(mask, extra), below(index, kForwardMasks)}, [=](const Unit &chip) {
+  return look(unit, {not_null(mask, extra), below(index, kPortMasks)}, [=](const Unit &chip) {
     const vchip::ForwardMask &entry = chip.forward_mask.mask(index);
     *mask = entry.ports;
     *extra = entry.extra;
@@ -67,16 +67,15 @@ int32_t rtk_l2_newMacOp_get(uint32_t unit, int32_t port, uint32_t *mode, uint32_
   return look(unit, {on_port(port), not_null(mode, action)}, [=](const Unit &chip) {
     const vchip::NewAddress &pair = chip.learning.port(port);
     *mode = pair.mode;
-    *action = pair.action;
+    *action = number_of(pair.action);
     return 0;
   });
 }
 
 int32_t rtk_l2_newMacOp_set(uint32_t unit, int32_t port, uint32_t mode, uint32_t action) {
-  return change(unit,
-                {on_port(port), at_most(mode, vchip::kLastLearningMode),
-                 at_most(action, vchip::kLastNewAddressAction)},
-                [=](Unit &chip) {
-                  chip.learning.set_port(port, {mode, action});
-                });
+  return change(
+      unit, {on_port(port), at_most(mode, vchip::kLearnNothing), vchip::is_frame_action(action)},
+      [=](Unit &chip) {
+        chip.learning.set_port(port, {mode, vchip::FrameAction{action}});
+      });
 }

@@ -27,7 +27,7 @@ void FloodBlock::dump(const char *name, Dump &unit) const {
 // Only places with a port, since most are empty.
 void MaskBlock::dump(const char *name, Dump &unit) const {
   std::vector<uint32_t> used;
-  for (uint32_t index = 0; index < kForwardMasks; ++index)
+  for (uint32_t index = 0; index < kPortMasks; ++index)
     if (masks_[index].ports != 0) used.push_back(index);
   unit.objects(name, used.size(), [&](Dump &entry, size_t place) {
     entry.number("index", used[place]);
@@ -39,7 +39,7 @@ void LearningBlock::dump(const char *name, Dump &unit) const {
   unit.objects(name, VCHIP_PORTS, [this](Dump &entry, size_t port) {
     entry.number("port", static_cast<int64_t>(port));
     entry.text("learns", kModes[ports_[port].mode]);
-    entry.text("frame", kActions[ports_[port].action]);
+    entry.text("frame", kActions[number_of(ports_[port].action)]);
   });
 }
 

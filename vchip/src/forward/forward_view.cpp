@@ -10,14 +10,14 @@ ForwardView forwarding(uint32_t unit, int32_t port) {
   const Unit &subject = chip.unit(unit);
   expect_port(port);
   const NewAddress &pair = subject.learning.port(port);
-  return {subject.flood.isolation(port), pair.mode, pair.action};
+  return {subject.flood.isolation(port), pair.mode, number_of(pair.action)};
 }
 
 std::vector<uint32_t> forward_masks(uint32_t unit) {
   Viewing chip;
   const MaskBlock &table = chip.unit(unit).forward_mask;
   std::vector<uint32_t> masks;
-  for (uint32_t index = 0; index < kForwardMasks; ++index) masks.push_back(table.mask(index).ports);
+  for (uint32_t index = 0; index < kPortMasks; ++index) masks.push_back(table.mask(index).ports);
   return masks;
 }
 

@@ -7,12 +7,12 @@
 namespace vchip {
 
 void LearningBlock::reset() {
-  for (NewAddress &port : ports_) port = {0, 0};
+  for (NewAddress &port : ports_) port = {kLearnAtOnce, FrameAction::forward};
 }
 
 bool LearningBlock::sound() const {
   return std::all_of(std::begin(ports_), std::end(ports_), [](const NewAddress &port) {
-    return port.mode <= kLastLearningMode && port.action <= kLastNewAddressAction;
+    return port.mode <= kLearnNothing && is_known(port.action);
   });
 }
 

@@ -7,16 +7,18 @@
 
 #include <cstdint>
 
+#include "common/frame_action.h"
+
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kLastLearningMode = 2;
-inline constexpr uint32_t kLastNewAddressAction = 3;
+// Who enters a new address: the chip, at once; software, which is asked; nobody.
+enum LearningMode : uint32_t { kLearnAtOnce, kLearnBySoftware, kLearnNothing };
 
 struct NewAddress {
   uint32_t mode;
-  uint32_t action;
+  FrameAction action;  // on the frame that it came with
 };
 
 class LearningBlock {

@@ -6,7 +6,7 @@
 namespace vchip {
 
 void MaskBlock::reset() {
-  for (uint32_t index = 0; index < kForwardMasks; ++index)
+  for (uint32_t index = 0; index < kPortMasks; ++index)
     masks_[index] = {index < kFloodMasks ? kAllPorts : 0, 0};
 }
 

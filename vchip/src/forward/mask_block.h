@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The table of forwarding port masks, which frames to unknown addresses name
-// by an index.
+// The forwarding port masks, which lookup misses and the rules' action "redirect
+// to ports" name by an index. Groups have masks of their own.
 #ifndef VCHIP_FORWARD_MASK_BLOCK_H
 #define VCHIP_FORWARD_MASK_BLOCK_H
 
@@ -8,11 +8,12 @@
 
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kForwardMasks = 512;
 // The first places are for flooding and hold every port after power-on.
 inline constexpr uint32_t kFloodMasks = 8;
 
@@ -28,12 +29,12 @@ class MaskBlock {
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
 
-  // For an index below kForwardMasks.
+  // For an index below kPortMasks.
   const ForwardMask &mask(uint32_t index) const { return masks_[index]; }
   void set_ports(uint32_t index, uint32_t ports) { masks_[index].ports = ports; }
 
  private:
-  ForwardMask masks_[kForwardMasks];
+  ForwardMask masks_[kPortMasks];
 };
 
 }  // namespace vchip

@@ -17,8 +17,13 @@ inline constexpr int32_t kPlaces = 4;  // of a bucket
 inline constexpr int32_t kBuckets = kAddresses / kPlaces;
 inline constexpr int32_t kNoIndex = -1;
 
-// Never ages, never moves.
-inline constexpr uint32_t kStaticFlag = 0x08;
+// Flags of an entry.
+inline constexpr uint32_t kFilterSourceFlag = 0x02;       // drop what comes from it
+inline constexpr uint32_t kFilterDestinationFlag = 0x04;  // drop what goes to it
+inline constexpr uint32_t kStaticFlag = 0x08;             // never ages, never moves
+inline constexpr uint32_t kViolationIgnoredFlag = 0x20;
+inline constexpr uint32_t kViolationFlag = 0x800000;
+// Of its state word.
 inline constexpr uint32_t kViolationState = 0x1;
 
 constexpr bool is_static(const chip_l2_ucast_entry &entry) {
@@ -41,7 +46,7 @@ class AddressTable {
 
   // kNoIndex if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;
-  // The first entry behind the index; kNoIndex if there is none.
+  // The first entry after the index; kNoIndex if there is none.
   int32_t next(int32_t index) const;
 
   const chip_l2_ucast_entry &entry(int32_t index) const { return slots_[index].entry; }

@@ -20,9 +20,8 @@ void GroupBlock::reset() {
 }
 
 bool GroupBlock::sound() const {
-  return std::ranges::all_of(groups_, [](const Group &group) {
-    return group.exists == 0 || group.forwarding < kForwardingMasks;
-  });
+  return std::ranges::all_of(
+      groups_, [](const Group &group) { return group.exists == 0 || group.mask < kPortMasks; });
 }
 
 int32_t GroupBlock::next(int32_t index) const {
@@ -44,15 +43,15 @@ chip_l2_mcast_entry GroupBlock::entry(int32_t index) const {
   chip_l2_mcast_entry entry = {};
   entry.vid = group.vid;
   memcpy(entry.mac, group.mac, sizeof entry.mac);
-  entry.portmask = masks_[group.forwarding];
-  entry.fwdIndex = group.forwarding;
+  entry.portmask = masks_[group.mask];
+  entry.fwdIndex = group.mask;
   return entry;
 }
 
-bool GroupBlock::is_free(uint32_t forwarding) const {
+int32_t GroupBlock::find_by_mask(uint32_t mask) const {
   for (int32_t index = next(kNoGroup); index != kNoGroup; index = next(index))
-    if (groups_[index].forwarding == forwarding) return false;
-  return true;
+    if (groups_[index].mask == mask) return index;
+  return kNoGroup;
 }
 
 uint32_t GroupBlock::choose_mask(uint32_t wanted) const {
@@ -68,10 +67,10 @@ int32_t GroupBlock::add(const chip_l2_mcast_entry &entry) {
   while (place < kGroups && groups_[place].exists != 0) ++place;
   if (place == kGroups) return VCHIP_E_L2_FULL;
   Group &group = groups_[place];
-  group.forwarding = choose_mask(entry.fwdIndex);
+  group.mask = choose_mask(entry.fwdIndex);
   group.vid = entry.vid;
   memcpy(group.mac, entry.mac, sizeof group.mac);
-  masks_[group.forwarding] = entry.portmask;
+  masks_[group.mask] = entry.portmask;
   std::atomic_ref<uint32_t>(group.exists).store(1, std::memory_order_release);
   return 0;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The multicast groups of a unit, and the forwarding port masks that they use.
+// The multicast groups of a unit, and the port masks that belong to them: not
+// those of forward/mask_block.h.
 #ifndef VCHIP_L2_GROUP_BLOCK_H
 #define VCHIP_L2_GROUP_BLOCK_H
 
@@ -7,13 +8,14 @@
 
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
 
 // Index 0 of the port masks belongs to no group, so there is one less of them.
-inline constexpr uint32_t kForwardingMasks = 512;
-inline constexpr int32_t kGroups = kForwardingMasks - 1;
+inline constexpr int32_t kGroups = kPortMasks - 1;
 
 class GroupBlock {
  public:
@@ -25,11 +27,13 @@ class GroupBlock {
 
   // -1 if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;
-  // The first group behind the index; -1 if there is none.
+  // The group whose ports are the mask with this index; -1 if there is none.
+  int32_t find_by_mask(uint32_t mask) const;
+  // The first group after the index; -1 if there is none.
   int32_t next(int32_t index) const;
   chip_l2_mcast_entry entry(int32_t index) const;
 
-  // A new group gets the forwarding index that its entry names, or the lowest
+  // A new group gets the mask whose index its entry names, or the lowest
   // free one if it names 0 or one in use. Answers a result.
   int32_t add(const chip_l2_mcast_entry &entry);
   int32_t remove(uint32_t vid, const uint8_t *mac);
@@ -37,16 +41,16 @@ class GroupBlock {
  private:
   struct Group {
     uint32_t exists;
-    uint32_t forwarding;  // index of its port mask
+    uint32_t mask;  // index of its port mask
     uint16_t vid;
     uint8_t mac[SWCTL_MAC_BYTES];
   };
 
-  bool is_free(uint32_t forwarding) const;
+  bool is_free(uint32_t mask) const { return find_by_mask(mask) < 0; }
   uint32_t choose_mask(uint32_t wanted) const;
 
   Group groups_[kGroups];
-  uint32_t masks_[kForwardingMasks];
+  uint32_t masks_[kPortMasks];
 };
 
 }  // namespace vchip

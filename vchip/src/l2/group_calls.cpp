@@ -7,20 +7,21 @@
 #include "common/table.h"
 #include "l2/l2_check.h"
 
+using vchip::below;
 using vchip::change_if;
+using vchip::first_fault;
 using vchip::look;
 using vchip::not_null;
 using vchip::on_group;
+using vchip::on_ports;
 using vchip::on_vlan_id;
 using vchip::Unit;
 
 namespace {
 
 int32_t good_entry(const chip_l2_mcast_entry &entry) {
-  if ((entry.portmask & ~vchip::kAllPorts) != 0) return VCHIP_E_PORT;
-  if (entry.fwdIndex >= vchip::kForwardingMasks) return VCHIP_E_INDEX;
-  const int32_t vlan = on_vlan_id(entry.vid);
-  return vlan != 0 ? vlan : on_group(entry.mac);
+  return first_fault({on_ports(entry.portmask), below(entry.fwdIndex, vchip::kPortMasks),
+                      on_vlan_id(entry.vid), on_group(entry.mac)});
 }
 
 }  // namespace

@@ -10,7 +10,9 @@
 using vchip::at_most;
 using vchip::change;
 using vchip::change_if;
+using vchip::first_fault;
 using vchip::flag;
+using vchip::is_trunk_or_none;
 using vchip::look;
 using vchip::not_null;
 using vchip::on_front_port;
@@ -29,10 +31,8 @@ int32_t next_index(const vchip::AddressTable &table, int32_t index, bool static_
 }
 
 int32_t good_entry(const chip_l2_ucast_entry &entry) {
-  for (const int32_t check : {on_port(entry.port), on_vlan_id(entry.vid), on_station(entry.mac),
-                              vchip::on_trunk(entry.trunk)})
-    if (check != 0) return check;
-  return 0;
+  return first_fault({on_port(entry.port), on_vlan_id(entry.vid), on_station(entry.mac),
+                      is_trunk_or_none(entry.trunk)});
 }
 
 // Words that a request does not use have to be 0 or are not looked at.
@@ -40,13 +40,10 @@ int32_t good_request(const chip_l2_flush_request &request) {
   const bool by_port = request.byInterface != 0 && request.interfaceIsPort != 0;
   const bool by_trunk = request.byInterface != 0 && request.interfaceIsPort == 0;
   const auto number = static_cast<int32_t>(request.portOrTrunk);
-  for (const int32_t check :
-       {by_port ? on_port(number) : 0, flag(request.byVlan), on_vlan_id(request.vid),
-        flag(request.byInterface), flag(request.interfaceIsPort),
-        by_trunk ? vchip::on_trunk(number) : 0, flag(request.includeStatic),
-        at_most(request.reserved, 0), at_most(request.reserved2, 0)})
-    if (check != 0) return check;
-  return 0;
+  return first_fault({by_port ? on_port(number) : 0, flag(request.byVlan), on_vlan_id(request.vid),
+                      flag(request.byInterface), flag(request.interfaceIsPort),
+                      by_trunk ? is_trunk_or_none(number) : 0, flag(request.includeStatic),
+                      at_most(request.reserved, 0), at_most(request.reserved2, 0)});
 }
 
 }  // namespace

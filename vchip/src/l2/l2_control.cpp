@@ -7,10 +7,10 @@
 
 using vchip::change;
 using vchip::change_if;
+using vchip::is_trunk_or_none;
 using vchip::not_null;
 using vchip::on_port;
 using vchip::on_station;
-using vchip::on_trunk;
 using vchip::on_vlan_id;
 
 int32_t vchip_station_learn(uint32_t unit, int32_t port, const vchip_station_t *station) {
@@ -18,7 +18,7 @@ int32_t vchip_station_learn(uint32_t unit, int32_t port, const vchip_station_t *
   return change_if(
       unit,
       {on_port(port), not_null(station), on_vlan_id(from.vid), on_station(from.mac),
-       on_trunk(from.trunk)},
+       is_trunk_or_none(from.trunk)},
       [&](vchip::Unit &chip) { return chip.l2.learn(from.vid, from.mac, port, from.trunk); });
 }
 

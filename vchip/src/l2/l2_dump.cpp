@@ -15,8 +15,11 @@ struct FlagName {
   const char *name;
 };
 constexpr FlagName kFlagNames[] = {
-    {0x02, "filter-source"},     {0x04, "filter-destination"}, {kStaticFlag, "static"},
-    {0x20, "violation-ignored"}, {0x800000, "violation"},
+    {kFilterSourceFlag, "filter-source"},
+    {kFilterDestinationFlag, "filter-destination"},
+    {kStaticFlag, "static"},
+    {kViolationIgnoredFlag, "violation-ignored"},
+    {kViolationFlag, "violation"},
 };
 
 std::vector<std::string> flag_names(uint32_t flags) {

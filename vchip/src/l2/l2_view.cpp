@@ -33,7 +33,7 @@ std::vector<GroupView> groups(uint32_t unit) {
 LearnView learning(uint32_t unit, int32_t port) {
   Viewing chip;
   const L2Block &block = chip.unit(unit).l2;
-  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
+  expect_port(port);
   const LearnLimit &limit = block.limit(port);
   return {limit.enabled != 0, limit.limit, block.table().learned(port)};
 }

@@ -71,7 +71,7 @@ void McastIpBlock::reset() {
   for (auto &place : ip6_) set_used(place, 0);
   ip_mode_ = 0;
   ip6_mode_ = 0;
-  for (MissActions &actions : miss_actions_) actions.fill(0);
+  for (MissActions &actions : miss_actions_) actions.fill(FrameAction::forward);
 }
 
 int32_t McastIpBlock::add(const chip_ip_mcast_entry &entry) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 
+#include "common/frame_action.h"
 #include "common/numbers.h"
 
 namespace vchip {
@@ -18,7 +19,6 @@ class Dump;
 inline constexpr uint32_t kIpMcastEntries = 256;
 inline constexpr uint32_t kIp6McastEntries = 128;
 inline constexpr uint32_t kMaxMcastMode = 1;
-inline constexpr uint32_t kMaxMissAction = 3;
 
 // A place of a table. A killed call leaves it empty or whole.
 template <typename Entry>
@@ -29,7 +29,7 @@ struct McastPlace {
 
 class McastIpBlock {
  public:
-  using MissActions = std::array<uint32_t, kMissTypes>;
+  using MissActions = std::array<FrameAction, kMissTypes>;
   template <typename Entry, uint32_t size>
   using Table = std::array<McastPlace<Entry>, size>;
 
@@ -55,7 +55,7 @@ class McastIpBlock {
   const MissActions &miss_actions(int32_t port) const {
     return miss_actions_[static_cast<size_t>(port)];
   }
-  void set_miss_action(int32_t port, uint32_t type, uint32_t action) {
+  void set_miss_action(int32_t port, uint32_t type, FrameAction action) {
     miss_actions_[static_cast<size_t>(port)][type] = action;
   }
 

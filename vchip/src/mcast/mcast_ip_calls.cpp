@@ -17,10 +17,6 @@ using vchip::Unit;
 
 namespace {
 
-constexpr bool is_vlan(uint32_t vid) {
-  return vid >= vchip::kFirstVlan && vid <= vchip::kLastVlan;
-}
-
 // RFC 5771 and RFC 4291, 2.7.
 constexpr bool is_group(uint32_t address) {
   return address >> 28 == 0xe;
@@ -33,7 +29,7 @@ constexpr bool is_group(const chip_ip6_address &address) {
 // do, and zeros stand for every source.
 template <typename Entry>
 int32_t possible_key(const Entry &entry) {
-  return is_vlan(entry.vid) && is_group(entry.address_b) && !is_group(entry.address_a)
+  return vchip::on_vlan(entry.vid) == 0 && is_group(entry.address_b) && !is_group(entry.address_a)
              ? 0
              : VCHIP_E_VALUE;
 }
@@ -42,7 +38,7 @@ int32_t possible_key(const Entry &entry) {
 template <typename Entry>
 int32_t possible(const Entry *entry) {
   if (entry == nullptr) return 0;
-  if ((entry->ports & ~vchip::kAllPorts) != 0) return VCHIP_E_PORT;
+  if (vchip::on_ports(entry->ports) != 0) return VCHIP_E_PORT;
   if ((entry->rest[0] | entry->rest[1] | entry->rest[2] | entry->zero) != 0) return VCHIP_E_VALUE;
   return possible_key(*entry);
 }
@@ -98,10 +94,9 @@ int32_t rtk_l2_ip6mcMode_set(uint32_t unit, uint32_t mode) {
 
 int32_t rtk_l2_portLookupMissAction_set(uint32_t unit, int32_t port, uint32_t type,
                                         uint32_t action) {
-  return change(unit,
-                {on_port(port), type < vchip::kMissTypes ? 0 : VCHIP_E_INDEX,
-                 at_most(action, vchip::kMaxMissAction)},
-                [=](Unit &chip) { chip.mcast_ip.set_miss_action(port, type, action); });
+  return change(
+      unit, {on_port(port), vchip::below(type, vchip::kMissTypes), vchip::is_frame_action(action)},
+      [=](Unit &chip) { chip.mcast_ip.set_miss_action(port, type, vchip::FrameAction{action}); });
 }
 
 int32_t swctl_platform_ip_mcast_next(uint32_t unit, int32_t from, swctl_platform_ip_mcast *entry) {
@@ -137,7 +132,7 @@ int32_t swctl_platform_lookup_miss_get(uint32_t unit, int32_t port, uint32_t typ
                                        uint32_t *action) {
   return look(unit, {on_port(port), not_null(action), vchip::below(type, vchip::kMissTypes)},
               [=](const Unit &chip) {
-                *action = chip.mcast_ip.miss_actions(port)[type];
+                *action = number_of(chip.mcast_ip.miss_actions(port)[type]);
                 return 0;
               });
 }

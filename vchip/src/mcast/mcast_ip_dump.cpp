@@ -41,7 +41,7 @@ void McastIpBlock::dump(const char *name, Dump &unit) const {
     block.number("ip6_mode", ip6_mode_);
     block.objects("ports", miss_actions_.size(), [this](Dump &entry, size_t port) {
       entry.number("port", static_cast<int64_t>(port));
-      entry.numbers("miss_action", {miss_actions_[port].begin(), miss_actions_[port].end()});
+      entry.numbers("miss_action", numbers_of(miss_actions_[port]));
     });
   });
 }

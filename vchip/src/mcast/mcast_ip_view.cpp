@@ -39,10 +39,8 @@ McastModeView mcast_modes(uint32_t unit) {
   Viewing chip;
   const McastIpBlock &block = chip.unit(unit).mcast_ip;
   McastModeView view = {block.ip_mode(), block.ip6_mode(), {}};
-  for (int32_t port = 0; port < VCHIP_PORTS; ++port) {
-    const auto &actions = block.miss_actions(port);
-    view.miss_actions.push_back({actions.begin(), actions.end()});
-  }
+  for (int32_t port = 0; port < VCHIP_PORTS; ++port)
+    view.miss_actions.push_back(numbers_of(block.miss_actions(port)));
   return view;
 }
 

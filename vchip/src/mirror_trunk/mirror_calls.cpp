@@ -8,10 +8,6 @@
 namespace vchip {
 namespace {
 
-int32_t on_group(uint32_t group) {
-  return group < kMirrorGroups ? 0 : VCHIP_E_INDEX;
-}
-
 // Words without a name are kept as they come.
 int32_t possible(const chip_mirror_entry *entry) {
   if (entry == nullptr) return 0;
@@ -27,7 +23,7 @@ int32_t possible(const chip_mirror_entry *entry) {
 }  // namespace vchip
 
 int32_t rtk_mirror_group_get(uint32_t unit, uint32_t group, chip_mirror_entry *entry) {
-  return vchip::look(unit, {vchip::not_null(entry), vchip::on_group(group)},
+  return vchip::look(unit, {vchip::not_null(entry), vchip::below(group, vchip::kMirrorGroups)},
                      [=](const vchip::Unit &chip) {
                        *entry = chip.mirror.group(group);
                        return 0;
@@ -35,7 +31,8 @@ int32_t rtk_mirror_group_get(uint32_t unit, uint32_t group, chip_mirror_entry *e
 }
 
 int32_t rtk_mirror_group_set(uint32_t unit, uint32_t group, const chip_mirror_entry *entry) {
-  return vchip::change(unit,
-                       {vchip::not_null(entry), vchip::on_group(group), vchip::possible(entry)},
-                       [=](vchip::Unit &chip) { chip.mirror.set_group(group, *entry); });
+  return vchip::change(
+      unit,
+      {vchip::not_null(entry), vchip::below(group, vchip::kMirrorGroups), vchip::possible(entry)},
+      [=](vchip::Unit &chip) { chip.mirror.set_group(group, *entry); });
 }

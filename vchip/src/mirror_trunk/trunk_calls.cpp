@@ -12,31 +12,28 @@ namespace {
 
 int32_t may_be_members(const uint32_t *members) {
   if (members == nullptr) return 0;
-  if ((*members & ~kAllPorts) != 0) return VCHIP_E_PORT;
+  if (on_ports(*members) != 0) return VCHIP_E_PORT;
   return (*members & kCpuPortBit) != 0 ? VCHIP_E_CPU_PORT : 0;
-}
-
-int32_t on_trunk(uint32_t trunk) {
-  return trunk < kTrunkGroups ? 0 : VCHIP_E_INDEX;
 }
 
 }  // namespace
 }  // namespace vchip
 
 int32_t rtk_trunk_port_set(uint32_t unit, uint32_t trunk, const uint32_t *members) {
-  return vchip::change_if(
-      unit, {vchip::not_null(members), vchip::may_be_members(members), vchip::on_trunk(trunk)},
-      [=](vchip::Unit &chip) {
-        if (chip.trunk.taken(trunk, *members)) return VCHIP_E_TRUNK_MEMBER;
-        chip.trunk.set_members(trunk, *members);
-        return 0;
-      });
+  return vchip::change_if(unit,
+                          {vchip::not_null(members), vchip::may_be_members(members),
+                           vchip::below(trunk, vchip::kTrunkGroups)},
+                          [=](vchip::Unit &chip) {
+                            if (chip.trunk.taken(trunk, *members)) return VCHIP_E_TRUNK_MEMBER;
+                            chip.trunk.set_members(trunk, *members);
+                            return 0;
+                          });
 }
 
 int32_t rtk_trunk_distributionAlgorithmParam_set(uint32_t unit, uint32_t algorithm,
                                                  uint32_t fields) {
   return vchip::change(unit,
-                       {algorithm < vchip::kHashAlgorithms ? 0 : VCHIP_E_INDEX,
+                       {vchip::below(algorithm, vchip::kHashAlgorithms),
                         (fields & ~vchip::kHashFields) == 0 ? 0 : VCHIP_E_VALUE},
                        [=](vchip::Unit &chip) { chip.trunk.set_hash_fields(algorithm, fields); });
 }

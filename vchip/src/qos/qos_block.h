@@ -8,11 +8,12 @@
 #include <array>
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kPriorities = 8;
 inline constexpr uint32_t kDropEligibility = 2;
 inline constexpr uint32_t kQueues = 8;
 inline constexpr uint32_t kCodePoints = 64;

@@ -9,6 +9,7 @@
 #include "common/check.h"
 
 using vchip::at_most;
+using vchip::below;
 using vchip::change;
 using vchip::flag;
 using vchip::look;
@@ -17,10 +18,6 @@ using vchip::on_port;
 using vchip::Unit;
 
 namespace {
-
-constexpr int32_t below(uint32_t index, uint32_t end) {
-  return index < end ? 0 : VCHIP_E_INDEX;
-}
 
 constexpr int32_t on_priority(uint32_t priority) {
   return below(priority, vchip::kPriorities);

@@ -26,7 +26,7 @@ QosView qos(uint32_t unit) {
 QosPortView qos_port(uint32_t unit, int32_t port) {
   Viewing chip;
   const QosBlock &block = chip.unit(unit).qos;
-  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
+  expect_port(port);
   const QosPort &own = block.port(port);
   return {own.outer_priority, own.inner_priority, own.group,       own.algorithm,
           list(own.weights),  list(own.strict),   own.remarks != 0};

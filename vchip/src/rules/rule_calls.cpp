@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <initializer_list>
 
 #include "chip/chip.h"
 #include "common/check.h"
@@ -30,12 +29,6 @@ bool contains(const List &list, uint32_t count, uint32_t kind) {
   for (uint32_t place = 0; place < count; ++place)
     if (list[place].kind == kind) return true;
   return false;
-}
-
-int32_t first_fault(std::initializer_list<int32_t> checks) {
-  for (const int32_t check : checks)
-    if (check != 0) return check;
-  return 0;
 }
 
 int32_t possible_action(uint32_t kind, uint32_t value, uint32_t length) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "common/numbers.h"
 #include "rules/rule_area.h"
 
 namespace vchip {
@@ -33,10 +34,10 @@ struct ActionKind {
   uint32_t max;  // largest value
 };
 inline constexpr ActionKind kActions[kActionKinds] = {
-    {ADP_FP_ACTION_VLAN, "vlan", 4095},
-    {ADP_FP_ACTION_PRIORITY, "priority", 7},
-    {ADP_FP_ACTION_OUTER_VLAN, "outer-vlan", 4095},
-    {ADP_FP_ACTION_OUTER_PRIORITY, "outer-priority", 7},
+    {ADP_FP_ACTION_VLAN, "vlan", kVlanIds - 1},
+    {ADP_FP_ACTION_PRIORITY, "priority", kPriorities - 1},
+    {ADP_FP_ACTION_OUTER_VLAN, "outer-vlan", kVlanIds - 1},
+    {ADP_FP_ACTION_OUTER_PRIORITY, "outer-priority", kPriorities - 1},
 };
 
 enum class Reading { mac, ip4, ports, half, ethertype, word };

@@ -8,11 +8,12 @@
 #include <array>
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
 
-inline constexpr uint32_t kInstances = 16;
 inline constexpr uint32_t kCommonInstance = 0;  // always there
 
 enum StpState : uint32_t { kStpDisabled, kStpBlocking, kStpLearning, kStpForwarding };

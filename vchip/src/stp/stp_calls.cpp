@@ -9,7 +9,7 @@ namespace vchip {
 namespace {
 
 int32_t on_instance(uint32_t instance) {
-  return instance < kInstances ? 0 : VCHIP_E_INDEX;
+  return below(instance, kInstances);
 }
 
 // The VLANs of an instance that is about to go fall back to the common one.

@@ -8,18 +8,15 @@ namespace vchip {
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
 void TrapBlock::reset() {
-  actions_.fill(kTrapDrop);
-  for (Actions &actions : port_actions_) actions.fill(kTrapDrop);
-  rma_groups_.fill(kTrapForward);
+  actions_.fill(FrameAction::drop);
+  for (Actions &actions : port_actions_) actions.fill(FrameAction::drop);
+  rma_groups_.fill(FrameAction::forward);
   bypass_.fill(0);
 }
 
 bool TrapBlock::sound() const {
-  const auto all_known = [](const auto &actions) {
-    return std::ranges::all_of(actions, [](uint32_t action) { return action <= kTrapCopy; });
-  };
-  return all_known(actions_) && std::ranges::all_of(port_actions_, all_known) &&
-         all_known(rma_groups_);
+  return are_known(actions_) && are_known(rma_groups_) &&
+         std::ranges::all_of(port_actions_, are_known<kFrameTypes>);
 }
 
 }  // namespace vchip

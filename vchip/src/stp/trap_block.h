@@ -8,6 +8,8 @@
 #include <array>
 #include <cstdint>
 
+#include "common/frame_action.h"
+
 namespace vchip {
 
 class Dump;
@@ -16,11 +18,9 @@ inline constexpr uint32_t kFrameTypes = 32;
 inline constexpr uint32_t kRmaGroups = 4;
 inline constexpr uint32_t kBypassTypes = 8;
 
-enum TrapAction : uint32_t { kTrapForward, kTrapDrop, kTrapToCpu, kTrapCopy };
-
 class TrapBlock {
  public:
-  using Actions = std::array<uint32_t, kFrameTypes>;
+  using Actions = std::array<FrameAction, kFrameTypes>;
 
   static constexpr uint32_t kLayout = 1;
   void reset();
@@ -29,22 +29,22 @@ class TrapBlock {
   void dump(const char *name, Dump &unit) const;
 
   const Actions &actions() const { return actions_; }
-  void set_action(uint32_t type, uint32_t action) { actions_[type] = action; }
+  void set_action(uint32_t type, FrameAction action) { actions_[type] = action; }
   const Actions &port_actions(int32_t port) const {
     return port_actions_[static_cast<size_t>(port)];
   }
-  void set_port_action(int32_t port, uint32_t type, uint32_t action) {
+  void set_port_action(int32_t port, uint32_t type, FrameAction action) {
     port_actions_[static_cast<size_t>(port)][type] = action;
   }
-  const std::array<uint32_t, kRmaGroups> &rma_groups() const { return rma_groups_; }
-  void set_rma_group(uint32_t group, uint32_t action) { rma_groups_[group] = action; }
+  const std::array<FrameAction, kRmaGroups> &rma_groups() const { return rma_groups_; }
+  void set_rma_group(uint32_t group, FrameAction action) { rma_groups_[group] = action; }
   const std::array<uint32_t, kBypassTypes> &bypass() const { return bypass_; }
   void set_bypass(uint32_t type, uint32_t enable) { bypass_[type] = enable; }
 
  private:
   Actions actions_;
   std::array<Actions, VCHIP_PORTS> port_actions_;
-  std::array<uint32_t, kRmaGroups> rma_groups_;
+  std::array<FrameAction, kRmaGroups> rma_groups_;
   std::array<uint32_t, kBypassTypes> bypass_;
 };
 

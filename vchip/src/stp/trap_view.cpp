@@ -8,16 +8,16 @@ namespace vchip {
 TrapView traps(uint32_t unit) {
   Viewing chip;
   const TrapBlock &block = chip.unit(unit).trap;
-  return {{block.actions().begin(), block.actions().end()},
-          {block.rma_groups().begin(), block.rma_groups().end()},
+  return {numbers_of(block.actions()),
+          numbers_of(block.rma_groups()),
           {block.bypass().begin(), block.bypass().end()}};
 }
 
 std::vector<uint32_t> port_traps(uint32_t unit, int32_t port) {
   Viewing chip;
   const TrapBlock &block = chip.unit(unit).trap;
-  if (on_port(port) != 0) throw std::out_of_range("no port " + std::to_string(port));
-  return {block.port_actions(port).begin(), block.port_actions(port).end()};
+  expect_port(port);
+  return numbers_of(block.port_actions(port));
 }
 
 }  // namespace vchip

@@ -10,14 +10,6 @@
 namespace vchip {
 namespace {
 
-int32_t on_egress_entry(uint32_t index) {
-  return index < kEgressEntries ? 0 : VCHIP_E_INDEX;
-}
-
-int32_t on_ingress_block(uint32_t block) {
-  return block < kIngressBlocks ? 0 : VCHIP_E_INDEX;
-}
-
 // Values of a key that is ignored have no meaning and are not looked at.
 int32_t possible(const chip_vlan_egress_entry *entry) {
   if (entry == nullptr) return 0;
@@ -35,14 +27,16 @@ int32_t possible(const chip_vlan_egress_entry *entry) {
 int32_t rtk_vlan_egrVlanCnvtEntry_set(uint32_t unit, uint32_t index,
                                       const chip_vlan_egress_entry *entry) {
   return vchip::change(
-      unit, {vchip::not_null(entry), vchip::on_egress_entry(index), vchip::possible(entry)},
+      unit,
+      {vchip::not_null(entry), vchip::below(index, vchip::kEgressEntries), vchip::possible(entry)},
       [=](vchip::Unit &chip) { chip.conversion.set_egress(index, *entry); });
 }
 
 int32_t rtk_vlan_igrVlanCnvtBlkMode_set(uint32_t unit, uint32_t block, uint32_t mode) {
-  return vchip::change(unit,
-                       {vchip::on_ingress_block(block), vchip::at_most(mode, vchip::kMaxBlockMode)},
-                       [=](vchip::Unit &chip) { chip.conversion.set_mode(block, mode); });
+  return vchip::change(
+      unit,
+      {vchip::below(block, vchip::kIngressBlocks), vchip::at_most(mode, vchip::kMaxBlockMode)},
+      [=](vchip::Unit &chip) { chip.conversion.set_mode(block, mode); });
 }
 
 int32_t swctl_platform_vlan_egress_next(uint32_t unit, int32_t from,
