@@ -32,6 +32,7 @@ install(DIRECTORY vchip/include/swctl-vchip DESTINATION ${CMAKE_INSTALL_INCLUDED
 install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES shell/completion/swctl
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES docs/swctl.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/swctl)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/port_status.c examples/linkwatch.c
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
