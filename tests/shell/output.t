@@ -49,6 +49,8 @@ A batch ends there, even with -force:
   3     down  unknown  both    copper  on
   4     down  unknown  both    copper  on
 
-Without standard input there are no commands:
+Standard input that is closed cannot be read:
 
   $ swctl <&-
+  stdin:1: Bad file descriptor
+  [1]
