@@ -12,22 +12,22 @@
 
 SWCTL_BEGIN_DECLS
 
-/** No meter, where a function takes a meter. */
+/** No meter. */
 #define USER_FIELD_NO_METER 0xFFFFFFFFu
-/** No burst slot, where a function takes a meter's present slot. */
+/** No burst slot, for a meter that has none. */
 #define USER_FIELD_NO_BURST_SLOT (-1)
 
-/** The kind of count that is packets; any other kind is bytes. */
+/** The kind that counts packets; any other kind counts bytes. */
 #define USER_FIELD_COUNT_PACKETS 0u
 
 /**
  * @brief Adds an action to a rule.
  *
- * Reads the rule's action record of 43 words into a record of zeroes with
- * rtk_acl_ruleAction_get(unit, 0, rule, ...), sets the words of the action and
- * writes the record back with rtk_acl_ruleAction_set(unit, 0, rule, ...).
- * Actions are merged: words that the action does not name stay as read, so an
- * earlier action holds until a later one sets the same words.
+ * Reads the rule's action record of 43 words into a record of zeros with
+ * rtk_acl_ruleAction_get(unit, 0, rule, ...), sets the words of the action,
+ * and writes the record back with rtk_acl_ruleAction_set(unit, 0, rule, ...).
+ * Actions are merged: words that the action does not set stay as they were
+ * read, so an earlier action stays until a later one sets the same words.
  *
  * | action | words set, p0 and p1 being the parameters                          |
  * |--------|--------------------------------------------------------------------|
@@ -55,9 +55,9 @@ SWCTL_BEGIN_DECLS
  * @param lead   ignored
  * @param unit   switch unit
  * @param rule   rule index
- * @param action one of the above
- * @param param0 first parameter; read whatever the action
- * @param param1 second parameter; read whatever the action
+ * @param action action number, see above
+ * @param param0 first parameter; read for every action
+ * @param param1 second parameter; read for every action
  * @return the result of the read if it is not 0, else that of the write
  */
 SWCTL_API int32_t user_field_action_add(uint32_t lead, uint32_t unit, int32_t rule, uint32_t action,
@@ -65,19 +65,19 @@ SWCTL_API int32_t user_field_action_add(uint32_t lead, uint32_t unit, int32_t ru
 
 /**
  * @name Meters
- * These functions have no leading argument. A meter's record is {enable, rate,
- * burst slot}.
+ * These functions have no leading argument. The record of a meter is {enable,
+ * rate, burst slot}, three unsigned words.
  * @{
  */
 
 /**
- * @brief Sets a meter's rate as it is given, with burst slot 0.
+ * @brief Sets a meter's rate in the chip's unit, with burst slot 0.
  *
- * Calls rtk_acl_meterMode_set(unit, meter, 1), result ignored, then
+ * Calls rtk_acl_meterMode_set(unit, meter, 1), ignoring its result, then
  * rtk_acl_meterEntry_set(unit, meter, {1, rate, 0}).
  *
  * @param unit  switch unit
- * @param rate  the chip's rate word
+ * @param rate  rate, passed on unchanged
  * @param meter meter; ::USER_FIELD_NO_METER is refused
  * @return the result of rtk_acl_meterEntry_set(); -1 without a call for
  *         ::USER_FIELD_NO_METER
@@ -85,22 +85,26 @@ SWCTL_API int32_t user_field_action_add(uint32_t lead, uint32_t unit, int32_t ru
 SWCTL_API int32_t user_field_meter_entry_set(uint32_t unit, uint32_t rate, uint32_t meter);
 
 /**
- * @brief Sets a meter's rate, in sixteenths, and its burst slot.
+ * @brief Sets a meter's rate, in sixteenths of the chip's unit, and its burst
+ *        slot.
  *
  * Calls rtk_acl_meterEntry_set(unit, meter, {1, rate / 16, slot}).
  *
  * @param unit  switch unit
  * @param meter meter
- * @param rate  divided by 16, rounding toward zero
- * @param slot  burst slot, an answer of user_field_meter_burst_size_set_del();
- *              its low 16 bits count, as a signed number
+ * @param rate  divided by 16, rounding toward 0. A negative rate is not
+ *              refused: the chip gets the quotient as an unsigned word,
+ *              0xFFFFFFFF for -20.
+ * @param slot  burst slot, a result of user_field_meter_burst_size_set_del().
+ *              Only the low 16 bits count, as a signed number; a negative one
+ *              is not refused.
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_meter_rate_burst_set(uint32_t unit, uint32_t meter, int32_t rate,
                                                   int32_t slot);
 
 /**
- * @brief Switches a meter off and forgets its rate and slot.
+ * @brief Disables a meter and clears its rate and slot.
  *
  * Calls rtk_acl_meterEntry_set(unit, meter, {0, 0, 0}).
  *
@@ -111,46 +115,52 @@ SWCTL_API int32_t user_field_meter_rate_burst_set(uint32_t unit, uint32_t meter,
 SWCTL_API int32_t user_field_meter_entry_del(uint32_t unit, uint32_t meter);
 
 /**
- * @brief Switches a meter on or off; rate and slot stay.
+ * @brief Enables or disables a meter; rate and slot stay.
  *
  * Calls rtk_acl_meterEntry_get(unit, meter, ...), then
  * rtk_acl_meterEntry_set() with the record that was read and the new state.
  *
  * @param unit   switch unit
  * @param meter  meter
- * @param enable not 0: on
+ * @param enable non-zero: enable
  * @return the result of the read if it is negative, else that of the write
  */
 SWCTL_API int32_t user_field_meter_entry_enable(uint32_t unit, uint32_t meter, uint32_t enable);
 
 /**
- * @brief Takes, shares, changes or gives back one of the two burst slots.
+ * @brief Takes, shares, changes or releases one of the two burst slots.
  *
- * All meters share two burst sizes. The library counts, for the process and
- * all its units together, how many meters use each slot; the counts are zero
- * at load. They are written without a lock.
+ * All meters share two burst sizes. The library counts how many meters use
+ * each slot. There is one pair of counts for the process and all its units,
+ * zero at load, and changed without a lock.
  *
- * With a burst of 0 the slot is given back: its count goes down, and at 0 or
- * below the slot is free. A free slot's size in the chip becomes its default,
- * 512 for slot 0 and 61440 for slot 1.
+ * A burst of 0 releases the slot: its count goes down by 1, and the slot is
+ * free if the count is then 0 or less. The size of a free slot in the chip
+ * becomes its default, 512 for slot 0 and 61440 for slot 1. These defaults are
+ * in the chip's unit.
  *
- * With another burst: a slot that already holds it is kept. Otherwise the
- * present slot is given up; the last slot that holds the burst is shared, else
- * the first free one takes it and the chip is told burst / 128, rounding
- * toward zero. If giving up has freed the present slot and it was not taken
- * again, its size in the chip becomes the default after that.
+ * Any other burst: if the present slot holds it already, nothing changes.
+ * Otherwise the present slot is released. The last slot that holds the burst
+ * is then shared; if there is none, the first free slot takes it, and the chip
+ * gets burst / 128, rounding toward 0. If the present slot has become free and
+ * was not taken again, its size in the chip then becomes its default.
  *
- * The chip has both sizes in one record: each change of a size calls
+ * The chip has both sizes in one record. Each change of a size calls
  * rtk_acl_meterBurstSize_get(unit, 0, ...), then rtk_acl_meterBurstSize_set()
- * with the one size replaced. The results of these calls are ignored.
+ * with the one size replaced, ignoring the results.
  *
  * @param unit    switch unit
- * @param burst   burst size in bytes; 0 gives the slot back
- * @param current slot that the meter has, ::USER_FIELD_NO_BURST_SLOT for none;
- *                its low 16 bits count, as a signed number
- * @return the slot, 0 or 1; 0 after giving back, even of a slot that does not
- *         exist; -1 if current is neither a slot nor none, or if both slots
- *         hold other bursts: the slots are then as before
+ * @param burst   burst size in 128ths of the chip's unit; 0 releases the slot.
+ *                That the unit is bytes is this project's reading. A negative
+ *                burst is not refused: it takes a slot like any other, and the
+ *                chip gets the quotient as an unsigned word, 0xFFFFFFFE for
+ *                -256. Bursts from -127 to 127 give the chip 0.
+ * @param current slot of the meter, or ::USER_FIELD_NO_BURST_SLOT; the low 16
+ *                bits count, as a signed number
+ * @return the slot, 0 or 1; 0 after a release, even of a slot that does not
+ *         exist; -1 if `current` is neither a slot nor
+ *         ::USER_FIELD_NO_BURST_SLOT, or if both slots hold other bursts, in
+ *         which case the slots are as before
  */
 SWCTL_API int32_t user_field_meter_burst_size_set_del(uint32_t unit, int32_t burst,
                                                       int32_t current);
@@ -182,7 +192,7 @@ SWCTL_API int32_t user_field_clear_statistics(uint32_t lead, uint32_t unit, uint
  * @param unit    switch unit
  * @param counter counter
  * @param kind    ::USER_FIELD_COUNT_PACKETS, or anything else for bytes
- * @param count   handed to the SDK, whose type it has: as a rule 64 bits as
+ * @param count   passed to the SDK, which defines its type: usually 64 bits as
  *                two 32-bit words, the high word first
  * @return the SDK's result
  */

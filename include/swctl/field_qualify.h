@@ -3,14 +3,15 @@
  * @file field_qualify.h
  * @brief Qualifiers: what a rule of the field processor matches.
  *
- * A qualifier adds one condition to a rule. Each is one call
- * rtk_acl_ruleEntryField_write(unit, 0, rule, field, data, mask); a later
+ * A qualifier adds one condition to a rule. Each is one call of
+ * rtk_acl_ruleEntryField_write(unit, 0, rule, field, data, mask). A later
  * write of the same field replaces the earlier one in the chip. A frame
- * matches if it equals the value in every bit that is 1 in the mask.
+ * matches if every bit that is 1 in the mask is equal in frame and value.
  *
- * Unless a function says otherwise, data and mask are areas of 28 bytes, zero
- * but for the value at their start, numbers in host order. Port bitmaps hold
- * the chip's own port numbers.
+ * Unless a function says otherwise, data and mask are areas of 28 bytes that
+ * begin with the value and are otherwise zero. Numbers are in host byte order.
+ * Only as many low bits of a number count as its type has, whatever is above
+ * them in the caller's register. Port bitmaps hold chip ports.
  *
  * Include field.h, which includes this.
  */
@@ -29,8 +30,8 @@ SWCTL_BEGIN_DECLS
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value tag control information (IEEE 802.1Q)
- * @param mask  the bits of it that count
+ * @param value tag control information (TCI, IEEE 802.1Q)
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_OuterVlan(uint32_t lead, uint32_t unit, int32_t rule,
@@ -45,7 +46,7 @@ SWCTL_API int32_t user_field_qualify_OuterVlan(uint32_t lead, uint32_t unit, int
  * @param unit  switch unit
  * @param rule  rule index
  * @param value VLAN ID
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_OuterVlanId(uint32_t lead, uint32_t unit, int32_t rule,
@@ -60,8 +61,8 @@ SWCTL_API int32_t user_field_qualify_OuterVlanId(uint32_t lead, uint32_t unit, i
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value its low 8 bits are stored
- * @param mask  its low 8 bits are stored
+ * @param value the low 8 bits count
+ * @param mask  the low 8 bits count
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_InnerVlan(uint32_t lead, uint32_t unit, int32_t rule,
@@ -76,7 +77,7 @@ SWCTL_API int32_t user_field_qualify_InnerVlan(uint32_t lead, uint32_t unit, int
  * @param unit  switch unit
  * @param rule  rule index
  * @param value VLAN ID
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_InnerVlanId(uint32_t lead, uint32_t unit, int32_t rule,
@@ -91,7 +92,7 @@ SWCTL_API int32_t user_field_qualify_InnerVlanId(uint32_t lead, uint32_t unit, i
  * @param unit  switch unit
  * @param rule  rule index
  * @param value EtherType (IEEE 802.3)
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_EtherType(uint32_t lead, uint32_t unit, int32_t rule,
@@ -106,7 +107,7 @@ SWCTL_API int32_t user_field_qualify_EtherType(uint32_t lead, uint32_t unit, int
  * @param unit  switch unit
  * @param rule  rule index
  * @param value port number
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_L4SrcPort(uint32_t lead, uint32_t unit, int32_t rule,
@@ -121,7 +122,7 @@ SWCTL_API int32_t user_field_qualify_L4SrcPort(uint32_t lead, uint32_t unit, int
  * @param unit  switch unit
  * @param rule  rule index
  * @param value port number
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_L4DstPort(uint32_t lead, uint32_t unit, int32_t rule,
@@ -135,8 +136,8 @@ SWCTL_API int32_t user_field_qualify_L4DstPort(uint32_t lead, uint32_t unit, int
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value priority code point (IEEE 802.1Q)
- * @param mask  the bits of it that count
+ * @param value PCP (IEEE 802.1Q)
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_OuterVlanPri(uint32_t lead, uint32_t unit, int32_t rule,
@@ -150,8 +151,8 @@ SWCTL_API int32_t user_field_qualify_OuterVlanPri(uint32_t lead, uint32_t unit, 
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value priority code point (IEEE 802.1Q)
- * @param mask  the bits of it that count
+ * @param value PCP (IEEE 802.1Q)
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_InnerVlanPri(uint32_t lead, uint32_t unit, int32_t rule,
@@ -160,14 +161,14 @@ SWCTL_API int32_t user_field_qualify_InnerVlanPri(uint32_t lead, uint32_t unit, 
 /**
  * @brief Matches the traffic class of IPv6.
  *
- * Writes field 46, 1 byte. user_field_qualify_DSCP() writes the same
- * field, so the later of the two holds.
+ * Writes field 46, 1 byte. user_field_qualify_DSCP() writes the same field;
+ * the last write counts.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
  * @param value traffic class (RFC 8200)
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_Ip6TrafficClass(uint32_t lead, uint32_t unit, int32_t rule,
@@ -176,15 +177,15 @@ SWCTL_API int32_t user_field_qualify_Ip6TrafficClass(uint32_t lead, uint32_t uni
 /**
  * @brief Matches the DSCP.
  *
- * Writes field 46, 1 byte: value and mask, each shifted left by 2 and cut to
- * 8 bits, for the DSCP is the upper six bits of the traffic class (RFC 2474).
+ * Writes field 46, 1 byte: value and mask, each shifted left by 2 and cut to 8
+ * bits, since the DSCP is the upper six bits of the traffic class (RFC 2474).
  * user_field_qualify_Ip6TrafficClass() writes the same field.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
  * @param value DSCP, 0 to 63
- * @param mask  the bits of the DSCP that count
+ * @param mask  the bits of the DSCP to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_DSCP(uint32_t lead, uint32_t unit, int32_t rule, uint8_t value,
@@ -198,8 +199,8 @@ SWCTL_API int32_t user_field_qualify_DSCP(uint32_t lead, uint32_t unit, int32_t 
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value 6 bytes, as on the wire; read, not kept
- * @param mask  6 bytes; read, not kept
+ * @param value 6 bytes, in the order of transmission
+ * @param mask  6 bytes
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_SrcMac(uint32_t lead, uint32_t unit, int32_t rule,
@@ -213,8 +214,8 @@ SWCTL_API int32_t user_field_qualify_SrcMac(uint32_t lead, uint32_t unit, int32_
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param value 6 bytes, as on the wire; read, not kept
- * @param mask  6 bytes; read, not kept
+ * @param value 6 bytes, in the order of transmission
+ * @param mask  6 bytes
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_DstMac(uint32_t lead, uint32_t unit, int32_t rule,
@@ -223,14 +224,14 @@ SWCTL_API int32_t user_field_qualify_DstMac(uint32_t lead, uint32_t unit, int32_
 /**
  * @brief Matches the source address of IPv4.
  *
- * Writes field 42. The SDK is given the two 32-bit words themselves, 4 bytes
- * each, and no area behind them.
+ * Writes field 42. The SDK gets the two 32-bit words themselves, 4 bytes each,
+ * not areas of 28 bytes.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
  * @param value address as a number: 10.0.0.1 is 0x0A000001
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_SrcIp(uint32_t lead, uint32_t unit, int32_t rule,
@@ -239,14 +240,14 @@ SWCTL_API int32_t user_field_qualify_SrcIp(uint32_t lead, uint32_t unit, int32_t
 /**
  * @brief Matches the destination address of IPv4.
  *
- * Writes field 43. The SDK is given the two 32-bit words themselves, 4 bytes
- * each, and no area behind them.
+ * Writes field 43. The SDK gets the two 32-bit words themselves, 4 bytes each,
+ * not areas of 28 bytes.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
  * @param value address as a number: 10.0.0.1 is 0x0A000001
- * @param mask  the bits of it that count
+ * @param mask  the bits of the value to compare
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_DstIp(uint32_t lead, uint32_t unit, int32_t rule,
@@ -255,7 +256,7 @@ SWCTL_API int32_t user_field_qualify_DstIp(uint32_t lead, uint32_t unit, int32_t
 /**
  * @brief Matches the source address of IPv6.
  *
- * Writes field 44. The caller's two addresses are handed to the SDK.
+ * Writes field 44. The caller's two pointers are passed to the SDK.
  *
  * @param lead  ignored
  * @param unit  switch unit
@@ -270,7 +271,7 @@ SWCTL_API int32_t user_field_qualify_SrcIp6(uint32_t lead, uint32_t unit, int32_
 /**
  * @brief Matches the destination address of IPv6.
  *
- * Writes field 45. The caller's two addresses are handed to the SDK.
+ * Writes field 45. The caller's two pointers are passed to the SDK.
  *
  * @param lead  ignored
  * @param unit  switch unit
@@ -283,16 +284,16 @@ SWCTL_API int32_t user_field_qualify_DstIp6(uint32_t lead, uint32_t unit, int32_
                                             const uint8_t *value, const uint8_t *mask);
 
 /**
- * @brief Matches frames that came in on one of several ports.
+ * @brief Matches the ingress port.
  *
- * Writes field 6: data all zero, mask a 32-bit word with a 1 for every port
- * below 32 that is not in the bitmap.
+ * Writes field 6: the data are all zero; the mask begins with a 32-bit word
+ * that has a 1 for every port below 32 that is not in the bitmap.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param rule  rule index
- * @param ports chip ports by value; ports 32 to 255 are ignored
- * @param ...   the mask that other qualifiers have; may be left out, not read
+ * @param ports chip ports, by value; ports 32 to 255 are ignored
+ * @param ...   a mask, as for other qualifiers; not read, may be left out
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_qualify_InPorts(uint32_t lead, uint32_t unit, int32_t rule,
@@ -302,15 +303,15 @@ SWCTL_API int32_t user_field_qualify_InPorts(uint32_t lead, uint32_t unit, int32
  * @brief Matches the protocol number of IP.
  *
  * Writes field 41. Protocols 17 (UDP), 6 (TCP), 1 (ICMP) and 2 (IGMP) have the
- * classes 0 to 3: one data byte, which the mask byte 0xFF follows in memory;
- * the mask is that byte and a zero byte. Any other protocol, 0 included, is
- * the 16-bit number 0x1000 + protocol, mask 0xFFFF, both in host order. The
- * areas end there.
+ * class codes 0, 1, 2 and 3: one data byte, followed in memory by the mask
+ * byte 0xFF and a zero byte. Any other protocol, 0 included, is the 16-bit
+ * number 0x1000 + protocol with mask 0xFFFF, both in host byte order. The
+ * areas have no more bytes than these.
  *
  * @param lead     ignored
  * @param unit     switch unit
  * @param rule     rule index
- * @param protocol protocol number (IANA)
+ * @param protocol IP protocol number (IANA); the low 8 bits count
  * @param mask     ignored
  * @return the SDK's result
  */
@@ -318,9 +319,9 @@ SWCTL_API int32_t user_field_qualify_IpProtocol(uint32_t lead, uint32_t unit, in
                                                 uint8_t protocol, uint8_t mask);
 
 /**
- * @brief Matches the format of the frame.
+ * @brief Matches the frame type.
  *
- * Writes field 13: data byte 0, 1 or 2 for type 1, 2 or 3, mask byte 0xFF.
+ * Writes field 13: data byte 0, 1 or 2 for type 1, 2 or 3; mask byte 0xFF.
  *
  * @param lead ignored
  * @param unit switch unit
@@ -333,12 +334,12 @@ SWCTL_API int32_t user_field_qualify_FrameType(uint32_t lead, uint32_t unit, int
                                                uint32_t type, uint32_t mask);
 
 /**
- * @brief Matches the kind of IP packet.
+ * @brief Matches the IP type.
  *
- * Writes field 2: data byte 2, 3 or 0 for type 5, 10 or 12, mask byte 0x0F.
+ * Writes field 2: data byte 2, 3 or 0 for type 5, 10 or 12; mask byte 0x0F.
  * The mask byte follows the data byte in memory. Any other type prints
- * "%s:[%05d] unknow ip type [%d]\n" with "user_field_qualify_iptype", 1989
- * and the type.
+ * "%s:[%05d] unknow ip type [%d]\n" with "user_field_qualify_iptype", 1989 and
+ * the type.
  *
  * @param lead ignored
  * @param unit switch unit

@@ -3,7 +3,7 @@
  * @file frame_board.h
  * @brief Switch units, the board around them, and their start.
  *
- * Part of frame.h, whose laws hold.
+ * Part of frame.h, whose rules apply.
  */
 #ifndef SWCTL_FRAME_BOARD_H
 #define SWCTL_FRAME_BOARD_H
@@ -23,7 +23,7 @@ SWCTL_BEGIN_DECLS
 SWCTL_API int32_t user_switch_action_init(uint32_t unit);
 
 /**
- * @brief Chooses the mask of ports that frames to unknown addresses go to.
+ * @brief Chooses the port mask to which unknown unicast frames are flooded.
  *
  * Passes through to rtk_l2_lookupMissFloodPortMaskIdx_set(unit, 2, 5): lookup
  * misses of type 2 use the flood port mask of index 5.
@@ -37,19 +37,19 @@ SWCTL_API int32_t user_ulf_flood_index_init(uint32_t unit);
 #define USER_I2C_READ 1u
 
 /**
- * @brief Hands over what the scratch buffer holds.
+ * @brief Copies from the scratch buffer.
  *
- * With the command ::USER_I2C_READ it copies `length` bytes from the start of
- * ::g_tmpBuffer to `destination`; with any other it does nothing. Nothing in
- * the library fills the buffer for it. Makes no SDK call.
+ * With the command ::USER_I2C_READ, copies `length` bytes from the start of
+ * ::g_tmpBuffer to `destination`; with any other command, does nothing.
+ * Nothing in the library fills the buffer for it. Makes no SDK call.
  *
  * @param lead        ignored
  * @param device      ignored
  * @param address     ignored
  * @param command     what to do
- * @param destination receives the bytes; not touched by other commands
- * @param length      bytes to copy, at most ::SWCTL_TMP_BUFFER_SIZE. It is not
- *                    checked: a larger one reads past the buffer.
+ * @param destination receives the bytes; other commands leave it alone
+ * @param length      bytes to copy, at most ::SWCTL_TMP_BUFFER_SIZE. This is
+ *                    not checked: a greater length reads beyond the buffer.
  * @return 0, always
  */
 SWCTL_API int32_t user_i2c_ioctl(uint32_t lead, uint32_t device, uint32_t address, uint32_t command,
@@ -58,8 +58,8 @@ SWCTL_API int32_t user_i2c_ioctl(uint32_t lead, uint32_t device, uint32_t addres
 /**
  * @name Functions that print a line
  * Each makes no call, writes nothing, prints one line on standard output and
- * returns 0. The line begins with the function's name and a number that is
- * fixed, and ends with "ret = 0".
+ * returns 0. The line begins with the function's name and a fixed number, and
+ * ends with "ret = 0".
  * @{
  */
 /** Whether a unit is attached. Prints "user_attach_check 1460 ret = 0\n". */
@@ -70,8 +70,7 @@ SWCTL_API int32_t user_attach_check(uint32_t lead, ...);
  * Prints "user_attach_max 1498 max_units=%d ret = 0\n".
  *
  * @param lead      ignored
- * @param max_units the word that is printed, which the caller has set and
- *                  which is only read
+ * @param max_units the number to print; read and not written
  * @return 0, always
  */
 SWCTL_API int32_t user_attach_max(uint32_t lead, const uint32_t *max_units);
@@ -91,8 +90,7 @@ SWCTL_API int32_t user_auth_mode_set(uint32_t lead, ...);
  * @param lead ignored
  * @param unit ignored
  * @param port ignored
- * @param mode the word that is printed, which the caller has set and which is
- *             only read
+ * @param mode the number to print; read and not written
  * @return 0, always
  */
 SWCTL_API int32_t user_auth_mode_get(uint32_t lead, uint32_t unit, int32_t port,
@@ -101,8 +99,8 @@ SWCTL_API int32_t user_auth_mode_get(uint32_t lead, uint32_t unit, int32_t port,
 
 /**
  * @name Fixed result 0
- * Each ignores its arguments, calls nothing, writes nothing and returns 0.
- * The sentence says what the call is for on a device that offers it.
+ * Each ignores its arguments, calls nothing, writes nothing and returns 0. The
+ * sentence says what the call is for on a device that offers it.
  * @{
  */
 /** Sets a switch-wide control. */
@@ -113,17 +111,17 @@ SWCTL_API int32_t user_switch_control_get(uint32_t lead, ...);
 SWCTL_API int32_t user_switch_control_port_set(uint32_t lead, ...);
 /** Reads a switch control of one port. */
 SWCTL_API int32_t user_switch_control_port_get(uint32_t lead, ...);
-/** Lets the indicators show power over Ethernet. */
+/** Switches the LEDs for power over Ethernet on or off. */
 SWCTL_API int32_t user_API_poe_led_set_en(uint32_t lead, ...);
-/** Sets an indicator of power over Ethernet. */
+/** Sets an LED for power over Ethernet. */
 SWCTL_API int32_t user_API_poe_led_set(uint32_t lead, ...);
 /** Attaches a switch unit. */
 SWCTL_API int32_t user_attach(uint32_t lead, ...);
-/** Which chip a unit is. */
+/** Reads what chip a unit is. */
 SWCTL_API int32_t user_bcm_info_get(uint32_t lead, ...);
 /** Tests the interface. */
 SWCTL_API int32_t user_API_test(uint32_t lead, ...);
-/** Switches the indicators. */
+/** Controls the LEDs. */
 SWCTL_API int32_t user_led_ctrl(uint32_t lead, ...);
 /** Opens the board's I2C bus. */
 SWCTL_API int32_t user_i2c_open(uint32_t lead, ...);
@@ -140,7 +138,7 @@ SWCTL_API int32_t user_pci_write(uint32_t lead, ...);
  * it.
  * @{
  */
-/** Starts the whole system; here the `_init` functions of the families do. */
+/** Starts the whole system; here, the `_init` functions of the families do that. */
 SWCTL_API int32_t user_system_init(uint32_t lead, ...);
 /** @} */
 

@@ -23,17 +23,16 @@
  * **Keys.** A thread's socket is stored under the thread's key, a positive
  * 32-bit value, and bound to it as its netlink port id. The key is the
  * thread's identity, pthread_self(), if that is at most 0x7FFFFFFF, as it
- * always is on 32-bit MIPS. A longer identity `i` is folded: with
- * `x` = `i` / 64, the key is the low 31 bits of `x` xor (`x` >> 31), or 1 if
- * those bits are all zero.
+ * always is on 32-bit MIPS. A longer identity `i` is folded: with `x` = `i` /
+ * 64, the key is the low 31 bits of `x` xor (`x` >> 31), or 1 if those bits
+ * are all zero.
  *
  * Two threads whose identities fold to the same key share one socket, and each
  * may get the other's reply. With addresses of up to 47 bits, two identities
  * can share a key only if
  * - both are longer, and less than 64 KiB from 128 GiB or a multiple of it
- *   apart (0 is such a multiple: no two control blocks fold to the same
- *   number when they are that close, but one may fold to 0 and the other to
- *   1); or
+ *   apart (0 is such a multiple: no two control blocks fold to the same number
+ *   when they are that close, but one may fold to 0 and the other to 1); or
  * - one is at most 0x7FFFFFFF and the other folds to it.
  *
  * Netlink port ids are one space for all processes: bind() fails for a key
@@ -170,13 +169,13 @@ SWCTL_API uint8_t *MSG_CreateUserToKernelMessage(uint32_t msgCode, const uint8_t
  * @param timeoutSeconds how long to wait for the reply. 0 does not wait. With
  *                       a negative number the message is sent, and then
  *                       select() fails; a reply answers the next request.
- * @param reply          receives a new copy of the reply's kernel message,
- *                       its `length` + 12 bytes, which the caller releases
- *                       with free(); written only if a reply was received
- * @return the bytes received, netlink header included; 0 for a null message,
- *         a time-out or a socket that has ended; -1 if there is no socket or
- *         if sending or receiving failed; the negative result of a select()
- *         that failed or was interrupted
+ * @param reply          receives a new copy of the reply's kernel message, its
+ *                       `length` + 12 bytes, which the caller releases with
+ *                       free(); written only if a reply was received
+ * @return the bytes received, netlink header included; 0 for a null message, a
+ *         time-out or a socket that has ended; -1 if there is no socket or if
+ *         sending or receiving failed; the negative result of a select() that
+ *         failed or was interrupted
  */
 SWCTL_API int32_t MSG_UserSendAndRecvMessage(const uint8_t *message, int32_t timeoutSeconds,
                                              void **reply);
@@ -187,15 +186,15 @@ SWCTL_API int32_t MSG_UserSendAndRecvMessage(const uint8_t *message, int32_t tim
  * Makes a data request: ::SWCTL_KMSG_DATA_REQUEST_SIZE bytes, which hold the
  * length of the data in two bytes, the data, and zeros. Sends it with
  * MSG_CreateUserToKernelMessage() and MSG_UserSendAndRecvMessage(), with a
- * time-out of ::SWCTL_KMSG_TIMEOUT seconds. MSG_UserSendAndRecvMessage() prints
- * what went wrong.
+ * time-out of ::SWCTL_KMSG_TIMEOUT seconds. MSG_UserSendAndRecvMessage()
+ * prints what went wrong.
  *
  * The copy of the reply is not released: every answered call leaves it
  * allocated. A module must answer with at least four bytes of payload; the
  * answer word of a shorter reply is read from beyond the end of its copy.
  *
- * @param msgCode    the high half says what is asked; the low half is
- *                   replaced by ::SWCTL_KMSG_DATA_REQUEST
+ * @param msgCode    the high half says what is asked; the low half is replaced
+ *                   by ::SWCTL_KMSG_DATA_REQUEST
  * @param data       the data, or null for zeros
  * @param dataLength bytes of data; only the low 16 bits count. They must not
  *                   exceed ::SWCTL_KMSG_MAX_DATA. This is not checked: more
@@ -235,9 +234,9 @@ SWCTL_API int32_t InitThreadSocketData(void);
 /**
  * @brief Makes a socket for a key and stores it in the table.
  *
- * Opens a raw netlink socket, binds it to the key as its port id and stores
- * it with SetSockData(). If the table is full, closes the socket again. If
- * bind() fails, the socket stays open.
+ * Opens a raw netlink socket, binds it to the key as its port id and stores it
+ * with SetSockData(). If the table is full, closes the socket again. If bind()
+ * fails, the socket stays open.
  *
  * If no socket can be opened, prints "ERROR in CreateThreadSocket:162 create
  * socket" and the system error after "socket". If it cannot be bound, prints

@@ -3,7 +3,7 @@
  * @file l2_delete.h
  * @brief The layer-2 address table: deleting many entries at once.
  *
- * Part of l2.h, which says what holds for the whole family.
+ * Part of l2.h, whose rules apply.
  *
  * An entry is *static* if STATIC_ENTRY_TEST() holds for its flags and
  * *dynamic* if ::USER_L2_FLAG_STATIC is not set. Some entries are neither.
@@ -22,20 +22,21 @@ SWCTL_BEGIN_DECLS
  */
 #define USER_LEARN_TYPE_DYNAMIC 0u
 #define USER_LEARN_TYPE_STATIC 1u
-/** So does every other value. */
+/** Any other value means the same. */
 #define USER_LEARN_TYPE_ALL 2u
 /** @} */
 
 /**
  * @name Flush deletes
- * One request to the chip, rtk_l2_ucastAddr_flush(0, &request): the chip does
- * the matching. Words of the request that a function does not name are 0.
- * includeStatic is 1 if the last argument is not 0. Nothing is logged. All
- * return the SDK's result.
+ * Each is one request to the chip, rtk_l2_ucastAddr_flush(0, &request); the
+ * chip finds the entries. Words of the request that a function does not name
+ * are 0. includeStatic is 1 if the last argument is not 0. Only the low 16
+ * bits of a VLAN ID go into the request. Nothing is logged. All return the
+ * SDK's result.
  * @{
  */
 /**
- * @brief Flushes the entries of a chip port; the address does not take part.
+ * @brief Flushes the entries of a chip port, whatever their MAC address.
  *
  * Request: byInterface 1, interfaceIsPort 1, portOrTrunk = port.
  *
@@ -44,7 +45,7 @@ SWCTL_BEGIN_DECLS
  * @param mac   ignored
  * @param value ignored
  * @param port  chip port
- * @param flags not 0: static entries too
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_mac_port(uint32_t lead, uint32_t unit, const uint8_t *mac,
@@ -59,21 +60,21 @@ SWCTL_API int32_t user_l2_addr_delete_by_mac_port(uint32_t lead, uint32_t unit, 
  * @param unit  ignored; the SDK gets unit 0
  * @param value ignored
  * @param port  chip port
- * @param flags not 0: static entries too
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_port(uint32_t lead, uint32_t unit, uint32_t value,
                                               int32_t port, uint32_t flags);
 
 /**
- * @brief Flushes with a trunk group in the request, but not selected by it.
+ * @brief Flushes with a trunk group in the request that selects nothing.
  *
  * Request: byInterface 0, interfaceIsPort 1, portOrTrunk = trunk.
  *
  * @param lead  ignored
  * @param unit  ignored; the SDK gets unit 0
- * @param trunk trunk group id
- * @param flags not 0: static entries too
+ * @param trunk trunk group ID
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_trunk(uint32_t lead, uint32_t unit, int32_t trunk,
@@ -86,8 +87,8 @@ SWCTL_API int32_t user_l2_addr_delete_by_trunk(uint32_t lead, uint32_t unit, int
  *
  * @param lead  ignored
  * @param unit  ignored; the SDK gets unit 0
- * @param vid   VLAN id; the low 16 bits count
- * @param flags not 0: static entries too
+ * @param vid   VLAN ID; the low 16 bits count
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_vlan(uint32_t lead, uint32_t unit, uint32_t vid,
@@ -96,15 +97,15 @@ SWCTL_API int32_t user_l2_addr_delete_by_vlan(uint32_t lead, uint32_t unit, uint
 /**
  * @brief Flushes the entries of a VLAN on a chip port.
  *
- * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 1,
- * portOrTrunk = port.
+ * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 1, portOrTrunk
+ * = port.
  *
  * @param lead  ignored
  * @param unit  ignored; the SDK gets unit 0
- * @param vid   VLAN id; the low 16 bits count
+ * @param vid   VLAN ID; the low 16 bits count
  * @param value ignored
  * @param port  chip port
- * @param flags not 0: static entries too
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_vlan_port(uint32_t lead, uint32_t unit, uint32_t vid,
@@ -113,28 +114,28 @@ SWCTL_API int32_t user_l2_addr_delete_by_vlan_port(uint32_t lead, uint32_t unit,
 /**
  * @brief Flushes the entries of a VLAN on a trunk group.
  *
- * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 0,
- * portOrTrunk = trunk.
+ * Request: byVlan 1, vid = VLAN, byInterface 1, interfaceIsPort 0, portOrTrunk
+ * = trunk.
  *
  * @param lead  ignored
  * @param unit  ignored; the SDK gets unit 0
- * @param vid   VLAN id; the low 16 bits count
- * @param trunk trunk group id
- * @param flags not 0: static entries too
+ * @param vid   VLAN ID; the low 16 bits count
+ * @param trunk trunk group ID
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_vlan_trunk(uint32_t lead, uint32_t unit, uint32_t vid,
                                                     int32_t trunk, uint32_t flags);
 
 /**
- * @brief Flushes without a selection; the address does not take part.
+ * @brief Flushes without a selection, whatever the MAC address is.
  *
- * Request: nothing but includeStatic, if that.
+ * Request: 0 but for includeStatic.
  *
  * @param lead  ignored
  * @param unit  ignored; the SDK gets unit 0
  * @param mac   ignored
- * @param flags not 0: static entries too
+ * @param flags non-zero: static entries too
  * @return the SDK's result
  */
 SWCTL_API int32_t user_l2_addr_delete_by_mac(uint32_t lead, uint32_t unit, const uint8_t *mac,
@@ -144,33 +145,38 @@ SWCTL_API int32_t user_l2_addr_delete_by_mac(uint32_t lead, uint32_t unit, const
 
 /**
  * @name Walk deletes
- * The library walks the table with rtk_l2_traverse(unit, callback, match) and
- * the callback deletes the entries that match with
- * rtk_l2_addr_del(0, vid, mac), result ignored. Stale entries go as in every
- * walk. What is logged has the callback's name as its location.
+ * The library walks the table with rtk_l2_traverse(unit, callback, match). The
+ * callback deletes the entries that match with rtk_l2_addr_del(0, vid, mac),
+ * ignoring its result. Stale entries are removed as in every walk. The
+ * location in the trace is the callback's name.
  *
- * "On a logical interface" says that the callback asks
- * adp_phy_2_intf_id(entry.port) and keeps the entry if the answer is 0 or 28;
- * it asks last, just before the delete.
+ * "On a logical interface" means that the callback calls
+ * adp_phy_2_intf_id(entry.port) last, just before the delete, and keeps the
+ * entry if the answer is 0 or 28.
  *
- * The callbacks are exported for walks of the caller's own. They are walk
- * callbacks as in l2_walk.h: the unit is ignored, the entry and the data are
- * not changed, and the result is always 0, so that the walk goes on. Of a
- * match record only the members named are read.
+ * **VLAN IDs.** All 32 bits of a VLAN ID are compared with those of the entry,
+ * so an ID above 65535 matches no entry of the chip. Only
+ * user_l2_addr_delete_static_by_vlan() and its callback compare 16 bits.
  *
- * No failure is reported: all functions here return 0.
+ * **Callbacks.** The callbacks are exported for the caller's own walks. They
+ * are walk callbacks as in l2_walk.h: they ignore the unit, do not change the
+ * entry or the data, and always return 0, so that the walk goes on. A callback
+ * whose data is a ::chip_l2_ucast_entry copies all 52 bytes of it, so they
+ * must be readable; only the members that its text names are compared.
+ *
+ * All these functions return 0; no failure is reported.
  * @{
  */
 /**
- * @brief Deletes the static entries of an address on a chip port.
+ * @brief Deletes the static entries of a MAC address on a chip port.
  *
  * Logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port
- * @param vid   VLAN id; 0 stands for every VLAN
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port
+ * @param vid  VLAN ID, all 32 bits; 0 means every VLAN
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_mac_port(uint32_t lead, uint32_t unit,
@@ -181,23 +187,24 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_mac_port(uint32_t lead, uint32_t
  * @brief The callback of user_l2_addr_delete_static_by_mac_port().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (32 bits; 0:
+ *              any)
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
                                                       void *data);
 
 /**
- * @brief Deletes the static entries of an address on a chip port.
+ * @brief Deletes the static entries of a MAC address on a chip port.
  *
  * Logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port; despite the name it is not a trunk group
- * @param vid   VLAN id; 0 stands for every VLAN
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port; despite the function's name, not a trunk group
+ * @param vid  VLAN ID, all 32 bits; 0 means every VLAN
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_trunk_static_by_port_mac_vlan(uint32_t lead, uint32_t unit,
@@ -205,12 +212,12 @@ SWCTL_API int32_t user_l2_addr_delete_trunk_static_by_port_mac_vlan(uint32_t lea
                                                                     int32_t port, uint32_t vid);
 
 /**
- * @brief The callback of
- * user_l2_addr_delete_trunk_static_by_port_mac_vlan().
+ * @brief The callback of user_l2_addr_delete_trunk_static_by_port_mac_vlan().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (32 bits; 0:
+ *              any)
  * @return 0, always
  */
 SWCTL_API int32_t del_static_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -218,15 +225,15 @@ SWCTL_API int32_t del_static_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
                                                                 void *data);
 
 /**
- * @brief Deletes the dynamic entries of an address on a chip port.
+ * @brief Deletes the dynamic entries of a MAC address on a chip port.
  *
  * Not logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port; despite the name it is not a trunk group
- * @param vid   VLAN id; 0 stands for every VLAN
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port; despite the function's name, not a trunk group
+ * @param vid  VLAN ID, all 32 bits; 0 means every VLAN
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan(uint32_t lead, uint32_t unit,
@@ -234,12 +241,12 @@ SWCTL_API int32_t user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan(uint32_t le
                                                                      int32_t port, uint32_t vid);
 
 /**
- * @brief The callback of
- * user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan().
+ * @brief The callback of user_l2_addr_delete_trunk_dynamic_by_port_mac_vlan().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (32 bits; 0:
+ *              any)
  * @return 0, always
  */
 SWCTL_API int32_t del_dynamic_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -247,16 +254,16 @@ SWCTL_API int32_t del_dynamic_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
                                                                  void *data);
 
 /**
- * @brief Deletes the entries of an address on a chip port, of any kind
- * despite the name.
+ * @brief Deletes the entries of a MAC address on a chip port: despite the
+ *        name, static ones too.
  *
- * Logged where the entry is static.
+ * Logged if the entry is static.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port
- * @param vid   VLAN id; 0 stands for every VLAN
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port
+ * @param vid  VLAN ID, all 32 bits; 0 means every VLAN
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_all_dynamic_by_port_mac_vlan(uint32_t lead, uint32_t unit,
@@ -264,12 +271,12 @@ SWCTL_API int32_t user_l2_addr_delete_all_dynamic_by_port_mac_vlan(uint32_t lead
                                                                    uint32_t vid);
 
 /**
- * @brief The callback of
- * user_l2_addr_delete_all_dynamic_by_port_mac_vlan().
+ * @brief The callback of user_l2_addr_delete_all_dynamic_by_port_mac_vlan().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (32 bits; 0:
+ *              any)
  * @return 0, always
  */
 SWCTL_API int32_t del_all_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
@@ -277,15 +284,15 @@ SWCTL_API int32_t del_all_trunk_mac_by_mac_port_vid_callback(uint32_t unit,
                                                              void *data);
 
 /**
- * @brief Deletes the dynamic entries of an address on a chip port.
+ * @brief Deletes the dynamic entries of a MAC address on a chip port.
  *
  * Not logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port
- * @param vid   VLAN id; 0 stands for every VLAN
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port
+ * @param vid  VLAN ID, all 32 bits; 0 means every VLAN
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_dynaic_by_mac_port(uint32_t lead, uint32_t unit,
@@ -296,23 +303,24 @@ SWCTL_API int32_t user_l2_addr_delete_dynaic_by_mac_port(uint32_t lead, uint32_t
  * @brief The callback of user_l2_addr_delete_dynaic_by_mac_port().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with mac, port and vid (0: any)
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with mac, port and vid (32 bits; 0:
+ *              any)
  * @return 0, always
  */
 SWCTL_API int32_t del_dynaic_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
                                                       void *data);
 
 /**
- * @brief Deletes the entries of an address on a chip port, of any kind, in
- * every VLAN.
+ * @brief Deletes the entries of a MAC address on a chip port, static or not,
+ *        in every VLAN.
  *
- * Logged where the entry is static.
+ * Logged if the entry is static.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
- * @param port  chip port
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
+ * @param port chip port
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_all_by_mac_port(uint32_t lead, uint32_t unit,
@@ -322,7 +330,7 @@ SWCTL_API int32_t user_l2_addr_delete_all_by_mac_port(uint32_t lead, uint32_t un
  * @brief The callback of user_l2_addr_delete_all_by_mac_port().
  *
  * @param unit  ignored
- * @param entry where the walk stands
+ * @param entry the entry that the walk has reached
  * @param data  a ::chip_l2_ucast_entry with mac and port
  * @return 0, always
  */
@@ -335,7 +343,7 @@ SWCTL_API int32_t del_all_mac_by_mac_port_callback(uint32_t unit, chip_l2_ucast_
  * Logged.
  *
  * @param lead  ignored
- * @param unit  handed to the callback
+ * @param unit  passed to the callback
  * @param value ignored
  * @param port  chip port
  * @return 0, always
@@ -347,7 +355,7 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_port(uint32_t lead, uint32_t uni
  * @brief The callback of user_l2_addr_delete_static_by_port().
  *
  * @param unit  ignored
- * @param entry where the walk stands
+ * @param entry the entry that the walk has reached
  * @param data  the chip port, an int32_t
  * @return 0, always
  */
@@ -355,14 +363,14 @@ SWCTL_API int32_t del_static_mac_by_port_callback(uint32_t unit, chip_l2_ucast_e
                                                   void *data);
 
 /**
- * @brief Deletes the static entries of a trunk group, on a logical
- * interface.
+ * @brief Deletes the static entries of a trunk group that are on a logical
+ *        interface.
  *
  * Logged.
  *
  * @param lead  ignored
- * @param unit  handed to the callback
- * @param trunk trunk group id; 0 also matches entries that are on no trunk
+ * @param unit  passed to the callback
+ * @param trunk trunk group ID; 0 also matches entries that are on no trunk
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_trunk(uint32_t lead, uint32_t unit, int32_t trunk);
@@ -371,21 +379,21 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_trunk(uint32_t lead, uint32_t un
  * @brief The callback of user_l2_addr_delete_static_by_trunk().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  the trunk group id, an int32_t
+ * @param entry the entry that the walk has reached
+ * @param data  the trunk group ID, an int32_t
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
                                                    void *data);
 
 /**
- * @brief Deletes the static entries of a VLAN, on a logical interface.
+ * @brief Deletes the static entries of a VLAN that are on a logical interface.
  *
  * Logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param vid   VLAN id; the low 16 bits count
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param vid  VLAN ID; the low 16 bits count
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_vlan(uint32_t lead, uint32_t unit, uint32_t vid);
@@ -394,8 +402,9 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan(uint32_t lead, uint32_t uni
  * @brief The callback of user_l2_addr_delete_static_by_vlan().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  the VLAN id, a uint16_t
+ * @param entry the entry that the walk has reached
+ * @param data  the VLAN ID, a uint16_t; compared with the low 16 bits of the
+ *              entry's
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -406,10 +415,10 @@ SWCTL_API int32_t del_static_mac_by_vlan_callback(uint32_t unit, chip_l2_ucast_e
  *
  * Logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param vid   VLAN id; 0 is VLAN 0, not every VLAN
- * @param port  chip port
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param vid  VLAN ID, all 32 bits; 0 means VLAN 0, not every VLAN
+ * @param port chip port
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_port(uint32_t lead, uint32_t unit,
@@ -419,8 +428,8 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_port(uint32_t lead, uint32_
  * @brief The callback of user_l2_addr_delete_static_by_vlan_port().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with vid and port
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with vid (32 bits) and port
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_port_callback(uint32_t unit, chip_l2_ucast_entry *entry,
@@ -432,9 +441,9 @@ SWCTL_API int32_t del_static_mac_by_vlan_port_callback(uint32_t unit, chip_l2_uc
  * Logged.
  *
  * @param lead  ignored
- * @param unit  handed to the callback
- * @param vid   VLAN id; 0 is VLAN 0, not every VLAN
- * @param trunk trunk group id; 0 also matches entries that are on no trunk
+ * @param unit  passed to the callback
+ * @param vid   VLAN ID, all 32 bits; 0 means VLAN 0, not every VLAN
+ * @param trunk trunk group ID; 0 also matches entries that are on no trunk
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_trunk(uint32_t lead, uint32_t unit,
@@ -444,22 +453,22 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_vlan_trunk(uint32_t lead, uint32
  * @brief The callback of user_l2_addr_delete_static_by_vlan_trunk().
  *
  * @param unit  ignored
- * @param entry where the walk stands
- * @param data  a ::chip_l2_ucast_entry with vid and trunk
+ * @param entry the entry that the walk has reached
+ * @param data  a ::chip_l2_ucast_entry with vid (32 bits) and trunk
  * @return 0, always
  */
 SWCTL_API int32_t del_static_mac_by_vlan_trunk_callback(uint32_t unit, chip_l2_ucast_entry *entry,
                                                         void *data);
 
 /**
- * @brief Deletes the static entries of an address, on any port and in every
- * VLAN.
+ * @brief Deletes the static entries of a MAC address, on any port and in every
+ *        VLAN.
  *
  * Logged.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param mac   six bytes
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param mac  six bytes
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_delete_static_by_mac(uint32_t lead, uint32_t unit,
@@ -469,7 +478,7 @@ SWCTL_API int32_t user_l2_addr_delete_static_by_mac(uint32_t lead, uint32_t unit
  * @brief The callback of user_l2_addr_delete_static_by_mac().
  *
  * @param unit  ignored
- * @param entry where the walk stands
+ * @param entry the entry that the walk has reached
  * @param data  a ::chip_l2_ucast_entry with mac
  * @return 0, always
  */
@@ -477,17 +486,19 @@ SWCTL_API int32_t del_static_mac_by_mac_callback(uint32_t unit, chip_l2_ucast_en
                                                  void *data);
 
 /**
- * @brief Deletes every entry of a kind.
+ * @brief Deletes all entries of a type.
  *
- * ::USER_LEARN_TYPE_DYNAMIC: the dynamic entries; nothing is logged and the
- * adapter is not asked. ::USER_LEARN_TYPE_STATIC: the static entries on a
- * logical interface, each logged. Any other type: every entry on a logical
- * interface; nothing is logged, not even for a static entry.
+ * - ::USER_LEARN_TYPE_DYNAMIC: the dynamic entries. Nothing is logged, and the
+ *   adapter is not called.
+ * - ::USER_LEARN_TYPE_STATIC: the static entries on a logical interface. Each
+ *   is logged.
+ * - Any other type: every entry on a logical interface. Nothing is logged, not
+ *   even for a static entry.
  *
- * @param lead  ignored
- * @param unit  handed to the callback
- * @param type  ::USER_LEARN_TYPE_DYNAMIC, ::USER_LEARN_TYPE_STATIC, anything else for
- *              every entry
+ * @param lead ignored
+ * @param unit passed to the callback
+ * @param type ::USER_LEARN_TYPE_DYNAMIC, ::USER_LEARN_TYPE_STATIC, or anything
+ *             else for every entry
  * @return 0, always
  */
 SWCTL_API int32_t user_l2_addr_del_all_addr_by_lrntype(uint32_t lead, uint32_t unit, uint32_t type);
@@ -496,7 +507,7 @@ SWCTL_API int32_t user_l2_addr_del_all_addr_by_lrntype(uint32_t lead, uint32_t u
  * @brief The callback of user_l2_addr_del_all_addr_by_lrntype().
  *
  * @param unit  ignored
- * @param entry where the walk stands
+ * @param entry the entry that the walk has reached
  * @param data  the learn type, a uint32_t
  * @return 0, always
  */

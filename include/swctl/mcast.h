@@ -3,7 +3,7 @@
  * @file mcast.h
  * @brief Multicast: layer-2 groups, IP entries and lookup-miss modes.
  *
- * The laws in frame.h hold throughout.
+ * The rules in frame.h apply.
  */
 #ifndef SWCTL_MCAST_H
 #define SWCTL_MCAST_H
@@ -16,8 +16,8 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Fixed result 0
- * Each ignores its arguments, calls nothing, writes nothing and returns 0.
- * The sentence says what the call is for on a device that offers it.
+ * Each ignores its arguments, calls nothing, writes nothing and returns 0. The
+ * sentence says what the call is for on a device that offers it.
  * @{
  */
 /** Prepares IGMP snooping. */
@@ -28,13 +28,13 @@ SWCTL_API int32_t user_igmp_snooping_enable_set(uint32_t lead, ...);
 SWCTL_API int32_t user_igmp_snooping_enable_get(uint32_t lead, ...);
 /** Empties the layer-2 multicast table. */
 SWCTL_API int32_t User_mcast_init(uint32_t lead, ...);
-/** Switches the lookup of layer-2 multicast groups on a port. */
+/** Switches the lookup of layer-2 multicast groups on a port on or off. */
 SWCTL_API int32_t User_switch_port_control_l2mc_enable(uint32_t lead, ...);
-/** Whether a port looks layer-2 multicast groups up. */
+/** Whether a port looks up layer-2 multicast groups. */
 SWCTL_API int32_t User_switch_port_control_l2mc_get(uint32_t lead, ...);
-/** Whether a port looks IP multicast groups up. */
+/** Whether a port looks up IP multicast groups. */
 SWCTL_API int32_t User_switch_port_control_ipmc_get(uint32_t lead, ...);
-/** Switches the lookup of IP multicast groups on a port. */
+/** Switches the lookup of IP multicast groups on a port on or off. */
 SWCTL_API int32_t User_switch_port_control_ipmc_set(uint32_t lead, ...);
 /** Lets a port join a multicast group. */
 SWCTL_API int32_t User_mcast_join(uint32_t lead, ...);

@@ -3,13 +3,13 @@
  * @file mcast_ip.h
  * @brief Multicast: IP entries and lookup-miss actions.
  *
- * Part of mcast.h. The laws in frame.h hold throughout. Nothing is checked
- * here. An entry has two addresses, a and b, one of them the group and the
- * other the source; which is which is the SDK's affair. Its ports are chip
- * ports: bits 0 to 31 (word 0) of the caller's bitmap are the chip's mask, and
- * the other words are not looked at.
+ * Part of mcast.h. The rules in frame.h apply. Nothing is checked here. An
+ * entry has two addresses, a and b: one is the group, the other the source.
+ * The SDK defines which is which. The ports of an entry are chip ports: bits 0
+ * to 31 (word 0) of the caller's bitmap are the chip's mask; the other words
+ * are ignored.
  *
- * The functions on entries have no leading argument: the unit comes first.
+ * The functions for entries have no leading argument; the unit comes first.
  */
 #ifndef SWCTL_MCAST_IP_H
 #define SWCTL_MCAST_IP_H
@@ -24,7 +24,7 @@ SWCTL_BEGIN_DECLS
 /**
  * @brief Adds an IPv4 multicast entry.
  *
- * Calls rtk_l2_ipMcastAddr_add(unit, &entry). In the entry, address b stands
+ * Calls rtk_l2_ipMcastAddr_add(unit, &entry). In the entry, address b comes
  * before address a.
  *
  * @param unit      switch unit; it is the first argument
@@ -38,7 +38,7 @@ SWCTL_API int32_t User_ip_mcast_add(uint32_t unit, uint32_t address_a, uint32_t 
                                     uint32_t vid, user_pbmp_t ports);
 
 /**
- * @brief Gives an IPv4 multicast entry its ports.
+ * @brief Sets the ports of an IPv4 multicast entry.
  *
  * Calls rtk_l2_ipMcastAddr_set(unit, &entry) with the entry that
  * User_ip_mcast_add() would pass.
@@ -56,8 +56,8 @@ SWCTL_API int32_t User_ip_mcast_set(uint32_t unit, uint32_t address_a, uint32_t 
 /**
  * @brief Deletes an IPv4 multicast entry.
  *
- * Calls rtk_l2_ipMcastAddr_del(unit, address_a, address_b, vid), the addresses
- * in the caller's order.
+ * Calls rtk_l2_ipMcastAddr_del(unit, address_a, address_b, vid) with the
+ * addresses in the caller's order.
  *
  * @param unit      switch unit; it is the first argument
  * @param address_a as in User_ip_mcast_add()
@@ -71,11 +71,12 @@ SWCTL_API int32_t User_ip_mcast_del(uint32_t unit, uint32_t address_a, uint32_t 
 /**
  * @brief Adds an IPv6 multicast entry.
  *
- * Calls rtk_l2_ip6McastAddr_add(unit, &entry). In the entry, address b stands
+ * Calls rtk_l2_ip6McastAddr_add(unit, &entry). In the entry, address b comes
  * before address a.
  *
  * @param unit      switch unit; it is the first argument
- * @param address_a ::SWCTL_IP6_BYTES bytes, first byte first; no alignment
+ * @param address_a ::SWCTL_IP6_BYTES bytes, first byte first; need not be
+ *                  aligned
  * @param address_b the other address
  * @param vid       VLAN ID; the low 16 bits count
  * @param ports     chip ports, by value
@@ -87,8 +88,8 @@ SWCTL_API int32_t User_ip6_mcast_add(uint32_t unit, const uint8_t *address_a,
 /**
  * @brief Deletes an IPv6 multicast entry.
  *
- * Calls rtk_l2_ip6McastAddr_del(unit, address_a, address_b, vid), the addresses
- * by value and in the caller's order.
+ * Calls rtk_l2_ip6McastAddr_del(unit, address_a, address_b, vid) with the
+ * addresses by value, in the caller's order.
  *
  * @param unit      switch unit; it is the first argument
  * @param address_a as in User_ip6_mcast_add()
@@ -124,13 +125,13 @@ SWCTL_API int32_t User_switch_ipmc_set(uint32_t lead, uint32_t unit, uint32_t en
 SWCTL_API int32_t User_switch_ip6mc_mode_set(uint32_t lead, uint32_t unit, uint32_t enable);
 
 /**
- * @brief What becomes of IPv4 multicast frames that no entry fits.
+ * @brief Sets what becomes of IPv4 multicast frames that match no entry.
  *
  * Calls rtk_l2_portLookupMissAction_set(unit, port, 0, action).
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param port   chip port that the frames come into
+ * @param port   ingress chip port
  * @param action the SDK's action code; not checked
  * @return the SDK's result
  */
@@ -138,13 +139,13 @@ SWCTL_API int32_t User_switch_ipmc_lookup_miss_action(uint32_t lead, uint32_t un
                                                       uint32_t action);
 
 /**
- * @brief What becomes of IPv6 multicast frames that no entry fits.
+ * @brief Sets what becomes of IPv6 multicast frames that match no entry.
  *
  * Calls rtk_l2_portLookupMissAction_set(unit, port, 1, action).
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param port   chip port that the frames come into
+ * @param port   ingress chip port
  * @param action the SDK's action code; not checked
  * @return the SDK's result
  */

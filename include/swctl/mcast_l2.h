@@ -4,9 +4,9 @@
  * @brief Multicast: layer-2 groups.
  *
  * Part of mcast.h. A group is an address in a VLAN with a set of chip ports.
- * The laws in frame.h hold throughout; the unit is handed to the SDK. Of a
- * port bitmap only bits 0 to 31 (word 0) reach the chip. Addresses, VLANs and
- * ports are not checked.
+ * The rules in frame.h apply; the unit is passed to the SDK. Only bits 0 to 31
+ * (word 0) of a port bitmap reach the chip. Addresses, VLANs and ports are not
+ * checked.
  */
 #ifndef SWCTL_MCAST_L2_H
 #define SWCTL_MCAST_L2_H
@@ -20,7 +20,7 @@ SWCTL_BEGIN_DECLS
  */
 struct User_mcast_addr_t {
   uint8_t mac[SWCTL_MAC_BYTES]; /**< group address, first byte first */
-  uint16_t vid;                 /**< VLAN id */
+  uint16_t vid;                 /**< VLAN ID */
   uint32_t reserved1;           /**< not used */
   user_pbmp_t pbmp;             /**< member ports: bit i is chip port i */
   uint32_t reserved2[11];       /**< not used */
@@ -28,14 +28,14 @@ struct User_mcast_addr_t {
 typedef struct User_mcast_addr_t User_mcast_addr_t;
 
 /**
- * @brief Prepares a record: all of it 0 but address and VLAN.
+ * @brief Clears a record and fills in its MAC address and VLAN.
  *
  * Makes no SDK call.
  *
  * @param lead   ignored
- * @param record receives the whole record; it comes second, there is no unit
+ * @param record written whole; it is the second argument, there is no unit
  * @param mac    six bytes
- * @param vid    VLAN id; the low 16 bits count
+ * @param vid    VLAN ID; the low 16 bits count
  * @return 0
  */
 SWCTL_API int32_t User_mcast_addr_t_init(uint32_t lead, User_mcast_addr_t *record,
@@ -45,7 +45,7 @@ SWCTL_API int32_t User_mcast_addr_t_init(uint32_t lead, User_mcast_addr_t *recor
  * @brief Adds a group.
  *
  * Calls rtk_l2_mcastAddr_add(unit, &entry) with the record's vid, mac and
- * ports; what becomes of a group that exists is the SDK's decision.
+ * ports. The SDK decides what happens to a group that exists.
  *
  * @param lead   ignored
  * @param unit   switch unit
@@ -70,13 +70,13 @@ SWCTL_API int32_t User_mcast_addr_remove(uint32_t lead, uint32_t unit, const uin
                                          uint32_t vid);
 
 /**
- * @brief Gives a group exactly the ports of the record.
+ * @brief Replaces the ports of a group with those of the record.
  *
- * Calls rtk_l2_mcastAddr_del(unit, vid, mac), result ignored, and
+ * Calls rtk_l2_mcastAddr_del(unit, vid, mac), ignoring its result, and
  * rtk_l2_mcastAddr_add(unit, &entry). The ports in the chip are neither read
- * nor merged: the caller adds a port to its own complete set and passes that.
- * A group that does not exist is made. The two steps are not atomic; the group
- * is absent from the chip between them.
+ * nor merged: the caller passes the complete new set of ports. A group that
+ * does not exist is made. The two steps are not atomic; between them the group
+ * is not in the chip.
  *
  * @param lead   ignored
  * @param unit   switch unit
@@ -87,9 +87,9 @@ SWCTL_API int32_t User_mcast_port_add(uint32_t lead, uint32_t unit,
                                       const User_mcast_addr_t *record);
 
 /**
- * @brief The same as User_mcast_port_add() under its second name.
+ * @brief The same as User_mcast_port_add(), under another name.
  *
- * It takes no port away by itself: the record holds the ports that remain.
+ * It does not remove the ports of the record: they are the ones that remain.
  *
  * @param lead   ignored
  * @param unit   switch unit
@@ -107,9 +107,9 @@ SWCTL_API int32_t User_mcast_port_remove(uint32_t lead, uint32_t unit,
  * @param lead   ignored
  * @param unit   switch unit
  * @param mac    six bytes
- * @param vid    VLAN id; the low 16 bits count
- * @param record receives mac, vid and pbmp unless the result is negative; the
- *               rest of it is left alone
+ * @param vid    VLAN ID; the low 16 bits count
+ * @param record receives mac, vid and pbmp unless the result is negative; its
+ *               other members are unchanged
  * @return the SDK's result
  */
 SWCTL_API int32_t User_mcast_port_get(uint32_t lead, uint32_t unit, const uint8_t *mac,

@@ -3,7 +3,7 @@
  * @file mirror_trunk.h
  * @brief Mirroring and trunk groups.
  *
- * The laws in frame.h hold throughout.
+ * The rules in frame.h apply.
  */
 #ifndef SWCTL_MIRROR_TRUNK_H
 #define SWCTL_MIRROR_TRUNK_H
@@ -14,27 +14,27 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Fixed result 0
- * Each ignores its arguments, calls nothing, writes nothing and returns 0.
- * The sentence says what the call is for on a device that offers it.
+ * Each ignores its arguments, calls nothing, writes nothing and returns 0. The
+ * sentence says what the call is for on a device that offers it.
  * @{
  */
 /** Prepares mirroring. */
 SWCTL_API int32_t user_mirror_init(uint32_t lead, ...);
-/** Chooses how mirroring works: off, by port, by flow. */
+/** Sets the mirror mode: off, by port, by flow. */
 SWCTL_API int32_t user_mirror_mode_set(uint32_t lead, ...);
-/** How mirroring works. */
+/** The mirror mode. */
 SWCTL_API int32_t user_mirror_mode_get(uint32_t lead, ...);
-/** What is mirrored of a port. */
+/** What of a port is mirrored. */
 SWCTL_API int32_t user_mirror_port_get(uint32_t lead, ...);
 /** Prepares trunking. */
 SWCTL_API int32_t user_trunk_init(uint32_t lead, ...);
-/** Makes a trunk with a certain number. */
+/** Makes a trunk with a given number. */
 SWCTL_API int32_t user_trunk_create_id(uint32_t lead, ...);
 /** The trunk that a port belongs to. */
 SWCTL_API int32_t user_trunk_port_get(uint32_t lead, ...);
 /** Adds a port to a trunk. */
 SWCTL_API int32_t user_trunk_port_add(uint32_t lead, ...);
-/** Takes a port out of its trunk. */
+/** Removes a port from its trunk. */
 SWCTL_API int32_t user_trunk_port_delete(uint32_t lead, ...);
 /** Tells the kernel's switch module about the trunks. */
 SWCTL_API int32_t user_trunk_send_data_to_kernel(uint32_t lead, ...);
@@ -42,7 +42,7 @@ SWCTL_API int32_t user_trunk_send_data_to_kernel(uint32_t lead, ...);
 
 /**
  * @name Mirror modes
- * What of a port is mirrored; any other value takes the port out.
+ * What of a port is mirrored. Any other value removes the port from the group.
  * @{
  */
 #define USER_MIRROR_NONE 0u
@@ -52,23 +52,31 @@ SWCTL_API int32_t user_trunk_send_data_to_kernel(uint32_t lead, ...);
 /** @} */
 
 /**
- * @brief Adds a port to a mirror group, or takes it out.
+ * @brief Adds a port to a mirror group, or removes it.
  *
- * On unit 0, whatever the unit argument. Calls rtk_mirror_group_get(0, group,
- * &entry), result ignored (an entry that could not be read counts as zeros),
- * and rtk_mirror_group_set(0, group, &entry) after setting field 1 (enable) to
- * 1, field 2 to the mirroring port and field 7 to 1; field 12 to 1 if the port
- * is 28; and the port's bit in field 3 (ingress), field 4 (egress) or both, or
- * clearing it in both. Every other field, and the bits of other ports, stay.
+ * On unit 0, whatever the unit argument is. Clears an entry and reads the
+ * group into it with rtk_mirror_group_get(0, group, &entry), ignoring the
+ * result: after a failed read, the entry is what the SDK left there, zeros if
+ * it wrote nothing. Then it changes these fields and calls
+ * rtk_mirror_group_set(0, group, &entry):
+ * - field 1 (enable) becomes 1, field 2 the mirroring port, field 7 1;
+ * - field 12 becomes 1 if the port is 28, in every mode;
+ * - the port's bit is set in field 3 (ingress), field 4 (egress) or both, or
+ *   cleared in both.
  *
- * A group whose last port is taken out stays enabled:
- * user_check_set_mirror_disable() is for that.
+ * All other fields and the bits of other ports keep what was read. Nothing
+ * here sets field 12 back to 0 when port 28 is removed, nor field 15 when the
+ * group mirrored flows before.
+ *
+ * A group whose last port is removed stays enabled;
+ * user_check_set_mirror_disable() disables it.
  *
  * @param lead           ignored
  * @param unit           ignored
- * @param port           chip port that is mirrored, 0 to 31
+ * @param port           mirrored chip port, 0 to 31. Any other number is not
+ *                       refused: its bit is that of the number modulo 32.
  * @param group          mirror group; not checked
- * @param mirroring_port chip port that gets the copies; not checked
+ * @param mirroring_port destination chip port of the copies; not checked
  * @param mode           one of USER_MIRROR_*
  * @return the result of the write
  */
@@ -76,16 +84,16 @@ SWCTL_API int32_t user_mirror_port_set(uint32_t lead, uint32_t unit, int32_t por
                                        uint32_t mirroring_port, uint32_t mode);
 
 /**
- * @brief Has a mirror group mirror the flows that rules choose.
+ * @brief Makes a mirror group mirror the flows that rules select.
  *
- * Reads and writes the group as user_mirror_port_set() does, setting field 1
- * (enable), field 7 and field 15 (flows) to 1 and field 2 to the mirroring
+ * Reads and writes the group as user_mirror_port_set() does, with field 1
+ * (enable), field 7 and field 15 (flows) set to 1 and field 2 to the mirroring
  * port. The masks of mirrored ports stay.
  *
  * @param lead           ignored
  * @param unit           ignored: unit 0
  * @param group          mirror group; not checked
- * @param mirroring_port chip port that gets the copies; not checked
+ * @param mirroring_port destination chip port of the copies; not checked
  * @return the result of the write
  */
 SWCTL_API int32_t user_set_flow_mirror(uint32_t lead, uint32_t unit, uint32_t group,
@@ -94,9 +102,10 @@ SWCTL_API int32_t user_set_flow_mirror(uint32_t lead, uint32_t unit, uint32_t gr
 /**
  * @brief Disables a mirror group.
  *
- * Reads and writes the group as user_mirror_port_set() does, setting field 1
- * (enable) and field 2 (mirroring port) to 0. The masks of mirrored ports
- * stay: a group that is enabled again mirrors the same ports.
+ * Reads and writes the group as user_mirror_port_set() does, with field 1
+ * (enable) and field 2 (mirroring port) set to 0. The masks of mirrored ports
+ * stay, and so do fields 7, 12 and 15: a group that is enabled again mirrors
+ * the same ports.
  *
  * @param lead  ignored
  * @param unit  ignored: unit 0
@@ -108,50 +117,51 @@ SWCTL_API int32_t user_set_mirror_disable(uint32_t lead, uint32_t unit, uint32_t
 /**
  * @brief Disables a mirror group that has no mirrored port left.
  *
- * Calls rtk_mirror_group_get(0, group, &entry), result ignored. If both masks
- * are 0, it writes what user_set_mirror_disable() would write; otherwise it
- * changes nothing.
+ * Reads the group as user_mirror_port_set() does. If both masks are 0, writes
+ * what user_set_mirror_disable() would write; otherwise changes nothing. After
+ * a failed read that wrote nothing, both masks are 0.
  *
  * @param lead  ignored
  * @param unit  ignored: unit 0
  * @param group mirror group; not checked
- * @return the result of the write; 0 if there was none
+ * @return the result of the write; 0 without a write
  */
 SWCTL_API int32_t user_check_set_mirror_disable(uint32_t lead, uint32_t unit, uint32_t group);
 
-/** Ports that a ::user_trunk_desc_t has room for. */
+/** Most ports of a ::user_trunk_desc_t. */
 #define USER_TRUNK_PORTS 35
 
 /**
  * @brief The members of a trunk, 40 bytes, passed by value.
  */
 struct user_trunk_desc_t {
-  int32_t count;                   /**< how many ports; 0 or less for none */
+  int32_t count;                   /**< number of ports; none if 0 or less */
   uint8_t unused;                  /**< not read */
   uint8_t ports[USER_TRUNK_PORTS]; /**< chip ports, 0 to 31 */
 };
 typedef struct user_trunk_desc_t user_trunk_desc_t;
 
 /**
- * @brief Gives a trunk its members.
+ * @brief Sets the members of a trunk.
  *
- * Calls rtk_trunk_port_set(0, trunk, &mask) on unit 0, with a bit per port.
- * The members replace those that the trunk had.
+ * Calls rtk_trunk_port_set(0, trunk, &mask), on unit 0, with the bit of each
+ * port. The members replace the old ones.
  *
  * @param lead        ignored
  * @param unit        ignored
  * @param trunk       trunk number; not checked
- * @param description the members; of a port number the low five bits count,
- *                    and of more than ::USER_TRUNK_PORTS ports the first
+ * @param description the members. A port number counts modulo 32. If there are
+ *                    more than ::USER_TRUNK_PORTS ports, only that many are
+ *                    used.
  * @return the SDK's result
  */
 SWCTL_API int32_t user_trunk_set(uint32_t lead, uint32_t unit, uint32_t trunk,
                                  user_trunk_desc_t description);
 
 /**
- * @brief Takes every member out of a trunk. The trunk stays, empty.
+ * @brief Removes all members of a trunk. The empty trunk stays.
  *
- * Calls rtk_trunk_port_set(0, trunk, &mask) on unit 0, with an empty mask.
+ * Calls rtk_trunk_port_set(0, trunk, &mask), on unit 0, with an empty mask.
  *
  * @param lead  ignored
  * @param unit  ignored
@@ -161,7 +171,8 @@ SWCTL_API int32_t user_trunk_set(uint32_t lead, uint32_t unit, uint32_t trunk,
 SWCTL_API int32_t user_trunk_destroy(uint32_t lead, uint32_t unit, uint32_t trunk);
 
 /**
- * @name What spreads frames over the members of a trunk
+ * @name Hash fields of a trunk
+ * * What the chip hashes to choose a member for a frame.
  * @{
  */
 #define USER_TRUNK_HASH_NONE 0u
@@ -174,7 +185,7 @@ SWCTL_API int32_t user_trunk_destroy(uint32_t lead, uint32_t unit, uint32_t trun
 /** @} */
 
 /**
- * @brief Chooses the header fields that spread frames over trunk members.
+ * @brief Sets the fields that the chip hashes to choose a trunk member.
  *
  * Calls rtk_trunk_distributionAlgorithmParam_set(0, 0, bits): algorithm 0 of
  * unit 0, with the SDK's bits 2 (source MAC), 4 (destination MAC), 8 (source
@@ -182,7 +193,7 @@ SWCTL_API int32_t user_trunk_destroy(uint32_t lead, uint32_t unit, uint32_t trun
  *
  * @param lead     ignored
  * @param unit     ignored
- * @param trunk    ignored: the choice holds for all trunks
+ * @param trunk    ignored: the fields are those of all trunks
  * @param selector one of USER_TRUNK_HASH_*; any other value counts as
  *                 ::USER_TRUNK_HASH_NONE
  * @return the SDK's result
@@ -191,29 +202,28 @@ SWCTL_API int32_t user_trunk_loadbalance_set(uint32_t lead, uint32_t unit, uint3
                                              uint32_t selector);
 
 /**
- * @brief Gives LACP frames (IEEE 802.1AX) to the processor, or drops them.
+ * @brief Traps LACP frames (IEEE 802.1AX) to the CPU, or drops them.
  *
- * Calls rtk_trap_bypassStp_set(unit, 6, enable), with 1 or 0, and, unless its
- * result is negative, rtk_trap_rmaGroupAction_set(unit, 1, action): 2 (trap)
- * or 1 (drop). They are never switched.
+ * Calls rtk_trap_bypassStp_set(unit, 6, enable) with 1 or 0. Unless the result
+ * is negative, it then calls rtk_trap_rmaGroupAction_set(unit, 1, action) with
+ * 2 (trap) or 1 (drop). The frames are never forwarded.
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param enable non-zero: to the processor
- * @return the result of the last call that was made
+ * @param enable non-zero: trap to the CPU
+ * @return the result of the last call
  */
 SWCTL_API int32_t user_trunk_trap_lacp(uint32_t lead, uint32_t unit, uint32_t enable);
 
 /**
- * @brief Gives OAM frames (IEEE 802.3 clause 57) to the processor, or drops
- *        them.
+ * @brief Traps OAM frames (IEEE 802.3 clause 57) to the CPU, or drops them.
  *
- * Calls rtk_trap_rmaGroupAction_set(unit, 0, action): 2 (trap) or 1 (drop).
- * They are never switched.
+ * Calls rtk_trap_rmaGroupAction_set(unit, 0, action) with 2 (trap) or 1
+ * (drop). The frames are never forwarded.
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param enable non-zero: to the processor
+ * @param enable non-zero: trap to the CPU
  * @return the SDK's result
  */
 SWCTL_API int32_t user_eoam_trap_set(uint32_t lead, uint32_t unit, uint32_t enable);

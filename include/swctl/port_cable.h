@@ -3,8 +3,8 @@
  * @file port_cable.h
  * @brief Ports: cable test.
  *
- * Part of port.h, whose laws hold here: leading argument ignored, then the
- * unit, then the chip's physical port, passed to the SDK unchanged.
+ * Part of port.h. Its rules apply: the leading argument is ignored; the unit
+ * and the chip's physical port go to the SDK unchanged.
  */
 #ifndef SWCTL_PORT_CABLE_H
 #define SWCTL_PORT_CABLE_H
@@ -18,7 +18,9 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Cable states
- * Of one pair, and of the whole cable. Code 3 does not occur.
+ * Of one pair and of the whole cable. Code 3 does not occur. The SDK gives its
+ * flags no names; that they mean open, short, mismatch and crosstalk is this
+ * project's reading.
  * @{
  */
 #define USER_CABLE_OK 0u
@@ -29,12 +31,12 @@ SWCTL_BEGIN_DECLS
 #define USER_CABLE_FAULTY 5u
 /** @} */
 
-/** @brief What a cable test found. */
+/** @brief Result of a cable test. */
 struct user_cable_diag_t {
   uint32_t state;                         /**< of the whole cable */
   uint32_t pairs;                         /**< ::USER_CABLE_PAIRS */
   uint32_t pair_state[USER_CABLE_PAIRS];  /**< of pairs A to D */
-  uint32_t pair_length[USER_CABLE_PAIRS]; /**< a hundredth of the SDK's, at least 1 */
+  uint32_t pair_length[USER_CABLE_PAIRS]; /**< the SDK's divided by 100, at least 1 */
   uint32_t reserved;                      /**< 0 */
 };
 typedef struct user_cable_diag_t user_cable_diag_t;
@@ -42,23 +44,23 @@ typedef struct user_cable_diag_t user_cable_diag_t;
 /**
  * @brief Tests the cable of a copper port. Takes three seconds.
  *
- * Calls rtk_diag_rtctEnable_set(unit, ...) with a mask of this port alone
- * (empty for a port that is not 0 to 31). A result that is not 0 ends the
- * function. Otherwise it sleeps for 3 seconds and calls
- * rtk_diag_portRtctResult_get(unit, port, ...), whose result it returns and
- * does not look at: after a failure the record says what a zeroed result
- * says, namely no fault and lengths of 1.
+ * Calls rtk_diag_rtctEnable_set(unit, ...) with a mask of this port alone (an
+ * empty mask if the port is not 0 to 31). Any result but 0 ends the function.
+ * Otherwise it sleeps for 3 seconds, calls rtk_diag_portRtctResult_get(unit,
+ * port, ...) and returns that result. If the read fails, the record is filled
+ * all the same, from a result of zeros: no fault, and lengths of 1.
  *
  * A pair with the SDK's fourth flag, or with more than one of the others, is
- * ::USER_CABLE_FAULTY; with one flag it is what the flag says; with none it is
- * ::USER_CABLE_OK. The whole cable is fine if all pairs are, and open if all
- * are open; otherwise it is short if any pair is, else mismatched if any pair
- * is, else faulty.
+ * ::USER_CABLE_FAULTY. With one of the others alone, it has the state of that
+ * flag; without any, it is ::USER_CABLE_OK. The whole cable is ::USER_CABLE_OK
+ * if all pairs are, and ::USER_CABLE_OPEN if all pairs are. Otherwise it is
+ * ::USER_CABLE_SHORT if any pair is; else ::USER_CABLE_MISMATCH if any pair
+ * is; else ::USER_CABLE_FAULTY.
  *
  * @param lead   ignored
  * @param unit   switch unit
  * @param port   chip port
- * @param record receives the findings; untouched if the test did not start
+ * @param record receives the result; unchanged if the test did not start
  * @return the result of the first call if it is not 0, else of the second
  */
 SWCTL_API int32_t User_port_cablediag(uint32_t lead, uint32_t unit, int32_t port,

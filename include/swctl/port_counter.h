@@ -3,8 +3,8 @@
  * @file port_counter.h
  * @brief Ports: counters.
  *
- * Part of port.h, whose laws hold here: leading argument ignored, then the
- * unit, then the chip's physical port, passed to the SDK unchanged.
+ * Part of port.h. Its rules apply: the leading argument is ignored; the unit
+ * and the chip's physical port go to the SDK unchanged.
  */
 #ifndef SWCTL_PORT_COUNTER_H
 #define SWCTL_PORT_COUNTER_H
@@ -24,15 +24,15 @@ SWCTL_BEGIN_DECLS
 /** @} */
 
 /**
- * @brief One counter of a port.
+ * @brief Reads one counter of a port.
  *
  * Passes through to rtk_stat_port_get(unit, port, counter, value).
  *
- * @param lead   ignored
- * @param unit   switch unit
- * @param port   chip port
+ * @param lead    ignored
+ * @param unit    switch unit
+ * @param port    chip port
  * @param counter the SDK's counter identifier
- * @param value  handed to the SDK; receives the counter
+ * @param value   passed to the SDK; receives the counter
  * @return the SDK's result
  */
 SWCTL_API int32_t user_port_packetstat_get(uint32_t lead, uint32_t unit, int32_t port,
@@ -41,45 +41,46 @@ SWCTL_API int32_t user_port_packetstat_get(uint32_t lead, uint32_t unit, int32_t
 /**
  * @brief Sets all counters of a port to 0.
  *
- * Calls rtk_stat_port_reset(unit, port), result ignored.
+ * Calls rtk_stat_port_reset(unit, port), ignoring its result.
  *
- * @param lead   ignored
- * @param unit   switch unit
- * @param port   chip port
+ * @param lead ignored
+ * @param unit switch unit
+ * @param port chip port
  * @return 0, always
  */
 SWCTL_API int32_t user_port_packetstat_clear(uint32_t lead, uint32_t unit, int32_t port);
 
 /**
- * @brief A summed counter of a port.
+ * @brief Reads a sum of a port's counters.
  *
- * Sets the value to 0 first. A kind with one SDK counter calls
- * rtk_stat_port_get(unit, port, counter, value). A kind with several calls it
- * for each, in the order shown above, and adds the readings as 64-bit numbers;
- * those results are ignored, and a call that writes nothing adds the reading
- * before it once more, 0 if there was none. Any other kind calls nothing.
+ * Sets the value to 0 first. For a kind with one SDK counter, calls
+ * rtk_stat_port_get(unit, port, counter, value). For a kind with several,
+ * calls it for each in the order given above and adds the readings as 64-bit
+ * numbers. The results of these calls are ignored: a call that fails and
+ * writes nothing adds the previous reading again, or 0 if it was the first.
+ * For any other kind, calls nothing.
  *
- * @param lead   ignored
- * @param unit   switch unit
- * @param port   chip port
- * @param kind   USER_STAT_*
- * @param value  receives the sum; 0 for any other kind
+ * @param lead  ignored
+ * @param unit  switch unit
+ * @param port  chip port
+ * @param kind  USER_STAT_*
+ * @param value receives the sum; 0 for any other kind
  * @return the SDK's result for a kind with one counter, else 0
  */
 SWCTL_API int32_t user_stat_port_get(uint32_t lead, uint32_t unit, int32_t port, int32_t kind,
                                      user_counter_t *value);
 
 /**
- * @brief All counters of a port at once.
+ * @brief Reads all counters of a port at once.
  *
  * Passes through to rtk_stat_port_getAll(unit, port, counters).
  *
- * @param lead   ignored
- * @param unit   switch unit
- * @param port   chip port
- * @param counters handed to the SDK; receives its set of counters. The form
- *               and size of the set are the platform's; the virtual chip's is
- *               chip_port_counters_t in platform/port_records.h.
+ * @param lead     ignored
+ * @param unit     switch unit
+ * @param port     chip port
+ * @param counters passed to the SDK; receives its set of counters. The form
+ *                 and size of the set are the platform's; the virtual chip's
+ *                 is chip_port_counters_t in platform/port_records.h.
  * @return the SDK's result
  */
 SWCTL_API int32_t user_stat_port_getAll(uint32_t lead, uint32_t unit, int32_t port, void *counters);

@@ -3,7 +3,7 @@
  * @file port_fixed.h
  * @brief Port controls that this device does not offer.
  *
- * Part of port.h. The law of fixed-result entry points stands in frame.h.
+ * Part of port.h. frame.h says what a fixed-result entry point is.
  */
 #ifndef SWCTL_PORT_FIXED_H
 #define SWCTL_PORT_FIXED_H
@@ -14,8 +14,8 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Fixed result 0
- * Each ignores its arguments, calls nothing, writes nothing and returns 0.
- * The sentence says what the call is for on a device that offers it.
+ * Each ignores its arguments, calls nothing, writes nothing and returns 0. The
+ * sentence says what the call is for on a device that offers it.
  * @{
  */
 /** Whether a gigabit port is the clock master of its link. */
@@ -26,9 +26,9 @@ SWCTL_API int32_t user_port_master_set(uint32_t lead, ...);
 SWCTL_API int32_t user_port_stp_get(uint32_t lead, ...);
 /** Sets the spanning-tree state of a port. */
 SWCTL_API int32_t user_port_stp_set(uint32_t lead, ...);
-/** Whether a port accepts bridge protocol data units. */
+/** Whether a port accepts BPDUs. */
 SWCTL_API int32_t user_port_bpdu_enable_get(uint32_t lead, ...);
-/** Lets a port accept or drop bridge protocol data units. */
+/** Lets a port accept or drop BPDUs. */
 SWCTL_API int32_t user_port_bpdu_enable_set(uint32_t lead, ...);
 /** Lets a port accept or drop broadcast frames. */
 SWCTL_API int32_t user_port_brcast_set(uint32_t lead, ...);
@@ -42,23 +42,23 @@ SWCTL_API int32_t user_port_mucast_get(uint32_t lead, ...);
 SWCTL_API int32_t user_port_uicast_set(uint32_t lead, ...);
 /** Whether a port accepts unicast frames. */
 SWCTL_API int32_t user_port_uicast_get(uint32_t lead, ...);
-/** Whether a port drops frames of VLANs it is no member of. */
+/** Whether a port drops frames of VLANs that it is not a member of. */
 SWCTL_API int32_t user_port_vlan_member_get(uint32_t lead, ...);
-/** Lets a port drop or take frames of VLANs it is no member of. */
+/** Lets a port drop or accept frames of VLANs that it is not a member of. */
 SWCTL_API int32_t user_port_vlan_member_set(uint32_t lead, ...);
-/** Whether a port filters on ingress. */
+/** Whether VLAN ingress filtering is on at a port. */
 SWCTL_API int32_t user_port_ifilter_get(uint32_t lead, ...);
-/** Keeps flooded frames of one port away from another. */
+/** Blocks flooding from one port to another. */
 SWCTL_API int32_t user_port_flood_block_set(uint32_t lead, ...);
-/** Whether flooded frames of one port are kept away from another. */
+/** Whether flooding from one port to another is blocked. */
 SWCTL_API int32_t user_port_flood_block_get(uint32_t lead, ...);
-/** Sets the tag protocol identifier of a port's inner tags. */
+/** Sets the TPID of a port's inner tags. */
 SWCTL_API int32_t user_port_inner_tpid_set(uint32_t lead, ...);
-/** The tag protocol identifier of a port's inner tags. */
+/** The TPID of a port's inner tags. */
 SWCTL_API int32_t user_port_inner_tpid_get(uint32_t lead, ...);
-/** Reads a register of a port's transceiver. */
+/** Reads a register of a port's PHY. */
 SWCTL_API int32_t user_port_phy_get(uint32_t lead, ...);
-/** Writes a register of a port's transceiver. */
+/** Writes a register of a port's PHY. */
 SWCTL_API int32_t user_port_phy_set(uint32_t lead, ...);
 /** @} */
 

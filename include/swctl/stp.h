@@ -3,7 +3,7 @@
  * @file stp.h
  * @brief Spanning tree and protocol frame trapping.
  *
- * The laws in frame.h hold throughout.
+ * The rules in frame.h apply.
  */
 #ifndef SWCTL_STP_H
 #define SWCTL_STP_H
@@ -16,17 +16,17 @@ SWCTL_BEGIN_DECLS
 
 /**
  * @name Fixed result 0
- * Each ignores its arguments, calls nothing, writes nothing and returns 0.
- * The sentence says what the call is for on a device that offers it.
+ * Each ignores its arguments, calls nothing, writes nothing and returns 0. The
+ * sentence says what the call is for on a device that offers it.
  * @{
  */
 /** Destroys every spanning-tree group but the default one. */
 SWCTL_API int32_t user_stg_clear(uint32_t lead, ...);
 /** The group that new VLANs belong to. */
 SWCTL_API int32_t user_stg_default_get(uint32_t lead, ...);
-/** Chooses the group that new VLANs belong to. */
+/** Sets the group that new VLANs belong to. */
 SWCTL_API int32_t user_stg_default_set(uint32_t lead, ...);
-/** Takes every VLAN out of a group. */
+/** Removes every VLAN from a group. */
 SWCTL_API int32_t user_stg_vlan_remove_all(uint32_t lead, ...);
 /** Makes a group and chooses its number. */
 SWCTL_API int32_t user_stg_create(uint32_t lead, ...);
@@ -34,24 +34,24 @@ SWCTL_API int32_t user_stg_create(uint32_t lead, ...);
 SWCTL_API int32_t user_stg_max_support_count_get(uint32_t lead, ...);
 /** The number of VLANs in a group. */
 SWCTL_API int32_t user_stg_vlan_count_get(uint32_t lead, ...);
-/** The groups, a part of them at a time. */
+/** Lists some of the groups at a time. */
 SWCTL_API int32_t user_stg_each_time_list(uint32_t lead, ...);
 /** Frees a list of a group's VLANs. */
 SWCTL_API int32_t user_stg_vlan_list_destroy(uint32_t lead, ...);
 /** Frees a list of groups. */
 SWCTL_API int32_t user_stg_list_destroy(uint32_t lead, ...);
-/** The number of addresses whose frames count as protocol frames. */
+/** The number of addresses of protocol frames. */
 SWCTL_API int32_t user_l2_bpdu_count(uint32_t lead, ...);
-/** Lets protocol frames pass through a port. */
+/** Sets whether protocol frames pass a port. */
 SWCTL_API int32_t user_l2_bpdu_through_set(uint32_t lead, ...);
-/** Whether protocol frames pass through a port. */
+/** Whether protocol frames pass a port. */
 SWCTL_API int32_t user_l2_bpdu_through_get(uint32_t lead, ...);
 /** @} */
 
 /**
  * @name Port states
  * Of a port in a spanning-tree group (IEEE 802.1D-1998, 8.4). The chip has one
- * state for listening and learning; ::stateflag says which was meant.
+ * state for listening and learning; ::stateflag says which was set last.
  * @{
  */
 #define USER_STP_DISABLED 0u
@@ -89,7 +89,7 @@ SWCTL_API int32_t user_stg_create_id(uint32_t lead, uint32_t unit, uint32_t stg)
 SWCTL_API int32_t user_stg_destroy(uint32_t lead, uint32_t unit, uint32_t stg);
 
 /**
- * @brief Puts a VLAN into a spanning-tree group.
+ * @brief Moves a VLAN to a spanning-tree group.
  *
  * Calls rtk_vlan_stg_set(unit, vid, stg).
  *
@@ -102,7 +102,7 @@ SWCTL_API int32_t user_stg_destroy(uint32_t lead, uint32_t unit, uint32_t stg);
 SWCTL_API int32_t user_stg_vlan_add(uint32_t lead, uint32_t unit, uint32_t stg, uint32_t vid);
 
 /**
- * @brief Puts a VLAN back into group 0, whatever group it is in.
+ * @brief Moves a VLAN back to group 0, whatever group it is in.
  *
  * Calls rtk_vlan_stg_set(unit, vid, 0).
  *
@@ -117,10 +117,10 @@ SWCTL_API int32_t user_stg_vlan_remove(uint32_t lead, uint32_t unit, uint32_t st
 /**
  * @brief Sets the state of a port in a spanning-tree group.
  *
- * Calls rtk_stp_mstpState_set(unit, stg, port, code), where the code is 0
- * disabled, 1 blocking, 2 listening or learning, 3 forwarding. For listening
- * and learning, ::stateflag becomes the state before the call, and stays so if
- * the call fails.
+ * Calls rtk_stp_mstpState_set(unit, stg, port, code) with code 0 for disabled,
+ * 1 for blocking, 2 for listening and learning, 3 for forwarding. For
+ * listening and learning, the state is stored in ::stateflag before the call,
+ * and stays there if the call fails.
  *
  * @param lead  ignored
  * @param unit  switch unit
@@ -133,54 +133,54 @@ SWCTL_API int32_t user_stg_stp_set(uint32_t lead, uint32_t unit, uint32_t stg, i
                                    uint32_t state);
 
 /**
- * @brief The state of a port in a spanning-tree group.
+ * @brief Reads the state of a port in a spanning-tree group.
  *
- * Calls rtk_stp_mstpState_get(unit, stg, port, ...). What the chip calls
- * learning reads as ::stateflag, or as ::USER_STP_LISTENING while that is 0:
- * the state that was last asked for, on any port of any group.
+ * Calls rtk_stp_mstpState_get(unit, stg, port, ...). The chip's learning state
+ * reads as ::stateflag, the one of the two states that was last set on any
+ * port of any group, or as ::USER_STP_LISTENING while ::stateflag is 0.
  *
  * @param lead  ignored
  * @param unit  switch unit
  * @param stg   instance number; not checked
  * @param port  chip port
- * @param state receives one of USER_STP_*; written whatever the result,
- *              ::USER_STP_DISABLED if the SDK wrote nothing; untouched for a
- *              code that the chip's states do not have
+ * @param state receives one of USER_STP_*; written whatever the result is, and
+ *              ::USER_STP_DISABLED if the SDK wrote nothing; unchanged if the
+ *              SDK wrote a code that is none of the four
  * @return the SDK's result
  */
 SWCTL_API int32_t user_stg_stp_get(uint32_t lead, uint32_t unit, uint32_t stg, int32_t port,
                                    uint32_t *state);
 
 /**
- * @brief Whether there is a spanning-tree group of that number.
+ * @brief Reads whether a spanning-tree group exists.
  *
  * Passes through to rtk_stp_isMstpInstanceExist_get(unit, stg, exists).
  *
  * @param lead   ignored
  * @param unit   switch unit
  * @param stg    instance number; not checked
- * @param exists handed to the SDK; receives non-zero if there is
+ * @param exists passed to the SDK; receives non-zero if it exists
  * @return the SDK's result
  */
 SWCTL_API int32_t user_stp_isMstpInstanceExist_get(uint32_t lead, uint32_t unit, uint32_t stg,
                                                    uint32_t *exists);
 
 /**
- * @brief The number of spanning-tree groups of unit 0.
+ * @brief Counts the spanning-tree groups of unit 0.
  *
  * Calls rtk_stp_isMstpInstanceExist_get(0, instance, ...) for the instances 0
- * to 15, on unit 0. No result is looked at; a call that writes nothing counts
- * like the one before it.
+ * to 15, on unit 0. The results are ignored; a call that writes nothing counts
+ * like the one before it, and the first one as "no".
  *
  * @param lead  ignored
  * @param unit  ignored
- * @param count receives the number; untouched if there is no group
+ * @param count receives the number; unchanged if there is no group
  * @return 0; -1 if there is no group
  */
 SWCTL_API int32_t user_stg_stg_count_get(uint32_t lead, uint32_t unit, uint32_t *count);
 
 /**
- * @brief Hands over a list that the process left in ::g_tmpBuffer.
+ * @brief Copies a list that the process left in ::g_tmpBuffer.
  *
  * Copies the whole buffer to the start of the list and fills the rest with
  * zeros. Makes no SDK call.
@@ -197,8 +197,8 @@ SWCTL_API int32_t user_stg_vlan_each_time_list(uint32_t lead, uint32_t unit, uin
 /**
  * @brief Says that the VLANs of a group cannot be listed.
  *
- * Writes "user_stg_vlan_list 649: Can not get vlan list int STG in kenerl
- * mode" and a line end to standard error. Makes no SDK call.
+ * Prints "user_stg_vlan_list 649: Can not get vlan list int STG in kenerl
+ * mode" with a line end to standard error. Makes no SDK call.
  *
  * @param lead ignored, as is every further argument
  * @return 0, always
@@ -208,7 +208,7 @@ SWCTL_API int32_t user_stg_vlan_list(uint32_t lead, ...);
 /**
  * @brief Says that the groups cannot be listed.
  *
- * Writes "user_stg_list 677: Can not get STG list in kenerl mode" and a line
+ * Prints "user_stg_list 677: Can not get STG list in kenerl mode" with a line
  * end to standard error. Makes no SDK call.
  *
  * @param lead ignored, as is every further argument
@@ -217,47 +217,50 @@ SWCTL_API int32_t user_stg_vlan_list(uint32_t lead, ...);
 SWCTL_API int32_t user_stg_list(uint32_t lead, ...);
 
 /**
- * @brief Gives IGMP frames (RFC 3376) to the processor, or switches them.
+ * @brief Traps IGMP frames (RFC 3376) to the CPU, or forwards them.
  *
- * Calls rtk_trap_mgmtFrameAction_set(unit, 5, action): 2 (trap) or 0 (forward).
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 5, action) with 2 (trap) or 0
+ * (forward).
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param enable non-zero: to the processor
+ * @param enable non-zero: trap to the CPU; 0: forward
  * @return the SDK's result
  */
 SWCTL_API int32_t user_igmp_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
 
 /**
- * @brief Gives MLD frames (RFC 3810) to the processor, or switches them.
+ * @brief Traps MLD frames (RFC 3810) to the CPU, or forwards them.
  *
- * Calls rtk_trap_mgmtFrameAction_set(unit, 4, action): 2 (trap) or 0 (forward).
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 4, action) with 2 (trap) or 0
+ * (forward).
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param enable non-zero: to the processor
+ * @param enable non-zero: trap to the CPU; 0: forward
  * @return the SDK's result
  */
 SWCTL_API int32_t user_mld_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
 
 /**
- * @brief Gives frames to the switch's own address to the processor, or
- *        switches them.
+ * @brief Traps frames to the switch's own MAC address to the CPU, or forwards
+ *        them.
  *
- * Calls rtk_trap_mgmtFrameAction_set(unit, 24, action): 2 (trap) or 0 (forward).
+ * Calls rtk_trap_mgmtFrameAction_set(unit, 24, action) with 2 (trap) or 0
+ * (forward).
  *
  * @param lead   ignored
  * @param unit   switch unit
- * @param enable non-zero: to the processor
+ * @param enable non-zero: trap to the CPU; 0: forward
  * @return the SDK's result
  */
 SWCTL_API int32_t user_selfmac_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_t enable);
 
 /**
- * @brief Has every front port switch spanning-tree frames (BPDU).
+ * @brief Makes every front port forward BPDUs.
  *
  * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 19, 0) for the ports of
- * the logical interfaces 1 to ::USER_FRONT_INTERFACES. No result is looked at.
+ * the logical interfaces 1 to ::USER_FRONT_INTERFACES, ignoring the results.
  *
  * @param lead ignored
  * @param unit switch unit
@@ -266,27 +269,26 @@ SWCTL_API int32_t user_selfmac_trap_to_cpu(uint32_t lead, uint32_t unit, uint32_
 SWCTL_API int32_t user_stg_init(uint32_t lead, uint32_t unit);
 
 /**
- * @brief Switches spanning-tree frames (BPDU) on every front port, or gives
- *        them to the processor.
+ * @brief Makes every front port forward BPDUs, or trap them to the CPU.
  *
- * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 19, action) for the ports
- * of the logical interfaces 1 to ::USER_FRONT_INTERFACES: 0 (forward) or 2
- * (trap). A port that fails does not end the walk. Mind the sense: it is the
- * opposite of an enable's.
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 19, action) with 0
+ * (forward) or 2 (trap) for the ports of the logical interfaces 1 to
+ * ::USER_FRONT_INTERFACES. A port that fails does not stop it. Unlike in the
+ * functions above, 0 means trap here.
  *
  * @param lead    ignored
  * @param unit    switch unit
- * @param forward non-zero: switch them; 0: to the processor
+ * @param forward non-zero: forward; 0: trap to the CPU
  * @return the SDK's result for the last port
  */
 SWCTL_API int32_t user_stg_set_bpdu_forward(uint32_t lead, uint32_t unit, uint32_t forward);
 
 /**
- * @brief Has every front port switch LLDP frames (IEEE 802.1AB).
+ * @brief Makes every front port forward LLDP frames (IEEE 802.1AB).
  *
  * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 21, 0) for the ports of
  * the logical interfaces 1 to ::USER_FRONT_INTERFACES. A port that fails does
- * not end the walk.
+ * not stop it.
  *
  * @param lead ignored
  * @param unit switch unit
@@ -295,27 +297,27 @@ SWCTL_API int32_t user_stg_set_bpdu_forward(uint32_t lead, uint32_t unit, uint32
 SWCTL_API int32_t user_lldp_init(uint32_t lead, uint32_t unit);
 
 /**
- * @brief Switches LLDP frames (IEEE 802.1AB) on one or every front port, or
- *        gives them to the processor.
+ * @brief Makes one or every front port forward LLDP frames (IEEE 802.1AB), or
+ *        trap them to the CPU.
  *
- * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 21, action): 0 (forward)
- * or 2 (trap), once for the port of the interface, or for interface 0 for the
- * ports of the logical interfaces 1 to ::USER_FRONT_INTERFACES, where a port
- * that fails does not end the walk.
+ * Calls rtk_trap_portMgmtFrameAction_set(unit, port, 21, action) with 0
+ * (forward) or 2 (trap): once for the port of an interface, or, for interface
+ * 0, for the ports of the logical interfaces 1 to ::USER_FRONT_INTERFACES. A
+ * port that fails does not stop it.
  *
  * @param lead      ignored
  * @param unit      switch unit
- * @param forward   non-zero: switch them; 0: to the processor
+ * @param forward   non-zero: forward; 0: trap to the CPU
  * @param interface logical interface; 0 for every front port
- * @return the SDK's result, for the last port of a walk
+ * @return the SDK's result, for the last port if there are several
  */
 SWCTL_API int32_t user_lldp_set_bpdu_forward(uint32_t lead, uint32_t unit, uint32_t forward,
                                              int32_t interface);
 
 /**
- * @brief Takes an address whose frames would count as protocol frames.
+ * @brief Accepts an address of protocol frames, and does nothing with it.
  *
- * Reads the six bytes and does nothing with them. Makes no SDK call.
+ * Reads the six bytes. Makes no SDK call.
  *
  * @param lead  ignored
  * @param unit  ignored
@@ -327,7 +329,7 @@ SWCTL_API int32_t user_l2_bpdu_set(uint32_t lead, uint32_t unit, uint32_t index,
                                    const uint8_t *mac);
 
 /**
- * @brief Hands over an address that the process left in ::g_tmpBuffer.
+ * @brief Copies an address that the process left in ::g_tmpBuffer.
  *
  * Copies the first six bytes of the buffer. Makes no SDK call.
  *

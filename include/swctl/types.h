@@ -20,7 +20,7 @@
 /** Marks a name as part of the library's binary interface. */
 #define SWCTL_API __attribute__((visibility("default")))
 
-/** Logical interfaces of the front ports run from 1 to this number. */
+/** The front ports are the logical interfaces 1 to this number. */
 #define USER_FRONT_INTERFACES 26
 
 /** Bytes of an Ethernet address. */
@@ -32,8 +32,8 @@
 /**
  * @brief The caller's port bitmap: 256 ports.
  *
- * Port n is bit (n mod 32), least significant first, of word (n div 32).
- * Whether n is a logical interface or a chip port is said by each function.
+ * Port n is bit (n mod 32), least significant first, of word (n div 32). Each
+ * function says whether n is a logical interface or a chip port.
  */
 struct user_pbmp_t {
   uint32_t word[USER_PBMP_WORDS];
@@ -43,7 +43,7 @@ typedef struct user_pbmp_t user_pbmp_t;
 /**
  * @brief A 64-bit counter value as two words, the most significant first.
  *
- * The order of the words is the same on every machine.
+ * The words are in this order on every machine.
  */
 struct user_counter_t {
   uint32_t high;

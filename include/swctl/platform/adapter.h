@@ -3,7 +3,7 @@
  * @file adapter.h
  * @brief The calls of the platform adapter that libswctl makes.
  *
- * Declarations only; see sdk.h for who provides them. The list itself is
+ * Declarations only; sdk.h says who provides them. The list of the calls is
  * calls/adapter.def.
  */
 #ifndef SWCTL_PLATFORM_ADAPTER_H

@@ -9,9 +9,8 @@
 #include <swctl/types.h>
 
 /**
- * @name Kinds of rules
- * The adapter gives its numbers no names; these are the ones that libswctl
- * uses.
+ * @name Kinds of rules (entities)
+ * * The adapter's numbers have no names of their own; these are libswctl's.
  * @{
  */
 #define ADP_FP_ENTITY_PROTOCOL_VLAN 12u
@@ -22,11 +21,11 @@
 #define ADP_FP_ENTITY_TRANSLATION 33u
 /** @} */
 
-/** The first rule for telephones that is libswctl's; those below are not. */
+/** The first index of voice VLAN rules that belongs to libswctl. */
 #define ADP_FP_FIRST_VOICE_RULE 15
 
 /**
- * @name What a rule does
+ * @name Actions of a rule
  * @{
  */
 #define ADP_FP_ACTION_VLAN 123u
@@ -36,7 +35,7 @@
 /** @} */
 
 /**
- * @name What a rule matches
+ * @name Qualifiers of a rule
  * @{
  */
 #define ADP_FP_QUALIFIER_SOURCE_MAC 6u
@@ -49,7 +48,7 @@
 /** @} */
 
 /**
- * @name Whether a frame came with a tag
+ * @name Tag states
  * @{
  */
 #define ADP_FP_TAG_STATE_TAGGED 0u
@@ -57,7 +56,7 @@
 /** @} */
 
 /**
- * @name How a frame tells its protocol
+ * @name Encapsulations
  * @{
  */
 #define ADP_FP_ENCAPSULATION_ETHERNET 1u
@@ -65,20 +64,20 @@
 #define ADP_FP_ENCAPSULATION_SNAP 3u
 /** @} */
 
-/** Bytes of ::adp_fp_entity_rule_t that belong to the adapter alone. */
+/** Bytes of ::adp_fp_entity_rule_t that only the adapter uses. */
 #define ADP_FP_RULE_AREA 6248
 
 /**
- * @brief A rule of the adapter's, while it is put together.
+ * @brief A rule of the adapter while it is built.
  *
- * The caller clears the record and fills entity and index; the adapter's
- * add-qualifier and add-action calls write the area, whose layout is the
+ * The caller clears the record and fills in entity and index. The adapter's
+ * calls that add qualifiers and actions write the area; its layout is the
  * adapter's own.
  */
 struct adp_fp_entity_rule_t {
-  uint32_t entity; /**< what kind of rule it is */
+  uint32_t entity; /**< kind of the rule */
   uint32_t reserved1;
-  uint32_t index; /**< its place among the rules of its kind */
+  uint32_t index; /**< index among the rules of its kind */
   uint32_t unset;
   uint32_t reserved2;
   uint8_t area[ADP_FP_RULE_AREA];

@@ -1,22 +1,22 @@
 /* SPDX-License-Identifier: MIT */
 /*
- * Words for the lists under calls/. Every call that the library makes into the
- * platform stands there once, as
+ * Words for the lists under calls/. Each call that the library makes into the
+ * platform is listed there once, as
  *
  *     SWCTL_CALL(name, argument, ...)
  *
- * and whoever includes a list defines SWCTL_CALL to say what becomes of it: a
- * prototype (sdk.h), an interposer (the probe), a name to look up (a test).
+ * and a file that includes a list defines SWCTL_CALL, to make of it a prototype
+ * (sdk.h), an interposer (the probe), or a name to look up (a test).
  *
  * An argument is a tuple (direction, type, name, count, form):
  *   direction  val  a value                 type name
  *              out  written by the call     type *name
  *              ref  read by the call        const type *name
  *              upd  read and written        type *name
- *   count      elements behind a pointer; may name another argument
- *   form       how a reader wants to see it: dec or hex
+ *   count      elements that a pointer points to; may name another argument
+ *   form       how it is shown: dec or hex
  *
- * There is no include guard: calls_end.h takes the words away again.
+ * There is no include guard: calls_end.h undefines the words again.
  */
 #ifndef SWCTL_CALLS_WORDS
 #define SWCTL_CALLS_WORDS

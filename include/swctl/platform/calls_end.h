@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: MIT */
-/* Takes back the words of calls_begin.h. No include guard, on purpose. */
+/* Undefines the words of calls_begin.h. No include guard, on purpose. */
 #undef SWCTL_CALLS_WORDS
 #undef SWCTL_CALL
 

@@ -3,7 +3,8 @@
  * @file field_records.h
  * @brief Records and codes of the SDK's access-control calls.
  *
- * The names are this project's; the numbers are the SDK's.
+ * The numbers are the SDK's, which gives them no names. The names and what
+ * they mean are this project's reading.
  */
 #ifndef SWCTL_PLATFORM_FIELD_RECORDS_H
 #define SWCTL_PLATFORM_FIELD_RECORDS_H
@@ -12,7 +13,7 @@
 
 SWCTL_BEGIN_DECLS
 
-/** The one rule table that libswctl uses: second argument of the rule calls. */
+/** The only rule table that libswctl uses: second argument of the rule calls. */
 #define CHIP_ACL_TABLE 0u
 
 /** Field-type codes of a template. */
@@ -23,7 +24,7 @@ SWCTL_BEGIN_DECLS
 #define CHIP_ACL_BURST_SLOTS 2
 
 /**
- * @name What becomes of frames that no rule matches
+ * @name What becomes of frames that match no rule
  * @{
  */
 #define CHIP_ACL_MISS_FORWARD 0u
@@ -55,7 +56,7 @@ enum chip_acl_field {
   CHIP_ACL_FIELD_L4_DST_PORT = 53
 };
 
-/** Field ids are below this number. */
+/** Field IDs are below this number. */
 #define CHIP_ACL_FIELD_IDS 54
 /** Bytes of the widest field. */
 #define CHIP_ACL_FIELD_MAX_BYTES 16
@@ -68,8 +69,8 @@ enum chip_acl_field {
 
 /**
  * @brief Bytes of a field's data, and of its mask.
- * @param field field id
- * @return the width in bytes; 0 for an id that is not in ::chip_acl_field
+ * @param field field ID
+ * @return the width in bytes; 0 for an ID that is not in ::chip_acl_field
  */
 static inline CHIP_CONSTEXPR uint32_t chip_acl_field_bytes(uint32_t field) {
   switch (field) {
@@ -100,7 +101,7 @@ static inline CHIP_CONSTEXPR uint32_t chip_acl_field_bytes(uint32_t field) {
 
 #undef CHIP_CONSTEXPR
 
-/** How a rule works together with the next one: (0, 1, 0) joins the two. */
+/** How a rule and the next one are combined: (0, 1, 0) joins the two. */
 struct chip_acl_operation {
   uint32_t word[3];
 };
@@ -115,7 +116,7 @@ typedef struct chip_acl_range chip_acl_range;
 
 /**
  * Actions of user_field_action_add(). Two numbers set the same words from
- * different parameters, and two remark alike.
+ * different parameters, and two remark the same thing.
  */
 enum chip_acl_action_number {
   CHIP_ACL_ACTION_PRIORITY = 1,
@@ -139,14 +140,14 @@ enum chip_acl_action_number {
 };
 
 /**
- * Words of an action record, by their place. The word that a group begins with
- * says that the group counts. Those named by their number have no name, and
- * those that are missing here are never written.
+ * Words of an action record, by index. The first word of a group says whether
+ * the group is used. Words that are named by their number have no name; words
+ * that are not listed are never written.
  */
 enum chip_acl_action_word {
   CHIP_ACL_WORD_FORWARD = 0,
   CHIP_ACL_WORD_FORWARD_KIND = 1, /**< a ::chip_acl_forward */
-  CHIP_ACL_WORD_FORWARD_TO = 2,   /**< number of a port, mask or group */
+  CHIP_ACL_WORD_FORWARD_TO = 2,   /**< number of a port, a mask or a group */
   CHIP_ACL_WORD_FORWARD_W4 = 4,
   CHIP_ACL_WORD_FORWARD_W5 = 5,
   CHIP_ACL_WORD_FORWARD_W6 = 6,
@@ -185,7 +186,7 @@ enum chip_acl_forward {
   CHIP_ACL_FORWARD_GROUP = 6
 };
 
-/** Whether a rule lets a frame pass. */
+/** Whether a rule drops or permits a frame. */
 enum chip_acl_verdict { CHIP_ACL_VERDICT_DROP = 1, CHIP_ACL_VERDICT_PERMIT = 2 };
 
 /** What a rule remarks: the priority of a tag, or the DSCP. */
@@ -195,13 +196,13 @@ enum chip_acl_remark {
   CHIP_ACL_REMARK_DSCP = 2
 };
 
-/** What a rule does with a frame that it matches: see ::chip_acl_action_word. */
+/** Actions of a rule; see ::chip_acl_action_word. */
 struct chip_acl_action {
   uint32_t word[CHIP_ACL_ACTION_WORDS];
 };
 typedef struct chip_acl_action chip_acl_action;
 
-/** One meter. */
+/** A meter. */
 struct chip_acl_meter {
   uint32_t enable;
   uint32_t rate;
@@ -209,7 +210,7 @@ struct chip_acl_meter {
 };
 typedef struct chip_acl_meter chip_acl_meter;
 
-/** The burst sizes that meters choose from. */
+/** The burst sizes of the slots. */
 struct chip_acl_burst {
   uint32_t size[CHIP_ACL_BURST_SLOTS];
 };

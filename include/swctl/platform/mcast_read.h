@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file mcast_read.h
- * @brief Reading the IP multicast table and how it is looked up. Optional; the
- *        laws are in read.h.
+ * @brief Reading the IP multicast table and how it is looked up. Optional;
+ *        read.h has the rules.
  */
 #ifndef SWCTL_PLATFORM_MCAST_READ_H
 #define SWCTL_PLATFORM_MCAST_READ_H
@@ -12,68 +12,69 @@
 
 SWCTL_BEGIN_DECLS
 
-/** One IPv4 entry. */
+/** An IPv4 multicast entry. */
 struct swctl_platform_ip_mcast {
-  int32_t index; /**< its place in the table; -1 if there is no such entry */
+  int32_t index; /**< index in the table; -1 if there is no such entry */
   chip_ip_mcast_entry entry;
 };
 typedef struct swctl_platform_ip_mcast swctl_platform_ip_mcast;
 
 /**
- * @brief The first IPv4 multicast entry from a place on.
+ * @brief Finds the first IPv4 multicast entry from an index on.
  *
  * @param unit  switch unit
- * @param from  where to begin
+ * @param from  index to begin at
  * @param entry receives the entry, as rtk_l2_ipMcastAddr_add() takes it
- * @return 0, or a result of the platform's own
+ * @return 0, or a negative result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_ip_mcast_next(uint32_t unit, int32_t from,
                                                swctl_platform_ip_mcast *entry);
 
-/** One IPv6 entry. */
+/** An IPv6 multicast entry. */
 struct swctl_platform_ip6_mcast {
-  int32_t index; /**< its place in the table; -1 if there is no such entry */
+  int32_t index; /**< index in the table; -1 if there is no such entry */
   chip_ip6_mcast_entry entry;
 };
 typedef struct swctl_platform_ip6_mcast swctl_platform_ip6_mcast;
 
 /**
- * @brief The first IPv6 multicast entry from a place on.
+ * @brief Finds the first IPv6 multicast entry from an index on.
  *
  * @param unit  switch unit
- * @param from  where to begin
+ * @param from  index to begin at
  * @param entry receives the entry, as rtk_l2_ip6McastAddr_add() takes it
- * @return 0, or a result of the platform's own
+ * @return 0, or a negative result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_ip6_mcast_next(uint32_t unit, int32_t from,
                                                 swctl_platform_ip6_mcast *entry);
 
 /**
- * @brief How IPv4 multicast frames are looked up.
+ * @brief Reads how IPv4 multicast frames are looked up.
  *
  * @param unit switch unit
- * @param mode receives what rtk_l2_ipmcMode_set() was given
- * @return 0, or a result of the platform's own
+ * @param mode receives the value last passed to rtk_l2_ipmcMode_set()
+ * @return 0, or a negative result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_ip_mcast_mode_get(uint32_t unit, uint32_t *mode);
 
 /**
- * @brief How IPv6 multicast frames are looked up.
+ * @brief Reads how IPv6 multicast frames are looked up.
  *
  * @param unit switch unit
- * @param mode receives what rtk_l2_ip6mcMode_set() was given
- * @return 0, or a result of the platform's own
+ * @param mode receives the value last passed to rtk_l2_ip6mcMode_set()
+ * @return 0, or a negative result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_ip6_mcast_mode_get(uint32_t unit, uint32_t *mode);
 
 /**
- * @brief What becomes of frames that come into a port and are not found.
+ * @brief Reads what becomes of frames of an ingress port that match no entry.
  *
  * @param unit   switch unit
  * @param port   chip port
  * @param type   one of CHIP_LOOKUP_*
- * @param action receives what rtk_l2_portLookupMissAction_set() was given
- * @return 0, or a result of the platform's own
+ * @param action receives the value last passed to
+ *               rtk_l2_portLookupMissAction_set()
+ * @return 0, or a negative result of the platform's own
  */
 SWCTL_API int32_t swctl_platform_lookup_miss_get(uint32_t unit, int32_t port, uint32_t type,
                                                  uint32_t *action);

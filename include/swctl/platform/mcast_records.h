@@ -3,9 +3,9 @@
  * @file mcast_records.h
  * @brief Records of the SDK's IP multicast calls.
  *
- * Which of the two addresses is the group and which the source is the SDK's
- * affair; they are called after the order in which callers of libswctl give
- * them, a before b.
+ * The SDK defines which of the two addresses is the group and which the
+ * source. They are named after the order in which callers of libswctl pass
+ * them: a, then b.
  */
 #ifndef SWCTL_PLATFORM_MCAST_RECORDS_H
 #define SWCTL_PLATFORM_MCAST_RECORDS_H
@@ -13,7 +13,7 @@
 #include <swctl/types.h>
 
 /**
- * @name Types of lookups
+ * @name Lookup types
  * @{
  */
 #define CHIP_LOOKUP_IP_MCAST 0u

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file port_records.h
- * @brief Records that the port calls hand to the SDK, and its counters.
+ * @brief Records of the SDK's port calls, and the SDK's counters.
  */
 #ifndef SWCTL_PLATFORM_PORT_RECORDS_H
 #define SWCTL_PLATFORM_PORT_RECORDS_H
@@ -14,8 +14,9 @@
 /**
  * @brief Result of a cable test: 21 words.
  *
- * Each group holds a word per pair, A to D; a flag is set if it is not 0.
- * The groups carry the names of what the library reports for them.
+ * Each group has a word per pair, A to D; a flag is set if it is not 0. The
+ * SDK gives the groups no names; these are named after what the library
+ * reports for them, which is this project's reading.
  */
 struct chip_cable_test_t {
   uint32_t unused; /**< not read by the library */
@@ -29,9 +30,9 @@ typedef struct chip_cable_test_t chip_cable_test_t;
 
 /**
  * @name Counter identifiers
- * Those that the library asks for by number, and the octets and sent packets
- * beside them. The virtual chip has ::CHIP_PORT_COUNTERS, and gives those
- * without a name no meaning.
+ * The counters that the library reads by number, and those of octets and sent
+ * packets. The virtual chip has ::CHIP_PORT_COUNTERS counters; those without a
+ * name have no meaning there. The names are this project's reading.
  * @{
  */
 #define CHIP_COUNTER_RX_OCTETS 0u
@@ -46,7 +47,7 @@ typedef struct chip_cable_test_t chip_cable_test_t;
 #define CHIP_COUNTER_FRAGMENTS 34u
 #define CHIP_COUNTER_OVERSIZE 41u
 #define CHIP_COUNTER_CHECKSUM_ERRORS 45u
-/** Counters of a port; identifiers run from 0 below it. */
+/** Number of a port's counters; identifiers are below it. */
 #define CHIP_PORT_COUNTERS 48
 /** @} */
 
@@ -54,7 +55,8 @@ typedef struct chip_cable_test_t chip_cable_test_t;
  * @brief All counters of a port, by identifier.
  *
  * This is the virtual chip's record. Another platform may have another one;
- * the library hands the caller's address on without looking behind it.
+ * the library passes the caller's pointer to the SDK and does not access the
+ * record.
  */
 struct chip_port_counters_t {
   user_counter_t value[CHIP_PORT_COUNTERS];

@@ -3,9 +3,9 @@
  * @file sdk.h
  * @brief The calls of the chip vendor's SDK that libswctl makes.
  *
- * Declarations only. On the board the vendor's libraries provide them, on a
- * desk libswctl-vchip does. Each call returns a signed 32-bit result; a
- * negative one is a failure. The list itself is calls/sdk.def.
+ * Declarations only. On the board, the vendor's libraries provide them; on a
+ * PC, libswctl-vchip does. Each call returns a signed 32-bit result; a
+ * negative result means failure. The list of the calls is calls/sdk.def.
  */
 #ifndef SWCTL_PLATFORM_SDK_H
 #define SWCTL_PLATFORM_SDK_H

@@ -3,7 +3,7 @@
  * @file trap_records.h
  * @brief Codes of the SDK's calls on trapped frames.
  *
- * The SDK gives its numbers no names; these are the ones that libswctl uses.
+ * The SDK's numbers have no names of their own; these are libswctl's.
  */
 #ifndef SWCTL_PLATFORM_TRAP_RECORDS_H
 #define SWCTL_PLATFORM_TRAP_RECORDS_H
@@ -29,7 +29,7 @@
 #define CHIP_TRAP_GROUP_LACP 1u
 /** @} */
 
-/** Slow protocols, a type of frames that may pass a blocked port. */
+/** Slow protocols, a type of frames that can pass a blocked port. */
 #define CHIP_TRAP_BYPASS_SLOW_PROTOCOLS 6u
 
 /**

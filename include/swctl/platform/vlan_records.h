@@ -9,10 +9,10 @@
 #include <swctl/types.h>
 
 /**
- * @brief One entry of the egress VLAN conversion table: what a leaving frame
- *        must match, and the VLAN ID it gets.
+ * @brief An entry of the egress VLAN conversion table: what a frame must match
+ *        at the egress, and its new VLAN ID.
  *
- * The SDK gives fields 6, 7, 10, 11, 13 and 14 no name; libswctl writes 0.
+ * Fields 6, 7, 10, 11, 13 and 14 have no name; libswctl writes 0.
  */
 struct chip_vlan_egress_entry {
   uint32_t valid;
