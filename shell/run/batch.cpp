@@ -53,14 +53,16 @@ class Source {
   std::optional<Command> next() {
     std::optional<std::string> text = read_line();
     if (!text) return std::nullopt;
-    Command command = {number_, *text, split_words(*text)};
-    while (command.line.continued) {
-      command.text.pop_back();
-      text = read_line();
-      if (!text) break;
+    Command command = {number_, "", {}};
+    Splitter splitter;
+    while (text) {
+      const bool continued = splitter.add(*text);
+      if (continued) text->pop_back();
       command.text += *text;
-      command.line = split_words(command.text);
+      if (!continued) break;
+      text = read_line();
     }
+    command.line = splitter.finish();
     return command;
   }
 

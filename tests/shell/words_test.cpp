@@ -56,18 +56,42 @@ TEST(Words, KnowWhetherTheNextWordIsNew) {
   EXPECT_FALSE(split_words("port ''").at_new_word);
 }
 
+bool is_continued(std::string_view line) {
+  return Splitter().add(line);
+}
+
 TEST(Words, ContinueBehindABackslashAtTheEnd) {
-  const Line line = split_words("port \\");
-  EXPECT_TRUE(line.continued);
-  EXPECT_THAT(line.words, ElementsAre("port"));
-  EXPECT_FALSE(split_words("port \\\\").continued);
-  EXPECT_THAT(split_words("port \\\\").words, ElementsAre("port", "\\"));
-  EXPECT_FALSE(split_words("port").continued);
-  EXPECT_TRUE(split_words("\"a\\").continued);
+  EXPECT_TRUE(is_continued("port \\"));
+  EXPECT_THAT(words("port \\"), ElementsAre("port"));
+  EXPECT_FALSE(is_continued("port \\\\"));
+  EXPECT_THAT(words("port \\\\"), ElementsAre("port", "\\"));
+  EXPECT_FALSE(is_continued("port"));
+  EXPECT_TRUE(is_continued("\"a\\"));
+  EXPECT_FALSE(is_continued("'a\\"));
 }
 
 TEST(Words, ACommentIsNotContinued) {
-  EXPECT_FALSE(split_words("# note \\").continued);
+  EXPECT_FALSE(is_continued("# note \\"));
+}
+
+TEST(Words, OfSeveralLinesAreOneCommand) {
+  Splitter splitter;
+  EXPECT_TRUE(splitter.add("port sh\\"));
+  EXPECT_TRUE(splitter.add("ow 'a b\\'  \\"));
+  EXPECT_TRUE(splitter.add("\"c\\"));
+  EXPECT_FALSE(splitter.add(" d\" # all"));
+  EXPECT_THAT(splitter.finish().words, ElementsAre("port", "show", "a b\\", "c d"));
+}
+
+TEST(Words, AreTheSameInEveryLocale) {
+  // Latin-1 has a blank at 0xa0, UTF-8 a part of a character.
+  EXPECT_THAT(words("1\xc2\xa0"
+                    "4 1\xa0"
+                    "4"),
+              ElementsAre("1\xc2\xa0"
+                          "4",
+                          "1\xa0"
+                          "4"));
 }
 
 }  // namespace
