@@ -76,7 +76,6 @@ TEST_F(Descriptors, AnImageIsAboveStandardError) {
 }
 
 TEST_F(Descriptors, SoIsOneThatIsMade) {
-  make_image();
   ASSERT_EQ(vchip_test::run(image(), [] { return change_and_print(0); }).status, 0);
   const std::string expected = read_file(image_);
   for (int subset = 1; subset < kSubsets; ++subset) {

@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+#include "common/bucket.h"
+
 namespace vchip {
 
 class Dump;
@@ -18,7 +20,7 @@ inline constexpr uint32_t kMaxMeterBurst = 0xFFFF;
 
 class MeterBlock {
  public:
-  static constexpr uint32_t kLayout = 1;
+  static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // a meter is off while it is written; sizes are single words
   void dump(const char *name, Dump &unit) const;
@@ -26,14 +28,20 @@ class MeterBlock {
   uint32_t mode(uint32_t meter) const { return meters_[meter].mode; }
   void set_mode(uint32_t meter, uint32_t mode) { meters_[meter].mode = mode; }
   const chip_acl_meter &entry(uint32_t meter) const { return meters_[meter].entry; }
-  void set_entry(uint32_t meter, const chip_acl_meter &entry);
+  void set_entry(uint32_t meter, const chip_acl_meter &entry, uint64_t now);
+  Fill fill(uint32_t meter) const;
+  const Bucket &bucket(uint32_t meter) const { return meters_[meter].bucket; }
+  void take(uint32_t meter, uint64_t tokens, uint64_t now) {
+    meters_[meter].bucket.take(fill(meter), tokens, now);
+  }
   const chip_acl_burst &burst() const { return burst_; }
-  void set_burst(const chip_acl_burst &burst) { burst_ = burst; }
+  void set_burst(const chip_acl_burst &burst, uint64_t now);
 
  private:
   struct Meter {
     chip_acl_meter entry;
     uint32_t mode;
+    Bucket bucket;
   };
   void dump_meter(Dump &entry, uint32_t number) const;
 

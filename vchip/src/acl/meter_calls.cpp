@@ -61,7 +61,7 @@ int32_t rtk_acl_meterEntry_get(uint32_t unit, uint32_t meter, chip_acl_meter *en
 int32_t rtk_acl_meterEntry_set(uint32_t unit, uint32_t meter, const chip_acl_meter *entry) {
   const chip_acl_meter copy = entry == nullptr ? chip_acl_meter{} : *entry;
   return change(unit, {on_meter(meter), not_null(entry), is_entry(copy)},
-                [=](Unit &chip) { chip.meter.set_entry(meter, copy); });
+                [=](Unit &chip) { chip.meter.set_entry(meter, copy, chip.time.clock()); });
 }
 
 int32_t rtk_acl_meterBurstSize_get(uint32_t unit, uint32_t table, chip_acl_burst *burst) {
@@ -74,7 +74,7 @@ int32_t rtk_acl_meterBurstSize_get(uint32_t unit, uint32_t table, chip_acl_burst
 int32_t rtk_acl_meterBurstSize_set(uint32_t unit, uint32_t table, const chip_acl_burst *burst) {
   const chip_acl_burst copy = burst == nullptr ? chip_acl_burst{} : *burst;
   return change(unit, {on_table(table), not_null(burst), are_bursts(copy)},
-                [=](Unit &chip) { chip.meter.set_burst(copy); });
+                [=](Unit &chip) { chip.meter.set_burst(copy, chip.time.clock()); });
 }
 
 int32_t rtk_acl_statPktCnt_get(uint32_t unit, uint32_t counter, uint32_t *count) {

@@ -44,9 +44,12 @@ __attribute__((constructor)) void watch_forks() {
   pthread_atfork([] { mutex.lock(); }, [] { mutex.unlock(); }, [] { mutex.unlock(); });
 }
 
+const FrameKeeper *frame_keeper = nullptr;
+
 void make_state(void *memory) {
   State &state = *static_cast<State *>(memory);
   state.header = make_header(sizeof(State), state_layout());
+  ++state.header.revision;
   reset_state(state);
 }
 
@@ -126,6 +129,7 @@ void clear_writer(Header &header) {
 void recover(State &state) {
   const uint32_t writer = state.header.writer;
   ++state.header.interrupted_writes;
+  ++state.header.revision;
   if (writer == kResetting) {
     reset_state(state);
   } else {
@@ -160,6 +164,7 @@ const std::string &Locked::image_path() const {
 
 Writing::Writing(State &state, Writer what) : header_(state.header) {
   set_writer(header_, what);
+  if (what != kSwitching) ++header_.revision;
 }
 
 Writing::~Writing() {
@@ -180,6 +185,19 @@ void close_chip() {
   Process &own = process();
   give_back(own);
   own = {};
+  if (frame_keeper != nullptr) frame_keeper->chip_gone();
+}
+
+void set_frame_keeper(const FrameKeeper *keeper) {
+  frame_keeper = keeper;
+}
+
+void tell_frame_keeper(State &state, uint32_t unit) {
+  if (frame_keeper != nullptr) frame_keeper->settings_changed(state, unit);
+}
+
+void tell_frame_keeper_of_reset() {
+  if (frame_keeper != nullptr) frame_keeper->chip_gone();
 }
 
 }  // namespace vchip

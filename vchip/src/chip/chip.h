@@ -45,6 +45,17 @@ class Writing {
   Header &header_;
 };
 
+// What keeps frames in this process hears of the chip. Called in the step, under
+// its lock; null: nobody keeps any.
+struct FrameKeeper {
+  void (*settings_changed)(State &state, uint32_t unit);
+  void (*chip_gone)();  // reset, or closed
+};
+void set_frame_keeper(const FrameKeeper *keeper);
+// After a step that may have changed settings of a unit.
+void tell_frame_keeper(State &state, uint32_t unit);
+void tell_frame_keeper_of_reset();
+
 // Why there is no chip, with the name of its file; null while there is one.
 // Whoever asks is trusted to tell the user.
 const char *refusal();
@@ -73,7 +84,9 @@ int32_t change_if(uint32_t unit, std::initializer_list<int32_t> checks, Step ste
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   if (const int32_t fault = first_fault(checks)) return fault;
   Writing mark(chip.state(), kChanging);
-  return step(chip.state().units[unit]);
+  const int32_t result = step(chip.state().units[unit]);
+  tell_frame_keeper(chip.state(), unit);
+  return result;
 }
 
 // The same for a step that cannot fail.

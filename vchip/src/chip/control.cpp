@@ -22,5 +22,6 @@ int32_t vchip_reset(void) {
   if (!chip) return VCHIP_E_IMAGE;
   vchip::Writing mark(chip.state(), vchip::kResetting);
   vchip::reset_state(chip.state());
+  vchip::tell_frame_keeper_of_reset();
   return 0;
 }

@@ -9,7 +9,8 @@
 namespace vchip {
 
 // What a call that has begun and not ended is doing.
-enum Writer : uint32_t { kNoWriter = 0, kChanging = 1, kResetting = 2 };
+// Frames change tables and counters, but no setting.
+enum Writer : uint32_t { kNoWriter = 0, kChanging = 1, kResetting = 2, kSwitching = 3 };
 
 struct Header {
   // Written once, when the image is made.
@@ -22,7 +23,9 @@ struct Header {
   // Changed under the lock.
   uint32_t writer;
   uint32_t interrupted_writes;
-  uint32_t reserved[7];
+  uint32_t reserved;
+  uint64_t revision;  // counts the changes of settings
+  uint32_t reserved2[4];
 };
 static_assert(sizeof(Header) == 64);
 

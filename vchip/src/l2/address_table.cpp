@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "l2/address_table.h"
 
+#include <algorithm>
 #include <atomic>
 #include <bit>
 #include <cstring>
@@ -22,6 +23,10 @@ bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac)
   return entry.vid == vid && memcmp(entry.mac, mac, sizeof entry.mac) == 0;
 }
 
+// No entry can age.
+constexpr uint64_t kNobody = UINT64_MAX;
+constexpr uint64_t kNanosecondsPerSecond = 1000000000;
+
 }  // namespace
 
 int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
@@ -35,6 +40,8 @@ int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
 void AddressTable::reset() {
   memset(taken_, 0, sizeof taken_);
   memset(learned_, 0, sizeof learned_);
+  now_ = 0;
+  oldest_ = kNobody;
 }
 
 void AddressTable::repair() {
@@ -103,10 +110,34 @@ bool AddressTable::put(const chip_l2_ucast_entry &entry) {
   if (present != kNoIndex) remove(present);
   const int32_t index = present != kNoIndex ? present : free_place(bucket_of(entry.vid, entry.mac));
   if (index == kNoIndex) return false;
-  slots_[index] = {entry, 0};
+  if (!is_static(entry)) oldest_ = std::min(oldest_, now_);
+  slots_[index] = {entry, now_};
   set_taken(index, true);
   count(entry, 1);
   return true;
+}
+
+uint32_t AddressTable::age(int32_t index) const {
+  const uint64_t seconds = (now_ - slots_[index].seen) / kNanosecondsPerSecond;
+  return static_cast<uint32_t>(std::min<uint64_t>(seconds, UINT32_MAX));
+}
+
+void AddressTable::pass(uint64_t nanoseconds, uint64_t aging) {
+  now_ += std::min(nanoseconds, UINT64_MAX - now_);
+  if (aging != 0 && oldest_ != kNobody && now_ - oldest_ >= aging) expire(aging);
+}
+
+void AddressTable::expire(uint64_t aging) {
+  uint64_t oldest = kNobody;
+  for (int32_t index = next(kNoIndex); index != kNoIndex; index = next(index)) {
+    if (is_static(entry(index))) continue;
+    const uint64_t seen = slots_[index].seen;
+    if (now_ - seen >= aging)
+      remove(index);
+    else
+      oldest = std::min(oldest, seen);
+  }
+  oldest_ = oldest;
 }
 
 void AddressTable::remove(int32_t index) {

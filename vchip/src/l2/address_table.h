@@ -50,14 +50,23 @@ class AddressTable {
   int32_t next(int32_t index) const;
 
   const chip_l2_ucast_entry &entry(int32_t index) const { return slots_[index].entry; }
-  uint32_t age(int32_t index) const { return slots_[index].age; }
-  void set_age(int32_t index, uint32_t seconds) { slots_[index].age = seconds; }
+  // Whole seconds since its address was last seen.
+  uint32_t age(int32_t index) const;
+  // An entry that is there was seen again.
+  void refresh(int32_t index) { slots_[index].seen = now_; }
   void set_state(int32_t index, uint32_t state, uint32_t aux);
 
   // Writes an entry over the one with its key or into a free place of its
   // bucket, as just seen. False: the bucket is full.
   bool put(const chip_l2_ucast_entry &entry);
   void remove(int32_t index);
+  bool is_full(uint32_t vid, const uint8_t *mac) const {
+    return free_place(bucket_of(vid, mac)) == kNoIndex;
+  }
+
+  // Time passes for the entries. Those that are not static and reach the aging
+  // time are dropped, unless that is 0.
+  void pass(uint64_t nanoseconds, uint64_t aging);
 
   // How many entries of the port are not static.
   uint32_t learned(int32_t port) const { return learned_[port]; }
@@ -67,18 +76,23 @@ class AddressTable {
 
   struct Slot {
     chip_l2_ucast_entry entry;
-    uint32_t age;  // seconds since its address was last seen
+    uint64_t seen;  // when, by now_
   };
 
   bool is_taken(int32_t index) const;
   void set_taken(int32_t index, bool taken);
   int32_t free_place(int32_t bucket) const;
   void count(const chip_l2_ucast_entry &entry, uint32_t step);
+  void expire(uint64_t aging);
 
   // Bit i of word w says that slot 64 w + i holds an entry.
   uint64_t taken_[kAddresses / kWordBits];
   Slot slots_[kAddresses];
   uint32_t learned_[VCHIP_PORTS];
+  // Nanoseconds that have passed for the entries, and a time before which none
+  // of those that can age was last seen: until that is old enough, no entry is.
+  uint64_t now_;
+  uint64_t oldest_;
 };
 
 }  // namespace vchip

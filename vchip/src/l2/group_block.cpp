@@ -38,6 +38,11 @@ int32_t GroupBlock::find(uint32_t vid, const uint8_t *mac) const {
   return kNoGroup;
 }
 
+bool GroupBlock::is_at(int32_t index, uint32_t vid, const uint8_t *mac) const {
+  const Group &group = groups_[index];
+  return group.exists != 0 && group.vid == vid && memcmp(group.mac, mac, sizeof group.mac) == 0;
+}
+
 chip_l2_mcast_entry GroupBlock::entry(int32_t index) const {
   const Group &group = groups_[index];
   chip_l2_mcast_entry entry = {};

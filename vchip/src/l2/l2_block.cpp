@@ -58,27 +58,48 @@ bool L2Block::may_learn(int32_t port) const {
   return limit.enabled == 0 || table_.learned(port) < static_cast<uint32_t>(limit.limit);
 }
 
-// A station that shows up where it is not bound to be is a violation; one that
-// was learned has moved.
-int32_t L2Block::see_again(int32_t index, int32_t port, int32_t trunk) {
-  chip_l2_ucast_entry entry = table_.entry(index);
-  const bool moved = entry.port != port || entry.trunk != trunk;
-  if (is_static(entry)) {
-    if (moved) table_.set_state(index, entry.state | kViolationState, entry.aux);
-    return 0;
-  }
-  if (entry.port != port && !may_learn(port)) return VCHIP_E_L2_LIMIT;
-  entry.port = port;
-  entry.trunk = trunk;
-  table_.put(entry);
-  return 0;
+// A trunk is one place, whichever of its members the frame came by.
+static bool is_at(const chip_l2_ucast_entry &entry, const Source &source) {
+  return entry.trunk == source.trunk && (entry.trunk != 0 || entry.port == source.port);
 }
 
-int32_t L2Block::learn(uint32_t vid, const uint8_t *mac, int32_t port, int32_t trunk) {
-  const int32_t index = table_.find(vid, mac);
-  if (index != kNoIndex) return see_again(index, port, trunk);
-  if (!may_learn(port)) return VCHIP_E_L2_LIMIT;
-  return table_.put(make_entry(vid, mac, port, trunk)) ? 0 : VCHIP_E_L2_FULL;
+// A station that shows up where it is not bound to be is a violation; one that
+// was learned has moved.
+Learn L2Block::plan(int32_t index, const Source &source) const {
+  if (index == kNoIndex) {
+    if (!may_learn(source.port)) return Learn::limit;
+    return table_.is_full(source.vid, source.mac) ? Learn::full : Learn::add;
+  }
+  const chip_l2_ucast_entry &entry = table_.entry(index);
+  if (is_static(entry)) {
+    const bool violates = !is_at(entry, source) && (entry.flags & kViolationIgnoredFlag) == 0;
+    return violates ? Learn::violation : Learn::nothing;
+  }
+  if (is_at(entry, source)) return Learn::refresh;
+  return entry.port != source.port && !may_learn(source.port) ? Learn::limit : Learn::move;
+}
+
+void L2Block::apply(Learn learn, int32_t index, const Source &source) {
+  switch (learn) {
+    case Learn::refresh: return table_.refresh(index);
+    case Learn::violation: {
+      const chip_l2_ucast_entry &entry = table_.entry(index);
+      return table_.set_state(index, entry.state | kViolationState, entry.aux);
+    }
+    case Learn::move: {
+      chip_l2_ucast_entry entry = table_.entry(index);
+      entry.port = source.port;
+      entry.trunk = source.trunk;
+      table_.put(entry);
+      return;
+    }
+    case Learn::add:
+      table_.put(make_entry(source.vid, source.mac, source.port, source.trunk));
+      return;
+    case Learn::nothing:
+    case Learn::full:
+    case Learn::limit: return;
+  }
 }
 
 int32_t L2Block::mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t aux) {
@@ -86,16 +107,6 @@ int32_t L2Block::mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t
   if (index == kNoIndex) return VCHIP_E_L2_ENTRY;
   table_.set_state(index, state, aux);
   return 0;
-}
-
-void L2Block::pass(uint32_t seconds) {
-  for (int32_t index = table_.next(kNoIndex); index != kNoIndex; index = table_.next(index)) {
-    if (is_static(table_.entry(index))) continue;
-    const uint32_t before = table_.age(index);
-    const uint32_t age = before + std::min(seconds, UINT32_MAX - before);
-    table_.set_age(index, age);
-    if (aging_ != 0 && age >= aging_) table_.remove(index);
-  }
 }
 
 }  // namespace vchip

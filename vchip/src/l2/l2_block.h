@@ -19,6 +19,25 @@ struct LearnLimit {
   int32_t limit;
 };
 
+// The source of a frame, and where it came in.
+struct Source {
+  uint32_t vid;
+  const uint8_t *mac;
+  int32_t port;
+  int32_t trunk;  // of the port; 0 for none
+};
+
+// What a source does to the table.
+enum class Learn : uint32_t {
+  nothing,
+  add,
+  move,
+  refresh,
+  violation,  // it is bound to another place
+  full,       // its bucket has no room
+  limit,      // its port may learn no more
+};
+
 class L2Block {
  public:
   static constexpr uint32_t kLayout = 1;
@@ -41,14 +60,15 @@ class L2Block {
   void enable_limit(int32_t port, uint32_t enable) { limits_[port].enabled = enable; }
   void set_limit(int32_t port, int32_t limit) { limits_[port].limit = limit; }
 
-  // The world. A frame with this source comes in at the port.
-  int32_t learn(uint32_t vid, const uint8_t *mac, int32_t port, int32_t trunk);
+  // A frame with this source has come in: what becomes of its entry, at the
+  // index where it is, kNoIndex for none; and then doing so.
+  Learn plan(int32_t index, const Source &source) const;
+  void apply(Learn learn, int32_t index, const Source &source);
   int32_t mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t aux);
-  void pass(uint32_t seconds);
+  void pass(uint64_t nanoseconds) { table_.pass(nanoseconds, aging_ * uint64_t{1000000000}); }
 
  private:
   bool may_learn(int32_t port) const;
-  int32_t see_again(int32_t index, int32_t port, int32_t trunk);
 
   AddressTable table_;
   uint32_t aging_;  // 0: never

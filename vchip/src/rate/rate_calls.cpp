@@ -44,7 +44,7 @@ int32_t set_storm(uint32_t unit, int32_t port, uint32_t type, uint32_t vchip::St
 
 int32_t rtk_rate_stormControlRateMode_set(uint32_t unit, uint32_t mode) {
   return change(unit, {at_most(mode, vchip::kCountPackets)},
-                [=](Unit &chip) { chip.rate.set_storm_mode(mode); });
+                [=](Unit &chip) { chip.rate.set_storm_mode(mode, chip.time.clock()); });
 }
 
 int32_t rtk_rate_stormControlRateMode_get(uint32_t unit, uint32_t *mode) {
@@ -56,7 +56,7 @@ int32_t rtk_rate_stormControlRateMode_get(uint32_t unit, uint32_t *mode) {
 
 int32_t rtk_rate_stormControlBurstSize_set(uint32_t unit, uint32_t type, uint32_t size) {
   return change(unit, {below(type, kStormTypes), at_most(size, vchip::kMaxStormBurst)},
-                [=](Unit &chip) { chip.rate.set_storm_burst(type, size); });
+                [=](Unit &chip) { chip.rate.set_storm_burst(type, size, chip.time.clock()); });
 }
 
 int32_t rtk_rate_igrBandwidthCtrlEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
@@ -72,8 +72,9 @@ int32_t rtk_rate_igrBandwidthCtrlRate_get(uint32_t unit, int32_t port, int32_t *
 }
 
 int32_t rtk_rate_igrBandwidthCtrlRate_set(uint32_t unit, int32_t port, int32_t rate) {
-  return change(unit, {on_port(port), possible_rate(rate)},
-                [=](Unit &chip) { chip.rate.ingress(port).rate = rate; });
+  return change(unit, {on_port(port), possible_rate(rate)}, [=](Unit &chip) {
+    vchip::RateBlock::set_rate(chip.rate.ingress(port), rate, chip.time.clock());
+  });
 }
 
 int32_t rtk_rate_egrBandwidthCtrlEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
@@ -89,8 +90,9 @@ int32_t rtk_rate_egrBandwidthCtrlRate_get(uint32_t unit, int32_t port, int32_t *
 }
 
 int32_t rtk_rate_egrBandwidthCtrlRate_set(uint32_t unit, int32_t port, int32_t rate) {
-  return change(unit, {on_port(port), possible_rate(rate)},
-                [=](Unit &chip) { chip.rate.egress(port).rate = rate; });
+  return change(unit, {on_port(port), possible_rate(rate)}, [=](Unit &chip) {
+    vchip::RateBlock::set_rate(chip.rate.egress(port), rate, chip.time.clock());
+  });
 }
 
 int32_t rtk_rate_stormControlEnable_get(uint32_t unit, int32_t port, uint32_t type,
@@ -118,7 +120,8 @@ int32_t rtk_rate_stormControlRate_get(uint32_t unit, int32_t port, uint32_t type
 }
 
 int32_t rtk_rate_stormControlRate_set(uint32_t unit, int32_t port, uint32_t type, uint32_t rate) {
-  return set_storm(unit, port, type, &vchip::Storm::rate, rate, kMaxStormRate);
+  return change(unit, {on_front_port(port), below(type, kStormTypes), at_most(rate, kMaxStormRate)},
+                [=](Unit &chip) { chip.rate.set_storm_rate(port, type, rate, chip.time.clock()); });
 }
 
 int32_t rtk_rate_stormControlExceed_get(uint32_t unit, int32_t port, uint32_t type,

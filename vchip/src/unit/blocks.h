@@ -40,6 +40,9 @@
 #include "switch/defaults_block.h"
 #include "switch/switch_block.h"
 #include "tag/tag_block.h"
+#include "traffic/drop_block.h"
+#include "traffic/queue_block.h"
+#include "traffic/time_block.h"
 #include "vlan/conversion_block.h"
 #include "vlan/vlan_block.h"
 
@@ -68,6 +71,9 @@
   BLOCK(TrapBlock, trap)             \
   BLOCK(MirrorBlock, mirror)         \
   BLOCK(TrunkBlock, trunk)           \
-  BLOCK(McastIpBlock, mcast_ip)
+  BLOCK(McastIpBlock, mcast_ip)      \
+  BLOCK(TimeBlock, time)             \
+  BLOCK(DropBlock, drops)            \
+  BLOCK(QueueBlock, queue)
 
 #endif

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "pipeline/frame_ring.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace vchip {
+namespace {
+
+constexpr size_t kFirstRoom = 2048;
+// An empty ring gives back what is larger.
+constexpr size_t kKeptRoom = 65536;
+
+constexpr size_t size_of(uint32_t length) {
+  constexpr size_t kAlignment = alignof(FrameNote);
+  return (sizeof(FrameNote) + length + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+}  // namespace
+
+FrameRing::FrameRing(const FrameRing &other) : count_(other.count_) {
+  if (other.empty()) return;
+  room_ = tail_ = other.tail_ - other.head_;
+  data_.reset(new uint8_t[room_]);
+  memcpy(data_.get(), other.data_.get() + other.head_, room_);
+}
+
+// Moves what is there to the start, into a larger block if half of this one is
+// in use.
+void FrameRing::make_room(size_t size) {
+  const size_t used = tail_ - head_;
+  if (used + size <= room_ / 2) {
+    memmove(data_.get(), data_.get() + head_, used);
+  } else {
+    const size_t room = std::max({kFirstRoom, room_ + room_ / 2, used + 2 * size});
+    std::unique_ptr<uint8_t[]> data(new uint8_t[room]);
+    if (used != 0) memcpy(data.get(), data_.get() + head_, used);
+    data_ = std::move(data);
+    room_ = room;
+  }
+  head_ = 0;
+  tail_ = used;
+}
+
+void FrameRing::push(const FrameNote &note, const uint8_t *bytes) {
+  const size_t size = size_of(note.length);
+  if (tail_ + size > room_) make_room(size);
+  memcpy(data_.get() + tail_, &note, sizeof note);
+  memcpy(data_.get() + tail_ + sizeof note, bytes, note.length);
+  tail_ += size;
+  ++count_;
+}
+
+void FrameRing::pop() {
+  head_ += size_of(front().length);
+  if (--count_ != 0) return;
+  head_ = tail_ = 0;
+  if (room_ > kKeptRoom) clear();
+}
+
+}  // namespace vchip

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The time of a unit.
+#ifndef VCHIP_TRAFFIC_TIME_BLOCK_H
+#define VCHIP_TRAFFIC_TIME_BLOCK_H
+
+#include <cstdint>
+
+namespace vchip {
+
+class Dump;
+
+inline constexpr uint64_t kNanosecondsPerSecond = 1000000000;
+
+class TimeBlock {
+ public:
+  static constexpr uint32_t kLayout = 1;
+  void reset() { clock_ = 0; }
+  void repair() {}  // single words, each valid on its own
+  void dump(const char *name, Dump &unit) const;
+
+  // Nanoseconds since power-on. It stands still unless it is advanced.
+  uint64_t clock() const { return clock_; }
+  void set_clock(uint64_t nanoseconds) { clock_ = nanoseconds; }
+
+ private:
+  uint64_t clock_;
+};
+
+}  // namespace vchip
+
+#endif
