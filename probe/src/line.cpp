@@ -93,4 +93,10 @@ std::string line_of(const Call &call, const char *sentence) {
   return fmt::to_string(line);
 }
 
+std::string question_of(Call call) {
+  call.has_result = call.made_up = false;
+  for (Argument &argument : call.arguments) argument.after.clear();
+  return line_of(call, nullptr);
+}
+
 }  // namespace swprobe

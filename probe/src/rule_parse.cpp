@@ -1,40 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fnmatch.h>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
 #include "number.h"
 #include "rule.h"
+#include "rule_words.h"
 
 namespace swprobe {
 namespace {
 
-std::string quoted(const std::string &word) {
-  return "'" + word + "'";
-}
-
 [[noreturn]] void wrong(const std::string &what) {
   throw std::invalid_argument(what);
-}
-
-std::vector<std::string> words_of(const std::string &text) {
-  std::istringstream stream(text);
-  std::vector<std::string> words;
-  for (std::string word; stream >> word;) words.push_back(word);
-  return words;
-}
-
-std::vector<const Site *> calls_like(const std::string &pattern) {
-  std::vector<const Site *> sites;
-  for (const Site *site : known_calls()) {
-    if (fnmatch(pattern.c_str(), site->name, 0) == 0) sites.push_back(site);
-  }
-  if (sites.empty()) wrong("no call is named " + quoted(pattern));
-  return sites;
 }
 
 class Parser {
@@ -187,14 +164,10 @@ Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
 }
 
 std::vector<Rule> read_plan(const std::string &path) {
-  std::ifstream file(path);
-  if (!file) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
   std::vector<Rule> rules;
-  int number = 0;
-  for (std::string line; std::getline(file, line);) {
-    add_rule(rules, path + ":" + std::to_string(++number), line.substr(0, line.find('#')));
-  }
-  if (file.bad()) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
+  each_rule(path, [&](const std::string &place, const std::string &text) {
+    add_rule(rules, place, text);
+  });
   return rules;
 }
 
