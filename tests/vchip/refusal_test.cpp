@@ -93,7 +93,7 @@ uint32_t check_of(const std::string &bytes) {
 TEST_F(Refusal, TheGoodImageIsAsDescribed) {
   EXPECT_EQ(good_.substr(0, 8), "SWVCHIP\n");
   EXPECT_EQ(word_at(good_, vchip_test::kByteOrderAt), 0x01020304u);
-  EXPECT_EQ(word_at(good_, vchip_test::kVersionAt), 1u);
+  EXPECT_EQ(word_at(good_, vchip_test::kVersionAt), 2u);
   EXPECT_EQ(word_at(good_, vchip_test::kSizeAt), good_.size());
   EXPECT_EQ(word_at(good_, vchip_test::kCheckAt), check_of(good_));
   EXPECT_EQ(word_at(good_, vchip_test::kWriterAt), 0u);
@@ -126,7 +126,7 @@ TEST_F(Refusal, Foreign) {
 
 TEST_F(Refusal, OtherVersion) {
   std::string bytes = good_;
-  set_word(bytes, vchip_test::kVersionAt, 2);
+  set_word(bytes, vchip_test::kVersionAt, 1);
   set_word(bytes, vchip_test::kCheckAt, check_of(bytes));
   expect_refused(bytes, "made by another version of the virtual chip");
 }
