@@ -37,6 +37,9 @@ inline constexpr int32_t kOnNoTrunk = 0;
 // (l2/group_block.h) belong to the groups of layer 2: what a group's entry calls
 // its forwarding index, and the action "redirect to group", is an index of these.
 inline constexpr uint32_t kPortMasks = 512;
+// The first forwarding port masks are for flooding and hold every port after
+// power-on.
+inline constexpr uint32_t kFloodMasks = 8;
 
 // Why the lookup of a destination found nothing.
 inline constexpr uint32_t kMissTypes = 6;
