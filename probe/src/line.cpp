@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "line.h"
 
-#include <fmt/format.h>
-#include <iterator>
+#include "buffer.h"
 
 namespace swprobe {
 namespace {
-
-using Buffer = fmt::memory_buffer;
-
-template <class... Values>
-void add(Buffer &line, fmt::format_string<Values...> format, Values &&...values) {
-  fmt::format_to(std::back_inserter(line), format, std::forward<Values>(values)...);
-}
 
 // An element as the unsigned number of its own width.
 uint64_t bits_of(int64_t value, int width) {

@@ -3,13 +3,10 @@
 
 #include "line_reader.h"
 #include "recording.h"
+#include "wrong.h"
 
 namespace swprobe {
 namespace {
-
-[[noreturn]] void wrong(const std::string &what) {
-  throw std::runtime_error(what);
-}
 
 class Reader {
  public:

@@ -5,6 +5,7 @@
 #define SWCTL_PROBE_RULE_WORDS_H
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,10 @@
 
 namespace swprobe {
 
+// What is written is no rule.
+[[noreturn]] inline void bad_rule(const std::string &what) {
+  throw std::invalid_argument(what);
+}
 std::string quoted(const std::string &word);
 std::vector<std::string> words_of(const std::string &text);
 // The calls of the platform with a name like this. Throws std::invalid_argument

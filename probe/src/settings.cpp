@@ -27,18 +27,19 @@ struct Words {
   Filter filter;
 };
 
-[[noreturn]] void wrong(const std::string &what) {
+[[noreturn]] void bad_setting(const std::string &what) {
   throw std::runtime_error("SWPROBE: " + what);
 }
 
 [[noreturn]] void unknown(const std::string &word) {
-  wrong("'" + word +
-        "' is none of trace, trace:FILE, record:FILE, fail:FILE, expect:FILE, expect-stop:FILE, "
-        "answer:FILE, rules:FILE, only:NAME, port:NUMBER and rotate:SIZE");
+  bad_setting(
+      "'" + word +
+      "' is none of trace, trace:FILE, record:FILE, fail:FILE, expect:FILE, expect-stop:FILE, "
+      "answer:FILE, rules:FILE, only:NAME, port:NUMBER and rotate:SIZE");
 }
 
 void set_once(std::string &to, const std::string &kind, const std::string &value) {
-  if (!to.empty()) wrong("'" + kind + "' is there twice");
+  if (!to.empty()) bad_setting("'" + kind + "' is there twice");
   to = value;
 }
 
@@ -54,7 +55,7 @@ uint64_t size_of(const std::string &text) {
   const size_t power = text.empty() ? std::string::npos : letters.find(text.back());
   const auto number = parse_number(text.substr(0, text.size() - (power < letters.size() ? 1 : 0)));
   if (!number || *number <= 0 || *number > INT32_MAX)
-    wrong("'" + text + "' is no size such as 10M");
+    bad_setting("'" + text + "' is no size such as 10M");
   uint64_t size = static_cast<uint64_t>(*number);
   for (size_t i = 0; power < letters.size() && i <= power; ++i) size *= kStep;
   return size;
@@ -67,7 +68,8 @@ void set_rotation(Words &words, const std::string &text) {
   if (colon == std::string::npos) return;
   const std::string count = text.substr(colon + 1);
   const auto keep = parse_number(count);
-  if (!keep || *keep < 0 || *keep > 999) wrong("'" + count + "' is no number of files, 0 to 999");
+  if (!keep || *keep < 0 || *keep > 999)
+    bad_setting("'" + count + "' is no number of files, 0 to 999");
   words.rotation.keep = static_cast<unsigned>(*keep);
 }
 
@@ -101,10 +103,10 @@ void add_word(Words &words, const std::string &word) {
 
 void check(const Words &words) {
   const bool has_recording = !words.golden.empty() || !words.answers.empty();
-  if (!words.comparisons.empty() && !has_recording) wrong("'rules' without expect or answer");
+  if (!words.comparisons.empty() && !has_recording) bad_setting("'rules' without expect or answer");
   const auto is_file = [](const std::string &name) { return name != kStandardError; };
   const bool has_file = !words.recordings.empty() || std::ranges::any_of(words.traces, is_file);
-  if (words.rotation.size > 0 && !has_file) wrong("'rotate' without a file to write");
+  if (words.rotation.size > 0 && !has_file) bad_setting("'rotate' without a file to write");
 }
 
 Words parse_words(const std::string &text) {
