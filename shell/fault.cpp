@@ -20,4 +20,10 @@ std::string fault_line(const Fault &fault) {
   return line + join(fault.expected, ", ");
 }
 
+CommandError with_note(const CommandError &error, const std::string &note) {
+  Fault fault = error.fault();
+  fault.message += "; " + note;
+  return CommandError(fault);
+}
+
 }  // namespace swsh

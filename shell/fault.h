@@ -51,6 +51,9 @@ class CommandError : public std::exception {
   Fault fault_;
 };
 
+// The same error with more to say at the end of its message.
+CommandError with_note(const CommandError &error, const std::string &note);
+
 }  // namespace swsh
 
 #endif

@@ -2,7 +2,6 @@
 #include "acl/qualifiers.h"
 
 #include <swctl/field.h>
-#include <swctl/platform/adapter.h>
 
 #include <cstring>
 #include <stdexcept>
@@ -32,7 +31,6 @@ struct Qualifier {
 
 namespace {
 
-constexpr int32_t kChipPorts = 32;
 constexpr int kDscpShift = 2;
 constexpr uint32_t kOtherProtocols = 0x1000;
 
@@ -165,18 +163,12 @@ MatchValue masked_value(const Qualifier &qualifier, const std::string &word) {
   }
 }
 
-uint32_t port_mask(const std::vector<int64_t> &interfaces) {
-  uint32_t mask = 0;
-  for (const Port &port : ports_of(interfaces)) mask |= 1u << port.chip;
-  return mask;
-}
-
 MatchValue value_of(const Qualifier &qualifier, const Arguments &arguments) {
   const std::string name = qualifier.keyword;
   MatchValue value;
   switch (qualifier.style) {
     case Style::masked: return masked_value(qualifier, arguments.word(name));
-    case Style::ports: value.number = port_mask(arguments.numbers(name)); break;
+    case Style::ports: value.number = portmask_of(arguments.numbers(name)); break;
     case Style::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
     case Style::frame_type:
     case Style::ip_type: value.number = arguments.u32(name); break;
@@ -195,16 +187,9 @@ uint32_t host_number(const uint8_t *bytes, uint32_t width) {
   }
 }
 
-// The other way round from write_ports(): the ports that the mask leaves out.
-// A port that is on no interface has none to show.
-std::vector<int64_t> interfaces_in(const uint8_t *mask) {
-  const uint32_t ports = ~host_number(mask, 4);
-  std::vector<int64_t> interfaces;
-  for (int64_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface) {
-    const int32_t port = adp_intf_2_phy_id(static_cast<int32_t>(interface));
-    if (port >= 0 && port < kChipPorts && (ports >> port & 1) != 0) interfaces.push_back(interface);
-  }
-  return interfaces;
+// The mask leaves out the ports that the rule is for.
+std::vector<int64_t> ports_left_out(const uint8_t *mask) {
+  return interfaces_in({{~host_number(mask, 4)}});
 }
 
 Value protocol_field(const uint8_t *data, const uint8_t *mask) {
@@ -238,7 +223,7 @@ void add_condition(Record &record, const Qualifier &qualifier, const uint8_t *da
                    const uint8_t *mask) {
   const char *name = qualifier.keyword;
   switch (qualifier.style) {
-    case Style::ports: record.add(name, interfaces_in(mask)); return;
+    case Style::ports: record.add(name, ports_left_out(mask)); return;
     case Style::protocol: record.add(name, protocol_field(data, mask)); return;
     case Style::frame_type: record.add(name, code_number(kFrameTypes, data[0])); return;
     case Style::ip_type: record.add(name, code_number(kIpTypes, data[0])); return;

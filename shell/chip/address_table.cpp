@@ -3,14 +3,12 @@
 
 #include <algorithm>
 
+#include "chip/l2_walk.h"
 #include "chip/limits.h"
-#include "chip/progress.h"
 #include "mac_text.h"
 
 namespace swsh {
 namespace {
-
-constexpr uint32_t kPortBits = 32;
 
 AddressKind kind_of(const user_l2_addr_t &entry) {
   if ((entry.flags & USER_L2_FLAG_STATIC) == 0) return kDynamic;
@@ -42,15 +40,6 @@ Value interface_value(const Interfaces &interfaces, int32_t chip_port) {
   return interface ? Value(*interface) : Value(nullptr);
 }
 
-// What a walk fills.
-template <typename Entry>
-struct Gathering {
-  Progress progress;
-  std::vector<Entry> entries;
-
-  explicit Gathering(const char *what) : progress(what) {}
-};
-
 user_l2_addr_t record_of(const chip_l2_ucast_entry &entry) {
   user_l2_addr_t record = {};
   record.flags = entry.flags;
@@ -60,20 +49,6 @@ user_l2_addr_t record_of(const chip_l2_ucast_entry &entry) {
   record.tgid = entry.trunk;
   record.aux = entry.aux;
   return record;
-}
-
-int32_t gather_address(uint32_t, chip_l2_ucast_entry *entry, void *data) {
-  auto &gathering = *static_cast<Gathering<user_l2_addr_t> *>(data);
-  gathering.entries.push_back(record_of(*entry));
-  gathering.progress.step();
-  return 0;
-}
-
-int32_t gather_group(uint32_t, chip_l2_mcast_entry *entry, void *data) {
-  auto &gathering = *static_cast<Gathering<chip_l2_mcast_entry> *>(data);
-  gathering.entries.push_back(*entry);
-  gathering.progress.step();
-  return 0;
 }
 
 }  // namespace
@@ -123,9 +98,10 @@ AddressFilter filter_of(const Arguments &arguments) {
 }
 
 std::vector<user_l2_addr_t> read_addresses() {
-  Gathering<user_l2_addr_t> gathering("addresses read");
-  rtk_l2_traverse(0, gather_address, &gathering);
-  return std::move(gathering.entries);
+  std::vector<user_l2_addr_t> addresses;
+  for (const chip_l2_ucast_entry &entry : read_address_entries())
+    addresses.push_back(record_of(entry));
+  return addresses;
 }
 
 Record address_record(const Interfaces &interfaces, const user_l2_addr_t &entry) {
@@ -142,12 +118,6 @@ Record address_record(const Interfaces &interfaces, const user_l2_addr_t &entry)
   return record;
 }
 
-std::vector<chip_l2_mcast_entry> read_groups(uint32_t unit) {
-  Gathering<chip_l2_mcast_entry> gathering("groups read");
-  rtk_l2_mcast_traverse(unit, gather_group, &gathering);
-  return std::move(gathering.entries);
-}
-
 Record group_record(const Interfaces &interfaces, const uint8_t *mac, int64_t vid,
                     uint32_t portmask) {
   Record record;
@@ -155,23 +125,6 @@ Record group_record(const Interfaces &interfaces, const uint8_t *mac, int64_t vi
   record.add("mac", mac_text(mac));
   record.add("ports", interfaces_of(interfaces, portmask));
   return record;
-}
-
-uint32_t portmask_of(const std::vector<int64_t> &interfaces) {
-  uint32_t mask = 0;
-  for (const Port &port : ports_of(interfaces)) mask |= 1u << static_cast<uint32_t>(port.chip);
-  return mask;
-}
-
-std::vector<int64_t> interfaces_of(const Interfaces &interfaces, uint32_t portmask) {
-  std::vector<int64_t> all;
-  for (uint32_t port = 0; port < kPortBits; ++port) {
-    if ((portmask >> port & 1) == 0) continue;
-    const std::optional<int64_t> interface = interfaces.of(static_cast<int32_t>(port));
-    if (interface) all.push_back(*interface);
-  }
-  std::sort(all.begin(), all.end());
-  return all;
 }
 
 }  // namespace swsh

@@ -42,21 +42,13 @@ struct AddressFilter {
 std::vector<Parameter> filter_keywords();
 AddressFilter filter_of(const Arguments &arguments);
 
-// Every unicast entry, in the chip's order.
+// The entries of read_address_entries() as the library gives them.
 std::vector<user_l2_addr_t> read_addresses();
 
 Record address_record(const Interfaces &interfaces, const user_l2_addr_t &entry);
 
-// Every multicast group of a unit, in the chip's order.
-std::vector<chip_l2_mcast_entry> read_groups(uint32_t unit);
-
 Record group_record(const Interfaces &interfaces, const uint8_t *mac, int64_t vid,
                     uint32_t portmask);
-
-// From interfaces to the chip's ports and back. Ports without an interface
-// are left out of the list.
-uint32_t portmask_of(const std::vector<int64_t> &interfaces);
-std::vector<int64_t> interfaces_of(const Interfaces &interfaces, uint32_t portmask);
 
 }  // namespace swsh
 

@@ -26,16 +26,20 @@ Subject subject_of(std::string text) {
   return subject;
 }
 
-void refuse(const char *function, const Subject &subject, int32_t result) {
-  const std::optional<std::string> sentence = result_sentence(result);
-  const std::string code = "result " + std::to_string(result);
+CommandError refusal(const FailedCall &call, const Subject &subject) {
+  const std::optional<std::string> sentence = result_sentence(call.result);
+  const std::string code = "result " + std::to_string(call.result);
   const std::string reason = sentence ? *sentence + " (" + code + ")" : code;
-  throw CommandError({kRefused,
-                      "",
-                      std::string(function) + " refused " + subject.named + ": " + reason,
-                      subject.culprit,
-                      {},
-                      Refusal{function, subject.interface, result, sentence}});
+  return CommandError({kRefused,
+                       "",
+                       std::string(call.name) + " refused " + subject.named + ": " + reason,
+                       subject.culprit,
+                       {},
+                       Refusal{call.name, subject.interface, call.result, sentence}});
+}
+
+void refuse(const FailedCall &call, const Subject &subject) {
+  throw refusal(call, subject);
 }
 
 }  // namespace swsh

@@ -9,7 +9,9 @@
 #include <tuple>
 #include <type_traits>
 
+#include "chip/witness.h"
 #include "command/table.h"
+#include "fault.h"
 
 namespace swsh {
 
@@ -37,15 +39,20 @@ Subject subject_of(const Port &port);        // "port 3"
 Subject subject_of(const Context &context);  // "unit 0"
 Subject subject_of(std::string text);        // "02:00:5e:00:00:01 in VLAN 10"
 
-// Throws a CommandError of status kRefused that says what the chip says.
-[[noreturn]] void refuse(const char *function, const Subject &subject, int32_t result);
+// A CommandError of status kRefused that says what the chip says.
+CommandError refusal(const FailedCall &call, const Subject &subject);
+// Throws it.
+[[noreturn]] void refuse(const FailedCall &call, const Subject &subject);
 
 // Makes a call about something that subject_of() takes. Throws the
-// CommandError of refuse() if the result is negative.
+// CommandError of refuse() if the result is negative, or if the platform failed
+// a call that the library made for it, whatever the library makes of that.
 template <typename Called, typename About, typename... Arguments>
 int32_t perform(const Called &called, const About &about, Arguments... arguments) {
+  const Witness witness;
   const int32_t result = called.get()(arguments...);
-  if (result < 0) refuse(called.name, subject_of(about), result);
+  if (result < 0 || !witness.failed().empty())
+    refuse(witness.blame(called.name, result), subject_of(about));
   return result;
 }
 

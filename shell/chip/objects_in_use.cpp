@@ -33,24 +33,21 @@ int look_at(struct dl_phdr_info *object, size_t, void *data) {
   return 0;
 }
 
-// The program itself has no name in the list of loaded objects; what it
-// defines comes first of all.
-std::string first_definition(const char *function) {
+// Of a program that everything is linked into.
+std::vector<std::string> first_definition(const char *function) {
   Dl_info found = {};
   const void *address = dlsym(RTLD_DEFAULT, function);
-  if (address == nullptr || dladdr(address, &found) == 0) return "";
-  return found.dli_fname;
+  if (address == nullptr || dladdr(address, &found) == 0) return {};
+  return {found.dli_fname};
 }
 
 }  // namespace
 
-std::vector<std::string> files_defining(const char *function) {
+// The program itself has no name in the list of loaded objects.
+std::vector<std::string> files_beyond_program(const char *function) {
   Search search = {function, {}};
   dl_iterate_phdr(look_at, &search);
-  const std::string first = first_definition(function);
-  const bool listed = !search.files.empty() && search.files.front() == first;
-  if (!first.empty() && !listed) search.files.insert(search.files.begin(), first);
-  return search.files;
+  return search.files.empty() ? first_definition(function) : search.files;
 }
 
 }  // namespace swsh

@@ -19,17 +19,30 @@ bool is_chip_port(int32_t port) {
   return port >= 0 && port < kChipPorts;
 }
 
-int32_t chip_port_of(int64_t interface) {
-  return adp_intf_2_phy_id(static_cast<int32_t>(interface));
+constexpr auto kToPort = SWSH_CALL(adp_intf_2_phy_id);
+
+// An adapter that fails answers as one whose board has no such interface. Its
+// way back tells: it leads to the interface from no port, and from some port to
+// another interface.
+void expect_absent(int64_t interface, int32_t result) {
+  bool answers = false;
+  for (int32_t port = 0; port < kChipPorts; ++port) {
+    const int32_t back = adp_phy_2_intf_id(port);
+    answers |= back >= 0;
+    if (back != interface) continue;
+    answers = false;
+    break;
+  }
+  if (!answers)
+    refuse({kToPort.name, result}, subject_of("interface " + std::to_string(interface)));
 }
 
-// An adapter without a single port is no board with few ports: its platform is
-// not working.
-CommandError no_board() {
-  Fault fault;
-  fault.status = kRefused;
-  fault.message = "the platform's adapter has no port for any interface";
-  return CommandError(fault);
+// The chip's port of an interface; none if the board does not have it.
+std::optional<int32_t> chip_port_of(int64_t interface) {
+  const int32_t port = kToPort.get()(static_cast<int32_t>(interface));
+  if (is_chip_port(port)) return port;
+  expect_absent(interface, port);
+  return std::nullopt;
 }
 
 CommandError no_such_port(int64_t interface) {
@@ -43,9 +56,9 @@ CommandError no_such_port(int64_t interface) {
 }  // namespace
 
 Port port_of(int64_t interface) {
-  const int32_t chip = chip_port_of(interface);
-  if (!is_chip_port(chip)) throw no_such_port(interface);
-  return {interface, chip};
+  const std::optional<int32_t> chip = chip_port_of(interface);
+  if (!chip) throw no_such_port(interface);
+  return {interface, *chip};
 }
 
 std::vector<Port> ports_of(const std::vector<int64_t> &interfaces) {
@@ -56,11 +69,10 @@ std::vector<Port> ports_of(const std::vector<int64_t> &interfaces) {
 
 std::vector<Port> front_ports() {
   std::vector<Port> ports;
-  for (int32_t interface = 1; interface <= USER_FRONT_INTERFACES; ++interface) {
-    const int32_t chip = chip_port_of(interface);
-    if (is_chip_port(chip)) ports.push_back({interface, chip});
+  for (int64_t interface = 1; interface <= USER_FRONT_INTERFACES; ++interface) {
+    const std::optional<int32_t> chip = chip_port_of(interface);
+    if (chip) ports.push_back({interface, *chip});
   }
-  if (ports.empty()) throw no_board();
   return ports;
 }
 
@@ -77,8 +89,8 @@ std::map<uint32_t, std::vector<int64_t>> interfaces_by(
 
 Interfaces::Interfaces() {
   for (int64_t interface = 0; interface <= USER_FRONT_INTERFACES; ++interface) {
-    const int32_t chip = chip_port_of(interface);
-    if (is_chip_port(chip)) by_port_.emplace(chip, interface);
+    const std::optional<int32_t> chip = chip_port_of(interface);
+    if (chip) by_port_.emplace(*chip, interface);
   }
 }
 
@@ -88,21 +100,29 @@ std::optional<int64_t> Interfaces::of(int32_t chip_port) const {
   return found->second;
 }
 
-std::vector<int64_t> interfaces_in(const user_pbmp_t &ports) {
-  const Interfaces board;
-  std::vector<int64_t> interfaces;
-  for (int32_t port = 0; port < kChipPorts; ++port) {
-    const std::optional<int64_t> interface = board.of(port);
-    if ((ports.word[0] >> port & 1) != 0 && interface) interfaces.push_back(*interface);
-  }
-  std::sort(interfaces.begin(), interfaces.end());
-  return interfaces;
+uint32_t portmask_of(const std::vector<int64_t> &interfaces) {
+  uint32_t mask = 0;
+  for (const Port &port : ports_of(interfaces)) mask |= uint32_t{1} << port.chip;
+  return mask;
 }
 
 user_pbmp_t bitmap_of(const std::vector<int64_t> &interfaces) {
-  user_pbmp_t ports = {};
-  for (const Port &port : ports_of(interfaces)) ports.word[0] |= uint32_t{1} << port.chip;
-  return ports;
+  return {{portmask_of(interfaces)}};
+}
+
+std::vector<int64_t> interfaces_of(const Interfaces &interfaces, uint32_t portmask) {
+  std::vector<int64_t> all;
+  for (int32_t port = 0; port < kChipPorts; ++port) {
+    if ((portmask >> port & 1) == 0) continue;
+    const std::optional<int64_t> interface = interfaces.of(port);
+    if (interface) all.push_back(*interface);
+  }
+  std::sort(all.begin(), all.end());
+  return all;
+}
+
+std::vector<int64_t> interfaces_in(const user_pbmp_t &ports) {
+  return interfaces_of(Interfaces(), ports.word[0]);
 }
 
 }  // namespace swsh

@@ -18,6 +18,9 @@
 
 namespace swsh {
 
+// The interface that leads to the processor.
+inline constexpr int64_t kCpuInterface = 0;
+
 struct Port {
   int64_t interface = 0;
   int32_t chip = 0;  // the chip's number for it
@@ -63,10 +66,12 @@ class Interfaces {
   std::map<int32_t, int64_t> by_port_;
 };
 
-// Interfaces against a bitmap of chip ports. Ports without an interface are
-// left out; bitmap_of() throws as ports_of() does.
-std::vector<int64_t> interfaces_in(const user_pbmp_t &ports);
+// From interfaces to a mask or bitmap of chip ports and back. Ports without an
+// interface are left out; the first two throw as ports_of() does.
+uint32_t portmask_of(const std::vector<int64_t> &interfaces);
 user_pbmp_t bitmap_of(const std::vector<int64_t> &interfaces);
+std::vector<int64_t> interfaces_of(const Interfaces &interfaces, uint32_t portmask);
+std::vector<int64_t> interfaces_in(const user_pbmp_t &ports);
 
 }  // namespace swsh
 

@@ -1,100 +1,144 @@
 // SPDX-License-Identifier: MIT
 #include "chip/vlans.h"
 
-#include <swctl/platform/adapter.h>
+#include <swctl/platform/vlan_read.h>
 #include <swctl/port.h>
 #include <swctl/vlan.h>
 
-#include <algorithm>
-
+#include "chip/absent.h"
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
+#include "chip/optional_call.h"
 #include "chip/ports.h"
-#include "fault.h"
 #include "number_list.h"
 
 namespace swsh {
 namespace {
 
 constexpr uint32_t kWordBits = 32;
+constexpr auto kGet = SWSH_CALL(user_vlan_port_get);
 
-void add_to(user_pbmp_t &map, int64_t port) {
-  const auto bit = static_cast<uint32_t>(port);
-  map.word[bit / kWordBits] |= 1u << (bit % kWordBits);
-}
+// Reads VLANs that may not be there. The library answers alike for a VLAN that
+// is not there and for a chip that refuses. Where the platform cannot say which
+// it was, all VLANs that are not there have to answer alike, now and at the end,
+// when one that is there has to be readable still.
+class VlanReader {
+ public:
+  explicit VlanReader(const Context &context)
+      : context_(context), usual_(read_default()), there_(vlans_there(context.unit)) {}
 
-// The interfaces of the chip ports in the first word, rising.
-std::vector<int64_t> interfaces_in(uint32_t mask) {
-  std::vector<int64_t> interfaces;
-  for (int32_t port = 0; port < static_cast<int32_t>(kWordBits); ++port) {
-    if ((mask >> port & 1u) == 0) continue;
-    const int32_t interface = adp_phy_2_intf_id(port);
-    if (interface >= 0) interfaces.push_back(interface);
+  // None if the chip has no such VLAN.
+  std::optional<Vlan> read(int64_t vid) {
+    if (there_ && !there_->contains(vid)) return std::nullopt;
+    Vlan vlan = {.vid = vid};
+    const int32_t result = get(vlan);
+    if (result == 0) return vlan;
+    if (there_ || (absent_ && absent_->result != result)) refuse_to_read(vid, result);
+    if (!absent_) absent_ = {vid, result};
+    return std::nullopt;
   }
-  std::sort(interfaces.begin(), interfaces.end());
-  return interfaces;
-}
+
+  // After the last one was read.
+  void finish() {
+    if (there_ || !absent_) return;
+    Vlan again = {.vid = absent_->vid};
+    Vlan usual = {.vid = usual_};
+    if (get(again) != absent_->result || get(usual) != 0)
+      refuse_to_read(absent_->vid, absent_->result);
+  }
+
+ private:
+  struct Absent {
+    int64_t vid;
+    int32_t result;
+  };
+
+  // A unit that is not there is refused as such.
+  int64_t read_default() const {
+    return ask(SWSH_CALL(user_vlan_default_get), context_, kLead, context_.unit);
+  }
+
+  int32_t get(Vlan &vlan) const {
+    user_pbmp_t member = {};
+    user_pbmp_t untagged = {};
+    const int32_t result =
+        kGet.get()(kLead, context_.unit, static_cast<uint32_t>(vlan.vid), &member, &untagged);
+    vlan.member = member.word[0];
+    vlan.untag = untagged.word[0];
+    return result;
+  }
+
+  [[noreturn]] static void refuse_to_read(int64_t vid, int32_t result) {
+    refuse({kGet.name, result}, subject_of(vlan_text(vid)));
+  }
+
+  const Context &context_;
+  int64_t usual_;  // the default VLAN, which is to be had
+  std::optional<std::set<int64_t>> there_;
+  std::optional<Absent> absent_;  // the first one, where the platform cannot tell
+};
 
 }  // namespace
 
-std::optional<Vlan> read_vlan(const Context &context, int64_t vid) {
-  user_pbmp_t member;
-  user_pbmp_t untagged;
-  const auto id = static_cast<uint32_t>(vid);
-  if (user_vlan_port_get(kLead, context.unit, id, &member, &untagged) != 0) return std::nullopt;
-  const uint32_t untag = member.word[0] & untagged.word[0];
-  return Vlan{vid, interfaces_in(member.word[0] & ~untag), interfaces_in(untag)};
+std::string vlan_text(int64_t vid) {
+  return "VLAN " + std::to_string(vid);
+}
+
+std::optional<std::set<int64_t>> vlans_there(uint32_t unit) {
+  constexpr auto kNext = SWSH_OPTIONAL_CALL(swctl_platform_vlan_next);
+  if (kNext.find() == nullptr) return std::nullopt;
+  std::set<int64_t> there;
+  each_record(kNext, "VLAN", unit, 0,
+              [&](const swctl_platform_vlan &vlan) { there.insert(vlan.index); });
+  return there;
 }
 
 std::vector<Vlan> read_vlans(const Context &context) {
-  ask(SWSH_CALL(user_vlan_default_get), context, kLead, context.unit);
+  VlanReader reader(context);
   std::vector<Vlan> all;
-  for (int64_t each = kFirstVlan; each <= kLastVlan; ++each) {
-    if (std::optional<Vlan> vlan = read_vlan(context, each)) all.push_back(std::move(*vlan));
+  for (int64_t vid = kFirstVlan; vid <= kLastVlan; ++vid) {
+    const std::optional<Vlan> vlan = reader.read(vid);
+    if (vlan) all.push_back(*vlan);
   }
+  reader.finish();
   return all;
 }
 
 std::vector<Vlan> vlans_of(const Context &context, const std::vector<int64_t> &vids) {
+  VlanReader reader(context);
   std::vector<Vlan> all;
   std::vector<int64_t> absent;
   for (const int64_t vid : vids) {
-    std::optional<Vlan> vlan = read_vlan(context, vid);
+    const std::optional<Vlan> vlan = reader.read(vid);
     if (vlan) {
-      all.push_back(std::move(*vlan));
+      all.push_back(*vlan);
     } else {
       absent.push_back(vid);
     }
   }
-  if (absent.empty()) return all;
-  const std::string list = number_list_text(absent);
-  throw CommandError(wrong_usage("there is no VLAN " + list, list));
+  reader.finish();
+  if (!absent.empty()) throw there_is_no("VLAN", number_list_text(absent));
+  return all;
+}
+
+void write_vlan(const Context &context, const Vlan &vlan) {
+  const user_pbmp_t member = {{vlan.member}};
+  const user_pbmp_t untagged = {{vlan.untag}};
+  perform(SWSH_CALL(user_vlan_port_set), vlan_text(vlan.vid), kLead, context.unit,
+          static_cast<uint32_t>(vlan.vid), &member, &untagged);
 }
 
 int64_t read_pvid(const Context &context, int64_t interface) {
   return read_port(context, port_of(interface), SWSH_CALL(user_port_untagged_vlan_get));
 }
 
-std::vector<VlanRange> ranges_of(const std::vector<int64_t> &vids) {
-  std::vector<VlanRange> ranges;
-  for (const int64_t each : vids) {
-    const auto vid = static_cast<uint32_t>(each);
-    if (ranges.empty() || ranges.back().last + 1 != vid) ranges.push_back({vid, vid});
-    ranges.back().last = vid;
-  }
-  return ranges;
-}
-
 user_pbmp_t interface_bitmap(const std::vector<int64_t> &interfaces) {
   user_pbmp_t map = {};
-  for (const Port &port : ports_of(interfaces)) add_to(map, port.interface);
-  return map;
-}
-
-user_pbmp_t chip_bitmap(const std::vector<int64_t> &interfaces) {
-  user_pbmp_t map = {};
-  for (const Port &port : ports_of(interfaces)) add_to(map, port.chip);
+  for (const Port &port : ports_of(interfaces)) {
+    const auto bit = static_cast<uint32_t>(port.interface);
+    map.word[bit / kWordBits] |= 1u << (bit % kWordBits);
+  }
   return map;
 }
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "acl/actions.h"
-#include "acl/each.h"
 #include "acl/qualifiers.h"
 #include "acl/rules.h"
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
@@ -176,10 +176,10 @@ Answer miss(const Arguments &arguments, const Context &context) {
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
   const uint32_t action =
       arguments.number("ACTION") == CHIP_ACL_MISS_DROP ? USER_FIELD_MISS_ACTION : 0;
-  for (const Port &port : ports) {
+  for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_field_lookupMissAct_set), port, kLead, context.unit,
             static_cast<uint32_t>(port.chip), action);
-  }
+  });
   return {};
 }
 
@@ -206,10 +206,10 @@ Answer stats(const Arguments &arguments, const Context &context) {
     answer.records.push_back(record);
   }
   if (!arguments.has("clear")) return answer;
-  for (const int64_t counter : arguments.numbers("COUNTERS")) {
+  for_each_number(arguments.numbers("COUNTERS"), [&](int64_t counter) {
     clear_count(context, counter, USER_FIELD_COUNT_PACKETS);
     clear_count(context, counter, kBytes);
-  }
+  });
   return answer;
 }
 

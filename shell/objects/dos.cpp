@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/port.h>
 
+#include <algorithm>
+
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
@@ -14,17 +16,56 @@ std::string action_text(uint32_t action) {
   return action != 0 ? "drop" : "forward";
 }
 
-// How many types there are is the chip's affair: it refuses the first beyond.
+constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
+
+struct Reading {
+  uint32_t type;
+  int32_t result;
+  uint32_t action;
+};
+
+Reading read_action(const Context &context, uint32_t type) {
+  uint32_t action = 0;
+  const int32_t result = kAction.get()(kLead, context.unit, type, &action);
+  return {type, result, action};
+}
+
+[[noreturn]] void refuse_reading(const Reading &reading) {
+  refuse({kAction.name, reading.result}, subject_of("type " + std::to_string(reading.type)));
+}
+
+// How many types there are is the chip's affair. It refuses those beyond all
+// alike, and none before. What it refuses otherwise was not read: the one that
+// differs, or all of them where the first type is refused by now.
+void expect_end(const Context &context, const std::vector<Reading> &beyond) {
+  const Reading first = read_action(context, 0);
+  if (first.result < 0) refuse_reading(first);
+  const auto is_alone = [&](const Reading &reading) {
+    return std::ranges::count(beyond, reading.result, &Reading::result) == 1;
+  };
+  const auto odd = std::ranges::find_if(beyond, is_alone);
+  if (odd != beyond.end()) refuse_reading(*odd);
+}
+
+std::vector<Reading> read_actions(const Context &context) {
+  std::vector<Reading> types;
+  std::vector<Reading> beyond;
+  for (uint32_t type = 0; type <= kLastAttackType; ++type) {
+    const Reading reading = read_action(context, type);
+    if (reading.result < 0) beyond.push_back(reading);
+    if (reading.result < 0) continue;
+    if (!beyond.empty()) refuse_reading(beyond.front());
+    types.push_back(reading);
+  }
+  if (!beyond.empty()) expect_end(context, beyond);
+  return types;
+}
+
 Answer show(const Arguments &, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
-  for (uint32_t type = 0; type <= kLastAttackType; ++type) {
-    constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
-    uint32_t action = 0;
-    const int32_t result = kAction.get()(kLead, context.unit, type, &action);
-    if (result < 0 && type > 0) break;
-    if (result < 0) refuse(kAction.name, subject_of(context), result);
-    answer.records.push_back(
-        Record().add("type", int64_t{type}).add("action", action_text(action)));
+  for (const Reading &reading : read_actions(context)) {
+    const auto type = static_cast<int64_t>(answer.records.size());
+    answer.records.push_back(Record().add("type", type).add("action", action_text(reading.action)));
   }
   return answer;
 }

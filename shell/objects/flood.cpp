@@ -2,6 +2,7 @@
 #include <swctl/port.h>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
@@ -23,8 +24,9 @@ Answer set(const Arguments &arguments, const Context &context) {
 }
 
 void change(const Arguments &arguments, const Context &context, uint32_t add) {
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     write_port(context, port, SWSH_CALL(user_ulf_flood_port_add_remove), add);
+  });
 }
 
 Answer add(const Arguments &arguments, const Context &context) {

@@ -6,6 +6,7 @@
 
 #include "chip/absent.h"
 #include "chip/address_table.h"
+#include "chip/l2_walk.h"
 #include "chip/lead.h"
 #include "fault.h"
 #include "objects/mac.h"
@@ -41,8 +42,8 @@ size_t record_size(bool groups) {
   return groups ? sizeof(chip_l2_mcast_entry) : sizeof(chip_l2_ucast_entry);
 }
 
-// How many records the file has; throws if it is no whole dump.
-int64_t expect_whole(FILE *file, const std::string &path, bool groups) {
+// Throws if the file is no whole dump.
+void expect_whole(FILE *file, const std::string &path, bool groups) {
   const long length = fseek(file, 0, SEEK_END) == 0 ? ftell(file) : -1;
   rewind(file);
   if (length < 0) throw bad_file(path, "cannot be read");
@@ -51,20 +52,29 @@ int64_t expect_whole(FILE *file, const std::string &path, bool groups) {
     throw bad_file(path, "is no whole dump: " + std::to_string(bytes) +
                              " bytes are no multiple of " + std::to_string(record_size(groups)));
   }
-  return static_cast<int64_t>(bytes / record_size(groups));
+}
+
+CommandError not_written(const std::string &path) {
+  return bad_file(path, std::string("cannot be written: ") + strerror(errno));
+}
+
+// The same bytes as the library's own dump, which does not say whether the
+// chip refused before the end or whether the file took them all.
+template <typename Entry>
+Record write_dump(const std::string &path, const std::vector<Entry> &entries) {
+  File file(fopen(path.c_str(), "w"));
+  if (!file) throw not_written(path);
+  const size_t written = fwrite(entries.data(), sizeof(Entry), entries.size(), file.get());
+  if (fclose(file.release()) != 0 || written != entries.size()) throw not_written(path);
+  return Record().add("file", path).add("entries", static_cast<int64_t>(entries.size()));
 }
 
 Answer dump(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const std::string &path = arguments.word("FILE");
-  const bool groups = arguments.has("groups");
-  const auto write = groups ? user_mac_mcast_table_show : user_mac_table_show;
-  if (write(kLead, path.c_str()) < 0) {
-    throw bad_file(path, std::string("cannot be written: ") + strerror(errno));
-  }
-  const File file = open_dump(path);
-  const int64_t entries = expect_whole(file.get(), path, groups);
-  return {Shape::detail, {Record().add("file", path).add("entries", entries)}, ""};
+  const Record record = arguments.has("groups") ? write_dump(path, read_groups(context.unit))
+                                                : write_dump(path, read_address_entries());
+  return {Shape::detail, {record}, ""};
 }
 
 Record read_group(const Interfaces &interfaces, FILE *file, bool &more) {

@@ -1,7 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/l2.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "chip/address_table.h"
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -10,21 +17,54 @@
 namespace swsh {
 namespace {
 
-Record count_record(const Port &port, bool violations) {
+bool is_violation(const user_l2_addr_t &entry, const Port &port) {
+  constexpr uint32_t kLookedAt = L2_FLAG_VIOLATION | USER_L2_FLAG_VIOLATION_IGNORED;
+  return entry.port == port.chip && (entry.flags & kLookedAt) == L2_FLAG_VIOLATION;
+}
+
+// The library counts in a dump file, and does not say that it cannot write it.
+void expect_dump_file() {
+  FILE *file = fopen(USER_MACTABLE_PATH, "a");
+  if (file != nullptr && fclose(file) == 0) return;
+  Fault fault;
+  fault.status = kRefused;
+  fault.message = USER_MACTABLE_PATH " cannot be written: " + std::string(strerror(errno));
+  fault.culprit = USER_MACTABLE_PATH;
+  throw CommandError(fault);
+}
+
+// Nor does it say that the chip refused: what it counts has to be what the
+// table has, and no VLAN may be taken for one that is not there.
+int64_t count_violations(const Port &port, const std::vector<user_l2_addr_t> &table) {
+  constexpr auto kCount = SWSH_CALL(user_mac_violate_count_get_by_port);
+  const Witness witness;
+  uint32_t marked = 0;
+  const int32_t result = kCount.get()(port.chip, &marked);
+  const auto in_table = std::ranges::count_if(
+      table, [&](const user_l2_addr_t &entry) { return is_violation(entry, port); });
+  if (result < 0 || marked != in_table || witness.saw("rtk_vlan_port_get"))
+    refuse(witness.blame(kCount.name, result), subject_of(port));
+  return marked;
+}
+
+Record count_record(const Port &port) {
   const uint32_t learned = ask(SWSH_CALL(user_mac_learn_count_get_by_port), port, port.chip);
   Record record;
   record.add("port", port.interface);
-  record.add("learned", int64_t{learned});
-  if (!violations) return record;
-  const uint32_t marked = ask(SWSH_CALL(user_mac_violate_count_get_by_port), port, port.chip);
-  return record.add("violations", int64_t{marked});
+  return record.add("learned", int64_t{learned});
 }
 
 Answer count(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   Answer answer = {.shape = Shape::table, .records = {}, .text = ""};
+  const bool violations = arguments.has("violations");
+  if (violations) expect_dump_file();
+  const std::vector<user_l2_addr_t> table =
+      violations ? read_addresses() : std::vector<user_l2_addr_t>{};
   for (const Port &port : chosen_ports(arguments)) {
-    answer.records.push_back(count_record(port, arguments.has("violations")));
+    Record record = count_record(port);
+    if (violations) record.add("violations", count_violations(port, table));
+    answer.records.push_back(std::move(record));
   }
   return answer;
 }
@@ -45,12 +85,12 @@ Answer limit(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const std::vector<Port> ports = chosen_ports(arguments);
   if (!arguments.has("max")) return show_limits(ports);
-  for (const Port &port : ports) {
+  for_each_port(ports, [&](const Port &port) {
     user_l2_learn_limit_t limit = {};
     limit.port = port.chip;
     limit.limit = arguments.i32("max");
     perform(SWSH_CALL(user_mac_learn_limit_set), port, kLead, limit);
-  }
+  });
   return {};
 }
 

@@ -6,6 +6,7 @@
 #include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
+#include "chip/l2_walk.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "fault.h"
@@ -86,12 +87,34 @@ void read(const Context &context, Named &all) {
   });
 }
 
+bool has_ports(const Context &context, const User_mcast_addr_t &group) {
+  return std::ranges::any_of(read_groups(context.unit), [&](const chip_l2_mcast_entry &entry) {
+    return entry.vid == group.vid && std::ranges::equal(entry.mac, group.mac) &&
+           entry.portmask == group.pbmp.word[0];
+  });
+}
+
+// Gives a group other ports. The library deletes the group and adds it anew:
+// where that fails, the group that there was is added again.
+template <typename Called>
+void change_ports(const Context &context, const Called &called, const User_mcast_addr_t &before,
+                  const Named &all) {
+  try {
+    perform(called, all.text(), kLead, context.unit, &all.group);
+  } catch (const CommandError &error) {
+    User_mcast_addr_add(kLead, context.unit, &before);
+    throw with_note(error, has_ports(context, before) ? "the group is as it was"
+                                                      : "the group is not as it was");
+  }
+}
+
 // The chip takes a group's complete ports, so they are read first.
 Answer join(const Arguments &arguments, const Context &context) {
   Named all = named(arguments);
   read(context, all);
+  const User_mcast_addr_t before = all.group;
   ports_in(all.group) |= all.ports;
-  perform(SWSH_CALL(User_mcast_port_add), all.text(), kLead, context.unit, &all.group);
+  change_ports(context, SWSH_CALL(User_mcast_port_add), before, all);
   return {};
 }
 
@@ -103,8 +126,9 @@ Answer leave(const Arguments &arguments, const Context &context) {
     const std::string list = number_list_text(interfaces_of(Interfaces(), strangers));
     throw CommandError(wrong_usage("no member of the group: " + list, list));
   }
+  const User_mcast_addr_t before = all.group;
   ports_in(all.group) &= ~all.ports;
-  perform(SWSH_CALL(User_mcast_port_remove), all.text(), kLead, context.unit, &all.group);
+  change_ports(context, SWSH_CALL(User_mcast_port_remove), before, all);
   return {};
 }
 

@@ -11,6 +11,7 @@
 #include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
@@ -259,8 +260,8 @@ Answer miss(const Arguments &arguments, const Context &context) {
   const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
   constexpr auto kSet = SWSH_CALL(User_switch_ipmc_lookup_miss_action);
   constexpr auto kSet6 = SWSH_CALL(User_switch_ip6mc_lookup_miss_action);
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
-    write_port(context, port, six ? kSet6 : kSet, action);
+  for_each_port(ports_of(arguments.numbers("PORTS")),
+                [&](const Port &port) { write_port(context, port, six ? kSet6 : kSet, action); });
   return {};
 }
 

@@ -6,8 +6,8 @@
 #include <map>
 #include <utility>
 
-#include "acl/each.h"
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/limits.h"
 #include "fault.h"
 #include "objects/registry.h"

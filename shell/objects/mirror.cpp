@@ -51,9 +51,26 @@ Answer show(const Arguments &, const Context &context) {
   return answer;
 }
 
+constexpr auto kDisable = SWSH_CALL(user_set_mirror_disable);
+constexpr auto kDisableEmpty = SWSH_CALL(user_check_set_mirror_disable);
+
 std::vector<Port> mirrored(const Arguments &arguments) {
   if (!arguments.has("ports")) return {};
   return ports_of(arguments.numbers("ports"));
+}
+
+// What act() changes of a group, the library reads, changes and writes, even if
+// it cannot read it. Where one of its calls fails, the group gets back what it
+// had.
+template <typename Act>
+void change_group(uint32_t group, Act act) {
+  const chip_mirror_entry before = read_group(group);
+  try {
+    act(before);
+  } catch (const CommandError &error) {
+    const bool is_back = SWSH_CALL(rtk_mirror_group_set).get()(0, group, &before) >= 0;
+    throw with_note(error, is_back ? "the group is as it was" : "the group is not as it was");
+  }
 }
 
 void set_port(const Context &context, uint32_t group, const Port &port, uint32_t to,
@@ -71,9 +88,11 @@ Answer add(const Arguments &arguments, const Context &context) {
   const auto to = static_cast<uint32_t>(port_of(arguments.number("to")).chip);
   const std::vector<Port> ports = mirrored(arguments);
   const uint32_t mode = arguments.has("direction") ? arguments.u32("direction") : USER_MIRROR_BOTH;
-  for (const Port &port : ports) set_port(context, group, port, to, mode);
-  if (arguments.has("flows"))
-    perform(SWSH_CALL(user_set_flow_mirror), group_text(group), kLead, context.unit, group, to);
+  change_group(group, [&](const chip_mirror_entry &) {
+    for (const Port &port : ports) set_port(context, group, port, to, mode);
+    if (arguments.has("flows"))
+      perform(SWSH_CALL(user_set_flow_mirror), group_text(group), kLead, context.unit, group, to);
+  });
   return {};
 }
 
@@ -81,13 +100,12 @@ Answer del(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t group = arguments.u32("GROUP");
   const std::vector<Port> ports = mirrored(arguments);
-  if (!arguments.has("ports")) {
-    perform(SWSH_CALL(user_set_mirror_disable), group_text(group), kLead, context.unit, group);
-    return {};
-  }
-  const uint32_t to = read_group(group).mirroring_port;
-  for (const Port &port : ports) set_port(context, group, port, to, USER_MIRROR_NONE);
-  perform(SWSH_CALL(user_check_set_mirror_disable), group_text(group), kLead, context.unit, group);
+  const auto disable = arguments.has("ports") ? kDisableEmpty : kDisable;
+  change_group(group, [&](const chip_mirror_entry &before) {
+    for (const Port &port : ports)
+      set_port(context, group, port, before.mirroring_port, USER_MIRROR_NONE);
+    perform(disable, group_text(group), kLead, context.unit, group);
+  });
   return {};
 }
 

@@ -2,6 +2,7 @@
 #include <swctl/port.h>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
@@ -49,20 +50,21 @@ Answer show(const Arguments &arguments, const Context &context) {
 
 Answer set(const Arguments &arguments, const Context &context) {
   const auto type = arguments.u32("type");
-  for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
+  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     if (arguments.has("rate"))
       perform(SWSH_CALL(user_rate_bandwidth_set), port, kLead, context.unit, port.chip, type,
               arguments.u32("rate"));
     if (arguments.has("selection"))
       perform(SWSH_CALL(user_rate_stormsel_set), port, kLead, context.unit, port.chip, type,
               arguments.u32("selection"));
-  }
+  });
   return {};
 }
 
 Answer reset(const Arguments &arguments, const Context &context) {
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     perform(SWSH_CALL(user_rate_stormExceedFlag_reset), port, kLead, context.unit, port.chip);
+  });
   return {};
 }
 
@@ -70,7 +72,7 @@ Answer set_mode(const Arguments &arguments, const Context &context) {
   constexpr auto kSet = SWSH_CALL(user_rate_stormCountMode_set);
   const int32_t result = perform(kSet, context, kLead, context.unit, arguments.u32("MODE"));
   // Any result but 0 is a failure here.
-  if (result != 0) refuse(kSet.name, subject_of(context), result);
+  if (result != 0) refuse({kSet.name, result}, subject_of(context));
   return {};
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -142,8 +143,9 @@ void set_lldp_of(const Arguments &arguments, const Context &context, uint32_t fo
     perform(kSetLldp, context, kLead, context.unit, forward, kEveryPort);
     return;
   }
-  for (const Port &port : ports_of(arguments.numbers("ports")))
+  for_each_port(ports_of(arguments.numbers("ports")), [&](const Port &port) {
     perform(kSetLldp, port, kLead, context.unit, forward, static_cast<int32_t>(port.interface));
+  });
 }
 
 Answer set_trap(const Arguments &arguments, const Context &context) {

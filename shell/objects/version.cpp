@@ -16,10 +16,10 @@ Value file_or_nothing(const std::vector<std::string> &files) {
 }
 
 Answer show(const Arguments &, const Context &) {
-  std::vector<std::string> platform = files_defining(kSdkCall);
+  std::vector<std::string> platform = files_beyond_program(kSdkCall);
   Record record;
   record.add("version", std::string(SWCTL_VERSION));
-  record.add("library", file_or_nothing(files_defining(kLibraryCall)));
+  record.add("library", file_or_nothing(files_beyond_program(kLibraryCall)));
   record.add("platform", file_or_nothing(platform));
   if (!platform.empty()) platform.pop_back();
   record.add("between", platform);

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/vlan.h>
 
+#include <algorithm>
+#include <functional>
+
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"
 #include "fault.h"
-#include "number_list.h"
 #include "objects/registry.h"
 #include "objects/vlan_rule.h"
 
@@ -18,28 +21,17 @@ std::vector<int64_t> ports_given(const Arguments &arguments, const char *keyword
   return arguments.has(keyword) ? arguments.numbers(keyword) : std::vector<int64_t>{};
 }
 
-std::string range_text(const VlanRange &range) {
-  const std::string first = std::to_string(range.first);
-  return range.first == range.last ? "VLAN " + first
-                                   : "VLANs " + first + '-' + std::to_string(range.last);
-}
-
-bool contains(const std::vector<int64_t> &numbers, int64_t number) {
-  for (const int64_t each : numbers)
-    if (each == number) return true;
-  return false;
-}
-
-// Every port of the line, tagged and untagged. A port in both lists is refused
-// before anything is changed; the chip would take it as untagged.
+// Masks of the chip ports of a line. A port in both lists is refused before
+// anything is changed; the chip would take it as untagged.
 struct Members {
-  user_pbmp_t tagged;
-  user_pbmp_t untagged;
+  uint32_t tagged;
+  uint32_t untagged;
 };
 
 void expect_apart(const Arguments &arguments) {
+  const std::vector<int64_t> untagged = ports_given(arguments, "untagged");
   for (const int64_t port : ports_given(arguments, "tagged")) {
-    if (!contains(ports_given(arguments, "untagged"), port)) continue;
+    if (!std::ranges::binary_search(untagged, port)) continue;
     const std::string number = std::to_string(port);
     throw CommandError(wrong_usage("port " + number + " is both tagged and untagged", number));
   }
@@ -47,29 +39,42 @@ void expect_apart(const Arguments &arguments) {
 
 Members members_of(const Arguments &arguments) {
   expect_apart(arguments);
-  return {interface_bitmap(ports_given(arguments, "tagged")),
-          interface_bitmap(ports_given(arguments, "untagged"))};
+  return {portmask_of(ports_given(arguments, "tagged")),
+          portmask_of(ports_given(arguments, "untagged"))};
 }
 
-void add_members(const Context &context, const VlanRange &range, const Members &members) {
-  // One VLAN at a time: the library answers for the last one only.
-  for (uint32_t vid = range.first; vid <= range.last; ++vid) {
-    perform(SWSH_CALL(user_vlan_port_addEx), range_text({vid, vid}), kLead, context.unit, vid, vid,
-            &members.tagged, &members.untagged);
-  }
+// Writes VLANs one by one, each as it was read and then changed. The library's
+// own functions change a VLAN that they could not read, too.
+void change(const Context &context, const std::vector<Vlan> &vlans,
+            const std::function<void(Vlan &)> &step) {
+  for_each_of(
+      vlans, [](const Vlan &vlan) { return vlan.vid; },
+      [&](Vlan vlan) {
+        step(vlan);
+        write_vlan(context, vlan);
+      });
 }
 
-Record vlan_record(const Vlan &vlan) {
-  return Record().add("vlan", vlan.vid).add("tagged", vlan.tagged).add("untagged", vlan.untagged);
+void add_members(Vlan &vlan, const Members &members) {
+  vlan.member |= members.tagged | members.untagged;
+  vlan.untag = (vlan.untag & ~members.tagged) | members.untagged;
+}
+
+Record vlan_record(const Interfaces &interfaces, const Vlan &vlan) {
+  return Record()
+      .add("vlan", vlan.vid)
+      .add("tagged", interfaces_of(interfaces, vlan.tagged()))
+      .add("untagged", interfaces_of(interfaces, vlan.untagged()));
 }
 
 // What a port has to do with VLANs: a line per VLAN that it is a member of.
 Answer show_port(const Context &context, int64_t interface, const std::vector<Vlan> &vlans) {
+  const uint32_t port = portmask_of({interface});
   const int64_t pvid = read_pvid(context, interface);
   Answer answer = {Shape::table, {}, ""};
   for (const Vlan &vlan : vlans) {
-    const bool tagged = contains(vlan.tagged, interface);
-    if (!tagged && !contains(vlan.untagged, interface)) continue;
+    if ((vlan.member & port) == 0) continue;
+    const bool tagged = (vlan.tagged() & port) != 0;
     const bool is_default = vlan.vid == pvid;
     answer.records.push_back(Record()
                                  .add("port", interface)
@@ -85,65 +90,62 @@ Answer show(const Arguments &arguments, const Context &context) {
   const std::vector<Vlan> vlans =
       chosen ? vlans_of(context, arguments.numbers("VLANS")) : read_vlans(context);
   if (arguments.has("port")) return show_port(context, arguments.number("port"), vlans);
+  const Interfaces interfaces;
   Answer answer = {Shape::table, {}, ""};
-  for (const Vlan &vlan : vlans) answer.records.push_back(vlan_record(vlan));
+  for (const Vlan &vlan : vlans) answer.records.push_back(vlan_record(interfaces, vlan));
   return answer;
 }
 
 Answer add(const Arguments &arguments, const Context &context) {
   const Members members = members_of(arguments);
-  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    perform(SWSH_CALL(user_vlan_createEx), range_text(range), kLead, context.unit, range.first,
-            range.last);
-    if (arguments.has("tagged") || arguments.has("untagged")) add_members(context, range, members);
-  }
+  for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
+    perform(SWSH_CALL(user_vlan_create), vlan_text(vid), kLead, context.unit,
+            static_cast<uint32_t>(vid));
+    if (!arguments.has("tagged") && !arguments.has("untagged")) return;
+    for (Vlan vlan : vlans_of(context, {vid})) {
+      add_members(vlan, members);
+      write_vlan(context, vlan);
+    }
+  });
   return {};
 }
 
 Answer remove(const Arguments &arguments, const Context &context) {
   vlans_of(context, arguments.numbers("VLANS"));
-  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    perform(SWSH_CALL(user_vlan_destroyEx), range_text(range), kLead, context.unit, range.first,
-            range.last);
-  }
+  for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
+    perform(SWSH_CALL(user_vlan_destroy), vlan_text(vid), kLead, context.unit,
+            static_cast<uint32_t>(vid));
+  });
   return {};
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  expect_apart(arguments);
-  const user_pbmp_t untagged = chip_bitmap(ports_given(arguments, "untagged"));
-  user_pbmp_t member = chip_bitmap(ports_given(arguments, "tagged"));
-  member.word[0] |= untagged.word[0];
-  for (const Vlan &vlan : vlans_of(context, arguments.numbers("VLANS"))) {
-    const auto vid = static_cast<uint32_t>(vlan.vid);
-    perform(SWSH_CALL(user_vlan_port_set), range_text({vid, vid}), kLead, context.unit, vid,
-            &member, &untagged);
-  }
+  const Members members = members_of(arguments);
+  change(context, vlans_of(context, arguments.numbers("VLANS")), [&](Vlan &vlan) {
+    vlan = {vlan.vid, members.tagged | members.untagged, members.untagged};
+  });
   return {};
 }
 
 Answer add_ports(const Arguments &arguments, const Context &context) {
   const Members members = members_of(arguments);
-  vlans_of(context, arguments.numbers("VLANS"));
-  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS")))
-    add_members(context, range, members);
+  change(context, vlans_of(context, arguments.numbers("VLANS")),
+         [&](Vlan &vlan) { add_members(vlan, members); });
   return {};
 }
 
 Answer remove_ports(const Arguments &arguments, const Context &context) {
-  const user_pbmp_t ports = interface_bitmap(arguments.numbers("PORTS"));
-  vlans_of(context, arguments.numbers("VLANS"));
-  for (const VlanRange &range : ranges_of(arguments.numbers("VLANS"))) {
-    perform(SWSH_CALL(user_vlan_port_removeEx), range_text(range), kLead, context.unit, range.first,
-            range.last, &ports);
-  }
+  const uint32_t ports = portmask_of(arguments.numbers("PORTS"));
+  change(context, vlans_of(context, arguments.numbers("VLANS")), [&](Vlan &vlan) {
+    vlan.member &= ~ports;
+    vlan.untag &= ~ports;
+  });
   return {};
 }
 
 bool all_ports_have(const Context &context, int64_t vid) {
-  for (const Port &port : front_ports())
-    if (read_pvid(context, port.interface) != vid) return false;
-  return true;
+  const auto has = [&](const Port &port) { return read_pvid(context, port.interface) == vid; };
+  return has(port_of(kCpuInterface)) && std::ranges::all_of(front_ports(), has);
 }
 
 Answer show_default(const Context &context) {
@@ -161,9 +163,10 @@ Answer set_or_show_default(const Arguments &arguments, const Context &context) {
   if (!arguments.has("VLAN")) return show_default(context);
   const int64_t vid = arguments.number("VLAN");
   constexpr auto kSet = SWSH_CALL(user_vlan_default_set);
+  const Witness witness;
   const int32_t result = kSet.get()(kLead, context.unit, static_cast<uint32_t>(vid));
   if (result >= 0 || all_ports_have(context, vid)) return {};
-  refuse(kSet.name, subject_of("VLAN " + std::to_string(vid)), result);
+  refuse(witness.blame(kSet.name, result), subject_of(vlan_text(vid)));
 }
 
 Parameter vlans(bool required) {

@@ -8,11 +8,13 @@
 #include <array>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
+#include "chip/vlan_rules.h"
 #include "chip/vlans.h"
 #include "fault.h"
 #include "text.h"
@@ -92,34 +94,46 @@ user_pbmp_t ports_of_rule(const Arguments &arguments) {
   return interface_bitmap(all);
 }
 
-// Calls of the library on the rule that a command names.
+// Hands a rule to the adapter by a call of the library, which does not say what
+// the adapter made of it. A rule that was taken without all that belongs to it
+// is taken away again.
 template <typename Called, typename... Given>
-Answer on_rule(const Called &called, const Arguments &arguments, const Context &context,
-               Given... given) {
+Answer add_rule(const char *word, const Called &called, const Arguments &arguments,
+                const Context &context, Given... given) {
+  const RuleKind &kind = rule_kind(word);
   const int32_t index = arguments.i32("INDEX");
-  perform(called, "rule " + std::to_string(index), kLead, context.unit, index, given...);
-  return {};
+  expect_free(kind, index);
+  const Witness witness;
+  const int32_t result = called.get()(kLead, context.unit, index, given...);
+  if (result >= 0 && witness.failed().empty()) return {};
+  const CommandError error =
+      refusal(witness.blame(called.name, result), subject_of(rule_text(kind, index)));
+  if (result < 0 || witness.saw("adp_fp_add_entity_rule")) throw error;
+  const Witness removal;
+  kind.remove.get()(kLead, context.unit, index);
+  throw with_note(error, removal.failed().empty() ? "nothing of it was kept"
+                                                  : "what was taken of it could not be removed");
 }
 
 Answer add_translation(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_vlan_translate_add), arguments, context, kUnused, &ports,
-                 word_of(arguments, "from"), word_of(arguments, "to"));
+  return add_rule("translation", SWSH_CALL(user_vlan_translate_add), arguments, context, kUnused,
+                  &ports, word_of(arguments, "from"), word_of(arguments, "to"));
 }
 
 Answer add_double_tag(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_vlan_dtag_add), arguments, context, kUnused, &ports,
-                 word_of(arguments, "inner"), word_of(arguments, "outer"),
-                 word_of(arguments, "priority"));
+  return add_rule("double-tag", SWSH_CALL(user_vlan_dtag_add), arguments, context, kUnused, &ports,
+                  word_of(arguments, "inner"), word_of(arguments, "outer"),
+                  word_of(arguments, "priority"));
 }
 
 Answer add_mac(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
   const Mac mask = mac_mask_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_vlan_mac_add), arguments, context, mac.data(), mask.data(),
-                 word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
+  return add_rule("mac", SWSH_CALL(user_vlan_mac_add), arguments, context, mac.data(), mask.data(),
+                  word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_voice(const Arguments &arguments, const Context &context) {
@@ -127,28 +141,32 @@ Answer add_voice(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
   const Mac mask = arguments.has("mask") ? mac_of(arguments, "mask") : kMakersPart;
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_vlan_voice_oui_mac_add), arguments, context, mac.data(),
-                 mask.data(), word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
+  return add_rule("voice", SWSH_CALL(user_vlan_voice_oui_mac_add), arguments, context, mac.data(),
+                  mask.data(), word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_ip4(const Arguments &arguments, const Context &context) {
   const Subnet subnet = subnet_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_vlan_ip4_add), arguments, context, subnet.address, subnet.mask,
-                 word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
+  return add_rule("ip4", SWSH_CALL(user_vlan_ip4_add), arguments, context, subnet.address,
+                  subnet.mask, word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_protocol(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return on_rule(SWSH_CALL(user_port_protocol_vlan_add), arguments, context, kUnused, &ports,
-                 word_of(arguments, "encapsulation"), word_of(arguments, "ethertype"),
-                 word_of(arguments, "vlan"), word_of(arguments, "priority"));
+  return add_rule("protocol", SWSH_CALL(user_port_protocol_vlan_add), arguments, context, kUnused,
+                  &ports, word_of(arguments, "encapsulation"), word_of(arguments, "ethertype"),
+                  word_of(arguments, "vlan"), word_of(arguments, "priority"));
 }
 
-#define DELETE_RULE(function)                                \
-  [](const Arguments &arguments, const Context &context) {   \
-    return on_rule(SWSH_CALL(function), arguments, context); \
-  }
+template <size_t number>
+Answer delete_rule(const Arguments &arguments, const Context &context) {
+  const RuleKind &kind = kRuleKinds[number];
+  const int32_t index = arguments.i32("INDEX");
+  expect_rule(kind, index);
+  perform(kind.remove, rule_text(kind, index), kLead, context.unit, index);
+  return {};
+}
 
 std::string egress_text(const Arguments &arguments) {
   return "entry " + arguments.word("INDEX");
@@ -260,23 +278,16 @@ Node delete_command(const char *name, const char *help, int64_t count, Handler r
   return {.name = name, .help = help, .positional = {index_place(count)}, .run = run};
 }
 
+template <size_t... numbers>
+std::vector<Node> delete_commands_of(std::index_sequence<numbers...>) {
+  return {delete_command(kRuleKinds[numbers].word, kRuleKinds[numbers].help,
+                         kRuleKinds[numbers].count, delete_rule<numbers>)...};
+}
+
 Node delete_commands() {
   return {.name = "del",
           .help = "Take a rule away",
-          .children = {
-              delete_command("translation", "A translation rule", USER_VLAN_TRANSLATE_RULES,
-                             DELETE_RULE(user_vlan_translate_delete)),
-              delete_command("double-tag", "A double-tagging rule", USER_VLAN_DTAG_RULES,
-                             DELETE_RULE(user_vlan_dtag_delete)),
-              delete_command("mac", "A rule by MAC address", USER_VLAN_MAC_RULES,
-                             DELETE_RULE(user_vlan_mac_delete)),
-              delete_command("ip4", "A rule by IPv4 subnet", USER_VLAN_IP4_RULES,
-                             DELETE_RULE(user_vlan_ip4_delete)),
-              delete_command("voice", "A rule for telephones", USER_VLAN_VOICE_RULES,
-                             DELETE_RULE(user_vlan_voice_oui_mac_delete)),
-              delete_command("protocol", "A rule by protocol", USER_VLAN_PROTOCOL_RULES,
-                             DELETE_RULE(user_port_protocol_vlan_delete)),
-          }};
+          .children = delete_commands_of(std::make_index_sequence<kRuleKinds.size()>())};
 }
 
 }  // namespace

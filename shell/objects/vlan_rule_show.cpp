@@ -8,29 +8,12 @@
 
 #include "acl/match_value.h"
 #include "chip/optional_call.h"
+#include "chip/vlan_rules.h"
 #include "objects/vlan_rule.h"
 #include "text.h"
 
 namespace swsh {
 namespace {
-
-// A kind of rule, and what its VLANs are called.
-struct ShownRuleKind {
-  const char *word;
-  const char *help;
-  uint32_t entity;
-  int32_t first;  // index of the adapter that is 0 here
-  const char *received_vlan;
-  const char *vlan;
-};
-constexpr ShownRuleKind kShownRuleKinds[] = {
-    {"translation", "Another VLAN for tagged frames", ADP_FP_ENTITY_TRANSLATION, 0, "from", "to"},
-    {"double-tag", "An outer tag for tagged frames", ADP_FP_ENTITY_DOUBLE_TAG, 0, "inner", "vlan"},
-    {"mac", "By source MAC address", ADP_FP_ENTITY_MAC_VLAN, 0, "tag", "vlan"},
-    {"ip4", "By source IPv4 subnet", ADP_FP_ENTITY_IP4_VLAN, 0, "tag", "vlan"},
-    {"voice", "Telephones", ADP_FP_ENTITY_VOICE_VLAN, ADP_FP_FIRST_VOICE_RULE, "tag", "vlan"},
-    {"protocol", "By protocol", ADP_FP_ENTITY_PROTOCOL_VLAN, 0, "tag", "vlan"},
-};
 
 template <typename Word>
 Word word_in(const uint8_t *bytes) {
@@ -87,7 +70,7 @@ Value encapsulation_word(uint32_t code) {
                     code);
 }
 
-void add_match(Record &match, const ShownRuleKind &kind, const Matched &matched) {
+void add_match(Record &match, const RuleKind &kind, const Matched &matched) {
   switch (matched.kind) {
     case ADP_FP_QUALIFIER_SOURCE_MAC: match.add("mac", mac_match_text(matched)); return;
     case ADP_FP_QUALIFIER_SOURCE_IP4:
@@ -112,8 +95,7 @@ void add_match(Record &match, const ShownRuleKind &kind, const Matched &matched)
   }
 }
 
-void add_setting(Record &settings, const ShownRuleKind &kind,
-                 const swctl_platform_rule_action &action) {
+void add_setting(Record &settings, const RuleKind &kind, const swctl_platform_rule_action &action) {
   const auto value = int64_t{action.value};
   switch (action.kind) {
     case ADP_FP_ACTION_VLAN: settings.add(kind.vlan, value); return;
@@ -124,7 +106,7 @@ void add_setting(Record &settings, const ShownRuleKind &kind,
   }
 }
 
-Record rule_record(const ShownRuleKind &kind, const swctl_platform_entity_rule &rule) {
+Record rule_record(const RuleKind &kind, const swctl_platform_entity_rule &rule) {
   Record match;
   for (uint32_t place = 0; place < rule.qualifiers; ++place)
     add_match(match, kind, rule.qualifier[place]);
@@ -141,10 +123,10 @@ Record rule_record(const ShownRuleKind &kind, const swctl_platform_entity_rule &
 
 Answer show_rules(const Arguments &arguments, const Context &) {
   Answer answer = {Shape::table, {}, ""};
-  for (const ShownRuleKind &kind : kShownRuleKinds) {
+  for (const RuleKind &kind : kRuleKinds) {
     if (arguments.has("KIND") && arguments.word("KIND") != kind.word) continue;
-    each_record(SWSH_OPTIONAL_CALL(swctl_platform_entity_rule_next), "rule", kind.entity,
-                kind.first, [&](const swctl_platform_entity_rule &rule) {
+    each_record(kNextRule, "rule", kind.entity, kind.first,
+                [&](const swctl_platform_entity_rule &rule) {
                   answer.records.push_back(rule_record(kind, rule));
                 });
   }
@@ -183,7 +165,7 @@ Answer show_egress(const Arguments &, const Context &context) {
 
 Node vlan_rule_show_command() {
   std::vector<Choice> kinds;
-  for (const ShownRuleKind &kind : kShownRuleKinds)
+  for (const RuleKind &kind : kRuleKinds)
     kinds.push_back({kind.word, static_cast<int64_t>(kinds.size()), kind.help});
   return {.name = "show",
           .help = "Show the rules that the adapter keeps",

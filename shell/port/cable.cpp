@@ -86,7 +86,7 @@ Answer test(const Arguments &arguments, const Context &context) {
   user_cable_diag_t cable = {};
   const int32_t result = perform(kTest, port, kLead, context.unit, port.chip, &cable);
   // Without pairs the test did not start, whatever the result's sign.
-  if (cable.pairs == 0) refuse(kTest.name, subject_of(port), result);
+  if (cable.pairs == 0) refuse({kTest.name, result}, subject_of(port));
   return {Shape::text, {record_of(cable, port)}, drawing(cable, port)};
 }
 

@@ -2,10 +2,10 @@
 #include <optional>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "fault.h"
-#include "number_list.h"
 #include "port/commands.h"
 
 namespace swsh {
@@ -183,18 +183,9 @@ Answer set(const Arguments &arguments, const Context &context) {
   for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
     plans.push_back(plan_for(arguments, context, port));
   }
-  std::vector<int64_t> done;
-  try {
-    for (const Plan &plan : plans) {
-      apply(arguments, context, plan);
-      done.push_back(plan.port.interface);
-    }
-  } catch (const CommandError &error) {
-    if (done.empty()) throw;
-    Fault fault = error.fault();
-    fault.message += "; already set: " + number_list_text(done);
-    throw CommandError(fault);
-  }
+  for_each_of(
+      plans, [](const Plan &plan) { return plan.port.interface; },
+      [&](const Plan &plan) { apply(arguments, context, plan); });
   return {};
 }
 

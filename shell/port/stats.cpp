@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "port/commands.h"
 
@@ -94,8 +95,9 @@ Answer stats(const Arguments &arguments, const Context &context) {
 }
 
 Answer clear(const Arguments &arguments, const Context &context) {
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     perform(SWSH_CALL(user_port_packetstat_clear), port, kLead, context.unit, port.chip);
+  });
   return {};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/qos.h>
 
+#include "chip/each.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
@@ -22,8 +23,9 @@ Answer show_default(const Arguments &arguments, const Context &context) {
 
 Answer set_default(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     perform(SWSH_CALL(user_qos_port_cos_set), port, port.chip, arguments.u32("priority"));
+  });
   return {};
 }
 

@@ -2,6 +2,7 @@
 #include <swctl/qos.h>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/limits.h"
 #include "chip/unit_zero.h"
 #include "qos/commands.h"
@@ -26,9 +27,10 @@ Answer show_dscp(const Arguments &arguments, const Context &context) {
 
 Answer set_dscp(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  for (const int64_t dscp : arguments.numbers("DSCPS"))
+  for_each_number(arguments.numbers("DSCPS"), [&](int64_t dscp) {
     perform(SWSH_CALL(user_qos_dscp_map_set), code_point_text(dscp), static_cast<uint32_t>(dscp),
             arguments.u32("priority"));
+  });
   return {};
 }
 

@@ -2,6 +2,7 @@
 #include <swctl/platform/qos_read.h>
 #include <swctl/qos.h>
 
+#include "chip/each.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "qos/commands.h"
@@ -21,9 +22,10 @@ Answer show_tag(const Arguments &arguments, const Context &context) {
 }
 
 Answer set_tag(const Arguments &arguments, const Context &context) {
-  for (const int64_t priority : arguments.numbers("PRIORITIES"))
+  for_each_number(arguments.numbers("PRIORITIES"), [&](int64_t priority) {
     perform(SWSH_CALL(user_qos_pri_remap_set), priority_text(priority), context.unit,
             static_cast<uint32_t>(priority), arguments.u32("internal"));
+  });
   return {};
 }
 

@@ -2,6 +2,7 @@
 #include <swctl/platform/qos_read.h>
 #include <swctl/qos.h>
 
+#include "chip/each.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "chip/unit_zero.h"
@@ -56,8 +57,9 @@ Answer set_trust(const Arguments &arguments, const Context &context) {
   const auto group = arguments.i32("TRUST");
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
   perform(SWSH_CALL(user_qos_trust_sel_group_set), trust_group_text(group), group);
-  for (const Port &port : ports)
+  for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_qos_port_trust_mode_set), port, port.chip, static_cast<uint32_t>(group));
+  });
   return {};
 }
 

@@ -69,20 +69,11 @@ class Reader {
     }
   }
 
-  // What does not fit together.
-  void check() {
-    if (settings_.echo_status && (settings_.json || settings_.pretty)) {
-      fail(wrong_usage("option \"-echo-status\" beside -json: a batch in JSON has each status",
-                       "-echo-status"));
-    }
-  }
-
  private:
   void set(const std::string &name, const std::string &value) {
     if (name == "json") settings_.json = true;
     if (name == "pretty") settings_.pretty = true;
     if (name == "force") settings_.force = true;
-    if (name == "echo-status") settings_.echo_status = true;
     if (name == "help") settings_.help = true;
     if (name == "Version") settings_.version = true;
     if (name == "manual") settings_.manual = true;
@@ -115,7 +106,6 @@ const std::vector<Option> &options() {
       {"pretty", 'p', "", "Answer in JSON on indented lines"},
       {"batch", 'b', "FILE", "Run the commands of a file, - for standard input"},
       {"force", 0, "", "In a batch, go on after a command that failed"},
-      {"echo-status", 0, "", "Behind each answer, a line with the status of its command"},
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},
       {"Version", 'V', "", "Show the version of the program"},
@@ -141,10 +131,9 @@ bool option_takes_value(const std::string &word) {
   return false;
 }
 
-Style Settings::style() const {
-  if (pretty) return {Format::pretty};
-  if (json) return {Format::json};
-  return {Format::human, echo_status};
+Format Settings::format() const {
+  if (pretty) return Format::pretty;
+  return json ? Format::json : Format::human;
 }
 
 Settings read_options(int argc, char **argv) {
@@ -161,7 +150,6 @@ Settings read_options(int argc, char **argv) {
     reader.take(code, argv[at], optarg);
   }
   settings.words.assign(argv + optind, argv + argc);
-  reader.check();
   return settings;
 }
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "fault.h"
-#include "run/command.h"
+#include "output/writer.h"
 
 namespace swsh {
 
@@ -30,7 +30,6 @@ struct Settings {
   bool json = false;
   bool pretty = false;
   bool force = false;
-  bool echo_status = false;
   bool help = false;
   bool version = false;
   bool manual = false;
@@ -40,7 +39,7 @@ struct Settings {
   std::vector<std::string> words;  // the command
   std::optional<Fault> fault;      // the first wrong option
 
-  Style style() const;
+  Format format() const;
 };
 
 // Reads the whole line even if an option is wrong, so that -j is known when

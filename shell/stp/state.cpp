@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/stp.h>
 
+#include "chip/each.h"
 #include "chip/ports.h"
 #include "stp/commands.h"
 #include "stp/instance.h"
@@ -41,9 +42,10 @@ Answer show(const Arguments &arguments, const Context &context) {
 Answer set(const Arguments &arguments, const Context &context) {
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
   const uint32_t instance = existing(context, arguments.u32("INSTANCE"));
-  for (const Port &port : ports)
+  for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_stg_stp_set), port, kLead, context.unit, instance, port.chip,
             arguments.u32("state"));
+  });
   return {};
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
@@ -30,17 +31,19 @@ Answer show_vlans(const Arguments &arguments, const Context &context) {
 Answer add_vlans(const Arguments &arguments, const Context &context) {
   const uint32_t instance = existing(context, arguments.u32("instance"));
   vlans_of(context, arguments.numbers("VLANS"));
-  for (const int64_t vid : arguments.numbers("VLANS"))
+  for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
     perform(SWSH_CALL(user_stg_vlan_add), "VLAN " + std::to_string(vid), kLead, context.unit,
             instance, static_cast<uint32_t>(vid));
+  });
   return {};
 }
 
 Answer remove_vlans(const Arguments &arguments, const Context &context) {
   vlans_of(context, arguments.numbers("VLANS"));
-  for (const int64_t vid : arguments.numbers("VLANS"))
+  for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
     perform(SWSH_CALL(user_stg_vlan_remove), "VLAN " + std::to_string(vid), kLead, context.unit, 0u,
             static_cast<uint32_t>(vid));
+  });
   return {};
 }
 

@@ -86,7 +86,6 @@ What completion offers.
   -pretty
   -batch
   -force
-  -echo-status
   -unit
   -help
   -Version

@@ -82,22 +82,32 @@ Interfaces that the device does not have:
 
 An interface that this board has no port for:
 
-  $ SWPROBE_FAIL="adp_intf_2_phy_id interface 25 result -1" swctl port show 25
+  $ no25="adp_phy_2_intf_id port 24 result -1; adp_intf_2_phy_id interface 25"
+  $ SWPROBE_FAIL="$no25 result -1" swctl port show 25
   swctl: port show 25: interface 25 has no port on this board, expected interfaces 1-24,26
   [1]
-  $ SWPROBE_FAIL="adp_intf_2_phy_id interface 25 result 32" swctl port show 24-25
+  $ SWPROBE_FAIL="$no25 result 32" swctl port show 24-25
   swctl: port show 24-25: interface 25 has no port on this board, expected interfaces 1-24,26
   [1]
-  $ SWPROBE_FAIL="adp_intf_2_phy_id interface 25 result -1" swctl port show | tail -n 2
+  $ SWPROBE_FAIL="$no25 result -1" swctl port show | tail -n 2
   24    down  unknown  both    copper  off
   26    down  unknown  both    copper  off
+
+An adapter that fails says so in two directions that do not agree, or in none:
+
+  $ SWPROBE_FAIL="adp_intf_2_phy_id interface 25 result -1" swctl port show
+  swctl: port show: adp_intf_2_phy_id refused interface 25: result -1
+  [2]
+  $ SWPROBE_FAIL="adp_* result -5" swctl port show 3
+  swctl: port show 3: adp_intf_2_phy_id refused interface 3: result -5
+  [2]
 
 One bad number in a list and nothing is changed:
 
   $ swctl port set 1-4,30 loopback on
   swctl: port set: bad value "1-4,30": "30" is out of range, expected interface numbers 1-26 such as 1-4,7
   [1]
-  $ SWPROBE_FAIL="adp_intf_2_phy_id interface 4 result -1" swctl port set 1-4 loopback on
+  $ SWPROBE_FAIL="adp_phy_2_intf_id port 3 result -1; adp_intf_2_phy_id interface 4 result -1" swctl port set 1-4 loopback on
   swctl: port set 1-4 loopback on: interface 4 has no port on this board, expected interfaces 1-3,5-26
   [1]
   $ swctl port show 1-4
@@ -110,7 +120,7 @@ One bad number in a list and nothing is changed:
 Options:
 
   $ swctl -x port show
-  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -echo-status, -unit, -help, -Version
+  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -unit, -help, -Version
   [1]
   $ swctl -unit
   swctl: option "-unit" lacks its value

@@ -139,7 +139,6 @@ Dump files:
   swctl: mac restore-view none: there is no file "none"
   [1]
   $ swctl mac dump none/table
-  create mactable Error!!!!!!!!!!!!1
   swctl: mac dump none/table: "none/table" cannot be written: No such file or directory
   [2]
   $ swctl mcast add 01:00:5e:00:00:01 vlan 1 ports 1-3

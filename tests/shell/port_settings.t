@@ -109,8 +109,8 @@ What does not fit together changes nothing:
 A refusal says what was done before:
 
   $ SWPROBE_FAIL='rtk_eee_portEnable_set port 7 result -1004' swctl port set 7-9 eee on
-  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 8: a value is outside its range (result -1004); already set: 7
+  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 8: a value is outside its range (result -1004); already done: 7
   [2]
   $ SWPROBE_FAIL='rtk_eee_portEnable_set port 8 result -1004' swctl port set 7-9 eee on
-  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 9: a value is outside its range (result -1004); already set: 7,8
+  swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 9: a value is outside its range (result -1004); already done: 7,8
   [2]

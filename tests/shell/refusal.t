@@ -35,7 +35,7 @@ A change that fails says how far it got:
 
   $ SWPROBE_FAIL="rtk_port_phyForceModeAbility_set port 2 result -1004" \
   >   swctl port set 1-4 speed 100
-  swctl: port set 1-4 speed 100: user_port_speed_set refused port 3: a value is outside its range (result -1004); already set: 1,2
+  swctl: port set 1-4 speed 100: user_port_speed_set refused port 3: a value is outside its range (result -1004); already done: 1,2
   [2]
   $ swctl port show 1-4
   port  link  speed    duplex  medium  loopback
@@ -63,6 +63,55 @@ The library's own line is kept out of the data:
   $ data swctl -j port show 7 | is_json
   valid
   $ unset SWPROBE_FAIL
+
+What the library does not hand on is seen all the same:
+
+  $ SWPROBE_FAIL="rtk_stat_port_reset result -5" swctl port clear 3-4
+  swctl: port clear 3-4: rtk_stat_port_reset refused port 3: result -5
+  [2]
+  $ SWPROBE_FAIL="rtk_qos_schedulingQueue_get result -5" swctl qos schedule show
+  swctl: qos schedule show: rtk_qos_schedulingQueue_get refused unit 0: result -5
+  [2]
+  $ SWPROBE_FAIL="rtk_sec_attackPreventAction_get nth 9 result -1005" swctl dos show
+  swctl: dos show: user_dos_attack_prevent_action_get refused type 8: an index is outside its table (result -1005)
+  [2]
+
+What the chip refuses to read is not taken for something that is not there, and
+not written over:
+
+  $ swctl vlan add 10 tagged 1-4
+  $ SWPROBE_FAIL="rtk_vlan_port_get result -1041" swctl vlan show 10
+  swctl: vlan show 10: user_vlan_port_get refused VLAN 10: there is no such VLAN (result -1041)
+  [2]
+  $ SWPROBE_FAIL="rtk_vlan_port_get result -1041" swctl vlan port add 10 tagged 9
+  swctl: vlan port add 10 tagged 9: user_vlan_port_get refused VLAN 10: there is no such VLAN (result -1041)
+  [2]
+  $ VCHIP_LOG=none swctl mac add 02:00:00:00:00:01 vlan 10 port 3
+  $ SWPROBE_FAIL="rtk_l2_nextValidAddr_get result -1031" swctl mac show
+  swctl: mac show: rtk_l2_nextValidAddr_get refused the table of addresses: the layer-2 table has no such entry (result -1031)
+  [2]
+  $ swctl vlan show 10
+  vlan  tagged  untagged
+  10    1-4     -
+
+What was changed halfway is put back:
+
+  $ swctl mcast add 01:00:5e:00:00:01 vlan 10 ports 1-3
+  $ SWPROBE_FAIL="rtk_l2_mcastAddr_add nth 1 result -5" \
+  >   swctl mcast join 01:00:5e:00:00:01 vlan 10 ports 9
+  swctl: mcast join 01:00:5e:00:00:01 vlan 10 ports 9: User_mcast_port_add refused 01:00:5e:00:00:01 in VLAN 10: result -5; the group is as it was
+  [2]
+  $ swctl mcast show
+  vlan  mac                ports
+  10    01:00:5e:00:00:01  1-3
+  $ swctl mirror add 1 to 20 ports 1-3
+  $ SWPROBE_FAIL="rtk_mirror_group_get nth 2 result -5" swctl mirror add 1 to 20 ports 9
+  swctl: mirror add 1 to 20 ports 9: rtk_mirror_group_get refused port 9: result -5; the group is as it was
+  [2]
+  $ swctl mirror show | head -n 3
+  group  state  to  ingress  egress  flows
+  0      off    -   -        -       no
+  1      on     20  1-3      1-3     no
 
 A virtual chip that cannot be used is refused in one line:
 

@@ -131,10 +131,10 @@ Wrong words change nothing:
 The chip may refuse:
 
   $ SWPROBE_FAIL="rtk_vlan_create vid 31 result -1004" swctl vlan add 30-32
-  swctl: vlan add 30-32: user_vlan_createEx refused VLANs 30-32: a value is outside its range (result -1004)
+  swctl: vlan add 30-32: user_vlan_create refused VLAN 31: a value is outside its range (result -1004); already done: 30
   [2]
   $ SWPROBE_FAIL="rtk_vlan_port_set vid 101 result -1004" swctl vlan port add 100-102 tagged 7
-  swctl: vlan port add 100-102 tagged 7: user_vlan_port_addEx refused VLAN 101: a value is outside its range (result -1004)
+  swctl: vlan port add 100-102 tagged 7: user_vlan_port_set refused VLAN 101: a value is outside its range (result -1004); already done: 100
   [2]
   $ swctl -u 7 vlan show
   swctl: vlan show: user_vlan_default_get refused unit 7: there is no such switch unit (result -1001)
@@ -172,6 +172,19 @@ Rules go to the adapter:
   valid
   $ vchipctl dump --compact > before
   $ swctl vlan rule add mac 3 02:00:5e:00:00:02 vlan 30
+  swctl: vlan rule add mac 3 02:00:5e:00:00:02 vlan 30: mac rule 3 is in use, expected a free rule, or vlan rule del mac 3 before
+  [1]
+  $ SWPROBE_FAIL="adp_fp_add_entity_rule result -5" \
+  >   swctl vlan rule add mac 4 02:00:5e:00:00:02 vlan 30
+  swctl: vlan rule add mac 4 02:00:5e:00:00:02 vlan 30: adp_fp_add_entity_rule refused mac rule 4: result -5
+  [2]
+  $ SWPROBE_FAIL="adp_fp_add_entity_qualify nth 2 result -5" \
+  >   swctl vlan rule add mac 4 02:00:5e:00:00:02 vlan 30
+  swctl: vlan rule add mac 4 02:00:5e:00:00:02 vlan 30: adp_fp_add_entity_qualify refused mac rule 4: result -5; nothing of it was kept
+  [2]
+  $ swctl vlan rule del mac 4
+  swctl: vlan rule del mac 4: there is no mac rule 4
+  [1]
   $ swctl vlan rule show mac
   kind  index  match                                            sets
   mac   3      ports 1-4 mac 02:00:5e:00:00:01 frames untagged  vlan 20 priority 5

@@ -8,7 +8,6 @@
 
 #include <cstdio>
 
-#include "images.h"
 #include "usage_error.h"
 #include "words.h"
 
@@ -51,11 +50,8 @@ void show_trace() {
 
 }  // namespace
 
-void reset(const std::vector<std::string> &images) {
-  for_each_image(images, [](const std::string &image) {
-    open_image(image);
-    expect_done(vchip_reset());
-  });
+void reset() {
+  expect_done(vchip_reset());
 }
 
 void link_up(const LinkWords &words) {

@@ -52,6 +52,16 @@ std::optional<uint64_t> number(const std::string &digits, int base = 10) {
   return value;
 }
 
+std::vector<std::string> split(const std::string &list) {
+  std::vector<std::string> words;
+  size_t start = 0;
+  for (size_t comma = 0; comma != std::string::npos; start = comma + 1) {
+    comma = list.find(',', start);
+    words.push_back(list.substr(start, comma - start));
+  }
+  return words;
+}
+
 int32_t chip_port(const std::string &word) {
   const std::optional<uint64_t> port = number(word.substr(1));
   if (!port || *port >= VCHIP_PORTS)
@@ -116,16 +126,6 @@ uint32_t parse_ability(const std::string &word) {
 }
 
 }  // namespace
-
-std::vector<std::string> split(const std::string &list) {
-  std::vector<std::string> words;
-  size_t start = 0;
-  for (size_t comma = 0; comma != std::string::npos; start = comma + 1) {
-    comma = list.find(',', start);
-    words.push_back(list.substr(start, comma - start));
-  }
-  return words;
-}
 
 uint32_t parse_unit(const std::string &word) {
   const std::optional<uint64_t> unit = number(word);
