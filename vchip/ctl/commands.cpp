@@ -8,6 +8,7 @@
 
 #include <cstdio>
 
+#include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
 
@@ -23,15 +24,9 @@ vchip_partner_t parse_partner(const LinkWords &words) {
   return {1, VCHIP_ABILITY_USUAL};
 }
 
-std::string port_name(const vchip::PortView &view) {
-  if (view.interface >= 0) return std::to_string(view.interface);
-  return std::string("p").append(std::to_string(view.port));
-}
-
 void expect_combo(uint32_t unit, int32_t port) {
-  const vchip::PortView view = vchip::port(unit, port);
-  if (view.combo) return;
-  throw UsageError("port '" + port_name(view) +
+  if (vchip::port(unit, port).combo) return;
+  throw UsageError("port '" + port_name(port) +
                    "' has no fibre side: expected a combo port, 25 or 26");
 }
 

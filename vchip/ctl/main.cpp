@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "frame_lines.h"
 #include "usage_error.h"
 
 namespace {
@@ -46,7 +47,9 @@ struct CommandLine {
   vchipctl::CounterWords counter;
   vchipctl::StormWords storm;
   vchipctl::DumpWords dump;
+  vchipctl::FrameLines frames;
   std::string trace;
+  bool own_chip = false;  // what is run brings one and needs no image
   std::function<void()> run;
 };
 
@@ -162,6 +165,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_pair(app, line);
   add_counter(app, line);
   add_storm(app, line);
+  vchipctl::add_frame_commands(app, line.frames, line.run, line.own_chip);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
@@ -224,7 +228,7 @@ void run(const CLI::App &app, const CommandLine &line) {
     printf("%s", whole_help().c_str());
     return;
   }
-  open_image(line);
+  if (!line.own_chip) open_image(line);
   line.run();
 }
 

@@ -3,13 +3,13 @@
 
 #include <swctl-vchip/ability.h>
 #include <swctl-vchip/vchip.h>
-#include <swctl-vchip/view.h>
 
 #include <charconv>
 #include <cstdio>
 #include <iterator>
 #include <optional>
 
+#include "port_names.h"
 #include "usage_error.h"
 
 namespace vchipctl {
@@ -62,18 +62,21 @@ std::vector<std::string> split(const std::string &list) {
   return words;
 }
 
-int32_t chip_port(const std::string &word) {
+// Cables hang at front ports; frames come and go at the CPU port too.
+enum class Reach : uint8_t { front, all };
+
+int32_t chip_port(const std::string &word, Reach reach) {
   const std::optional<uint64_t> port = number(word.substr(1));
   if (!port || *port >= VCHIP_PORTS)
     throw UsageError("no chip port " + quoted(word) + ": expected p0 to p27");
-  if (*port == VCHIP_CPU_PORT)
+  if (*port == VCHIP_CPU_PORT && reach == Reach::front)
     throw UsageError(quoted(word) + " is the CPU port, which has no cable: expected p0 to p27");
   return static_cast<int32_t>(*port);
 }
 
-int32_t front_port(uint64_t interface) {
-  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port) {
-    const int32_t printed = vchip::port(0, port).interface;
+int32_t port_on_box(uint64_t interface) {
+  for (int32_t port = 0; port < VCHIP_PORTS; ++port) {
+    const int32_t printed = interface_of(port);
     if (printed >= 0 && static_cast<uint64_t>(printed) == interface) return port;
   }
   return VCHIP_NO_INTERFACE;
@@ -85,22 +88,31 @@ struct End {
   int32_t number;
 };
 
-End parse_end(const std::string &word) {
-  if (!word.empty() && word[0] == 'p') return {true, chip_port(word)};
+End parse_end(const std::string &word, Reach reach) {
+  if (!word.empty() && word[0] == 'p') return {true, chip_port(word, reach)};
   const std::optional<uint64_t> interface = number(word);
-  if (!interface || *interface == VCHIP_CPU_INTERFACE || front_port(*interface) < 0)
+  const bool there = interface && port_on_box(*interface) >= 0;
+  if (!there && reach == Reach::all)
+    throw UsageError("no port " + quoted(word) + ": expected 1 to 26, 0 the CPU, or p0 to p27");
+  if (!there || (*interface == VCHIP_CPU_INTERFACE && reach == Reach::front))
     throw UsageError("no front port " + quoted(word) + ": expected 1 to 26, or p0 to p27");
   return {false, static_cast<int32_t>(*interface)};
 }
 
-void add_range(std::vector<int32_t> &ports, const std::string &range) {
+void add_range(std::vector<int32_t> &ports, const std::string &range, Reach reach) {
   const size_t dash = range.find('-', 1);
-  const End first = parse_end(range.substr(0, dash));
-  const End last = dash == std::string::npos ? first : parse_end(range.substr(dash + 1));
+  const End first = parse_end(range.substr(0, dash), reach);
+  const End last = dash == std::string::npos ? first : parse_end(range.substr(dash + 1), reach);
   if (first.on_chip != last.on_chip || first.number > last.number)
     throw UsageError("bad port range " + quoted(range) + ": expected A-B or pA-pB, rising");
   for (int32_t each = first.number; each <= last.number; ++each)
-    ports.push_back(first.on_chip ? each : front_port(static_cast<uint64_t>(each)));
+    ports.push_back(first.on_chip ? each : port_on_box(static_cast<uint64_t>(each)));
+}
+
+std::vector<int32_t> ports_of(const std::string &list, Reach reach) {
+  std::vector<int32_t> ports;
+  for (const std::string &range : split(list)) add_range(ports, range, reach);
+  return ports;
 }
 
 uint32_t parse_pair(const std::string &word) {
@@ -135,9 +147,16 @@ uint32_t parse_unit(const std::string &word) {
 }
 
 std::vector<int32_t> parse_ports(const std::string &list) {
-  std::vector<int32_t> ports;
-  for (const std::string &range : split(list)) add_range(ports, range);
-  return ports;
+  return ports_of(list, Reach::front);
+}
+
+std::vector<int32_t> parse_all_ports(const std::string &list) {
+  return ports_of(list, Reach::all);
+}
+
+int32_t parse_one_port(const std::string &word) {
+  const End end = parse_end(word, Reach::all);
+  return end.on_chip ? end.number : port_on_box(static_cast<uint64_t>(end.number));
 }
 
 uint32_t parse_abilities(const std::string &list) {

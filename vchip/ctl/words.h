@@ -14,6 +14,11 @@ uint32_t parse_unit(const std::string &word);
 // "3", "1-4,7", "p25", "p0-p3,26": chip ports, in the order given.
 std::vector<int32_t> parse_ports(const std::string &list);
 
+// As parse_ports(), with the CPU port as 0 or p28.
+std::vector<int32_t> parse_all_ports(const std::string &list);
+// One of them.
+int32_t parse_one_port(const std::string &word);
+
 // "10-half,100-full,pause": an ability word.
 uint32_t parse_abilities(const std::string &list);
 

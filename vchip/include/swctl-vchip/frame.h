@@ -229,7 +229,10 @@ typedef struct vchip_drops_t vchip_drops_t;
 SWCTL_API int32_t vchip_drops_get(uint32_t unit, int32_t port, struct vchip_drops_t *drops);
 
 /**
- * @brief Sets them to 0.
+ * @brief Sets them to 0, and what the port's queues have counted.
+ *
+ * Frames that wait stay where they are.
+ *
  * @param unit switch unit
  * @param port chip port
  * @return 0, ::VCHIP_E_UNIT, ::VCHIP_E_PORT, ::VCHIP_E_IMAGE

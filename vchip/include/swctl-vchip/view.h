@@ -22,6 +22,7 @@
 #include <swctl-vchip/mcast_ip_view.h>
 #include <swctl-vchip/mirror_trunk_view.h>
 #include <swctl-vchip/qos_view.h>
+#include <swctl-vchip/queue_view.h>
 #include <swctl-vchip/rate_view.h>
 #include <swctl-vchip/rule_view.h>
 #include <swctl-vchip/stp_view.h>
