@@ -27,6 +27,7 @@ enum { lead = 1, unit = 1, port = 24 };
 
 void call_field(void);
 void call_frame(void);
+void call_frame_door(void);
 void call_kmsg(void);
 void call_l2(void);
 void call_mcast(void);

@@ -39,6 +39,7 @@ int main(void) {
   call_qos();
   call_stp();
   call_vlan();
+  call_frame_door();
   printf("%d functions called, %d surprises\n", calls, surprises);
   return surprises == 0 ? 0 : 1;
 }
