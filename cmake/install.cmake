@@ -30,7 +30,7 @@ endforeach()
 install(DIRECTORY include/swctl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY vchip/include/swctl-vchip DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES shell/completion/swctl
+install(FILES shell/completion/swctl vchip/completion/vchipctl
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES docs/swctl.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/swctl)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -46,5 +46,6 @@ done
 "${emulator[@]}" "$prefix/bin/swctl" port show 3 >"$work/shell.log"
 [ -s "$work/shell.log" ]
 [ -s "$prefix/share/bash-completion/completions/swctl" ]
+[ -s "$prefix/share/bash-completion/completions/vchipctl" ]
 [ -s "$prefix/share/swctl/swctl.schema.json" ]
 echo "consumer: built with pkg-config and with CMake, 26 interfaces each; installed shell runs"
