@@ -47,7 +47,7 @@ Record rule_record(const swctl_platform_acl_rule &rule) {
   return record;
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_acl(const Arguments &arguments, const Context &context) {
   const bool chosen = arguments.has("RULES");
   const auto wanted = [&](const swctl_platform_acl_rule &rule) {
     if (!chosen) return is_in_use(rule);
@@ -101,7 +101,7 @@ void write_rule(const RulePlan &plan, const Context &context) {
   throw CommandError(fault);
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_acl(const Arguments &arguments, const Context &context) {
   const RulePlan plan = plan_of(arguments);
   expect_free(context, plan.rule);
   try {
@@ -112,7 +112,7 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_acl(const Arguments &arguments, const Context &context) {
   expect_rules(context.unit, arguments.numbers("RULES"));
   for_each_number(arguments.numbers("RULES"), [&](int64_t rule) {
     perform(kDestroy, rule_name(rule), kLead, context.unit, static_cast<int32_t>(rule));
@@ -171,7 +171,7 @@ Answer show_miss(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer miss(const Arguments &arguments, const Context &context) {
+Answer miss_acl(const Arguments &arguments, const Context &context) {
   if (!arguments.has("ACTION")) return show_miss(arguments, context);
   const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
   const uint32_t action =
@@ -221,7 +221,7 @@ Parameter rules(bool required) {
   return {.name = "RULES", .type = numbers(0, kLastRule), .help = "Rules", .required = required};
 }
 
-Node show_command() {
+Node show_acl_command() {
   return {
       .name = "show",
       .help = "Show rules",
@@ -232,11 +232,11 @@ Node show_command() {
       .details =
           "Without RULES, all rules that match or do something. Match and actions read\n"
           "as acl add takes them.\n",
-      .run = show,
+      .run = show_acl,
   };
 }
 
-Node add_command() {
+Node add_acl_command() {
   Node node = {
       .name = "add",
       .help = "Write a rule",
@@ -250,7 +250,7 @@ Node add_command() {
           "redirect-group:N, mirror:SESSION, count:COUNTER, meter:METER, outer-vlan:ID,\n"
           "inner-vlan:ID, priority:N, queue:N, remark-0:N, remark-1:N, remark-2:N, and\n"
           "code:ACTION:PARAM0:PARAM1 for any action of the library by its number.\n",
-      .run = add,
+      .run = add_acl,
   };
   node.keywords.push_back(action_parameter());
   node.keywords.push_back({.name = "enable", .type = flag(), .help = "Put it into effect at once"});
@@ -268,7 +268,7 @@ Node stats_command() {
   };
 }
 
-Node miss_command() {
+Node miss_acl_command() {
   return {
       .name = "miss",
       .help = "Show or say what becomes of frames that no rule matches",
@@ -278,7 +278,7 @@ Node miss_command() {
                      {.name = "ACTION",
                       .type = choice(miss_actions()),
                       .help = "What becomes of them; shown if not given"}},
-      .run = miss,
+      .run = miss_acl,
   };
 }
 
@@ -297,23 +297,24 @@ Node acl_object() {
   return {
       .name = "acl",
       .help = "Access-control rules",
-      .children = {show_command(),
-                   add_command(),
-                   {.name = "del", .help = "Delete rules", .positional = {rules(true)}, .run = del},
-                   {.name = "enable",
-                    .help = "Put rules into effect",
-                    .positional = {rules(true)},
-                    .run = enable},
-                   stats_command(),
-                   miss_command(),
-                   template_command(),
-                   {.name = "double",
-                    .help = "Join a rule with the next one into a double entry",
-                    .positional = {one_rule()},
-                    .run = join_with_next},
-                   {.name = "init",
-                    .help = "Prepare the rule table: templates, selectors, double entries",
-                    .run = init}},
+      .children =
+          {show_acl_command(),
+           add_acl_command(),
+           {.name = "del", .help = "Delete rules", .positional = {rules(true)}, .run = del_acl},
+           {.name = "enable",
+            .help = "Put rules into effect",
+            .positional = {rules(true)},
+            .run = enable},
+           stats_command(),
+           miss_acl_command(),
+           template_command(),
+           {.name = "double",
+            .help = "Join a rule with the next one into a double entry",
+            .positional = {one_rule()},
+            .run = join_with_next},
+           {.name = "init",
+            .help = "Prepare the rule table: templates, selectors, double entries",
+            .run = init}},
   };
 }
 

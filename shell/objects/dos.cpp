@@ -61,7 +61,7 @@ std::vector<Reading> read_actions(const Context &context) {
   return types;
 }
 
-Answer show(const Arguments &, const Context &context) {
+Answer show_dos(const Arguments &, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
   for (const Reading &reading : read_actions(context)) {
     const auto type = static_cast<int64_t>(answer.records.size());
@@ -70,7 +70,7 @@ Answer show(const Arguments &, const Context &context) {
   return answer;
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_dos(const Arguments &arguments, const Context &context) {
   perform(SWSH_CALL(user_dos_attack_prevent_action_set), context, kLead, context.unit,
           arguments.u32("TYPE"), arguments.u32("action"));
   return {};
@@ -92,13 +92,13 @@ Node dos_object() {
               {.name = "show",
                .help = "Show what becomes of the frames of each attack",
                .details = "The library reads unit 0, whatever unit is chosen.\n",
-               .run = show},
+               .run = show_dos},
               {.name = "set",
                .help = "Choose what becomes of the frames of an attack",
                .positional = {required("TYPE", number(0, kLastAttackType), "Attack type")},
                .keywords = {required("action", choice({{"forward", 0, ""}, {"drop", 1, ""}}),
                                      "What becomes of its frames")},
-               .run = set},
+               .run = set_dos},
               {.name = "protect",
                .help = "Switch prevention on for every front port",
                .run = protect},

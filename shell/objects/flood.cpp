@@ -10,14 +10,14 @@
 namespace swsh {
 namespace {
 
-Answer show(const Arguments &, const Context &context) {
+Answer show_flood(const Arguments &, const Context &context) {
   const user_pbmp_t ports = ask(SWSH_CALL(user_ulf_flood_ports_get), context, kLead, context.unit);
   Record record;
   record.add("unknown_unicast", interfaces_in(ports));
   return {Shape::detail, {record}, ""};
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_flood(const Arguments &arguments, const Context &context) {
   const user_pbmp_t ports = bitmap_of(arguments.numbers("PORTS"));
   perform(SWSH_CALL(user_ulf_flood_ports_set), context, kLead, context.unit, ports);
   return {};
@@ -29,12 +29,12 @@ void change(const Arguments &arguments, const Context &context, uint32_t add) {
   });
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_flood(const Arguments &arguments, const Context &context) {
   change(arguments, context, 1);
   return {};
 }
 
-Answer remove(const Arguments &arguments, const Context &context) {
+Answer remove_flood(const Arguments &arguments, const Context &context) {
   change(arguments, context, 0);
   return {};
 }
@@ -55,10 +55,10 @@ Node flood_object() {
       .children = {{.name = "show",
                     .help = "Show the ports",
                     .details = "Ports that are on no interface are left out.\n",
-                    .run = show},
-                   command("set", "Flood these ports and no others", set),
-                   command("add", "Flood these ports too", add),
-                   command("remove", "Do not flood these ports", remove)},
+                    .run = show_flood},
+                   command("set", "Flood these ports and no others", set_flood),
+                   command("add", "Flood these ports too", add_flood),
+                   command("remove", "Do not flood these ports", remove_flood)},
   };
 }
 

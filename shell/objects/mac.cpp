@@ -18,7 +18,7 @@ namespace {
 const Parameter kMac = required("MAC", mac_address(), "Address");
 const Parameter kVlan = required("vlan", number(0, kLastVlanId), "VLAN of the address");
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_mac(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const AddressFilter filter = filter_of(arguments);
   const Interfaces interfaces;
@@ -55,7 +55,7 @@ Answer get(const Arguments &arguments, const Context &context) {
   return {Shape::detail, {address_record(Interfaces(), entry)}, ""};
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_mac(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   if (arguments.has("static") && arguments.has("dynamic")) {
     throw CommandError(wrong_usage("static and dynamic exclude each other", "dynamic"));
@@ -71,7 +71,7 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_mac(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const Mac mac = mac_of(arguments, "MAC");
   const auto vid = arguments.u32("vlan");
@@ -120,7 +120,7 @@ Answer flush(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Node show_command() {
+Node show_mac_command() {
   return {
       .name = "show",
       .help = "Show the addresses in the table",
@@ -128,11 +128,11 @@ Node show_command() {
       .details =
           "Addresses in VLANs that do not exist are removed from the chip, not shown.\n"
           "port is - for an address on a chip port without an interface.\n",
-      .run = show,
+      .run = show_mac,
   };
 }
 
-Node add_command() {
+Node add_mac_command() {
   return {
       .name = "add",
       .help = "Add an address, static unless said otherwise",
@@ -145,7 +145,7 @@ Node add_command() {
                    {.name = "static", .type = flag(), .help = "It stays until it is deleted"},
                    {.name = "dynamic", .type = flag(), .help = "It ages as if it were learned"}},
       .details = "An address that is there already is written over.\n",
-      .run = add,
+      .run = add_mac,
   };
 }
 
@@ -178,13 +178,13 @@ Node mac_object() {
   Node object = {
       .name = "mac",
       .help = "The layer-2 address table",
-      .children = {show_command(),
-                   add_command(),
+      .children = {show_mac_command(),
+                   add_mac_command(),
                    {.name = "del",
                     .help = "Delete one address",
                     .positional = {kMac},
                     .keywords = {kVlan},
-                    .run = del},
+                    .run = del_mac},
                    {.name = "get",
                     .help = "Show one address in detail",
                     .positional = {kMac},

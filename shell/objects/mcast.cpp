@@ -37,7 +37,7 @@ uint32_t &ports_in(User_mcast_addr_t &group) {
   return group.pbmp.word[0];
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_mcast(const Arguments &arguments, const Context &context) {
   Answer answer = {.shape = Shape::table, .records = {}, .text = ""};
   const Interfaces interfaces;
   for (const chip_l2_mcast_entry &entry : read_groups(context.unit)) {
@@ -49,7 +49,7 @@ Answer show(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_mcast(const Arguments &arguments, const Context &context) {
   Named all = named(arguments);
   ports_in(all.group) = all.ports;
   perform(SWSH_CALL(User_mcast_addr_add), all.text(), kLead, context.unit, &all.group);
@@ -69,7 +69,7 @@ void act_on_group(const Context &context, const Named &all, Act act) {
   act_on("group", all.text(), act, [&] { return is_there(context, all.group); });
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_mcast(const Arguments &arguments, const Context &context) {
   const Named all = named(arguments);
   act_on_group(context, all, [&] {
     perform(SWSH_CALL(User_mcast_addr_remove), all.text(), kLead, context.unit, all.group.mac,
@@ -157,9 +157,9 @@ Node mcast_object() {
                     .keywords = {{.name = "vlan",
                                   .type = number(0, kLastVlanId),
                                   .help = "Only groups in this VLAN"}},
-                    .run = show},
-                   group_command("add", "Add a group", true, add),
-                   group_command("del", "Delete a group", false, del),
+                    .run = show_mcast},
+                   group_command("add", "Add a group", true, add_mcast),
+                   group_command("del", "Delete a group", false, del_mcast),
                    group_command("join", "Add ports to a group", true, join),
                    group_command("leave", "Take ports from a group", true, leave),
                    mcast_ip_commands()},

@@ -158,7 +158,7 @@ void act_on_entry(const Context &context, const Entry &entry, Act act) {
   });
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_mcast_ip(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
     perform(SWSH_CALL(User_ip6_mcast_add), entry.text, context.unit, entry.source.bytes,
@@ -170,7 +170,7 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_mcast_ip(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   if (entry.group.six) {
     throw CommandError(
@@ -193,7 +193,7 @@ void delete_entry(const Context &context, const Entry &entry) {
   }
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_mcast_ip(const Arguments &arguments, const Context &context) {
   const Entry entry = entry_of(arguments);
   act_on_entry(context, entry, [&] { delete_entry(context, entry); });
   return {};
@@ -250,7 +250,7 @@ Answer show_misses(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer miss(const Arguments &arguments, const Context &context) {
+Answer miss_mcast_ip(const Arguments &arguments, const Context &context) {
   if (arguments.has("PORTS") != arguments.has("action")) {
     const char *missing = arguments.has("PORTS") ? "action" : "PORTS";
     throw CommandError(wrong_usage("ports and an action go together", {}, {missing}));
@@ -306,7 +306,7 @@ Node lookup_command() {
       .run = lookup};
 }
 
-Node miss_command() {
+Node miss_mcast_ip_command() {
   return {
       .name = "miss",
       .help = "Show or say what becomes of unknown groups",
@@ -315,7 +315,7 @@ Node miss_command() {
                       .type = interface_list(),
                       .help = "Ports that they come into"}},
       .keywords = {{.name = "action", .type = number(0, 0xff), .help = "The chip's action code"}},
-      .run = miss};
+      .run = miss_mcast_ip};
 }
 
 }  // namespace
@@ -327,11 +327,11 @@ Node mcast_ip_commands() {
       .children =
           {
               show_entries_command(),
-              entry_command("add", "Add an entry", true, add),
-              entry_command("set", "Give an IPv4 entry other ports", true, set),
-              entry_command("del", "Delete an entry", false, del),
+              entry_command("add", "Add an entry", true, add_mcast_ip),
+              entry_command("set", "Give an IPv4 entry other ports", true, set_mcast_ip),
+              entry_command("del", "Delete an entry", false, del_mcast_ip),
               lookup_command(),
-              miss_command(),
+              miss_mcast_ip_command(),
           },
   };
 }

@@ -60,7 +60,7 @@ bool is_in_use(const chip_acl_meter &entry) {
   return (entry.enable | entry.rate | entry.burst_slot) != 0;
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_meter(const Arguments &arguments, const Context &context) {
   const bool chosen = arguments.has("METERS");
   const chip_acl_burst burst = read_bursts(context);
   Answer answer;
@@ -110,7 +110,7 @@ void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t 
   }
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_meter(const Arguments &arguments, const Context &context) {
   const auto meter = arguments.u32("METER");
   const chip_acl_meter present = read_meter(context, meter);
   if (arguments.has("rate") || arguments.has("burst")) {
@@ -127,7 +127,7 @@ Answer set(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_meter(const Arguments &arguments, const Context &context) {
   for_each_number(arguments.numbers("METERS"), [&](int64_t number) {
     const auto meter = static_cast<uint32_t>(number);
     perform(SWSH_CALL(user_field_meter_entry_del), meter_name(meter), context.unit, meter);
@@ -156,7 +156,7 @@ Node set_command() {
       .details =
           "A rate or a burst switches the meter on unless state says otherwise; what is\n"
           "not given stays. All meters of a batch or session share two burst sizes.\n",
-      .run = set,
+      .run = set_meter,
   };
 }
 
@@ -170,12 +170,12 @@ Node meter_object() {
                     .help = "Show meters",
                     .positional = {meters(false)},
                     .details = "Without METERS, all that are not as after power-on.\n",
-                    .run = show},
+                    .run = show_meter},
                    set_command(),
                    {.name = "del",
                     .help = "Switch meters off and forget their rates",
                     .positional = {meters(true)},
-                    .run = del}},
+                    .run = del_meter}},
   };
 }
 

@@ -42,7 +42,7 @@ Record group_record(const Interfaces &interfaces, uint32_t group) {
   return record;
 }
 
-Answer show(const Arguments &, const Context &context) {
+Answer show_mirror(const Arguments &, const Context &context) {
   expect_unit_zero(context);
   const Interfaces interfaces;
   Answer answer = {Shape::table, {}, ""};
@@ -78,7 +78,7 @@ void set_port(const Context &context, uint32_t group, const Port &port, uint32_t
   perform(SWSH_CALL(user_mirror_port_set), port, kLead, context.unit, port.chip, group, to, mode);
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_mirror(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   if (!arguments.has("ports") && !arguments.has("flows"))
     throw CommandError(wrong_usage("nothing to mirror", {}, {"ports", "flows"}));
@@ -96,7 +96,7 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_mirror(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t group = arguments.u32("GROUP");
   const std::vector<Port> ports = mirrored(arguments);
@@ -125,7 +125,7 @@ Node mirror_object() {
       .help = "Mirroring: copies of frames to a port",
       .children =
           {
-              {.name = "show", .help = "Show the mirror groups", .run = show},
+              {.name = "show", .help = "Show the mirror groups", .run = show_mirror},
               {.name = "add",
                .help = "Mirror ports, or the flows that rules choose",
                .positional = {group_parameter()},
@@ -139,14 +139,14 @@ Node mirror_object() {
                             {.name = "flows",
                              .type = flag(),
                              .help = "Mirror the flows that rules choose"}},
-               .run = add},
+               .run = add_mirror},
               {.name = "del",
                .help = "Disable a group, or take ports out of it",
                .positional = {group_parameter()},
                .keywords = {ports_parameter("Only these; the group goes with the last one")},
                .details = "A group that is disabled as a whole keeps its ports: enabled again it\n"
                           "mirrors them.\n",
-               .run = del},
+               .run = del_mirror},
           },
   };
 }

@@ -37,7 +37,7 @@ Record storm_record(const Context &context, const Port &port, uint32_t type, int
   return record;
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_storm(const Arguments &arguments, const Context &context) {
   const auto ports = chosen_ports(arguments);
   Answer answer = {Shape::table, {}, ""};
   for (const Port &port : ports) {
@@ -48,7 +48,7 @@ Answer show(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_storm(const Arguments &arguments, const Context &context) {
   const auto type = arguments.u32("type");
   for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
     if (arguments.has("rate"))
@@ -89,7 +89,7 @@ Node storm_object() {
                .positional = {ports_to_show()},
                .details =
                    "Of the types that exceeded their rate, the lowest of a port is marked.\n",
-               .run = show},
+               .run = show_storm},
               {.name = "set",
                .help = "Limit a type of traffic",
                .positional = {ports_to_change()},
@@ -100,7 +100,7 @@ Node storm_object() {
                             {.name = "selection",
                              .type = number(0, 1),
                              .help = "Which traffic the type covers"}},
-               .run = set},
+               .run = set_storm},
               {.name = "reset",
                .help = "Take back the marks of exceeded rates",
                .positional = {ports_to_change()},

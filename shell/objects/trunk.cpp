@@ -90,7 +90,7 @@ Answer show_trunks(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_trunk(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t trunk = arguments.u32("TRUNK");
   user_trunk_desc_t members = {};
@@ -100,7 +100,7 @@ Answer set(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer del(const Arguments &arguments, const Context &context) {
+Answer del_trunk(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t trunk = arguments.u32("TRUNK");
   if (kNextTrunk.find() != nullptr) expect_trunk(arguments, read_trunks(context));
@@ -147,11 +147,11 @@ Node trunk_object() {
                .positional = {trunk_parameter(),
                               required("PORTS", interface_list(), "All of its ports")},
                .details = "Ports that are not named are no longer members.\n",
-               .run = set},
+               .run = set_trunk},
               {.name = "del",
                .help = "Take every port out of a trunk",
                .positional = {trunk_parameter()},
-               .run = del},
+               .run = del_trunk},
               {.name = "hash",
                .help = "Show or choose what spreads frames over members",
                .positional = {{.name = "FIELDS", .type = hash_fields(), .help = "Header fields"}},

@@ -15,7 +15,7 @@ Value file_or_nothing(const std::vector<std::string> &files) {
   return files.empty() ? Value(nullptr) : Value(files.back());
 }
 
-Answer show(const Arguments &, const Context &) {
+Answer show_version(const Arguments &, const Context &) {
   std::vector<std::string> platform = files_beyond_program(kSdkCall);
   Record record;
   record.add("version", std::string(SWCTL_VERSION));
@@ -36,7 +36,7 @@ Node version_object() {
           "platform is the file that answers the calls of the chip's SDK; between lists\n"
           "the files that such a call passes on its way there.\n",
       .needs_platform = false,
-      .run = show,
+      .run = show_version,
   };
 }
 

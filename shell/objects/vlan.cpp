@@ -85,7 +85,7 @@ Answer show_port(const Context &context, int64_t interface, const std::vector<Vl
   return answer;
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_vlan(const Arguments &arguments, const Context &context) {
   const bool chosen = arguments.has("VLANS");
   const std::vector<Vlan> vlans =
       chosen ? vlans_of(context, arguments.numbers("VLANS")) : read_vlans(context);
@@ -96,7 +96,7 @@ Answer show(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
-Answer add(const Arguments &arguments, const Context &context) {
+Answer add_vlan(const Arguments &arguments, const Context &context) {
   const Members members = members_of(arguments);
   for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
     perform(SWSH_CALL(user_vlan_create), vlan_text(vid), kLead, context.unit,
@@ -110,7 +110,7 @@ Answer add(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer remove(const Arguments &arguments, const Context &context) {
+Answer remove_vlan(const Arguments &arguments, const Context &context) {
   vlans_of(context, arguments.numbers("VLANS"));
   for_each_number(arguments.numbers("VLANS"), [&](int64_t vid) {
     perform(SWSH_CALL(user_vlan_destroy), vlan_text(vid), kLead, context.unit,
@@ -119,7 +119,7 @@ Answer remove(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_vlan(const Arguments &arguments, const Context &context) {
   const Members members = members_of(arguments);
   change(context, vlans_of(context, arguments.numbers("VLANS")), [&](Vlan &vlan) {
     vlan = {vlan.vid, members.tagged | members.untagged, members.untagged};
@@ -185,7 +185,7 @@ std::vector<Parameter> member_lists() {
           port_list("untagged", "Ports that send its frames without a tag")};
 }
 
-Node show_command() {
+Node show_vlan_command() {
   return {
       .name = "show",
       .help = "Show VLANs and their ports",
@@ -194,7 +194,7 @@ Node show_command() {
                     .type = interface_number(),
                     .help = "Only this port: its VLANs, tagged or not, and its default"}},
       .details = "Without VLANS, every VLAN of the chip. Port 0 is the CPU.\n",
-      .run = show,
+      .run = show_vlan,
   };
 }
 
@@ -245,15 +245,15 @@ Node vlan_object() {
       .help = "VLANs: ports, defaults, rules, translation",
       .children =
           {
-              show_command(),
-              change_command("add", "Create VLANs and add ports to them", add,
+              show_vlan_command(),
+              change_command("add", "Create VLANs and add ports to them", add_vlan,
                              "VLANs that exist stay as they are but for the ports named.\n"),
               {.name = "del",
                .help = "Destroy VLANs",
                .positional = {vlans(true)},
                .details = "Every VLAN is looked up before the first one is destroyed.\n",
-               .run = remove},
-              change_command("set", "Replace the ports of VLANs", set,
+               .run = remove_vlan},
+              change_command("set", "Replace the ports of VLANs", set_vlan,
                              "Ports that are not named are no longer members.\n"),
               port_commands(),
               default_command(),

@@ -128,7 +128,7 @@ Answer add_double_tag(const Arguments &arguments, const Context &context) {
                   word_of(arguments, "priority"));
 }
 
-Answer add_mac(const Arguments &arguments, const Context &context) {
+Answer add_mac_rule(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
   const Mac mask = mac_mask_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
@@ -252,7 +252,7 @@ Node add_commands() {
            .help = "Untagged frames of a source MAC address",
            .positional = {index_place(USER_VLAN_MAC_RULES), text_place("MAC", "Source address")},
            .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
-           .run = add_mac},
+           .run = add_mac_rule},
           {.name = "ip4",
            .help = "Untagged frames of a source IPv4 subnet",
            .positional = {index_place(USER_VLAN_IP4_RULES),
