@@ -38,10 +38,10 @@ AT_REST = {"user_field_meter_burst_size_set_del"}
 INTRODUCTION = """# What a call costs
 
 `./dev bench` measures the library against the same calls of the platform made
-directly, both sides in turn in one run; nothing here is an absolute figure of
-one machine. It ends with status 1 when a limit is exceeded. `./dev bench docs`
-also writes this page and its plot. Times are nanoseconds of the processor,
-medians; a ratio is the median of the rounds' ratios.
+directly, both sides in turn in one run; no figure here is meant as an absolute
+one. It ends with status 1 if a limit is exceeded. `./dev bench docs` also writes
+this page and its plot. Times are nanoseconds of CPU time, medians; a ratio is the
+median of the ratios of all rounds.
 
 """
 
@@ -83,9 +83,9 @@ def pairs_text(pairs):
     rows = [(f"`{name}`", library, direct, ratio, limit or "")
             for name, library, direct, ratio, limit in pairs]
     return ("## Pairs made by hand\n\n"
-            "Against an SDK that does nothing, where a call takes about two nanoseconds and one\n"
-            "more jump shows; and, for tables, walks and rules, against the virtual chip: for\n"
-            "the rules of the adapter in an image, as below.\n\n"
+            "With an SDK that does nothing: there a call takes about two nanoseconds, so one more\n"
+            "jump is visible. Tables, walks and rules are measured with the virtual chip; for the\n"
+            "rules of the adapter it is in an image, as below.\n\n"
             + table(["what", "library", "direct", "ratio", "limit"], rows) + "\n")
 
 
@@ -95,16 +95,16 @@ def steps_text(steps):
             for step in steps]
     plain = [step for step in steps if step.name not in BESIDES]
     return ("## Functions of several steps\n\n"
-            "Every function that makes several calls of the platform, against the same calls\n"
-            "with the same arguments, taken from a recording of it. The limit holds on a virtual\n"
-            "chip that lies in an image, as programs share it: there a call takes about a\n"
-            "microsecond, as it may on a bus. The last ratio is on a chip of the process alone,\n"
-            "where a call takes ten nanoseconds. \"calls\" are those of the state that many calls\n"
-            "leave: a walk through an empty table is one. The direct side makes each call from\n"
-            "prepared arguments through a pointer, a nanosecond or two more than a written call.\n\n"
+            "Every function that makes several calls of the platform, compared with the same calls\n"
+            "with the same arguments, taken from a recording of it. The limit applies to a virtual\n"
+            "chip in an image, as programs share it: there a call takes about a microsecond, as it\n"
+            "may on a bus. The last ratio is for a chip in the memory of the process, where a call\n"
+            "takes ten nanoseconds. \"calls\" counts the calls after many runs: a walk through an\n"
+            "empty table is one. The direct side makes each call from prepared arguments through a\n"
+            "pointer, which takes a nanosecond or two more than a call in the source.\n\n"
             f"{sum(1 for step in plain if step.ratio <= LIMIT)} of {len(plain)} are within "
-            f"{LIMIT}, the median is {statistics.median(step.ratio for step in plain):.2f}. Apart\n"
-            f"from these stand {len(steps) - len(plain)} that print or use files besides.\n\n"
+            f"{LIMIT}, the median is {statistics.median(step.ratio for step in plain):.2f}. The\n"
+            f"other {len(steps) - len(plain)} also print or use files.\n\n"
             "![Ratio of each function of several steps](performance.svg)\n\n"
             + table(["function", "calls", "library", "direct", "ratio", "alone", "besides"], rows)
             + "\n")
@@ -121,9 +121,9 @@ def instructions_text(rows):
     several = [(f"`{row['function']}`", str(row["calls"]), str(row["library"]),
                 str(row["platform"])) for row in rows if row["kind"] == "multi-step"]
     return ("## Instructions\n\n"
-            "Counted by callgrind on x86-64, which no other load of the machine disturbs: one\n"
-            "call of every exported function, the library's own instructions (and libc's on its\n"
-            "behalf) apart from the platform's.\n\n"
+            "Counted by callgrind on x86-64, so other load on the machine does not matter: one\n"
+            "call of every exported function, with the instructions of the library (and of libc\n"
+            "for it) separate from those of the platform.\n\n"
             + table(["calls of the platform", "functions", "least", "median", "most"], kinds) + "\n"
             + table(["function", "calls", "library", "platform"], several) + "\n")
 

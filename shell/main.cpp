@@ -47,8 +47,13 @@ bool is_at_terminal(const DataOutput &output) {
   return isatty(STDIN_FILENO) != 0 && isatty(output.descriptor()) != 0;
 }
 
-Status batch(const Settings &settings, const std::string &file, DataOutput &output) {
-  return run_batch(command_table(), {file, settings.force, settings.format(), {settings.unit}},
+Status batch(const Settings &settings, DataOutput &output) {
+  return run_batch(command_table(),
+                   {.file = settings.batch.value_or("-"),
+                    .force = settings.force,
+                    .style = settings.style(),
+                    .in_array = settings.batch.has_value(),
+                    .context = {settings.unit}},
                    output);
 }
 
@@ -57,10 +62,11 @@ Fault batch_with_command(const std::string &word) {
 }
 
 Status run(const Settings &settings, DataOutput &output) {
-  const Format format = settings.format();
-  const Context context = {
-      settings.unit, [&](const Record &record) { output.write(line_text(record, format) + '\n'); }};
-  const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, format, output); };
+  const Style style = settings.style();
+  const Context context = {settings.unit, [&](const Record &record) {
+                             output.write(line_text(record, style.format) + '\n');
+                           }};
+  const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, style, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});
   if (settings.help) return show({help_answer(command_table(), {}), {}});
@@ -69,10 +75,10 @@ Status run(const Settings &settings, DataOutput &output) {
   if (settings.batch && !settings.words.empty()) {
     return show({{}, batch_with_command(settings.words.front())});
   }
-  if (settings.batch) return batch(settings, *settings.batch, output);
+  if (settings.batch) return batch(settings, output);
   if (!settings.words.empty()) return show(run_command(command_table(), settings.words, context));
-  if (is_at_terminal(output)) return run_session(command_table(), context, format, output);
-  return batch(settings, "-", output);
+  if (is_at_terminal(output)) return run_session(command_table(), context, style, output);
+  return batch(settings, output);
 }
 
 }  // namespace

@@ -29,7 +29,10 @@ swsh::Format format_of(uint8_t options) {
 swsh::Status run_batch(Input &input, uint8_t options, swsh::DataOutput &output) {
   const swfuzz::Stage stage(input.rest());
   return swsh::run_batch(swsh::command_table(),
-                         {swfuzz::kInputName, (options & kForce) != 0, format_of(options), {}},
+                         {.file = swfuzz::kInputName,
+                          .force = (options & kForce) != 0,
+                          .style = {.format = format_of(options)},
+                          .context = {}},
                          output);
 }
 
@@ -60,7 +63,7 @@ swsh::Status run_line(Input &input, swsh::DataOutput &output) {
   if (settings.fault) return settings.fault->status;
   const swsh::Outcome outcome =
       swsh::run_command(swsh::command_table(), settings.words, {settings.unit, {}});
-  return swsh::report(outcome, "swctl", settings.format(), output);
+  return swsh::report(outcome, "swctl", settings.style(), output);
 }
 
 // What a program reads as JSON is JSON, whatever was asked.

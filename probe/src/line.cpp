@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "line.h"
 
-#include <fmt/format.h>
-#include <iterator>
+#include "buffer.h"
 
 namespace swprobe {
 namespace {
-
-using Buffer = fmt::memory_buffer;
-
-template <class... Values>
-void add(Buffer &line, fmt::format_string<Values...> format, Values &&...values) {
-  fmt::format_to(std::back_inserter(line), format, std::forward<Values>(values)...);
-}
 
 // An element as the unsigned number of its own width.
 uint64_t bits_of(int64_t value, int width) {
@@ -91,6 +83,12 @@ std::string line_of(const Call &call, const char *sentence) {
   if (sentence != nullptr) add(line, " ({})", sentence);
   if (call.made_up) add(line, " !");
   return fmt::to_string(line);
+}
+
+std::string question_of(Call call) {
+  call.has_result = call.made_up = false;
+  for (Argument &argument : call.arguments) argument.after.clear();
+  return line_of(call, nullptr);
 }
 
 }  // namespace swprobe

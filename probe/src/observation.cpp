@@ -45,7 +45,7 @@ void Observation::look(std::span<const Address> addresses) {
   call_.has_result = site_.has_result;
   parts_ = parts_of(site_.arguments, addresses);
   for (const Part &part : parts_) call_.arguments.push_back(capture_before(part));
-  verdict_ = Session::get().judge(call_);
+  verdict_ = Session::get().judge(call_, expected_);
 }
 
 int32_t Observation::finish(int32_t result) {
@@ -63,7 +63,7 @@ int32_t Observation::finish(int32_t result) {
   } else if (next_ != nullptr && call_.result >= 0) {
     read_outputs();
   }
-  Session::get().add(std::move(call_));
+  Session::get().add(std::move(call_), expected_);
   return result;
 }
 

@@ -41,6 +41,7 @@ class Observation {
   void *next_ = nullptr;
   std::vector<Part> parts_;
   Call call_{};
+  uint64_t expected_ = 0;
   std::optional<Verdict> verdict_;
 };
 

@@ -7,14 +7,6 @@
 namespace swprobe {
 namespace {
 
-// "table[12].vid" as "table[].vid".
-std::string without_record_index(const std::string &name) {
-  const size_t open = name.find('[');
-  const size_t close = name.find("].");
-  if (open == std::string::npos || close == std::string::npos || close < open) return name;
-  return name.substr(0, open + 1) + name.substr(close);
-}
-
 std::string name_of(const ArgumentInfo &info, const Field &field) {
   std::string name(info.name);
   if (!info.is_record()) return name;
@@ -22,6 +14,13 @@ std::string name_of(const ArgumentInfo &info, const Field &field) {
 }
 
 }  // namespace
+
+std::string without_record_index(const std::string &name) {
+  const size_t open = name.find('[');
+  const size_t close = name.find("].");
+  if (open == std::string::npos || close == std::string::npos || close < open) return name;
+  return name.substr(0, open + 1) + name.substr(close);
+}
 
 Place place_of(const std::string &text) {
   if (text.empty() || text.back() != ']') return {text, 0};

@@ -21,6 +21,9 @@ struct Place {
 // Throws std::invalid_argument for an index that is not a number.
 Place place_of(const std::string &text);
 
+// "table[12].vid" as "table[].vid".
+std::string without_record_index(const std::string &name);
+
 struct Known {
   const ArgumentInfo *info;
   const Field *field;

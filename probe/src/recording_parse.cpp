@@ -2,20 +2,16 @@
 // One line of a recording, from JSON.
 #include <cstdint>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 #include "number.h"
 #include "place.h"
 #include "recording.h"
+#include "wrong.h"
 
 namespace swprobe {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-[[noreturn]] void wrong(const std::string &what) {
-  throw std::runtime_error(what);
-}
 
 const Json &member(const Json &line, const char *name) {
   const auto found = line.find(name);

@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <fmt/format.h>
-#include <iterator>
 
+#include "buffer.h"
 #include "recording.h"
 
 namespace swprobe {
 namespace {
 
-using Buffer = fmt::memory_buffer;
-
-template <class... Values>
-void add(Buffer &line, fmt::format_string<Values...> format, Values &&...values) {
-  fmt::format_to(std::back_inserter(line), format, std::forward<Values>(values)...);
-}
-
 // Bytes outside ASCII become the characters of the same number, so that a text
 // in any encoding is valid JSON and comes back byte by byte.
-void add_text(Buffer &line, const std::string &text) {
+void add_json_text(Buffer &line, const std::string &text) {
   add(line, "\"");
   for (const char character : text) {
     const auto byte = static_cast<unsigned char>(character);
@@ -30,7 +23,7 @@ void add_text(Buffer &line, const std::string &text) {
   add(line, "\"");
 }
 
-void add_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
+void add_json_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
   const bool array = argument.array || values.size() != 1;
   add(line, "{}", array ? "[" : "");
   const char *between = "";
@@ -41,7 +34,7 @@ void add_values(Buffer &line, const Argument &argument, const std::vector<int64_
   add(line, "{}", array ? "]" : "");
 }
 
-void add_argument(Buffer &line, const Argument &argument) {
+void add_json_argument(Buffer &line, const Argument &argument) {
   add(line, "\"{}\":", argument.name);
   if (argument.null) return add(line, "null");
   add(line, "{{");
@@ -49,14 +42,14 @@ void add_argument(Buffer &line, const Argument &argument) {
   if (given) {
     add(line, "\"in\":");
     if (argument.form == Form::text) {
-      add_text(line, argument.text);
+      add_json_text(line, argument.text);
     } else {
-      add_values(line, argument, argument.before);
+      add_json_values(line, argument, argument.before);
     }
   }
   if (!argument.after.empty()) {
     add(line, "{}\"out\":", given ? "," : "");
-    add_values(line, argument, argument.after);
+    add_json_values(line, argument, argument.after);
   }
   add(line, "}}");
 }
@@ -74,7 +67,7 @@ std::string recording_line(const Call &call) {
   const char *between = "";
   for (const Argument &argument : call.arguments) {
     add(line, "{}", between);
-    add_argument(line, argument);
+    add_json_argument(line, argument);
     between = ",";
   }
   add(line, "}}");

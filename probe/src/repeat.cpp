@@ -10,7 +10,7 @@
 namespace swprobe {
 namespace {
 
-const Argument *find(const Call &recorded, const std::string &name) {
+const Argument *recorded_argument(const Call &recorded, const std::string &name) {
   for (const Argument &argument : recorded.arguments)
     if (argument.name == name) return &argument;
   return nullptr;
@@ -36,21 +36,21 @@ std::map<RuleKey, std::vector<uint8_t>> &areas() {
 }  // namespace
 
 bool is_null(const ArgumentInfo &info, const Call &recorded) {
-  const Argument *argument = find(recorded, std::string(info.name));
+  const Argument *argument = recorded_argument(recorded, std::string(info.name));
   return argument != nullptr && argument->null;
 }
 
 void expect_elements(const ArgumentInfo &info, size_t count, const Call &recorded) {
   if (info.is_record() || info.direction == Direction::out) return;
   const std::string name(info.name);
-  const Argument *argument = find(recorded, name);
+  const Argument *argument = recorded_argument(recorded, name);
   if (argument == nullptr) refuse_call(recorded, "'" + name + "' is missing");
   if (argument->before.size() != count) refuse_count(recorded, *argument, count);
 }
 
 void fill(const ArgumentInfo &info, const Address &address, const Call &recorded) {
   for (const Part &part : parts_of({&info, 1}, {&address, 1})) {
-    const Argument *argument = find(recorded, part.name);
+    const Argument *argument = recorded_argument(recorded, part.name);
     if (argument == nullptr) refuse_call(recorded, "'" + part.name + "' is missing");
     if (argument->before.size() != part.count) refuse_count(recorded, *argument, part.count);
     for (size_t i = 0; i < part.count; ++i) store(part, i, argument->before[i]);
@@ -58,7 +58,7 @@ void fill(const ArgumentInfo &info, const Address &address, const Call &recorded
 }
 
 Text text_of(const char *name, const Call &recorded) {
-  const Argument *argument = find(recorded, name);
+  const Argument *argument = recorded_argument(recorded, name);
   if (argument == nullptr) refuse_call(recorded, "'" + std::string(name) + "' is missing");
   return argument->null ? Text() : Text(argument->text);
 }

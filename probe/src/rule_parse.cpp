@@ -1,41 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fnmatch.h>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
 #include "number.h"
 #include "rule.h"
+#include "rule_words.h"
 
 namespace swprobe {
 namespace {
-
-std::string quoted(const std::string &word) {
-  return "'" + word + "'";
-}
-
-[[noreturn]] void wrong(const std::string &what) {
-  throw std::invalid_argument(what);
-}
-
-std::vector<std::string> words_of(const std::string &text) {
-  std::istringstream stream(text);
-  std::vector<std::string> words;
-  for (std::string word; stream >> word;) words.push_back(word);
-  return words;
-}
-
-std::vector<const Site *> calls_like(const std::string &pattern) {
-  std::vector<const Site *> sites;
-  for (const Site *site : known_calls()) {
-    if (fnmatch(pattern.c_str(), site->name, 0) == 0) sites.push_back(site);
-  }
-  if (sites.empty()) wrong("no call is named " + quoted(pattern));
-  return sites;
-}
 
 class Parser {
  public:
@@ -57,8 +30,8 @@ class Parser {
 
   const std::string &next(const std::string &expected) {
     if (at_ < words_.size()) return words_[at_++];
-    if (words_.empty()) wrong("the rule is empty");
-    wrong(expected + " is missing after " + quoted(words_.back()));
+    if (words_.empty()) bad_rule("the rule is empty");
+    bad_rule(expected + " is missing after " + quoted(words_.back()));
   }
 
   void parse_when() {
@@ -76,7 +49,7 @@ class Parser {
     const std::string count = next("a number");
     const auto number = parse_number(count);
     if (!number || *number < 1) {
-      wrong(quoted(count) + " after '" + word + "' is not a number from 1 on");
+      bad_rule(quoted(count) + " after '" + word + "' is not a number from 1 on");
     }
     rule_.n = static_cast<uint64_t>(*number);
   }
@@ -87,7 +60,7 @@ class Parser {
     const std::vector<Known> known = arguments_like(name, condition.place);
     const auto given = [](const Known &k) { return k.info->direction != Direction::out; };
     if (std::none_of(known.begin(), known.end(), given)) {
-      wrong(quoted(name) + " is an output; only what goes into a call can be compared");
+      bad_rule(quoted(name) + " is an output; only what goes into a call can be compared");
     }
     condition.text = next("a value");
     const auto is_text = [](const Known &k) { return k.info->form == Form::text; };
@@ -101,20 +74,20 @@ class Parser {
     const std::string word = next("a number");
     const auto number = parse_number(word);
     if (!number || *number < INT32_MIN || *number > INT32_MAX) {
-      wrong("the result " + quoted(word) + " is not a signed 32-bit number");
+      bad_rule("the result " + quoted(word) + " is not a signed 32-bit number");
     }
     rule_.result = static_cast<int32_t>(*number);
   }
 
   void parse_output() {
     const std::string word = next("'out'");
-    if (word != "out") wrong(quoted(word) + " stands where 'out' or the end is expected");
+    if (word != "out") bad_rule(quoted(word) + " stands where 'out' or the end is expected");
     const std::string name = next("the name of an output");
     Output output{place_of(name), {}};
     const std::vector<Known> known = arguments_like(name, output.place);
     const auto written = [](const Known &k) { return k.info->is_output(); };
     if (std::none_of(known.begin(), known.end(), written)) {
-      wrong(quoted(name) + " is not written by " + quoted(rule_.call));
+      bad_rule(quoted(name) + " is not written by " + quoted(rule_.call));
     }
     output.values = numbers(name, next("a value"), known);
     rule_.outputs.push_back(output);
@@ -126,18 +99,18 @@ class Parser {
       const auto argument = find_argument(*site, place.name);
       if (argument) known.push_back(*argument);
     }
-    if (known.empty()) wrong(quoted(rule_.call) + " has no argument " + quoted(word));
+    if (known.empty()) bad_rule(quoted(rule_.call) + " has no argument " + quoted(word));
     return known;
   }
 
   static std::vector<int64_t> numbers(const std::string &name, const std::string &word,
                                       const std::vector<Known> &known) {
     const auto values = parse_numbers(word);
-    if (!values) wrong(quoted(word) + " for " + quoted(name) + " is not a number");
+    if (!values) bad_rule(quoted(word) + " for " + quoted(name) + " is not a number");
     for (const Known &argument : known) {
       const auto too_large = [&](int64_t value) { return !fits(value, argument.field->width); };
       if (std::any_of(values->begin(), values->end(), too_large)) {
-        wrong(quoted(word) + " does not fit into " + quoted(name));
+        bad_rule(quoted(word) + " does not fit into " + quoted(name));
       }
     }
     return *values;
@@ -168,8 +141,8 @@ Rule parse_rule(const std::string &text) {
 
 Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
   const Site *site = find_call(name);
-  if (site == nullptr) wrong("no call is named " + quoted(name));
-  if (!fits(answer.result, sizeof(int32_t))) wrong("the result does not fit into 32 bits");
+  if (site == nullptr) bad_rule("no call is named " + quoted(name));
+  if (!fits(answer.result, sizeof(int32_t))) bad_rule("the result does not fit into 32 bits");
   Rule rule;
   rule.call = name;
   rule.when = nth == 0 ? Rule::When::always : Rule::When::nth;
@@ -178,23 +151,19 @@ Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
   for (const auto &[output, value] : answer.outputs) {
     const Place place = place_of(output);
     const auto known = find_argument(*site, place.name);
-    if (!known || !known->info->is_output()) wrong(name + " has no output " + quoted(output));
+    if (!known || !known->info->is_output()) bad_rule(name + " has no output " + quoted(output));
     if (!fits(value, known->field->width))
-      wrong("the value of " + quoted(output) + " is too large");
+      bad_rule("the value of " + quoted(output) + " is too large");
     rule.outputs.push_back({place, {value}});
   }
   return rule;
 }
 
 std::vector<Rule> read_plan(const std::string &path) {
-  std::ifstream file(path);
-  if (!file) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
   std::vector<Rule> rules;
-  int number = 0;
-  for (std::string line; std::getline(file, line);) {
-    add_rule(rules, path + ":" + std::to_string(++number), line.substr(0, line.find('#')));
-  }
-  if (file.bad()) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
+  each_rule(path, [&](const std::string &place, const std::string &text) {
+    add_rule(rules, place, text);
+  });
   return rules;
 }
 

@@ -22,6 +22,9 @@ const char *sentence_for(const Call &call) {
   return text == nullptr ? nullptr : text(static_cast<int32_t>(call.result));
 }
 
+// The status of a program that does not do what is expected.
+constexpr int kUnexpected = 3;
+
 // The session, once there is one.
 std::atomic<Session *> started = nullptr;
 
@@ -46,17 +49,15 @@ Session &Session::get() {
   return session;
 }
 
-Session::Session(Settings settings)
-    : watching_(!settings.traces.empty() || !settings.recordings.empty() ||
-                !settings.rules.empty()),
-      traces_(std::move(settings.traces)),
-      recordings_(std::move(settings.recordings)) {
-  for (Rule &rule : settings.rules) plan_.add_rule(std::move(rule));
-  for (LineFile &file : recordings_) file.write(recording_header());
+Session::Session(Settings settings) : settings_(std::move(settings)) {
+  watching_ = !settings_.traces.empty() || !settings_.recordings.empty() ||
+              !settings_.rules.empty() || settings_.expectation || settings_.answers;
+  for (Rule &rule : settings_.rules) plan_.add_rule(std::move(rule));
   // A child of fork() must not inherit the lock from a thread it does not have.
   pthread_atfork([] { get().mutex_.lock(); }, [] { get().mutex_.unlock(); },
                  [] {
                    get().judged_ = false;
+                   LineFile::in_child();
                    get().mutex_.unlock();
                  });
 }
@@ -69,6 +70,10 @@ void Session::say_complaints() {
   const std::lock_guard lock(mutex_);
   if (!judged_) return;
   for (const std::string &each : plan_.complaints()) complain(each);
+  if (!settings_.expectation) return;
+  const auto difference = settings_.expectation->end();
+  if (difference && settings_.expectation->stops()) refuse(*difference, kUnexpected);
+  if (difference) complain(*difference);
 }
 
 bool Session::watches() {
@@ -81,21 +86,41 @@ void Session::open_short_way(Site &site, void *next) {
   if (!watching_) site.idle.store(next, std::memory_order_relaxed);
 }
 
-std::optional<Verdict> Session::judge(const Call &call) {
-  const std::lock_guard lock(mutex_);
-  judged_ = true;
-  return plan_.judge(call);
+void Session::expect(const Call &call, uint64_t &expected) {
+  if (!settings_.expectation) return;
+  const auto difference = settings_.expectation->compare(call);
+  expected = settings_.expectation->made();
+  if (!difference) return;
+  if (settings_.expectation->stops()) refuse(*difference, kUnexpected);
+  complain(*difference);
 }
 
-void Session::add(Call call) {
-  const char *sentence = traces_.empty() ? nullptr : sentence_for(call);
+std::optional<Verdict> Session::judge(const Call &call, uint64_t &expected) {
+  const std::lock_guard lock(mutex_);
+  judged_ = true;
+  expect(call, expected);
+  std::optional<Verdict> verdict = plan_.judge(call);
+  if (verdict || !settings_.answers) return verdict;
+  std::string complaint;
+  verdict = settings_.answers->answer(call, complaint);
+  if (!complaint.empty()) complain(complaint);
+  return verdict;
+}
+
+void Session::write(const Call &call, const char *sentence) {
+  if (!settings_.filter.fits(call)) return;
+  for (LineFile &file : settings_.recordings) file.write(recording_line(call));
+  if (settings_.traces.empty()) return;
+  const std::string line = line_of(call, sentence);
+  for (LineFile &file : settings_.traces) file.write(line);
+}
+
+void Session::add(Call call, uint64_t expected) {
+  const char *sentence = settings_.traces.empty() ? nullptr : sentence_for(call);
   const std::lock_guard lock(mutex_);
   call.number = ++number_;
-  for (LineFile &file : recordings_) file.write(recording_line(call));
-  if (!traces_.empty()) {
-    const std::string line = line_of(call, sentence);
-    for (LineFile &file : traces_) file.write(line);
-  }
+  if (settings_.expectation) settings_.expectation->answered(expected, call);
+  write(call, sentence);
   if (keeping_) kept_.push_back(std::move(call));
 }
 

@@ -23,9 +23,12 @@ class Session {
   // of `next` is the caller's: the dynamic linker has a lock of its own, which
   // must not be waited for under ours.
   void open_short_way(Site &site, void *next);
-  std::optional<Verdict> judge(const Call &call);
+  // Holds a call that is about to be made against what is expected, and asks
+  // who answers it: none is the platform. `expected` becomes its number among
+  // the calls that are compared.
+  std::optional<Verdict> judge(const Call &call, uint64_t &expected);
   // Numbers, keeps and writes a call that has returned.
-  void add(Call call);
+  void add(Call call, uint64_t expected);
 
   // From here on calls are watched and kept in memory.
   void keep();
@@ -35,6 +38,9 @@ class Session {
   void clear_plan();
   uint64_t verdicts();
 
+  // Whether a recording answers in the place of the platform.
+  bool answers() const { return settings_.answers != nullptr; }
+
   // At the end of a process that has judged calls: says what is wrong with the
   // rules of the environment.
   static void end();
@@ -43,17 +49,18 @@ class Session {
   explicit Session(Settings settings);
   static Session &start();
   void say_complaints();
+  void expect(const Call &call, uint64_t &expected);
+  void write(const Call &call, const char *sentence);
   void close_short_ways();
 
   std::mutex mutex_;
-  bool watching_;
+  bool watching_ = false;
   bool keeping_ = false;
   bool judged_ = false;  // a call, in this process
   uint64_t number_ = 0;
   Plan plan_;
   std::vector<Call> kept_;
-  std::vector<LineFile> traces_;
-  std::vector<LineFile> recordings_;
+  Settings settings_;
 };
 
 }  // namespace swprobe

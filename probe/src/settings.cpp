@@ -1,73 +1,174 @@
 // SPDX-License-Identifier: MIT
 #include "settings.h"
 
-#include <sstream>
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
+
+#include "comparison.h"
+#include "number.h"
+#include "recording.h"
 
 namespace swprobe {
 namespace {
 
-struct Files {
-  std::vector<std::string> traces;  // "" is standard error
+constexpr char kStandardError[] = "stderr";
+
+// The words of SWPROBE, sorted out. File names are as they were given.
+struct Words {
+  std::vector<std::string> traces;
   std::vector<std::string> recordings;
   std::vector<std::string> plans;
+  std::vector<std::string> comparisons;
+  std::string golden;  // the recording of an expectation
+  bool stop = false;
+  std::string answers;
+  Rotation rotation;
+  Filter filter;
 };
 
+[[noreturn]] void bad_setting(const std::string &what) {
+  throw std::runtime_error("SWPROBE: " + what);
+}
+
 [[noreturn]] void unknown(const std::string &word) {
-  throw std::runtime_error("SWPROBE: '" + word +
-                           "' is none of trace, trace:FILE, record:FILE and fail:FILE");
+  bad_setting(
+      "'" + word +
+      "' is none of trace, trace:FILE, record:FILE, fail:FILE, expect:FILE, expect-stop:FILE, "
+      "answer:FILE, rules:FILE, only:NAME, port:NUMBER and rotate:SIZE");
 }
 
-void add_word(Files &files, const std::string &word) {
+void set_once(std::string &to, const std::string &kind, const std::string &value) {
+  if (!to.empty()) bad_setting("'" + kind + "' is there twice");
+  to = value;
+}
+
+void set_golden(Words &words, const std::string &value, bool stop) {
+  set_once(words.golden, "expect", value);
+  words.stop = stop;
+}
+
+// "10M": bytes.
+uint64_t size_of(const std::string &text) {
+  constexpr uint64_t kStep = 1024;
+  const std::string letters = "KMG";
+  const size_t power = text.empty() ? std::string::npos : letters.find(text.back());
+  const auto number = parse_number(text.substr(0, text.size() - (power < letters.size() ? 1 : 0)));
+  if (!number || *number <= 0 || *number > INT32_MAX)
+    bad_setting("'" + text + "' is no size such as 10M");
+  uint64_t size = static_cast<uint64_t>(*number);
+  for (size_t i = 0; power < letters.size() && i <= power; ++i) size *= kStep;
+  return size;
+}
+
+// "10M" or "10M:9".
+void set_rotation(Words &words, const std::string &text) {
+  const size_t colon = text.find(':');
+  words.rotation.size = size_of(text.substr(0, colon));
+  if (colon == std::string::npos) return;
+  const std::string count = text.substr(colon + 1);
+  const auto keep = parse_number(count);
+  if (!keep || *keep < 0 || *keep > 999)
+    bad_setting("'" + count + "' is no number of files, 0 to 999");
+  words.rotation.keep = static_cast<unsigned>(*keep);
+}
+
+struct Kind {
+  std::string_view name;
+  void (*take)(Words &words, const std::string &value);
+};
+
+constexpr Kind kKinds[] = {
+    {"trace", [](Words &words, const std::string &value) { words.traces.push_back(value); }},
+    {"record", [](Words &words, const std::string &value) { words.recordings.push_back(value); }},
+    {"fail", [](Words &words, const std::string &value) { words.plans.push_back(value); }},
+    {"expect", [](Words &words, const std::string &value) { set_golden(words, value, false); }},
+    {"expect-stop", [](Words &words, const std::string &value) { set_golden(words, value, true); }},
+    {"answer",
+     [](Words &words, const std::string &value) { set_once(words.answers, "answer", value); }},
+    {"rules", [](Words &words, const std::string &value) { words.comparisons.push_back(value); }},
+    {"only", [](Words &words, const std::string &value) { words.filter.add_name(value); }},
+    {"port", [](Words &words, const std::string &value) { words.filter.add_port(value); }},
+    {"rotate", set_rotation},
+};
+
+void add_word(Words &words, const std::string &word) {
   const size_t colon = word.find(':');
-  const std::string kind = word.substr(0, colon);
-  const bool has_file = colon != std::string::npos && colon + 1 < word.size();
-  if (word == "trace") {
-    files.traces.emplace_back();
-  } else if (kind == "trace" && has_file) {
-    files.traces.push_back(word.substr(colon + 1));
-  } else if (kind == "record" && has_file) {
-    files.recordings.push_back(word.substr(colon + 1));
-  } else if (kind == "fail" && has_file) {
-    files.plans.push_back(word.substr(colon + 1));
-  } else {
-    unknown(word);
-  }
+  const bool has_value = colon != std::string::npos && colon + 1 < word.size();
+  const bool is_bare_trace = word == "trace";
+  const auto kind = std::ranges::find(kKinds, word.substr(0, colon), &Kind::name);
+  if (kind == std::end(kKinds) || (!has_value && !is_bare_trace)) unknown(word);
+  kind->take(words, is_bare_trace ? kStandardError : word.substr(colon + 1));
 }
 
-Files parse_words(const std::string &words) {
-  Files files;
-  if (words.empty()) return files;
+void check(const Words &words) {
+  const bool has_recording = !words.golden.empty() || !words.answers.empty();
+  if (!words.comparisons.empty() && !has_recording) bad_setting("'rules' without expect or answer");
+  const auto is_file = [](const std::string &name) { return name != kStandardError; };
+  const bool has_file = !words.recordings.empty() || std::ranges::any_of(words.traces, is_file);
+  if (words.rotation.size > 0 && !has_file) bad_setting("'rotate' without a file to write");
+}
+
+Words parse_words(const std::string &text) {
+  Words words;
+  if (text.empty()) return words;
   size_t at = 0;
-  while (true) {
-    const size_t comma = words.find(',', at);
-    add_word(files, words.substr(at, comma - at));
-    if (comma == std::string::npos) return files;
-    at = comma + 1;
+  for (size_t comma = 0; comma != std::string::npos; at = comma + 1) {
+    comma = text.find(',', at);
+    add_word(words, text.substr(at, comma - at));
+  }
+  check(words);
+  return words;
+}
+
+void read_plans(Settings &settings, const Words &words, const char *inline_plan) {
+  const auto take = [&](std::vector<Rule> rules) {
+    std::ranges::move(rules, std::back_inserter(settings.rules));
+  };
+  for (const std::string &path : words.plans) take(read_plan(with_process_id(path)));
+  if (inline_plan != nullptr) take(parse_plan("SWPROBE_FAIL", inline_plan));
+}
+
+Recording read_whole(const std::string &path) {
+  Recording recording = load_recording(path);
+  if (recording.cut_off > 0)
+    complain(path + ':' + std::to_string(recording.cut_off) +
+             ": the recording is cut off here; what comes before is used");
+  return recording;
+}
+
+void read_goldens(Settings &settings, const Words &words) {
+  Comparison comparison;
+  for (const std::string &path : words.comparisons) comparison.read(with_process_id(path));
+  if (!words.golden.empty()) {
+    const std::string path = with_process_id(words.golden);
+    settings.expectation =
+        std::make_unique<Expectation>(path, read_whole(path), comparison, words.filter, words.stop);
+  }
+  if (!words.answers.empty()) {
+    const std::string path = with_process_id(words.answers);
+    settings.answers = std::make_unique<Answers>(path, read_whole(path), comparison);
   }
 }
 
-void open_all(Settings &settings, const Files &files) {
-  for (const std::string &path : files.traces) {
-    settings.traces.push_back(path.empty() ? LineFile() : LineFile(path));
+void open_all(Settings &settings, const Words &words) {
+  for (const std::string &name : words.traces) {
+    settings.traces.push_back(name == kStandardError ? LineFile() : LineFile(name, words.rotation));
   }
-  for (const std::string &path : files.recordings) settings.recordings.emplace_back(path);
+  for (const std::string &name : words.recordings) {
+    settings.recordings.emplace_back(name, words.rotation, recording_header());
+  }
 }
 
 }  // namespace
 
-Settings read_settings(const char *words, const char *inline_plan) {
+Settings read_settings(const char *words_text, const char *inline_plan) {
   Settings settings;
-  const Files files = parse_words(words == nullptr ? "" : words);
-  for (const std::string &path : files.plans) {
-    for (Rule &rule : read_plan(path)) settings.rules.push_back(std::move(rule));
-  }
-  if (inline_plan != nullptr) {
-    for (Rule &rule : parse_plan("SWPROBE_FAIL", inline_plan)) {
-      settings.rules.push_back(std::move(rule));
-    }
-  }
-  open_all(settings, files);
+  const Words words = parse_words(words_text == nullptr ? "" : words_text);
+  read_plans(settings, words, inline_plan);
+  read_goldens(settings, words);
+  settings.filter = words.filter;
+  open_all(settings, words);
   return settings;
 }
 

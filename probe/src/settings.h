@@ -3,8 +3,12 @@
 #ifndef SWCTL_PROBE_SETTINGS_H
 #define SWCTL_PROBE_SETTINGS_H
 
+#include <memory>
 #include <vector>
 
+#include "answers.h"
+#include "expectation.h"
+#include "filter.h"
 #include "line_file.h"
 #include "rule.h"
 
@@ -14,6 +18,9 @@ struct Settings {
   std::vector<LineFile> traces;
   std::vector<LineFile> recordings;
   std::vector<Rule> rules;
+  Filter filter;
+  std::unique_ptr<Expectation> expectation;  // null without one
+  std::unique_ptr<Answers> answers;          // null if the platform answers
 };
 
 // `words` is the value of SWPROBE, `inline_plan` that of SWPROBE_FAIL; either

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 
 #include "run/command.h"
+#include "run/elements.h"
+#include "run/session_words.h"
 #include "run/words.h"
 #include "text.h"
 
@@ -96,70 +98,26 @@ class Source {
   int failure_ = 0;
 };
 
-std::string indented(const std::string &text) {
-  std::string all = "  ";
-  for (const char character : text) {
-    all += character;
-    if (character == '\n') all += "  ";
-  }
-  return all;
-}
-
-// The array that a batch is in JSON. It is written element by element and is
-// well-formed however early the batch ends.
-class ElementWriter {
- public:
-  ElementWriter(Format format, DataOutput &output) : format_(format), output_(output) {}
-
-  void begin() { write("["); }
-
-  void add(const Command &command, const Outcome &outcome) {
-    Record element;
-    element.add("line", command.number);
-    element.add("command", join(command.line.words, " "));
-    element.add("status", int64_t{outcome.status()});
-    element.add("output", outcome_value(outcome));
-    const bool pretty = format_ == Format::pretty;
-    const std::string text = json_text(element, format_);
-    const std::string separator = any_ ? "," : "";
-    write(separator + (pretty ? '\n' + indented(text) : text));
-    any_ = true;
-  }
-
-  void end() { write(format_ == Format::pretty && any_ ? "\n]\n" : "]\n"); }
-
- private:
-  void write(const std::string &text) { output_.write(text); }
-
-  Format format_;
-  DataOutput &output_;
-  bool any_ = false;
-};
-
 class Batch {
  public:
   Batch(const Node &root, const BatchSettings &settings, Source &source, DataOutput &output)
-      : root_(root),
-        settings_(settings),
-        source_(source),
-        output_(output),
-        elements_(settings.format, output) {}
+      : root_(root), settings_(settings), source_(source), output_(output) {
+    if (settings.style.format != Format::human)
+      elements_.emplace(settings.style.format, settings.in_array, output);
+  }
 
   Status run() {
-    if (is_json()) elements_.begin();
     while (status_ == kDone || settings_.force) {
       const std::optional<Command> command = source_.next();
-      if (!command) break;
+      if (!command || ends_session(command->line.words)) break;
       if (!command->line.words.empty() || !command->line.fault.empty()) run_one(*command);
     }
     if (source_.failure() != 0) report_unreadable();
-    if (is_json()) elements_.end();
+    if (elements_) elements_->end();
     return status_;
   }
 
  private:
-  bool is_json() const { return settings_.format != Format::human; }
-
   void run_one(const Command &command) {
     if (command.line.fault.empty()) {
       show(command, run_command(root_, command.line.words, settings_.context));
@@ -175,11 +133,11 @@ class Batch {
 
   void show(const Command &command, const Outcome &outcome) {
     const std::string place = source_.name() + ':' + std::to_string(command.number);
-    if (is_json()) {
+    if (elements_) {
       if (outcome.fault) complain(place, *outcome.fault);
-      elements_.add(command, outcome);
+      elements_->add(command.number, join(command.line.words, " "), outcome);
     } else {
-      report(outcome, place, settings_.format, output_);
+      report(outcome, place, settings_.style, output_);
     }
     if (status_ == kDone) status_ = outcome.status();
   }
@@ -188,7 +146,7 @@ class Batch {
   const BatchSettings &settings_;
   Source &source_;
   DataOutput &output_;
-  ElementWriter elements_;
+  std::optional<Elements> elements_;  // in JSON only
   Status status_ = kDone;
 };
 
@@ -200,7 +158,7 @@ Status run_batch(const Node &root, const BatchSettings &settings, DataOutput &ou
     const std::string reason = strerror(errno);
     const Fault fault =
         wrong_usage("batch file " + quoted(settings.file) + ": " + reason, settings.file);
-    return report({{}, fault}, "swctl", settings.format, output);
+    return report({{}, fault}, "swctl", settings.style, output);
   }
   return Batch(root, settings, *source, output).run();
 }

@@ -6,7 +6,7 @@
 
 #include "command/table.h"
 #include "fault.h"
-#include "output/writer.h"
+#include "run/command.h"
 #include "run/data_output.h"
 
 namespace swsh {
@@ -14,12 +14,14 @@ namespace swsh {
 struct BatchSettings {
   std::string file;  // "-" is standard input
   bool force = false;
-  Format format = Format::human;
+  Style style;
+  bool in_array = true;  // in JSON: the answers are elements of one array
   Context context;
 };
 
 // Runs the commands of a file, one per line, until one fails; with `force` to
-// the end. Each command's answer is written before the next one is read. The
+// the end. Each command's answer is written before the next one is read, and
+// ends with a line end. The
 // status is that of the first command that failed.
 Status run_batch(const Node &root, const BatchSettings &settings, DataOutput &output);
 

@@ -69,19 +69,28 @@ Value outcome_value(const Outcome &outcome) {
   return outcome.answer.records;
 }
 
+namespace {
+
+// All that the outcome says on standard output.
+std::string outcome_text(const Outcome &outcome, Format format) {
+  if (outcome.answer.shape == Shape::shown) return "";
+  if (format != Format::human) return json_text(outcome_value(outcome), format) + '\n';
+  return outcome.fault ? "" : answer_text(outcome.answer, format);
+}
+
+}  // namespace
+
 void complain(const std::string &place, const Fault &fault) {
   const std::string line = place + ": " + fault_line(fault) + '\n';
   fputs(line.c_str(), stderr);
 }
 
-Status report(const Outcome &outcome, const std::string &place, Format format, DataOutput &output) {
+Status report(const Outcome &outcome, const std::string &place, const Style &style,
+              DataOutput &output) {
   if (outcome.fault) complain(place, *outcome.fault);
-  if (outcome.answer.shape == Shape::shown) return outcome.status();
-  if (format != Format::human) {
-    output.write(json_text(outcome_value(outcome), format) + '\n');
-  } else if (!outcome.fault) {
-    output.write(answer_text(outcome.answer, format));
-  }
+  std::string text = outcome_text(outcome, style.format);
+  if (style.echo_status) text += "status " + std::to_string(outcome.status()) + '\n';
+  output.write(text);
   return outcome.status();
 }
 

@@ -27,12 +27,19 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
 // What JSON shows of an outcome: the answer, or {"error": ...}.
 Value outcome_value(const Outcome &outcome);
 
+// How outcomes are shown.
+struct Style {
+  Format format = Format::human;
+  bool echo_status = false;  // a line "status N" behind every outcome
+};
+
 // One line on standard error: `place`, a colon and the fault.
 void complain(const std::string &place, const Fault &fault);
 
 // Shows the answer on the output, or the fault: on standard error behind
 // `place` and, where the format is JSON, on the output too. Returns the status.
-Status report(const Outcome &outcome, const std::string &place, Format format, DataOutput &output);
+Status report(const Outcome &outcome, const std::string &place, const Style &style,
+              DataOutput &output);
 
 }  // namespace swsh
 

@@ -69,11 +69,20 @@ class Reader {
     }
   }
 
+  // What does not fit together.
+  void check() {
+    if (settings_.echo_status && (settings_.json || settings_.pretty)) {
+      fail(wrong_usage("option \"-echo-status\" beside -json: a batch in JSON has each status",
+                       "-echo-status"));
+    }
+  }
+
  private:
   void set(const std::string &name, const std::string &value) {
     if (name == "json") settings_.json = true;
     if (name == "pretty") settings_.pretty = true;
     if (name == "force") settings_.force = true;
+    if (name == "echo-status") settings_.echo_status = true;
     if (name == "help") settings_.help = true;
     if (name == "Version") settings_.version = true;
     if (name == "manual") settings_.manual = true;
@@ -106,6 +115,7 @@ const std::vector<Option> &options() {
       {"pretty", 'p', "", "Answer in JSON on indented lines"},
       {"batch", 'b', "FILE", "Run the commands of a file, - for standard input"},
       {"force", 0, "", "In a batch, go on after a command that failed"},
+      {"echo-status", 0, "", "Behind each answer, a line with the status of its command"},
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},
       {"Version", 'V', "", "Show the version of the program"},
@@ -131,9 +141,10 @@ bool option_takes_value(const std::string &word) {
   return false;
 }
 
-Format Settings::format() const {
-  if (pretty) return Format::pretty;
-  return json ? Format::json : Format::human;
+Style Settings::style() const {
+  if (pretty) return {Format::pretty};
+  if (json) return {Format::json};
+  return {Format::human, echo_status};
 }
 
 Settings read_options(int argc, char **argv) {
@@ -150,6 +161,7 @@ Settings read_options(int argc, char **argv) {
     reader.take(code, argv[at], optarg);
   }
   settings.words.assign(argv + optind, argv + argc);
+  reader.check();
   return settings;
 }
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "fault.h"
-#include "output/writer.h"
+#include "run/command.h"
 
 namespace swsh {
 
@@ -30,6 +30,7 @@ struct Settings {
   bool json = false;
   bool pretty = false;
   bool force = false;
+  bool echo_status = false;
   bool help = false;
   bool version = false;
   bool manual = false;
@@ -39,7 +40,7 @@ struct Settings {
   std::vector<std::string> words;  // the command
   std::optional<Fault> fault;      // the first wrong option
 
-  Format format() const;
+  Style style() const;
 };
 
 // Reads the whole line even if an option is wrong, so that -j is known when

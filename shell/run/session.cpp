@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "run/session.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "command/walker.h"
 #include "run/command.h"
 #include "run/line_editor.h"
+#include "run/session_words.h"
 #include "run/words.h"
 
 namespace swsh {
@@ -54,20 +54,6 @@ Position position_of(const std::string &line) {
     position.words.pop_back();
   }
   return position;
-}
-
-// The session's own words, beside those of the table.
-const std::vector<Expected> &session_words() {
-  static const std::vector<Expected> words = {{"exit", "End the session", true},
-                                              {"quit", "End the session", true}};
-  return words;
-}
-
-bool is_end(const std::vector<std::string> &words) {
-  const auto &ends = session_words();
-  return words.size() == 1 && std::any_of(ends.begin(), ends.end(), [&](const Expected &end) {
-           return end.word == words.front();
-         });
 }
 
 std::vector<Expected> fitting(std::vector<Expected> expected, const Position &position) {
@@ -114,14 +100,15 @@ Outcome run_line(const Node &root, const std::string &text, const Line &line,
 
 }  // namespace
 
-Status run_session(const Node &root, const Context &context, Format format, DataOutput &output) {
+Status run_session(const Node &root, const Context &context, const Style &style,
+                   DataOutput &output) {
   const auto editor =
       make_line_editor(kPrompt, output.descriptor(), history_file(), helper_for(root));
   while (const std::optional<std::string> text = editor->read()) {
     const Line line = split_words(*text);
-    if (is_end(line.words)) break;
+    if (ends_session(line.words)) break;
     if (line.words.empty() && line.fault.empty()) continue;
-    report(run_line(root, *text, line, context), "swctl", format, output);
+    report(run_line(root, *text, line, context), "swctl", style, output);
   }
   return kDone;
 }

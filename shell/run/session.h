@@ -4,14 +4,15 @@
 
 #include "command/table.h"
 #include "fault.h"
-#include "output/writer.h"
+#include "run/command.h"
 #include "run/data_output.h"
 
 namespace swsh {
 
 // Reads and runs commands at a terminal until exit, quit or the end of input.
 // A command that fails does not end the session.
-Status run_session(const Node &root, const Context &context, Format format, DataOutput &output);
+Status run_session(const Node &root, const Context &context, const Style &style,
+                   DataOutput &output);
 
 }  // namespace swsh
 

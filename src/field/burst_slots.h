@@ -15,13 +15,13 @@ struct BurstChange {
 };
 
 // Who uses which of the burst sizes that all meters share. The counts follow
-// the callers: a slot that is given back too often has a count below zero.
+// the callers: a slot that is released too often has a count below zero.
 class BurstSlots {
  public:
   // `current` is the slot that the meter has; any number that is no slot's
-  // stands for none.
+  // means none.
   BurstChange release(int16_t current);
-  // Here -1 stands for none, and other numbers that are no slot's are refused.
+  // Here -1 means none, and other numbers that are no slot's are refused.
   BurstChange take(int32_t burst, int16_t current);
 
  private:

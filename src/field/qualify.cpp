@@ -29,7 +29,7 @@ int32_t user_field_qualify_OuterVlanId(uint32_t, uint32_t unit, int32_t rule, ui
   return write_number(unit, rule, CHIP_ACL_FIELD_OUTER_VLAN_ID, value, mask);
 }
 
-// Half of a VLAN ID, as callers have come to know it.
+// Half of a VLAN ID: programs rely on it.
 int32_t user_field_qualify_InnerVlan(uint32_t, uint32_t unit, int32_t rule, uint16_t value,
                                      uint16_t mask) {
   return write_number(unit, rule, CHIP_ACL_FIELD_INNER_VLAN, static_cast<uint8_t>(value),

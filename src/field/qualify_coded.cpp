@@ -22,7 +22,7 @@ constexpr Code kProtocolClasses[] = {{17, 0}, {6, 1}, {1, 2}, {2, 3}};
 
 constexpr int kIpTypeLine = 1989;
 constexpr uint8_t kIpTypeMask = 0x0F;
-// Protocols without a class of their own are numbers behind this one.
+// Protocols without a class of their own: this number plus the protocol.
 constexpr uint16_t kOtherProtocols = 0x1000;
 
 template <size_t Count>
@@ -53,15 +53,15 @@ int32_t user_field_qualify_DSCP(uint32_t, uint32_t unit, int32_t rule, uint8_t v
 }
 
 int32_t user_field_qualify_InPorts(uint32_t, uint32_t unit, int32_t rule, user_pbmp_t ports, ...) {
-  // The chip asks that none of the ports outside the list be the frame's: data
-  // 0 under a mask of all others.
+  // The field has a bit for the ingress port. A frame matches if the bits of all
+  // ports that are not in the list are 0.
   return swctl::write_number(unit, rule, CHIP_ACL_FIELD_IN_PORTS, uint32_t{0}, ~ports.word[0]);
 }
 
 int32_t user_field_qualify_IpProtocol(uint32_t, uint32_t unit, int32_t rule, uint8_t protocol,
                                       uint8_t) {
-  // One area holds both forms: a class in the first byte with its mask behind
-  // it, or number and mask of two bytes each.
+  // One area holds both forms: a class in the first byte, followed by its mask,
+  // or number and mask of two bytes each.
   uint8_t area[6] = {0, 0xFF};
   const uint8_t *data = &area[0];
   const uint8_t *mask = &area[1];

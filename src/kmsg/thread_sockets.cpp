@@ -87,7 +87,7 @@ int32_t SetSockData(int32_t socket, uint32_t key) {
   const int32_t index = GetFreeSockData();
   if (index == -1) {
     puts("max thread number already!");
-    lock.leave_locked();  // as callers have come to know it
+    lock.leave_locked();  // programs rely on it
     return -1;
   }
   ThreadSocketSlot &slot = thread_sockets.slots[index];
@@ -138,7 +138,7 @@ int32_t CreateThreadSocket(int32_t key) {
   if (descriptor < 0) return report_no_socket();
   if (bind_to_key(descriptor, key) == -1) {
     perror("bind");
-    return -1;  // with the socket open, as callers have come to know it
+    return -1;  // with the socket open: programs rely on it
   }
   if (SetSockData(descriptor, static_cast<uint32_t>(key)) == -1) {
     close(descriptor);

@@ -20,7 +20,7 @@ struct ThreadSocketTable {
   pthread_mutex_t mutex;
   ThreadSocketSlot slots[SWCTL_KMSG_MAX_THREADS];
   int8_t ready;
-  int32_t count;  // slots taken; for whoever looks at the process's memory
+  int32_t count;  // slots taken; nothing here reads it
 };
 
 extern ThreadSocketTable thread_sockets;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Deletes that are one request to the chip. Which words each function fills
-// in is what programs of the generic interface expect, odd ones included: the
-// address never takes part, and a flush by trunk selects by nothing.
+// Deletes that are one request to the chip. Programs of the generic interface
+// rely on the words that each function fills in, odd ones included: the MAC
+// address is never used, and a flush by trunk selects nothing.
 #include <swctl/l2.h>
 #include <swctl/platform/sdk.h>
 

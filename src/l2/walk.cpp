@@ -81,8 +81,8 @@ int32_t user_is_mcast_addr_exist_vlan_is(uint32_t unit, int32_t *present) {
   if (present == nullptr) return -1;
   int32_t index = kBeforeFirst;
   chip_l2_mcast_entry entry;
-  // An entry of VLAN 0 marks the word in front of the array: the caller is
-  // told so and may have made room for it.
+  // An entry of VLAN 0 marks the word before the array: the header says so, and
+  // the caller may have made room for it.
   while (rtk_l2_nextValidMcastAddr_get(unit, &index, &entry) == 0) present[entry.vid - 1] = 1;
   return 0;
 }

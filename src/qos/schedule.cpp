@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the egress queues of a port take turns.
+// How the egress queues of a port are scheduled.
 #include <swctl/platform/adapter.h>
 #include <swctl/platform/sdk.h>
 #include <swctl/qos.h>
@@ -20,7 +20,7 @@ struct Schedule {
   uint32_t algorithm;
 };
 
-// False if there is no such mode. A queue of weight 0 cannot take turns.
+// False if there is no such mode. A queue of weight 0 is strict.
 bool plan(uint32_t mode, const uint32_t *weights, Schedule &schedule) {
   if (mode < USER_QOS_SCHEDULE_STRICT || mode > USER_QOS_SCHEDULE_WEIGHTED_0) return false;
   for (uint32_t queue = 0; queue < kQueues; ++queue) {
@@ -34,7 +34,7 @@ bool plan(uint32_t mode, const uint32_t *weights, Schedule &schedule) {
   return true;
 }
 
-// The interface is translated anew for every call.
+// The interface is translated for every call.
 int32_t write(int32_t interface, const Schedule &schedule) {
   for (uint32_t queue = 0; queue < kQueues; ++queue) {
     const int32_t result = rtk_qos_queueStrictEnable_set(0, adp_intf_2_phy_id(interface), queue,

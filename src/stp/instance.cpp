@@ -18,7 +18,7 @@ static_assert(kListBytes >= sizeof g_tmpBuffer);
 // The chip's port states.
 enum State : uint32_t { state_disabled, state_blocking, state_learning, state_forwarding };
 
-// The chip's one learning state stands for two generic ones.
+// Two generic states are one state of the chip, learning.
 constexpr State chip_state(uint32_t generic) {
   switch (generic) {
     case USER_STP_BLOCKING: return state_blocking;

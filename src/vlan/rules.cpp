@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // VLAN classification by rules of the platform adapter. The adapter sees the
-// actions of a rule before its qualifiers, in the order that stands here.
+// actions of a rule before its qualifiers, in the order in which they are here.
 #include <swctl/vlan_rules.h>
 
 #include "vlan/entity_rule.h"

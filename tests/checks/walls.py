@@ -38,7 +38,7 @@ SUFFIXES = {".h", ".c", ".cpp", ".def"}
 # VISITORS implement calls and views, and include their public headers.
 COMMON = r"common/.*"
 VISITORS = r"chip/.*|.*_(calls|control|view)\.cpp|pipeline/(door|carried|explain)\..*"
-FOR_VISITORS = r"<swctl/platform/(sdk|adapter|log)\.h>|<swctl-vchip/(.*view|memory|explain)\.h>"
+FOR_VISITORS = r"<swctl/platform/(sdk|adapter|log)\.h>|<swctl-vchip/(.*view|memory|explain|image)\.h>"
 FLOORS = [
     # What an image is, how a document is written, what everybody knows.
     (r"common/.*", [COMMON]),

@@ -89,6 +89,16 @@ TEST_F(L2Dump, MulticastFileByteForByte) {
   EXPECT_EQ(swprobe::take().back().in("unit"), 0);
 }
 
+TEST_F(L2Dump, GroupsWhoseVlanIsGoneAreWrittenAndStay) {
+  const chip_l2_mcast_entry entry = {30, {1, 0, 0x5e, 1, 2, 3}, 6, 0, {0, 0, 0}};
+  ASSERT_EQ(rtk_l2_mcastAddr_add(0, &entry), 0);
+  swprobe::forget();
+  EXPECT_EQ(user_mac_mcast_table_show(0, path_.c_str()), 0);
+  EXPECT_EQ(content().size(), 28u);
+  for (const std::string &name : l2_test::names(swprobe::take()))
+    EXPECT_EQ(name, "rtk_l2_nextValidMcastAddr_get");
+}
+
 TEST_F(L2Dump, EmptyTablesGiveEmptyFiles) {
   write("what was there before");
   EXPECT_EQ(user_mac_table_show(0, path_.c_str()), 0);

@@ -114,6 +114,20 @@ TEST_F(L2Violation, EachCallDumpsAnew) {
   EXPECT_EQ(std::filesystem::file_size(table_path), 52u);
 }
 
+// The dump walks the table, and a walk removes what is stale, on any port.
+TEST_F(L2Violation, QueriesRemoveStaleEntriesAndLogThem) {
+  for (const bool counts : {true, false}) {
+    put({{.vid = 30, .number = 1, .port = 4, .flags = 0x08}, {.vid = 10, .number = 2}});
+    if (counts) {
+      EXPECT_EQ(count(3), 0u);
+    } else {
+      EXPECT_EQ(user_mac_violate_del_by_port(3), 0);
+    }
+    EXPECT_EQ(held(), std::vector<std::string>{"10 02:00:00:00:00:02"});
+    EXPECT_THAT(l2_test::logged(swprobe::take()), ElementsAre(l2_test::removed_line(1)));
+  }
+}
+
 TEST_F(L2Violation, CountIsZeroWithoutAFile) {
   put_violation({});
   for (const int opening : {1, 2}) {

@@ -111,6 +111,26 @@ TEST_F(Mirror, PortsUpTo31HaveTheirBit) {
   }
 }
 
+TEST_F(Mirror, OtherPortsHaveTheBitOfTheirRemainder) {
+  for (const int32_t port : {32, 35, 64, -1, INT32_MIN}) {
+    chip_answers(kGet, 0);
+    chip_answers(kSet, 0);
+    swprobe::forget();
+    EXPECT_EQ(user_mirror_port_set(0, 0, port, kGroup, 9, USER_MIRROR_INGRESS), 0);
+    const int64_t bit = int64_t{1} << (static_cast<uint32_t>(port) % 32);
+    EXPECT_EQ(swprobe::take()[1].in("entry.ingress"), bit) << port;
+  }
+}
+
+TEST_F(Mirror, FieldsTwelveAndFifteenAreNotTakenBack) {
+  EXPECT_EQ(user_mirror_port_set(0, 0, 28, kGroup, 9, USER_MIRROR_BOTH), 0);
+  EXPECT_EQ(user_set_flow_mirror(0, 0, kGroup, 9), 0);
+  EXPECT_EQ(user_mirror_port_set(0, 0, 28, kGroup, 9, USER_MIRROR_NONE), 0);
+  EXPECT_EQ(user_set_mirror_disable(0, 0, kGroup), 0);
+  EXPECT_EQ(words()[11], 1u);
+  EXPECT_EQ(words()[14], 1u);
+}
+
 TEST_F(Mirror, FlowsNeedNoPort) {
   EXPECT_EQ(user_set_flow_mirror(7, 1, kGroup, 12), 0);
   EXPECT_EQ(words(), (Words{1, 12, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1}));

@@ -80,7 +80,8 @@ int main(int argc, char **argv) {
   if (strcmp(what, "nothing") == 0) return 0;
   if (strncmp(what, "closed-", 7) == 0) return call_with_closed(what + 7);
   if (strcmp(what, "close-all") == 0) return call_with_all_closed();
-  if (strcmp(what, "twice") == 0) read_link(0, 0);
+  if (strcmp(what, "once") == 0) read_link(0, 1);
+  if (strcmp(what, "twice") == 0 || strcmp(what, "once-more") == 0) read_link(0, 0);
   if (strcmp(what, "twice") == 0 || strcmp(what, "crash") == 0) read_link(0, 1);
   if (strcmp(what, "crash") == 0) _exit(17);
   if (strcmp(what, "calls") == 0) make_calls();

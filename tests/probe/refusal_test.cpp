@@ -22,10 +22,11 @@ void expect_refused(const Outcome &outcome, const std::string &line) {
 }
 
 TEST(RefusalTest, AWrongWord) {
-  expect_refused(preloaded("tarce"),
-                 "SWPROBE: 'tarce' is none of trace, trace:FILE, record:FILE and fail:FILE");
-  expect_refused(preloaded("trace,record"),
-                 "SWPROBE: 'record' is none of trace, trace:FILE, record:FILE and fail:FILE");
+  const std::string expected =
+      "' is none of trace, trace:FILE, record:FILE, fail:FILE, expect:FILE, expect-stop:FILE, "
+      "answer:FILE, rules:FILE, only:NAME, port:NUMBER and rotate:SIZE";
+  expect_refused(preloaded("tarce"), "SWPROBE: 'tarce" + expected);
+  expect_refused(preloaded("trace,record"), "SWPROBE: 'record" + expected);
 }
 
 TEST(RefusalTest, AFileThatCannotBeWritten) {

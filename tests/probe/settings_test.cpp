@@ -47,9 +47,11 @@ TEST_F(SettingsTest, WordsAddUp) {
 }
 
 TEST_F(SettingsTest, UnknownWordsAreNamed) {
-  const std::string expected = "' is none of trace, trace:FILE, record:FILE and fail:FILE";
+  const std::string expected =
+      "' is none of trace, trace:FILE, record:FILE, fail:FILE, expect:FILE, expect-stop:FILE, "
+      "answer:FILE, rules:FILE, only:NAME, port:NUMBER and rotate:SIZE";
   for (const std::string word : {"tarce", "record", "fail", "record:", "trace:", "fail:", "help",
-                                 "TRACE", " trace", "tracer:x"}) {
+                                 "TRACE", " trace", "tracer:x", "expect", "rules:", "only"}) {
     EXPECT_EQ(error_of(word), "SWPROBE: '" + word + expected);
     EXPECT_EQ(error_of("trace," + word), "SWPROBE: '" + word + expected);
   }
@@ -78,32 +80,57 @@ TEST_F(SettingsTest, NoFileIsTouchedForAWrongWord) {
   EXPECT_FALSE(exists(path_));
 }
 
+TEST_F(SettingsTest, SeveralDestinations) {
+  const auto settings =
+      read_settings(("record:" + path_ + ",trace:stderr,trace:" + path_ + ".2").c_str(), nullptr);
+  EXPECT_EQ(settings.recordings.size(), 1u);
+  EXPECT_EQ(settings.traces.size(), 2u);
+  std::remove((path_ + ".2").c_str());
+}
+
+TEST_F(SettingsTest, WordsThatLackTheirOther) {
+  EXPECT_EQ(error_of("trace,rules:x"), "SWPROBE: 'rules' without expect or answer");
+  EXPECT_EQ(error_of("trace,rotate:1K"), "SWPROBE: 'rotate' without a file to write");
+  EXPECT_EQ(error_of("expect:a,expect-stop:b"), "SWPROBE: 'expect' is there twice");
+  EXPECT_EQ(error_of("answer:a,answer:b"), "SWPROBE: 'answer' is there twice");
+}
+
+TEST_F(SettingsTest, SizesAndCountsOfARotation) {
+  const std::string record = "record:" + path_ + ",";
+  for (const std::string size : {"", "0", "-1", "x", "K", "1T", "1.5M", "99999999999"}) {
+    const std::string expected =
+        size.empty() ? "SWPROBE: 'rotate:' is none of trace" : "SWPROBE: '" + size + "' is no size";
+    EXPECT_EQ(error_of(record + "rotate:" + size).substr(0, expected.size()), expected);
+  }
+  EXPECT_EQ(error_of(record + "rotate:1K:x"), "SWPROBE: 'x' is no number of files, 0 to 999");
+  EXPECT_EQ(error_of(record + "rotate:1K:-1"), "SWPROBE: '-1' is no number of files, 0 to 999");
+  for (const std::string word : {"1", "10k", "1K:0", "2M:999", "1G"})
+    EXPECT_EQ(error_of(record + "rotate:" + word),
+              word == "10k" ? "SWPROBE: '10k' is no size such as 10M" : "no error");
+}
+
+TEST_F(SettingsTest, FiltersNameWhatIsKnown) {
+  EXPECT_EQ(error_of("trace,only:samples"),
+            "SWPROBE: no call is named 'samples' or belongs to such a family");
+  EXPECT_EQ(error_of("trace,port:x"), "SWPROBE: 'x' is no port");
+  EXPECT_EQ(error_of("trace,port:4294967296"), "SWPROBE: '4294967296' is no port");
+}
+
+TEST_F(SettingsTest, ARecordingToCompareWithIsReadAtOnce) {
+  EXPECT_EQ(error_of("expect:/nowhere/at/all"),
+            "cannot read '/nowhere/at/all': No such file or directory");
+  std::ofstream(path_) << "{}\n";
+  EXPECT_EQ(error_of("answer:" + path_), path_ + ":1: 'format' is missing");
+  std::ofstream(path_) << "differ sample_result\n";
+  EXPECT_EQ(error_of("expect:/dev/null,rules:" + path_),
+            path_ + ":1: the name of an argument is missing after 'sample_result'");
+}
+
 TEST_F(SettingsTest, TheProcessIdCanStandInAName) {
   const std::string path = testing::TempDir() + "swprobe." + std::to_string(getpid()) + ".trace";
   read_settings(("trace:" + testing::TempDir() + "swprobe.%p.trace").c_str(), nullptr);
   EXPECT_TRUE(exists(path));
   std::remove(path.c_str());
-}
-
-TEST(LineFileTest, WritesWholeLinesAndEmptiesAnOldFile) {
-  const std::string path = testing::TempDir() + "swprobe_line_file_test";
-  std::ofstream(path) << "old\n";
-  swprobe::LineFile file(path);
-  file.write("one");
-  file.write("");
-  std::string text;
-  std::getline(std::ifstream(path), text, '\0');
-  EXPECT_EQ(text, "one\n\n");
-  std::remove(path.c_str());
-}
-
-TEST(LineFileTest, SaysWhenTheDeviceIsFull) {
-  swprobe::LineFile file("/dev/full");
-  testing::internal::CaptureStderr();
-  file.write("one");
-  file.write("two");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "swprobe: cannot write '/dev/full' any further: No space left on device\n");
 }
 
 }  // namespace

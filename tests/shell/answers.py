@@ -17,7 +17,8 @@ import urllib.parse
 import jsonschema
 
 LONGEST = 200
-VALUED = {"-b", "-batch", "--batch", "-u", "-unit", "--unit"}
+BATCH = {"-b", "-batch", "--batch"}
+VALUED = BATCH | {"-u", "-unit", "--unit"}
 HELP = {"-h", "-help", "--help"}
 VERSION = {"-V", "-Version", "--Version"}
 
@@ -26,6 +27,16 @@ def commands_of(program):
     """The words of every command, from the manual that the program writes."""
     manual = subprocess.run([program, "-manual"], check=True, capture_output=True, text=True)
     return [tuple(each.split()) for each in re.findall(r"^\.Ic (.*)$", manual.stdout, re.MULTILINE)]
+
+
+def documents_in(text):
+    """The texts of JSON that stand one behind the other."""
+    decoder = json.JSONDecoder()
+    place = 0
+    while text[place:].strip():
+        place += len(text[place:]) - len(text[place:].lstrip())
+        document, place = decoder.raw_decode(text, place)
+        yield document
 
 
 class Line:
@@ -94,14 +105,18 @@ class Checker:
             faults += self.check_answer(Line(element["command"].split()), element["output"])
         return faults
 
-    def check(self, line, text):
-        if self.name(line) == "mac monitor" and not text.startswith('{"error"'):
-            return [fault for each in text.splitlines()
-                    for fault in self.faults("mac monitor", json.loads(each))]
-        document = json.loads(text)
-        if line.words or line.options & (HELP | VERSION) or isinstance(document, dict):
+    def check_document(self, line, document):
+        if isinstance(document, dict) and "error" in document:
+            return self.faults("error", document)
+        if self.name(line) == "mac monitor":
+            return self.faults("mac monitor", document)
+        if line.words or line.options & (HELP | VERSION):
             return self.check_answer(line, document)
-        return self.check_batch(document)
+        return self.check_batch(document if line.options & BATCH else [document])
+
+    def check(self, line, text):
+        return [fault for document in documents_in(text)
+                for fault in self.check_document(line, document)]
 
 
 def complaints(checker, directory):

@@ -46,6 +46,21 @@ Ten times as many lines of one command take ten times as long:
   vlan  tagged  untagged
   1     -       0-26
 
+It stops at exit or quit:
+
+  $ printf 'port show 3\nexit\nport show 4\n' | swctl
+  port  link  speed    duplex  medium  loopback
+  3     down  unknown  both    copper  on
+  $ printf 'prot\nquit\nport show 4\n' > ended
+  $ swctl -j -force -b ended 2>/dev/null | jq -c '.[] | [.line, .status]'
+  [1,1]
+  $ printf 'exit now\n' | swctl
+  stdin:1: unknown word "exit", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  [1]
+  $ swctl exit
+  swctl: unknown word "exit", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  [1]
+
 It stops at the first command that fails, with its status:
 
   $ cat > bad <<'END'
@@ -111,10 +126,16 @@ Files that are not there:
 Under -j a batch is one array, with an element for each command:
 
   $ swctl -j -b good
-  [{"line":2,"command":"port set 3-4 loopback on","status":0,"output":[]},{"line":4,"command":"port set 5 loopback on","status":0,"output":[]},{"line":6,"command":"port show 3-6","status":0,"output":[{"port":3,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":2},{"port":4,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":3},{"port":5,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":4},{"port":6,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":5}]},{"line":8,"command":"port set 6 loopback on","status":0,"output":[]}]
+  [{"line":2,"command":"port set 3-4 loopback on","status":0,"output":[]}
+  ,{"line":4,"command":"port set 5 loopback on","status":0,"output":[]}
+  ,{"line":6,"command":"port show 3-6","status":0,"output":[{"port":3,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":2},{"port":4,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":3},{"port":5,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":4},{"port":6,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":true,"max_speed":1000,"chip_port":5}]}
+  ,{"line":8,"command":"port set 6 loopback on","status":0,"output":[]}
+  ]
   $ swctl -j -b bad
-  [{"line":1,"command":"port set 1 loopback on","status":0,"output":[]}bad:2: port set 2 loopback: bad value "maybe", expected one of: on, off
-  ,{"line":2,"command":"port set 2 loopback maybe","status":1,"output":{"error":{"message":"port set 2 loopback: bad value \"maybe\"","culprit":"maybe","expected":["on","off"],"status":1}}}]
+  [{"line":1,"command":"port set 1 loopback on","status":0,"output":[]}
+  bad:2: port set 2 loopback: bad value "maybe", expected one of: on, off
+  ,{"line":2,"command":"port set 2 loopback maybe","status":1,"output":{"error":{"message":"port set 2 loopback: bad value \"maybe\"","culprit":"maybe","expected":["on","off"],"status":1}}}
+  ]
   [1]
   $ data swctl -j -b bad | is_json
   valid
@@ -154,14 +175,42 @@ Under -j a batch is one array, with an element for each command:
   [1]
   $ SWPROBE_FAIL="rtk_diag_portMacLocalLoopbackEnable_set port 0 result -1004" \
   >   swctl -j -b bad 2>/dev/null
-  [{"line":1,"command":"port set 1 loopback on","status":2,"output":{"error":{"message":"port set 1 loopback on: user_port_loopback_set refused port 1: a value is outside its range (result -1004)","culprit":"1","expected":[],"function":"user_port_loopback_set","result":-1004,"sentence":"a value is outside its range","status":2}}}]
+  [{"line":1,"command":"port set 1 loopback on","status":2,"output":{"error":{"message":"port set 1 loopback on: user_port_loopback_set refused port 1: a value is outside its range (result -1004)","culprit":"1","expected":[],"function":"user_port_loopback_set","result":-1004,"sentence":"a value is outside its range","status":2}}}
+  ]
   [2]
+  $ swctl -j -b /dev/null
+  []
+  $ echo '# nothing' | swctl -p -b -
+  []
+
+Standard input without -batch has an answer on each line, for a conversation:
+
+  $ printf 'port show 3\n\n# nothing\nport set 3 loopback off\nprot\n' | data swctl -j
+  {"line":1,"command":"port show 3","status":0,"output":[{"port":3,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2}]}
+  {"line":4,"command":"port set 3 loopback off","status":0,"output":[]}
+  {"line":5,"command":"prot","status":1,"output":{"error":{"message":"unknown word \"prot\"","culprit":"prot","expected":["acl","dos","flood","kernel","mac","mcast","meter","mirror","port","qos","storm","stp","trap","trunk","vlan","version","help"],"status":1}}}
+  [1]
   $ swctl -j < /dev/null
-  []
-  $ echo '# nothing' | swctl -p
-  []
   $ echo 'port show "3' | data swctl -j
-  [{"line":1,"command":"port show 3","status":1,"output":{"error":{"message":"a quote \" is not closed","culprit":"port show \"3","expected":[],"status":1}}}]
+  {"line":1,"command":"port show 3","status":1,"output":{"error":{"message":"a quote \" is not closed","culprit":"port show \"3","expected":[],"status":1}}}
+  [1]
+
+-echo-status ends each answer with a line, an empty one and an error alike:
+
+  $ printf 'port show 3\nport set 3 loopback off\nport show 99\nversion now\n' > told
+  $ swctl -echo-status -force -b told 2>/dev/null
+  port  link  speed    duplex  medium  loopback
+  3     down  unknown  both    copper  off
+  status 0
+  status 0
+  status 1
+  status 1
+  [1]
+  $ swctl -echo-status port set 3 loopback off
+  status 0
+  $ swctl -echo-status -j -b told
+  swctl: option "-echo-status" beside -json: a batch in JSON has each status
+  {"error":{"message":"option \"-echo-status\" beside -json: a batch in JSON has each status","culprit":"-echo-status","expected":[],"status":1}}
   [1]
 
 Each answer is there before the next command is read:

@@ -86,6 +86,7 @@ What completion offers.
   -pretty
   -batch
   -force
+  -echo-status
   -unit
   -help
   -Version

@@ -120,7 +120,7 @@ One bad number in a list and nothing is changed:
 Options:
 
   $ swctl -x port show
-  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -unit, -help, -Version
+  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -echo-status, -unit, -help, -Version
   [1]
   $ swctl -unit
   swctl: option "-unit" lacks its value

@@ -34,6 +34,7 @@ Help at every level.
     -p, -pretty      Answer in JSON on indented lines
     -b, -batch FILE  Run the commands of a file, - for standard input
     -force           In a batch, go on after a command that failed
+    -echo-status     Behind each answer, a line with the status of its command
     -u, -unit N      Work on switch unit N instead of 0
     -h, -help        Show this help
     -V, -Version     Show the version of the program

@@ -23,9 +23,17 @@ std::string fault_of(const std::vector<std::string> &words) {
   return settings.fault ? fault_line(*settings.fault) : "";
 }
 
+TEST(Options, EchoTheStatusOfText) {
+  EXPECT_TRUE(settings_of({"-echo-status"}).style().echo_status);
+  EXPECT_FALSE(settings_of({}).style().echo_status);
+  EXPECT_EQ(fault_of({"-echo-status", "-j"}),
+            "option \"-echo-status\" beside -json: a batch in JSON has each status");
+  EXPECT_NE(fault_of({"-p", "--echo-status"}), "");
+}
+
 TEST(Options, DefaultToATableOfUnitZero) {
   const Settings settings = settings_of({"port", "show"});
-  EXPECT_EQ(settings.format(), Format::human);
+  EXPECT_EQ(settings.style().format, Format::human);
   EXPECT_EQ(settings.unit, 0u);
   EXPECT_FALSE(settings.batch || settings.force || settings.help || settings.version);
   EXPECT_THAT(settings.words, ElementsAre("port", "show"));
@@ -33,10 +41,10 @@ TEST(Options, DefaultToATableOfUnitZero) {
 
 TEST(Options, HaveALetterANameAndTwoDashes) {
   for (const char *word : {"-j", "-json", "--json", "-js"}) {
-    EXPECT_EQ(settings_of({word}).format(), Format::json) << word;
+    EXPECT_EQ(settings_of({word}).style().format, Format::json) << word;
   }
   for (const char *word : {"-p", "-pretty", "--pretty"}) {
-    EXPECT_EQ(settings_of({word}).format(), Format::pretty) << word;
+    EXPECT_EQ(settings_of({word}).style().format, Format::pretty) << word;
   }
   for (const char *word : {"-h", "-help", "--help"}) EXPECT_TRUE(settings_of({word}).help) << word;
   for (const char *word : {"-V", "-Version", "--Version"}) EXPECT_TRUE(settings_of({word}).version);
@@ -55,18 +63,19 @@ TEST(Options, MayTakeAValue) {
 
 TEST(Options, EndAtTheFirstOtherWord) {
   EXPECT_THAT(settings_of({"-j", "port", "-p"}).words, ElementsAre("port", "-p"));
-  EXPECT_EQ(settings_of({"-j", "port", "-p"}).format(), Format::json);
+  EXPECT_EQ(settings_of({"-j", "port", "-p"}).style().format, Format::json);
   EXPECT_THAT(settings_of({"--", "-x"}).words, ElementsAre("-x"));
 }
 
 TEST(Options, PrettyIsJsonToo) {
-  EXPECT_EQ(settings_of({"-j", "-p"}).format(), Format::pretty);
-  EXPECT_EQ(settings_of({"-p", "-j"}).format(), Format::pretty);
+  EXPECT_EQ(settings_of({"-j", "-p"}).style().format, Format::pretty);
+  EXPECT_EQ(settings_of({"-p", "-j"}).style().format, Format::pretty);
 }
 
 TEST(Options, ThatAreUnknownAreNamed) {
   EXPECT_EQ(fault_of({"-x"}),
-            "unknown option \"-x\", expected one of: -json, -pretty, -batch, -force, -unit, "
+            "unknown option \"-x\", expected one of: -json, -pretty, -batch, -force, "
+            "-echo-status, -unit, "
             "-help, -Version");
   EXPECT_EQ(settings_of({"-x"}).fault->culprit, "-x");
   EXPECT_EQ(settings_of({"--yaml"}).fault->culprit, "--yaml");
@@ -90,7 +99,7 @@ TEST(Options, AUnitIsANumber) {
 TEST(Options, BehindAWrongOneAreStillRead) {
   const Settings settings = settings_of({"-x", "-j"});
   EXPECT_TRUE(settings.fault);
-  EXPECT_EQ(settings.format(), Format::json);
+  EXPECT_EQ(settings.style().format, Format::json);
 }
 
 TEST(Options, TheFirstFaultCounts) {

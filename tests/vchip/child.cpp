@@ -9,6 +9,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,7 +19,8 @@ namespace {
 constexpr unsigned kPatience = 60;  // seconds
 
 void set_environment(const Environment &environment) {
-  for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
+  for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE", "VCHIP_WAIT", "VCHIP_LOCK"})
+    unsetenv(name);
   for (const auto &[name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
 }
 
@@ -121,6 +123,12 @@ std::vector<std::string> ImageTest::files() const {
   for (const auto &entry : std::filesystem::directory_iterator(directory_))
     names.push_back(entry.path().filename());
   return names;
+}
+
+bool has_robust_futexes() {
+  void *head = nullptr;
+  size_t length = 0;
+  return syscall(SYS_get_robust_list, 0, &head, &length) == 0;
 }
 
 std::string read_file(const std::string &path) {

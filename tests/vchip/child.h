@@ -60,6 +60,9 @@ class ImageTest : public testing::Test {
   std::string image_;
 };
 
+// Whether the system, or what emulates it, keeps lists of robust futexes.
+bool has_robust_futexes();
+
 std::string read_file(const std::string &path);
 void write_file(const std::string &path, const std::string &bytes);
 
@@ -72,7 +75,11 @@ enum HeaderOffset : size_t {
   kCheckAt = 24,
   kWriterAt = 28,
   kInterruptedAt = 32,
-  kHeaderSize = 64,
+  kOwnerAt = 64,
+  kTurnAt = 68,
+  kLockKindAt = 72,
+  kHolderAt = 76,
+  kHeaderSize = 4096,
 };
 uint32_t word_at(const std::string &bytes, size_t offset);
 void set_word(std::string &bytes, size_t offset, uint32_t word);

@@ -18,9 +18,10 @@ namespace {
 using Interface = vchip_test::PrivateChip;
 
 constexpr int32_t kResults[] = {
-    VCHIP_E_UNIT,      VCHIP_E_PORT,        VCHIP_E_NULL,    VCHIP_E_VALUE,  VCHIP_E_INDEX,
-    VCHIP_E_CPU_PORT,  VCHIP_E_LINK,        VCHIP_E_IMAGE,   VCHIP_E_VLAN,   VCHIP_E_RULE_KIND,
-    VCHIP_E_DUPLICATE, VCHIP_E_RULE_EXISTS, VCHIP_E_NO_RULE, VCHIP_E_MEDIUM, VCHIP_E_NO_TEST,
+    VCHIP_E_UNIT,        VCHIP_E_PORT,     VCHIP_E_NULL,      VCHIP_E_VALUE,
+    VCHIP_E_INDEX,       VCHIP_E_CPU_PORT, VCHIP_E_LINK,      VCHIP_E_IMAGE,
+    VCHIP_E_BUSY,        VCHIP_E_VLAN,     VCHIP_E_RULE_KIND, VCHIP_E_DUPLICATE,
+    VCHIP_E_RULE_EXISTS, VCHIP_E_NO_RULE,  VCHIP_E_MEDIUM,    VCHIP_E_NO_TEST,
 };
 
 TEST_F(Interface, EveryListedCallLivesInTheLibrary) {
@@ -69,7 +70,7 @@ TEST_F(Interface, EveryResultHasItsOwnSentence) {
 }
 
 TEST_F(Interface, OtherNumbersHaveNoSentence) {
-  for (const int32_t result : {-1, 1, -1000, -1009, INT32_MIN, INT32_MAX}) {
+  for (const int32_t result : {-1, 1, -1000, -1010, INT32_MIN, INT32_MAX}) {
     EXPECT_EQ(vchip_result_text(result), nullptr) << result;
     EXPECT_EQ(swctl_platform_result_text(result), nullptr) << result;
   }

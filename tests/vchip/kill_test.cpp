@@ -5,10 +5,10 @@
 #include <swctl/platform/log.h>
 #include <swctl/platform/sdk.h>
 
-#include <chrono>
 #include <signal.h>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "child.h"
 
@@ -159,29 +159,47 @@ int look_at_all() {
   return rtk_port_adminEnable_set(1, 3, 1) == 0 ? 0 : 4;
 }
 
-TEST_F(Killed, ManyTimesInTheMiddle) {
-  constexpr uint32_t kWanted = 5;
-  constexpr int kAtLeast = 30;
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  int kills = 0;
-  while (kills < kAtLeast || interrupted() < kWanted) {
-    ASSERT_LT(std::chrono::steady_clock::now(), deadline)
-        << kills << " kills hit " << interrupted() << " calls";
-    const pid_t first = vchip_test::start(image(), write_forever);
-    const pid_t second = vchip_test::start(image(), write_forever);
-    usleep(static_cast<useconds_t>(2000 + kills * 137 % 5000));
-    kill(first, SIGKILL);
-    EXPECT_EQ(vchip_test::wait_for(first), 1000 + SIGKILL);
-    const Outcome beside_the_other = run(image(), look_at_all);
-    ASSERT_EQ(beside_the_other.status, 0) << beside_the_other.output;
-    kill(second, SIGKILL);
-    EXPECT_EQ(vchip_test::wait_for(second), 1000 + SIGKILL);
-    const Outcome alone = run(image(), look_at_all);
-    ASSERT_EQ(alone.status, 0) << alone.output;
-    ++kills;
+// With each kind of lock: what VCHIP_LOCK says.
+class KilledWriters : public Killed, public testing::WithParamInterface<const char *> {
+ protected:
+  vchip_test::Environment image() const {
+    vchip_test::Environment environment = ImageTest::image();
+    environment["VCHIP_LOCK"] = GetParam();
+    return environment;
+  }
+  void expect_nothing_half_done() {
+    const Outcome outcome = run(image(), look_at_all);
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+  }
+};
+
+// A thousand, while seven others go on; each is followed by a new one.
+TEST_P(KilledWriters, ManyTimesInTheMiddle) {
+  constexpr uint32_t kWanted = 20;
+  constexpr size_t kWriters = 8;
+  constexpr size_t kKills = 1000;
+  std::vector<pid_t> writers(kWriters);
+  for (pid_t &writer : writers) writer = vchip_test::start(image(), write_forever);
+  for (size_t kills = 0; kills < kKills || interrupted() < kWanted; ++kills) {
+    ASSERT_LT(kills, 100 * kKills) << "hit " << interrupted() << " calls";
+    usleep(static_cast<useconds_t>(kills * 137 % 1500));
+    pid_t &writer = writers[kills * 5 % kWriters];
+    kill(writer, SIGKILL);
+    EXPECT_EQ(vchip_test::wait_for(writer), 1000 + SIGKILL);
+    if (kills % 20 == 0) expect_nothing_half_done();
+    writer = vchip_test::start(image(), write_forever);
+  }
+  for (const pid_t writer : writers) {
+    kill(writer, SIGKILL);
+    EXPECT_EQ(vchip_test::wait_for(writer), 1000 + SIGKILL);
+    expect_nothing_half_done();
   }
   EXPECT_EQ(writer(), 0u);
-  RecordProperty("kills", kills);
+  RecordProperty("hits", static_cast<int>(interrupted()));
 }
+
+INSTANTIATE_TEST_SUITE_P(Locks, KilledWriters, testing::Values("", "record"), [](const auto &lock) {
+  return std::string(lock.param).empty() ? "BestLock" : "RecordLock";
+});
 
 }  // namespace

@@ -63,8 +63,8 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 
 TEST_F(Vchipctl, WrongWordsAreNamed) {
   const std::string all =
-      "expected reset, dump, link, medium, learn, mark, rule-count, time, pair, counter, storm, "
-      "send, explain, play, drops, queues, trace, help";
+      "expected reset, dump, status, link, medium, learn, mark, rule-count, time, pair, counter, "
+      "storm, send, explain, play, drops, queues, trace, help";
   expect_wrong("", "a command is missing: " + all);
   expect_wrong("rest", "'rest' does not belong here: " + all);
   expect_wrong("link", "a command is missing: expected up, down");
@@ -139,6 +139,85 @@ TEST_F(Vchipctl, TheImageIsNamedByOptionOrEnvironment) {
   EXPECT_EQ(linked(0), "0 1");
   unsetenv("VCHIP_IMAGE");
   expect_wrong("reset", "no image: give --image FILE or set VCHIP_IMAGE");
+}
+
+TEST_F(Vchipctl, StatusOfAnImageThatNobodyUses) {
+  expect_done("reset");
+  const Result text = run("status");
+  EXPECT_EQ(text.status, 0);
+  EXPECT_EQ(text.output.find("image " + image_ + "\n  lock                 "), 0u) << text.output;
+  EXPECT_NE(text.output.find("\n  held                 by nobody\n"
+                             "  interrupted writes   0\n  size                 "),
+            std::string::npos);
+  EXPECT_NE(text.output.find(" KB on disk\n  open                 by nobody\n"), std::string::npos);
+  const json all = json::parse(run("status -j").output);
+  ASSERT_EQ(all.size(), 1u);
+  EXPECT_EQ(all[0]["image"], image_);
+  EXPECT_EQ(all[0]["held"], nullptr);
+  EXPECT_EQ(all[0]["users"], json::array());
+  EXPECT_EQ(all[0]["size"], std::filesystem::file_size(image_));
+}
+
+TEST_F(Vchipctl, StatusMakesNoImage) {
+  const Result result = run("status");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.output,
+            "vchipctl: image " + image_ + ": cannot be opened: No such file or directory\n");
+  EXPECT_FALSE(std::filesystem::exists(image_));
+}
+
+TEST_F(Vchipctl, SeveralImages) {
+  const std::string b = directory_ + "/b.img", list = image_ + "," + b;
+  expect_done("--image " + list + " reset");
+  expect_done("--image " + b + " link up 3");
+  std::ofstream(directory_ + "/a.txt") << "SWVCHI, but no image\n";
+  for (const std::string &word : {list, directory_}) {
+    const json states = json::parse(run("--image " + word + " status --json").output);
+    ASSERT_EQ(states.size(), 2u) << word;
+    const json dumps = dump("--image " + word);
+    ASSERT_EQ(dumps.size(), 2u) << word;
+    const size_t other = word == list ? 1 : 0;
+    EXPECT_EQ(states[other]["image"], b);
+    EXPECT_EQ(dumps[other]["image"], b);
+    EXPECT_EQ(dumps[other], dump("--image " + b));
+    const json parts = dump("--unit 0 --block port --image " + word);
+    EXPECT_EQ(parts[other]["image"], b);
+    EXPECT_EQ(parts[other]["part"], dumps[other]["units"][0]["port"]);
+  }
+  expect_done("--image " + directory_ + " reset");
+  EXPECT_EQ(dump("--image " + b + " --unit 0"), dump("--unit 0"));
+}
+
+TEST_F(Vchipctl, SeveralImagesOfWhichOneIsBad) {
+  const std::string bad = directory_ + "/bad.img";
+  expect_done("link up 3");
+  std::ofstream(bad) << "SWVCHIP\n and no more";
+  const Result reset = run("--image " + directory_ + " reset");
+  EXPECT_EQ(reset.status, 2);
+  EXPECT_EQ(reset.output.find("vchipctl: image " + bad + ": truncated: "), 0u) << reset.output;
+  EXPECT_NE(reset.output.find("\nvchipctl: 1 of 2 images refused\n"), std::string::npos);
+  EXPECT_EQ(linked(0), "");
+  const Result states = run("--image " + directory_ + " status -j");
+  EXPECT_EQ(states.status, 2);
+  const size_t from = states.output.find("[{"), to = states.output.find("}]\n");
+  ASSERT_NE(to, std::string::npos) << states.output;
+  EXPECT_EQ(json::parse(states.output.substr(from, to + 2 - from)).size(), 1u);
+}
+
+TEST_F(Vchipctl, OneImageWhereOneIsMeant) {
+  const std::string list = image_ + "," + directory_ + "/b.img";
+  for (const std::string &word : {list, directory_})
+    expect_wrong("--image " + word + " link up 3",
+                 "'" + word + "' names several images: this command takes one");
+  expect_wrong("--image " + image_ + ", reset",
+               "an empty name in the list of images '" + image_ + ",'");
+  const Result empty = run("--image " + directory_ + " reset");
+  EXPECT_EQ(empty.status, 2);
+  EXPECT_EQ(empty.output, "vchipctl: directory " + directory_ + ": has no image\n");
+  // A comma in the name of a file that is there is a comma.
+  std::ofstream(directory_ + "/a,b") << "hello\n";
+  EXPECT_EQ(run("--image " + directory_ + "/a,b reset").output,
+            "vchipctl: image " + directory_ + "/a,b: not a virtual chip image\n");
 }
 
 TEST_F(Vchipctl, ARefusedImage) {

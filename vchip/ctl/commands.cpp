@@ -8,6 +8,7 @@
 
 #include <cstdio>
 
+#include "images.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
@@ -45,8 +46,11 @@ void show_trace() {
 
 }  // namespace
 
-void reset() {
-  expect_done(vchip_reset());
+void reset(const std::vector<std::string> &images) {
+  for_each_image(images, [](const std::string &image) {
+    open_image(image);
+    expect_done(vchip_reset());
+  });
 }
 
 void link_up(const LinkWords &words) {

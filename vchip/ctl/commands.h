@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vchipctl {
 
@@ -52,9 +53,15 @@ struct CountWords {
 };
 
 struct DumpWords {
+  std::vector<std::string> images;
   std::optional<std::string> unit;  // not given: all
   std::optional<std::string> block;
   bool compact = false;
+};
+
+struct StatusWords {
+  std::vector<std::string> images;
+  bool json = false;
 };
 
 struct PairWords {
@@ -79,7 +86,7 @@ struct StormWords {
   std::string type;
 };
 
-void reset();
+void reset(const std::vector<std::string> &images);
 void link_up(const LinkWords &words);
 void link_down(const LinkWords &words);
 void medium(const MediumWords &words);
@@ -92,6 +99,7 @@ void counter(const CounterWords &words);
 void storm(const StormWords &words);
 void trace(const std::string &word);
 void dump(const DumpWords &words);
+void status(const StatusWords &words);
 
 }  // namespace vchipctl
 

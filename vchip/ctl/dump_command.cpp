@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands.h"
+#include "images.h"
 #include "usage_error.h"
 #include "words.h"
 
@@ -55,12 +56,35 @@ Json selected(const Json &document, const DumpWords &words) {
   return all;
 }
 
+Json dump_of(const std::string &image, const DumpWords &words) {
+  open_image(image);
+  return selected(Json::parse(vchip::dump_json(-1)), words);
+}
+
+// One of several: a part does not say of which image it is.
+Json named_dump(const std::string &image, const DumpWords &words) {
+  Json part = dump_of(image, words);
+  if (!words.unit && !words.block) return part;
+  return {{"image", image}, {"part", std::move(part)}};
+}
+
+void print(const Json &json, const DumpWords &words) {
+  printf("%s\n", json.dump(words.compact ? -1 : 2).c_str());
+}
+
 }  // namespace
 
 void dump(const DumpWords &words) {
-  const Json document = Json::parse(vchip::dump_json(-1));
-  const int indent = words.compact ? -1 : 2;
-  printf("%s\n", selected(document, words).dump(indent).c_str());
+  if (words.images.size() == 1) return print(dump_of(words.images.front(), words), words);
+  Json all = Json::array();
+  const auto add = [&](const std::string &image) { all.push_back(named_dump(image, words)); };
+  try {
+    for_each_image(words.images, add);
+  } catch (const Refused &) {
+    print(all, words);
+    throw;
+  }
+  print(all, words);
 }
 
 }  // namespace vchipctl

@@ -13,6 +13,7 @@
 
 #include "commands.h"
 #include "frame_lines.h"
+#include "images.h"
 #include "usage_error.h"
 
 namespace {
@@ -24,6 +25,9 @@ constexpr int kWrongUsage = 1;
 constexpr int kRefused = 2;
 
 constexpr const char *kPurpose = "What the world does to a virtual switch chip";
+constexpr const char *kImage =
+    "The chip's image; VCHIP_IMAGE if not given. status, reset and dump take several: a list with "
+    "commas, or all of a directory";
 constexpr const char *kPorts =
     "Front ports as printed on the box, 1 to 26, or chip ports p0 to p27: lists and ranges such "
     "as 3, 1-4,7 or p25";
@@ -48,9 +52,13 @@ struct CommandLine {
   vchipctl::StormWords storm;
   vchipctl::DumpWords dump;
   vchipctl::FrameLines frames;
+  vchipctl::StatusWords status;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
+  // For a command on one image, which is open then.
   std::function<void()> run;
+  // For one that opens images itself.
+  std::function<void(const std::vector<std::string> &)> run_on;
 };
 
 void add_dump(CLI::App &app, CommandLine &line) {
@@ -58,7 +66,23 @@ void add_dump(CLI::App &app, CommandLine &line) {
   dump->add_option("--unit", line.dump.unit, "Only this unit");
   dump->add_option("--block", line.dump.block, "Only this block");
   dump->add_flag("--compact", line.dump.compact, "On one line");
-  dump->callback([&line] { line.run = [&line] { vchipctl::dump(line.dump); }; });
+  dump->callback([&line] {
+    line.run_on = [&line](const std::vector<std::string> &images) {
+      line.dump.images = images;
+      vchipctl::dump(line.dump);
+    };
+  });
+}
+
+void add_status(CLI::App &app, CommandLine &line) {
+  CLI::App *status = app.add_subcommand("status", "Print who uses the image, and how it is locked");
+  status->add_flag("-j,--json", line.status.json, "As JSON");
+  status->callback([&line] {
+    line.run_on = [&line](const std::vector<std::string> &images) {
+      line.status.images = images;
+      vchipctl::status(line.status);
+    };
+  });
 }
 
 void add_link(CLI::App &app, CommandLine &line) {
@@ -149,14 +173,15 @@ void add_storm(CLI::App &app, CommandLine &line) {
 }
 
 void add_commands(CLI::App &app, CommandLine &line) {
-  app.add_option("--image", line.image, "The chip's image; VCHIP_IMAGE if not given");
+  app.add_option("--image", line.image, kImage);
   app.set_version_flag("-V,--version", "vchipctl " SWCTL_VERSION, "Print the version and end");
   app.require_subcommand(1);
   app.fallthrough();
   app.add_subcommand("reset", "Power-on state: settings, tables, cables, trace")->callback([&line] {
-    line.run = vchipctl::reset;
+    line.run_on = vchipctl::reset;
   });
   add_dump(app, line);
+  add_status(app, line);
   add_link(app, line);
   add_medium(app, line);
   add_addresses(app, line);
@@ -203,12 +228,20 @@ std::string whole_help() {
   return app.help("", CLI::AppFormatMode::All);
 }
 
-void open_image(const CommandLine &line) {
-  if (line.image) setenv("VCHIP_IMAGE", line.image->c_str(), 1);
-  const char *image = getenv("VCHIP_IMAGE");
-  if (image == nullptr || *image == '\0')
-    throw UsageError("no image: give --image FILE or set VCHIP_IMAGE");
-  if (const char *refusal = vchip_open()) throw Refused(refusal);
+std::string image_word(const CommandLine &line) {
+  const char *variable = getenv("VCHIP_IMAGE");
+  const std::string word = line.image ? *line.image : variable == nullptr ? "" : variable;
+  if (word.empty()) throw UsageError("no image: give --image FILE or set VCHIP_IMAGE");
+  return word;
+}
+
+void run_command(const CommandLine &line) {
+  const std::string word = image_word(line);
+  if (line.run_on) return line.run_on(vchipctl::find_images(word));
+  if (vchipctl::names_many(word))
+    throw UsageError("'" + word + "' names several images: this command takes one");
+  vchipctl::open_image(word);
+  line.run();
 }
 
 int complain(const std::string &text, int status) {
@@ -228,8 +261,8 @@ void run(const CLI::App &app, const CommandLine &line) {
     printf("%s", whole_help().c_str());
     return;
   }
-  if (!line.own_chip) open_image(line);
-  line.run();
+  if (line.own_chip) return line.run();
+  run_command(line);
 }
 
 // Runs what the words ask for; help and version are printed at once.

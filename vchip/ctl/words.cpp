@@ -52,16 +52,6 @@ std::optional<uint64_t> number(const std::string &digits, int base = 10) {
   return value;
 }
 
-std::vector<std::string> split(const std::string &list) {
-  std::vector<std::string> words;
-  size_t start = 0;
-  for (size_t comma = 0; comma != std::string::npos; start = comma + 1) {
-    comma = list.find(',', start);
-    words.push_back(list.substr(start, comma - start));
-  }
-  return words;
-}
-
 // Cables hang at front ports; frames come and go at the CPU port too.
 enum class Reach : uint8_t { front, all };
 
@@ -138,6 +128,16 @@ uint32_t parse_ability(const std::string &word) {
 }
 
 }  // namespace
+
+std::vector<std::string> split(const std::string &list) {
+  std::vector<std::string> words;
+  size_t start = 0;
+  for (size_t comma = 0; comma != std::string::npos; start = comma + 1) {
+    comma = list.find(',', start);
+    words.push_back(list.substr(start, comma - start));
+  }
+  return words;
+}
 
 uint32_t parse_unit(const std::string &word) {
   const std::optional<uint64_t> unit = number(word);

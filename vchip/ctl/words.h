@@ -9,6 +9,9 @@
 
 namespace vchipctl {
 
+// The parts of a list, with commas between them.
+std::vector<std::string> split(const std::string &list);
+
 uint32_t parse_unit(const std::string &word);
 
 // "3", "1-4,7", "p25", "p0-p3,26": chip ports, in the order given.

@@ -50,6 +50,7 @@ SWCTL_BEGIN_DECLS
 #define VCHIP_E_CPU_PORT (-1006)  /**< the CPU port has no such feature */
 #define VCHIP_E_LINK (-1007)      /**< the port's link is down */
 #define VCHIP_E_IMAGE (-1008)     /**< the image named by VCHIP_IMAGE cannot be used */
+#define VCHIP_E_BUSY (-1009)      /**< another process has the image for longer than VCHIP_WAIT */
 #define VCHIP_E_MEDIUM (-1021)    /**< the port's medium has no such test */
 #define VCHIP_E_NO_TEST (-1022)   /**< no cable test has been run on the port */
 #define VCHIP_E_L2_ENTRY (-1031)  /**< no such layer-2 entry, or none left in a scan */

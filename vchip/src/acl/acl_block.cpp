@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cstring>
 
+#include "common/sound.h"
+
 namespace vchip {
 namespace {
 
@@ -36,6 +38,10 @@ void AclBlock::reset() {
   for (uint32_t &miss : misses_) miss = 0;
   for (AclRule &rule : rules_) rule = {};
   for (chip_acl_action &action : actions_) action = {};
+}
+
+bool AclBlock::sound() const {
+  return are_at_most(misses_, CHIP_ACL_MISS_DROP);
 }
 
 // What was being written when a call was killed is not marked as written.

@@ -49,6 +49,7 @@ class AclBlock {
   static constexpr uint32_t kLayout = 2;
   void reset();
   void repair();
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const AclTemplate &template_at(uint32_t index) const { return templates_[index]; }

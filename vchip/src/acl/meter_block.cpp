@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "acl/meter_block.h"
 
+#include <algorithm>
 #include <atomic>
+
+#include "common/sound.h"
 
 namespace vchip {
 namespace {
@@ -15,6 +18,14 @@ void MeterBlock::reset() {
   burst_ = {{512, 61440}};
   for (uint32_t meter = 0; meter < VCHIP_METERS; ++meter)
     meters_[meter].bucket.fill_up(fill(meter), 0);
+}
+
+bool MeterBlock::sound() const {
+  return are_at_most(burst_.size, kMaxMeterBurst) &&
+         std::ranges::all_of(meters_, [](const Meter &meter) {
+           return meter.entry.rate <= kMaxMeterRate && meter.mode <= kMaxMeterMode &&
+                  meter.entry.burst_slot < CHIP_ACL_BURST_SLOTS;
+         });
 }
 
 Fill MeterBlock::fill(uint32_t meter) const {

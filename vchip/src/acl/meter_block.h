@@ -23,6 +23,7 @@ class MeterBlock {
   static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // a meter is off while it is written; sizes are single words
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   uint32_t mode(uint32_t meter) const { return meters_[meter].mode; }

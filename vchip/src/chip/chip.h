@@ -23,14 +23,19 @@ class Locked {
   Locked(const Locked &) = delete;
   Locked &operator=(const Locked &) = delete;
 
-  // False if there is no chip: its image was refused or cannot be locked.
+  // False if there is no chip, or it could not be had; fault() says which:
+  // VCHIP_E_IMAGE, its image was refused, or VCHIP_E_BUSY, another process has
+  // it for longer than this one waits.
   explicit operator bool() const { return state_ != nullptr; }
+  int32_t fault() const { return fault_; }
   State &state() { return *state_; }
   // The image's name as the user gave it; empty for a private chip.
   const std::string &image_path() const;
 
  private:
   State *state_ = nullptr;
+  int32_t fault_ = VCHIP_E_BUSY;
+  bool held_ = false;
 };
 
 // While one of these lives, the chip says that it is being written to.
@@ -69,7 +74,7 @@ void close_chip();
 template <typename Step>
 int32_t look(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   if (const int32_t fault = first_fault(checks)) return fault;
   const Unit &subject = chip.state().units[unit];
@@ -80,7 +85,7 @@ int32_t look(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
 template <typename Step>
 int32_t change_if(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   if (const int32_t fault = first_fault(checks)) return fault;
   Writing mark(chip.state(), kChanging);

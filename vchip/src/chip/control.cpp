@@ -19,7 +19,7 @@ void vchip_close(void) {
 
 int32_t vchip_reset(void) {
   vchip::Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   vchip::Writing mark(chip.state(), vchip::kResetting);
   vchip::reset_state(chip.state());
   vchip::tell_frame_keeper_of_reset();

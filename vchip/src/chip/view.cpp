@@ -37,10 +37,10 @@ std::string dump_json(int indent) {
 
 Memory memory() {
   Locked chip;
-  if (!chip) throw std::runtime_error("the virtual chip's image cannot be used");
+  if (!chip) throw std::runtime_error(vchip_result_text(chip.fault()));
   // The caller may put back other settings without a call.
   ++chip.state().header.revision;
-  return {&chip.state().platform, sizeof chip.state() - kHeaderPage};
+  return {&chip.state().platform, sizeof chip.state() - sizeof(Header)};
 }
 
 }  // namespace vchip

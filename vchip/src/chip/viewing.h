@@ -14,7 +14,7 @@ namespace vchip {
 class Viewing {
  public:
   Viewing() {
-    if (!chip_) throw std::runtime_error("the virtual chip's image cannot be used");
+    if (!chip_) throw std::runtime_error(vchip_result_text(chip_.fault()));
   }
   const State &state() { return chip_.state(); }
   const std::string &image_path() const { return chip_.image_path(); }

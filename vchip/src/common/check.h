@@ -9,7 +9,7 @@
 #include <initializer_list>
 
 #include "common/frame_action.h"
-#include "common/numbers.h"
+#include "common/sound.h"
 
 namespace vchip {
 
@@ -59,7 +59,7 @@ constexpr int32_t is_frame_action(uint32_t action) {
 
 // A mask of ports; one for a port that the unit does not have is refused.
 constexpr int32_t on_ports(uint32_t mask) {
-  return (mask & ~kAllPorts) == 0 ? 0 : VCHIP_E_PORT;
+  return is_ports(mask) ? 0 : VCHIP_E_PORT;
 }
 
 constexpr int32_t flag(uint32_t value) {

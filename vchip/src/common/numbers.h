@@ -29,7 +29,7 @@ inline constexpr uint32_t kInstances = 16;  // of the spanning tree
 // Trunk 0 is a trunk like any other in the table of trunks. In an entry of the
 // address table 0 means that the address is on its port and on no trunk.
 inline constexpr uint32_t kTrunkGroups = 32;
-inline constexpr int32_t kNoTrunk = 0;
+inline constexpr int32_t kOnNoTrunk = 0;
 
 // There are two tables of so many port masks. The forwarding port masks
 // (forward/mask_block.h) are those that a type of lookup miss and the action
@@ -37,6 +37,9 @@ inline constexpr int32_t kNoTrunk = 0;
 // (l2/group_block.h) belong to the groups of layer 2: what a group's entry calls
 // its forwarding index, and the action "redirect to group", is an index of these.
 inline constexpr uint32_t kPortMasks = 512;
+// The first forwarding port masks are for flooding and hold every port after
+// power-on.
+inline constexpr uint32_t kFloodMasks = 8;
 
 // Why the lookup of a destination found nothing.
 inline constexpr uint32_t kMissTypes = 6;

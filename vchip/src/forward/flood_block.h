@@ -20,6 +20,7 @@ class FloodBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   uint32_t isolation(int32_t port) const { return isolation_[port]; }

@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "forward/mask_block.h"
 
+#include <algorithm>
+
 #include "common/numbers.h"
+#include "common/sound.h"
 
 namespace vchip {
 
 void MaskBlock::reset() {
   for (uint32_t index = 0; index < kPortMasks; ++index)
     masks_[index] = {index < kFloodMasks ? kAllPorts : 0, 0};
+}
+
+bool MaskBlock::sound() const {
+  return std::ranges::all_of(masks_, [](const ForwardMask &mask) { return is_ports(mask.ports); });
 }
 
 }  // namespace vchip

@@ -14,9 +14,6 @@ namespace vchip {
 
 class Dump;
 
-// The first places are for flooding and hold every port after power-on.
-inline constexpr uint32_t kFloodMasks = 8;
-
 struct ForwardMask {
   uint32_t ports;
   uint32_t extra;  // kept, without a meaning
@@ -27,6 +24,7 @@ class MaskBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   // For an index below kPortMasks.

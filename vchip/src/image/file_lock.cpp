@@ -8,36 +8,62 @@
 namespace vchip {
 namespace {
 
-// A record lock on the first byte.
-struct flock first_byte(short type) {
+constexpr off_t kFarBehindTheEnd = 0x40000000;
+
+struct flock bytes(short type, off_t first, off_t count) {
   struct flock lock = {};
   lock.l_type = type;
   lock.l_whence = SEEK_SET;
-  lock.l_len = 1;
+  lock.l_start = first;
+  lock.l_len = count;
   return lock;
 }
 
-bool set_lock(int descriptor, short type) {
-  struct flock lock = first_byte(type);
-  while (fcntl(descriptor, F_SETLKW, &lock) != 0) {
-    if (errno != EINTR) return false;
+struct flock far_bytes(short type, uint32_t first, uint32_t count) {
+  return bytes(type, kFarBehindTheEnd + static_cast<off_t>(first), static_cast<off_t>(count));
+}
+
+Attempt attempt(int descriptor, int command, struct flock lock) {
+  while (fcntl(descriptor, command, &lock) != 0) {
+    if (errno == EAGAIN || errno == EACCES) return Attempt::busy;
+    if (errno != EINTR) return Attempt::failed;
   }
-  return true;
+  return Attempt::done;
 }
 
 }  // namespace
 
-bool lock_file(int descriptor) {
-  return set_lock(descriptor, F_WRLCK);
+Attempt try_lock_file(int descriptor) {
+  return attempt(descriptor, F_SETLK, bytes(F_WRLCK, 0, 1));
 }
 
-bool unlock_file(int descriptor) {
-  return set_lock(descriptor, F_UNLCK);
+void unlock_file(int descriptor) {
+  attempt(descriptor, F_SETLK, bytes(F_UNLCK, 0, 1));
+}
+
+int32_t file_lock_holder(int descriptor) {
+  struct flock lock = bytes(F_WRLCK, 0, 1);
+  if (fcntl(descriptor, F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK) return 0;
+  return lock.l_pid;
 }
 
 bool can_lock_file(int descriptor) {
-  struct flock lock = first_byte(F_WRLCK);
+  struct flock lock = bytes(F_WRLCK, 0, 1);
   return fcntl(descriptor, F_GETLK, &lock) == 0;
+}
+
+Attempt try_lock_byte(int descriptor, uint32_t byte, Hold hold) {
+  const short type = hold == Hold::exclusive ? F_WRLCK : F_RDLCK;
+  return attempt(descriptor, F_OFD_SETLK, far_bytes(type, byte, 1));
+}
+
+void unlock_byte(int descriptor, uint32_t byte) {
+  attempt(descriptor, F_OFD_SETLK, far_bytes(F_UNLCK, byte, 1));
+}
+
+bool is_byte_locked(int descriptor, uint32_t first, uint32_t count) {
+  struct flock lock = far_bytes(F_WRLCK, first, count);
+  return fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 }  // namespace vchip

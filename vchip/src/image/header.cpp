@@ -9,7 +9,7 @@ namespace {
 constexpr char kMagic[sizeof Header::magic + 1] = "SWVCHIP\n";
 constexpr uint32_t kByteOrder = 0x01020304;
 constexpr uint32_t kOtherByteOrder = 0x04030201;
-constexpr uint32_t kVersion = 1;
+constexpr uint32_t kVersion = 2;
 
 uint32_t check_of(const Header &header) {
   uint8_t bytes[offsetof(Header, check)];

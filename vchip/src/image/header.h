@@ -6,12 +6,16 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "image/fair_lock.h"
+#include "image/openers.h"
+
 namespace vchip {
 
 // What a call that has begun and not ended is doing.
 // Frames change tables and counters, but no setting.
 enum Writer : uint32_t { kNoWriter = 0, kChanging = 1, kResetting = 2, kSwitching = 3 };
 
+// One page. What is written at every call has a cache line of its own.
 struct Header {
   // Written once, when the image is made.
   char magic[8];
@@ -25,9 +29,20 @@ struct Header {
   uint32_t interrupted_writes;
   uint32_t reserved;
   uint64_t revision;  // counts the changes of settings
-  uint32_t reserved2[4];
+  uint32_t more_reserved[4];
+  // The lock, and who took it last and when: its place among the openers, and
+  // milliseconds of a clock that tells only how long ago that was.
+  LockWords lock;
+  uint32_t lock_kind;
+  uint32_t holder;
+  uint32_t held_since;
+  uint32_t lock_reserved[11];
+  // Who has the image open; changed by whoever opens it.
+  Opener openers[kOpeners];
+  uint32_t last_reserved[192];
 };
-static_assert(sizeof(Header) == 64);
+static_assert(offsetof(Header, lock) == 64 && offsetof(Header, openers) == 128);
+static_assert(sizeof(Header) == 4096);
 
 // FNV-1a, 32 bits wide.
 inline constexpr uint32_t kHashStart = 2166136261u;

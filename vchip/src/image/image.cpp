@@ -22,6 +22,7 @@ namespace {
 // for again; nobody removes it this often by chance.
 constexpr int kAttempts = 100;
 constexpr mode_t kMode = 0666;
+constexpr int kOtherFlags = O_NONBLOCK | O_NOCTTY;
 
 std::string system_fault(const char *what) {
   return std::string(what) + ": " + strerror(errno);
@@ -94,13 +95,17 @@ std::string content_fault(int descriptor, const ImageFormat &format) {
   return can_lock_file(descriptor) ? std::string() : system_fault("cannot be locked");
 }
 
-OpenedImage map_image(int descriptor, const ImageFormat &format) {
+// Maps the file's first bytes if it is an image, else closes it.
+OpenedImage map_image(int descriptor, const ImageFormat &format, size_t bytes, int protection) {
   OpenedImage image;
   image.refusal = content_fault(descriptor, format);
-  if (!image.refusal.empty()) return image;
-  void *memory = mmap(nullptr, format.size, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+  void *memory = MAP_FAILED;
+  if (image.refusal.empty()) {
+    memory = mmap(nullptr, bytes, protection, MAP_SHARED, descriptor, 0);
+    if (memory == MAP_FAILED) image.refusal = system_fault("cannot be mapped");
+  }
   if (memory == MAP_FAILED) {
-    image.refusal = system_fault("cannot be mapped");
+    close(descriptor);
     return image;
   }
   image.memory = memory;
@@ -121,6 +126,10 @@ OpenedImage refused(std::string why) {
 
 }  // namespace
 
+int open_descriptor(const std::string &path) {
+  return open_high(path, O_RDWR | kOtherFlags);
+}
+
 OpenedImage open_image(const std::string &path, const ImageFormat &format) {
   bool made = false;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -135,15 +144,23 @@ OpenedImage open_image(const std::string &path, const ImageFormat &format) {
       if (!fault.empty()) return refused(std::move(fault));
       made = true;
     }
-    const int descriptor = open_high(path, O_RDWR | O_NONBLOCK | O_NOCTTY);
+    const int descriptor = open_descriptor(path);
     if (descriptor < 0 && errno == ENOENT) continue;
     if (descriptor < 0) return refused(system_fault("cannot be opened"));
-    OpenedImage image = map_image(descriptor, format);
+    OpenedImage image = map_image(descriptor, format, format.size, PROT_READ | PROT_WRITE);
     image.made = made;
-    if (image.memory == nullptr) close(descriptor);
     return image;
   }
   return refused("keeps disappearing while it is opened");
+}
+
+OpenedImage view_image(const std::string &path, const ImageFormat &format) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return refused(system_fault("cannot be opened"));
+  if (!S_ISREG(status.st_mode)) return refused("not a regular file");
+  const int descriptor = open_high(path, O_RDONLY | kOtherFlags);
+  if (descriptor < 0) return refused(system_fault("cannot be opened"));
+  return map_image(descriptor, format, sizeof(Header), PROT_READ);
 }
 
 void *private_memory(uint32_t size) {

@@ -14,7 +14,7 @@ struct ImageFormat {
   uint32_t size;
   uint32_t layout;
   // Writes a whole new image, header included, into `size` bytes of zeroes.
-  void (*make)(void *memory);
+  void (*make)(void *memory) = nullptr;
 };
 
 struct OpenedImage {
@@ -26,6 +26,12 @@ struct OpenedImage {
 
 // Maps the image `path`, making it first if there is no such file.
 OpenedImage open_image(const std::string &path, const ImageFormat &format);
+
+// Opens the file for reading and writing, without a look at it.
+int open_descriptor(const std::string &path);
+
+// Maps the header of the image `path`, which exists, for reading.
+OpenedImage view_image(const std::string &path, const ImageFormat &format);
 
 // An address space of zeroes that belongs to this process alone; null if the
 // system has none left.

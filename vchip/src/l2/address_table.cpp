@@ -6,6 +6,8 @@
 #include <bit>
 #include <cstring>
 
+#include "common/numbers.h"
+
 namespace vchip {
 namespace {
 
@@ -26,6 +28,11 @@ bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac)
 // No entry can age.
 constexpr uint64_t kNobody = UINT64_MAX;
 constexpr uint64_t kNanosecondsPerSecond = 1000000000;
+
+bool is_whole(const chip_l2_ucast_entry &entry) {
+  return entry.vid < kVlanIds && static_cast<uint32_t>(entry.port) < VCHIP_PORTS &&
+         static_cast<uint32_t>(entry.trunk) < kTrunkGroups;
+}
 
 }  // namespace
 
@@ -52,7 +59,7 @@ void AddressTable::repair() {
 
 bool AddressTable::sound() const {
   for (int32_t index = next(kNoIndex); index != kNoIndex; index = next(index))
-    if (static_cast<uint32_t>(entry(index).port) >= VCHIP_PORTS) return false;
+    if (!is_whole(entry(index))) return false;
   return true;
 }
 

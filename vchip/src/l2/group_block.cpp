@@ -7,6 +7,8 @@
 #include <atomic>
 #include <cstring>
 
+#include "common/sound.h"
+
 namespace vchip {
 namespace {
 
@@ -20,8 +22,10 @@ void GroupBlock::reset() {
 }
 
 bool GroupBlock::sound() const {
-  return std::ranges::all_of(
-      groups_, [](const Group &group) { return group.exists == 0 || group.mask < kPortMasks; });
+  return std::ranges::all_of(groups_, [this](const Group &group) {
+    return group.exists == 0 ||
+           (group.vid < kVlanIds && group.mask < kPortMasks && is_ports(masks_[group.mask]));
+  });
 }
 
 int32_t GroupBlock::next(int32_t index) const {

@@ -35,9 +35,7 @@ class GroupBlock {
   bool is_at(int32_t index, uint32_t vid, const uint8_t *mac) const;
   uint32_t ports(int32_t index) const { return masks_[groups_[index].mask]; }
   // The ports of the group that has this port mask; none if there is no such.
-  uint32_t ports_of_mask(uint32_t mask) const {
-    return is_free(mask) ? 0 : masks_[mask];
-  }
+  uint32_t ports_of_mask(uint32_t mask) const { return is_free(mask) ? 0 : masks_[mask]; }
 
   // A new group gets the mask whose index its entry names, or the lowest
   // free one if it names 0 or one in use. Answers a result.

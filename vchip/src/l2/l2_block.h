@@ -43,7 +43,7 @@ class L2Block {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() { table_.repair(); }
-  bool sound() const { return table_.sound(); }
+  bool sound() const { return table_.sound() && aging_ <= kMaxAging; }
   void dump(const char *name, Dump &unit) const;
 
   const AddressTable &table() const { return table_; }

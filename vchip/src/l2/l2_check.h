@@ -19,7 +19,7 @@ constexpr int32_t on_group(const uint8_t *mac) {
   return mac == nullptr || (mac[0] & kGroupBit) != 0 ? 0 : VCHIP_E_VALUE;
 }
 
-// kNoTrunk is a good number, and so is every trunk.
+// kOnNoTrunk is a good number, and so is every trunk.
 constexpr int32_t is_trunk_or_none(int32_t trunk) {
   return at_most(static_cast<uint32_t>(trunk), kTrunkGroups - 1);
 }

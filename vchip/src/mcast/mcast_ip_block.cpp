@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "mcast/mcast_ip_block.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
+
+#include "common/sound.h"
 
 namespace vchip {
 namespace {
@@ -72,6 +75,15 @@ void McastIpBlock::reset() {
   ip_mode_ = 0;
   ip6_mode_ = 0;
   for (MissActions &actions : miss_actions_) actions.fill(FrameAction::forward);
+}
+
+bool McastIpBlock::sound() const {
+  const auto is_whole = [](const auto &place) {
+    return place.used == 0 || (place.entry.vid < kVlanIds && is_ports(place.entry.ports));
+  };
+  return std::ranges::all_of(ip_, is_whole) && std::ranges::all_of(ip6_, is_whole) &&
+         ip_mode_ <= kMaxMcastMode && ip6_mode_ <= kMaxMcastMode &&
+         std::ranges::all_of(miss_actions_, are_known<kMissTypes>);
 }
 
 int32_t McastIpBlock::add(const chip_ip_mcast_entry &entry) {

@@ -36,6 +36,7 @@ class McastIpBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // a place is empty while it is written
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const Table<chip_ip_mcast_entry, kIpMcastEntries> &ip() const { return ip_; }

@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "mirror_trunk/mirror_block.h"
 
+#include <algorithm>
 #include <atomic>
+
+#include "common/sound.h"
 
 namespace vchip {
 
 void MirrorBlock::reset() {
   groups_.fill({});
+}
+
+bool MirrorBlock::sound() const {
+  return std::ranges::all_of(groups_, [](const chip_mirror_entry &group) {
+    return group.mirroring_port < VCHIP_PORTS && is_ports(group.ingress) && is_ports(group.egress);
+  });
 }
 
 void MirrorBlock::set_group(uint32_t group, const chip_mirror_entry &entry) {

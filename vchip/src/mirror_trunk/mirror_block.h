@@ -19,6 +19,7 @@ class MirrorBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // a group is disabled while it is written
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const chip_mirror_entry &group(uint32_t group) const { return groups_[group]; }

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "mirror_trunk/trunk_block.h"
 
+#include <algorithm>
+
+#include "common/sound.h"
+
 namespace vchip {
 
 // Power-on values differ from what management programs set, so that a missing
@@ -8,6 +12,10 @@ namespace vchip {
 void TrunkBlock::reset() {
   members_.fill(0);
   hash_fields_.fill(1);
+}
+
+bool TrunkBlock::sound() const {
+  return std::ranges::all_of(members_, may_be_members) && are_at_most(hash_fields_, kHashFields);
 }
 
 bool TrunkBlock::taken(uint32_t trunk, uint32_t ports) const {

@@ -15,11 +15,17 @@ class Dump;
 inline constexpr uint32_t kHashAlgorithms = 2;
 inline constexpr uint32_t kHashFields = 0x7f;
 
+// The CPU port is in no trunk.
+constexpr bool may_be_members(uint32_t ports) {
+  return (ports & ~(kAllPorts & ~kCpuPortBit)) == 0;
+}
+
 class TrunkBlock {
  public:
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const std::array<uint32_t, kTrunkGroups> &members() const { return members_; }

@@ -10,10 +10,10 @@
 namespace vchip {
 namespace {
 
-int32_t may_be_members(const uint32_t *members) {
+int32_t possible(const uint32_t *members) {
   if (members == nullptr) return 0;
   if (on_ports(*members) != 0) return VCHIP_E_PORT;
-  return (*members & kCpuPortBit) != 0 ? VCHIP_E_CPU_PORT : 0;
+  return may_be_members(*members) ? 0 : VCHIP_E_CPU_PORT;
 }
 
 }  // namespace
@@ -21,7 +21,7 @@ int32_t may_be_members(const uint32_t *members) {
 
 int32_t rtk_trunk_port_set(uint32_t unit, uint32_t trunk, const uint32_t *members) {
   return vchip::change_if(unit,
-                          {vchip::not_null(members), vchip::may_be_members(members),
+                          {vchip::not_null(members), vchip::possible(members),
                            vchip::below(trunk, vchip::kTrunkGroups)},
                           [=](vchip::Unit &chip) {
                             if (chip.trunk.taken(trunk, *members)) return VCHIP_E_TRUNK_MEMBER;
@@ -32,10 +32,10 @@ int32_t rtk_trunk_port_set(uint32_t unit, uint32_t trunk, const uint32_t *member
 
 int32_t rtk_trunk_distributionAlgorithmParam_set(uint32_t unit, uint32_t algorithm,
                                                  uint32_t fields) {
-  return vchip::change(unit,
-                       {vchip::below(algorithm, vchip::kHashAlgorithms),
-                        (fields & ~vchip::kHashFields) == 0 ? 0 : VCHIP_E_VALUE},
-                       [=](vchip::Unit &chip) { chip.trunk.set_hash_fields(algorithm, fields); });
+  return vchip::change(
+      unit,
+      {vchip::below(algorithm, vchip::kHashAlgorithms), vchip::at_most(fields, vchip::kHashFields)},
+      [=](vchip::Unit &chip) { chip.trunk.set_hash_fields(algorithm, fields); });
 }
 
 int32_t swctl_platform_trunk_next(uint32_t unit, int32_t from, swctl_platform_trunk *trunk) {

@@ -26,7 +26,7 @@ int32_t first_fault(std::initializer_list<int32_t> checks) {
 template <typename Step>
 int32_t carry(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   if (const int32_t fault = first_fault(checks); fault != 0) return fault;
   Writing mark(chip.state(), kSwitching);
@@ -138,7 +138,7 @@ uint32_t vchip_frames_ready(uint32_t unit) {
 
 int32_t vchip_clock_advance(uint64_t nanoseconds) {
   vchip::Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   const uint64_t clock = chip.state().units[0].time.clock();
   if (nanoseconds > UINT64_MAX - clock) return VCHIP_E_VALUE;
   vchip::Writing mark(chip.state(), vchip::kSwitching);

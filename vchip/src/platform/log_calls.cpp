@@ -40,7 +40,7 @@ void write_log(int32_t level, const char *tag, const std::string &text) {
 template <typename Step>
 int32_t change_platform(Step step) {
   vchip::Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   vchip::Writing mark(chip.state(), vchip::kChanging);
   step(chip.state().platform);
   return 0;

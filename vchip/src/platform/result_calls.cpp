@@ -15,6 +15,7 @@ const char *sentence(int32_t result) {
     case VCHIP_E_INDEX: return "an index is outside its table";
     case VCHIP_E_CPU_PORT: return "the CPU port has no such feature";
     case VCHIP_E_LINK: return "the port's link is down";
+    case VCHIP_E_BUSY: return "another process holds the virtual chip's image";
     case VCHIP_E_IMAGE: return "the virtual chip's image cannot be used";
     case VCHIP_E_FIELD: return "a rule has no such match field";
     case VCHIP_E_L2_ENTRY: return "the layer-2 table has no such entry";

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "port/port_block.h"
 
+#include <algorithm>
+
 #include "common/board.h"
 
 namespace vchip {
@@ -23,6 +25,13 @@ void PortBlock::reset() {
       .cable = 0,
   };
   for (Port &port : ports_) port = kPowerOn;
+}
+
+bool PortBlock::sound() const {
+  return std::ranges::all_of(ports_, [](const Port &port) {
+    return port.forced_speed <= VCHIP_SPEED_MAX && port.forced_duplex <= VCHIP_DUPLEX_FULL &&
+           port.medium <= VCHIP_MEDIUM_FIBRE && port.crossover <= VCHIP_CROSSOVER_CROSSED;
+  });
 }
 
 ForcedMode PortBlock::forced(int32_t port) const {

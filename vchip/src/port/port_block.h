@@ -30,6 +30,7 @@ class PortBlock {
   static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   bool admin(int32_t port) const { return of(port).admin != 0; }

@@ -50,6 +50,7 @@ class QosBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const QosMaps &maps() const { return maps_; }

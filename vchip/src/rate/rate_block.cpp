@@ -3,12 +3,22 @@
 
 #include <algorithm>
 
+#include "common/sound.h"
+
 namespace vchip {
 namespace {
 
 constexpr uint64_t kPortBucket = 16384;  // bytes, so that the longest frame fits
 constexpr uint32_t kLeastByteBurst = 1518;
 constexpr uint32_t kLeastFrameBurst = 1;
+
+bool is_whole(const Bandwidth &bandwidth) {
+  return bandwidth.rate >= 0 && bandwidth.rate <= kMaxBandwidth;
+}
+
+bool is_whole_storm(const Storm &storm) {
+  return storm.rate <= kMaxStormRate;
+}
 
 }  // namespace
 
@@ -73,6 +83,14 @@ void RateBlock::set_storm_mode(uint32_t mode, uint64_t now) {
   if (mode == storm_mode_) return;
   storm_mode_ = mode;
   fill_storms(now);
+}
+
+bool RateBlock::sound() const {
+  return storm_mode_ <= kCountPackets && are_at_most(storm_burst_, kMaxStormBurst) &&
+         std::ranges::all_of(ports_, [](const Port &port) {
+           return is_whole(port.ingress) && is_whole(port.egress) &&
+                  std::ranges::all_of(port.storm, is_whole_storm);
+         });
 }
 
 }  // namespace vchip

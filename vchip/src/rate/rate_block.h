@@ -42,6 +42,7 @@ class RateBlock {
   static constexpr uint32_t kLayout = 3;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   uint32_t storm_mode() const { return storm_mode_; }

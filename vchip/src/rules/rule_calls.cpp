@@ -75,7 +75,7 @@ swctl_platform_entity_rule next_rule(const RuleBlock &rules, const EntityKind &k
 template <typename Step>
 int32_t change_rule(uint32_t entity, uint32_t index, int32_t check, Step step) {
   Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   const EntityKind *kind = entity_kind(entity);
   if (kind == nullptr) return VCHIP_E_RULE_KIND;
   if (index >= kind->limit) return VCHIP_E_INDEX;
@@ -138,7 +138,7 @@ int32_t adp_fp_delete_entity_rule(uint32_t entity, int32_t index, uint32_t optio
 int32_t swctl_platform_entity_rule_next(uint32_t entity, int32_t from,
                                         swctl_platform_entity_rule *rule) {
   vchip::Locked chip;
-  if (!chip) return VCHIP_E_IMAGE;
+  if (!chip) return chip.fault();
   const int32_t fault = vchip::first_fault({vchip::not_null(rule), vchip::search_from(from)});
   if (fault != 0) return fault;
   const vchip::EntityKind *kind = vchip::entity_kind(entity);

@@ -80,10 +80,14 @@ constexpr bool is_known(const RuleQualifier &qualifier) {
   const QualifierKind *kind = qualifier_kind(qualifier.kind);
   return kind != nullptr && kind->length == qualifier.length && qualifier.masked <= 1;
 }
+constexpr bool is_known(const RuleAction &action) {
+  const ActionKind *kind = action_kind(action.kind);
+  return kind != nullptr && action.value <= kind->max;
+}
 constexpr bool is_whole(const RuleArea &area) {
   if (area.actions > kActionKinds || area.qualifiers > kQualifierKinds) return false;
   for (uint32_t place = 0; place < area.actions; ++place)
-    if (action_kind(area.action[place].kind) == nullptr) return false;
+    if (!is_known(area.action[place])) return false;
   for (uint32_t place = 0; place < area.qualifiers; ++place)
     if (!is_known(area.qualifier[place])) return false;
   return true;

@@ -2,12 +2,17 @@
 #include "switch/attack_block.h"
 
 #include "common/numbers.h"
+#include "common/sound.h"
 
 namespace vchip {
 
 void AttackBlock::reset() {
   protected_ports_ = 0;
   actions_.fill(0);
+}
+
+bool AttackBlock::sound() const {
+  return is_ports(protected_ports_) && are_at_most(actions_, kMaxAttackAction);
 }
 
 void AttackBlock::protect(int32_t port, bool on) {

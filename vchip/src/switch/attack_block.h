@@ -11,12 +11,14 @@ namespace vchip {
 class Dump;
 
 inline constexpr uint32_t kAttackTypes = 16;
+inline constexpr uint32_t kMaxAttackAction = 1;
 
 class AttackBlock {
  public:
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   uint32_t protected_ports() const { return protected_ports_; }

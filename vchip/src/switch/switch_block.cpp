@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "switch/switch_block.h"
 
+#include <algorithm>
+
+#include "common/sound.h"
+
 namespace vchip {
 namespace {
 
@@ -12,6 +16,14 @@ void SwitchBlock::reset() {
   tag_counts_ = 1;
   max_length_.fill(kPowerOnLength);
   cpu_format_.fill(0);
+}
+
+bool SwitchBlock::sound() const {
+  return std::ranges::all_of(max_length_,
+                             [](uint32_t length) {
+                               return length >= kMinFrameLength && length <= kMaxFrameLength;
+                             }) &&
+         are_at_most(cpu_format_, kMaxCpuFormat);
 }
 
 }  // namespace vchip

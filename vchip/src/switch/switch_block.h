@@ -22,6 +22,7 @@ class SwitchBlock {
   static constexpr uint32_t kLayout = 2;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   bool tag_counts() const { return tag_counts_ != 0; }

@@ -73,6 +73,8 @@ int32_t rtk_sec_attackPreventAction_get(uint32_t unit, uint32_t type, uint32_t *
 }
 
 int32_t rtk_sec_attackPreventAction_set(uint32_t unit, uint32_t type, uint32_t action) {
-  return vchip::change(unit, {vchip::below(type, vchip::kAttackTypes), vchip::flag(action)},
-                       [=](vchip::Unit &chip) { chip.attack.set_action(type, action); });
+  return vchip::change(
+      unit,
+      {vchip::below(type, vchip::kAttackTypes), vchip::at_most(action, vchip::kMaxAttackAction)},
+      [=](vchip::Unit &chip) { chip.attack.set_action(type, action); });
 }

@@ -13,6 +13,7 @@ namespace vchip {
 class Dump;
 
 inline constexpr uint32_t kTpids = 4;
+inline constexpr uint32_t kMaxTpid = 0xffff;
 inline constexpr uint32_t kTpidMask = (uint32_t{1} << kTpids) - 1;
 using Tpids = std::array<uint32_t, kTpids>;
 
@@ -38,6 +39,7 @@ class TagBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // single words, each valid on its own
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const PortTags &port(int32_t port) const { return ports_[port]; }

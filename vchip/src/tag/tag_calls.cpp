@@ -19,7 +19,6 @@ using vchip::on_port;
 using vchip::PortTags;
 using vchip::Unit;
 
-constexpr uint32_t kLastTpid = 0xffff;
 constexpr uint32_t kLastOuterTagStatus = 1;
 
 // Sets one word of a port, once `possible` says 0.
@@ -88,12 +87,12 @@ int32_t rtk_vlan_innerTpidEntry_get(uint32_t unit, uint32_t index, uint32_t *tpi
 }
 
 int32_t rtk_vlan_innerTpidEntry_set(uint32_t unit, uint32_t index, uint32_t tpid) {
-  return change(unit, {below(index, kTpids), at_most(tpid, kLastTpid)},
+  return change(unit, {below(index, kTpids), at_most(tpid, vchip::kMaxTpid)},
                 [=](Unit &chip) { chip.tag.inner()[index] = tpid; });
 }
 
 int32_t rtk_vlan_outerTpidEntry_set(uint32_t unit, uint32_t index, uint32_t tpid) {
-  return change(unit, {below(index, kTpids), at_most(tpid, kLastTpid)},
+  return change(unit, {below(index, kTpids), at_most(tpid, vchip::kMaxTpid)},
                 [=](Unit &chip) { chip.tag.outer()[index] = tpid; });
 }
 

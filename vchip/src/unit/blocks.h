@@ -6,9 +6,12 @@
 //   void reset()                        the state after power-on, from any bytes
 //   void repair()                       makes the state whole again after a call
 //                                       was killed half-way; reset() needs none
-//   bool sound() const                  optional: every word that leads to another
-//                                       place leads to one that is there; so
-//                                       also when a call was killed half-way
+//   bool sound() const                  whether every word that is used as an index
+//                                       or a port leads to a place that is there,
+//                                       and every code and number is one that a
+//                                       call would take; also when a call was
+//                                       killed half-way. A block whose words may
+//                                       hold anything has none
 //   void dump(const char *name, Dump &unit) const
 //                                       writes its picture under `name`
 //

@@ -30,11 +30,8 @@ void each_block(AnyUnit &unit, Visit visit) {
 
 // The header has a page of its own: what follows is the chip, and a program may
 // keep a copy of it and put it back (memory.h), but not of who is writing.
-inline constexpr size_t kHeaderPage = 4096;
-
 struct State {
   Header header;
-  uint8_t rest_of_page[kHeaderPage - sizeof(Header)];
   PlatformBlock platform;
   RuleBlock rules;
   Unit units[VCHIP_UNITS];

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "vlan/conversion_block.h"
 
+#include <algorithm>
 #include <atomic>
+
+#include "common/sound.h"
 
 namespace vchip {
 namespace {
@@ -24,6 +27,13 @@ void copy_fields(chip_vlan_egress_entry &to, const chip_vlan_egress_entry &from)
   to.field14 = from.field14;
 }
 
+// Values of a key that is ignored lead nowhere.
+bool is_whole(const chip_vlan_egress_entry &entry) {
+  if (entry.valid == 0) return true;
+  return (entry.ignore_vid != 0 || entry.vid < kVlanIds) &&
+         (entry.ignore_port != 0 || entry.port < VCHIP_PORTS) && entry.new_vid < kVlanIds;
+}
+
 }  // namespace
 
 // Power-on modes differ from what management programs set, so that a missing
@@ -31,6 +41,10 @@ void copy_fields(chip_vlan_egress_entry &to, const chip_vlan_egress_entry &from)
 void ConversionBlock::reset() {
   for (chip_vlan_egress_entry &entry : egress_) entry = {};
   for (uint32_t block = 0; block < kIngressBlocks; ++block) modes_[block] = block;
+}
+
+bool ConversionBlock::sound() const {
+  return std::ranges::all_of(egress_, is_whole) && are_at_most(modes_, kMaxBlockMode);
 }
 
 void ConversionBlock::set_egress(uint32_t index, const chip_vlan_egress_entry &entry) {

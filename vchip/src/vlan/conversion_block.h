@@ -22,6 +22,7 @@ class ConversionBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // an entry is invalid while it is written
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const chip_vlan_egress_entry &egress(uint32_t index) const { return egress_[index]; }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "vlan/vlan_block.h"
 
+#include <algorithm>
 #include <atomic>
+
+#include "common/sound.h"
 
 namespace vchip {
 namespace {
@@ -20,11 +23,20 @@ void make(Vlan &vlan, uint32_t ports) {
   set_exists(vlan, 1);
 }
 
+bool is_whole(const Vlan &vlan) {
+  if (vlan.exists == 0) return true;
+  return is_ports(vlan.member) && is_ports(vlan.untagged) && vlan.stg < kInstances;
+}
+
 }  // namespace
 
 void VlanBlock::reset() {
   destroy_all(true);
   for (uint32_t &pvid : pvids_) pvid = kDefaultVlan;
+}
+
+bool VlanBlock::sound() const {
+  return std::ranges::all_of(vlans_, is_whole) && are_at_most(pvids_, kVlanIds - 1);
 }
 
 void VlanBlock::create(uint32_t vid) {

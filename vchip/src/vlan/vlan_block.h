@@ -25,6 +25,7 @@ class VlanBlock {
   static constexpr uint32_t kLayout = 1;
   void reset();
   void repair() {}  // an entry is taken away before it changes hands
+  bool sound() const;
   void dump(const char *name, Dump &unit) const;
 
   const Vlan &vlan(uint32_t vid) const { return vlans_[vid]; }

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// explain() is the way itself: it changes nothing, and what it says happens.
+#include <swctl-vchip/explain.h>
+#include <swctl-vchip/memory.h>
+#include <swctl/platform/sdk.h>
+
+#include <random>
+
+#include "random_settings.h"
+#include "switch.h"
+
+namespace {
+
+using frames::Bytes;
+
+class Explain : public frames::Switch {
+ protected:
+  static vchip::Explanation explained(int32_t port, const Bytes &frame) {
+    return vchip::explain(0, port, frame.data(), static_cast<uint32_t>(frame.size()));
+  }
+  static Bytes memory() {
+    const vchip::Memory chip = vchip::memory();
+    const auto *bytes = static_cast<const uint8_t *>(chip.start);
+    return {bytes, bytes + chip.size};
+  }
+};
+
+TEST_F(Explain, SaysWhatThenHappensAndChangesNothing) {
+  size_t left = 0;
+  for (uint32_t seed = 1; seed <= 12; ++seed) {
+    SetUp();
+    std::mt19937 random(seed);
+    frames::set_at_random(random);
+    for (int each = 0; each < 60; ++each) {
+      const Bytes frame = frames::frame_at_random(random);
+      const auto port = static_cast<int32_t>(random() % VCHIP_PORTS);
+      const Bytes before = each % 20 == 0 ? memory() : Bytes();
+      const vchip::Explanation explanation = explained(port, frame);
+      if (!before.empty()) EXPECT_TRUE(memory() == before) << "seed " << seed;
+      arrive(port, frame);
+      size_t place = 0;
+      for (int32_t out = 0; out < VCHIP_PORTS; ++out)
+        for (const frames::Left &sent : taken(out)) {
+          ASSERT_LT(place, explanation.out.size()) << "seed " << seed << " frame " << each;
+          EXPECT_EQ(explanation.out[place].port, out);
+          EXPECT_EQ(explanation.out[place].bytes, sent.bytes);
+          EXPECT_EQ(explanation.out[place].reason, sent.reason);
+          ++place;
+        }
+      EXPECT_EQ(place, explanation.out.size());
+      EXPECT_FALSE(explanation.steps.empty());
+      left += place;
+    }
+  }
+  EXPECT_GT(left, 500u);
+}
+
+TEST_F(Explain, NamesTheStepAndTheSettingThatDropped) {
+  ASSERT_EQ(rtk_vlan_portIgrFilter_set(0, 2, 1), 0);
+  ASSERT_EQ(rtk_vlan_create(0, 20), 0);
+  const Bytes frame =
+      frames::Maker(frames::station(1), frames::station(2)).tag(20).type(0x88b5).bytes();
+  const vchip::Explanation explanation = explained(2, frame);
+  EXPECT_TRUE(explanation.dropped);
+  EXPECT_EQ(explanation.dropped_at, "filter");
+  EXPECT_EQ(explanation.dropped_why, "port 3 is no member of VLAN 20");
+  EXPECT_EQ(explanation.steps.back().setting, "rtk_vlan_portIgrFilter_set");
+  EXPECT_TRUE(explanation.out.empty());
+}
+
+TEST_F(Explain, RefusesWhatIsNotThere) {
+  const Bytes frame = frames::plain(frames::station(1), frames::station(2));
+  EXPECT_THROW(vchip::explain(2, 1, frame.data(), 60), std::out_of_range);
+  EXPECT_THROW(vchip::explain(0, 29, frame.data(), 60), std::out_of_range);
+  EXPECT_THROW(vchip::explain(0, 1, frame.data(), 13), std::invalid_argument);
+}
+
+}  // namespace

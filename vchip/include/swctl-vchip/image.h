@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+/**
+ * @file image.h
+ * @brief The virtual chip's second door: image files, from outside.
+ *
+ * These look at a file without opening it as the chip of this process, and
+ * change nothing. They do not take the chip's lock, so they answer also while it
+ * is held by a process that does not go on.
+ */
+#ifndef SWCTL_VCHIP_IMAGE_H
+#define SWCTL_VCHIP_IMAGE_H
+
+#include <swctl/types.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vchip {
+
+// A process that uses an image. One that another container hides has no name,
+// or is not listed at all.
+struct ImageUser {
+  uint32_t process;
+  std::string name;
+  uint32_t since;  // seconds since 1970
+};
+
+struct ImageStatus {
+  // "robust futex" or "record lock". While nobody has the image open, that
+  // which the next one would use.
+  std::string lock;
+  bool held;
+  // If held.
+  uint32_t holder;          // process, 0 if it is not known
+  std::string holder_name;  // empty if it is not known
+  bool holder_stopped;
+  uint32_t held_ms;
+  bool changing;  // a call has begun to change the chip and not ended
+  uint32_t interrupted_writes;
+  std::vector<ImageUser> users;
+  bool more_users;  // than the image has places to list
+  uint64_t size;
+  uint64_t size_on_disk;
+};
+
+// Throws std::runtime_error, with the file's name, if it is no usable image.
+SWCTL_API ImageStatus image_status(const std::string &path);
+
+}  // namespace vchip
+
+#endif

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// An image, looked at from outside.
+#include <swctl-vchip/image.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "chip/process.h"
+#include "chip/settings.h"
+#include "image/image.h"
+
+namespace vchip {
+namespace {
+
+constexpr uint64_t kDoorPatience = 100'000'000;  // ns
+constexpr uint64_t kBlock = 512;                 // of st_blocks
+
+// A file, its header mapped for reading.
+class LookedAt {
+ public:
+  explicit LookedAt(const std::string &path)
+      : file_(view_image(path, {sizeof(State), state_layout()})) {
+    if (!file_.refusal.empty()) throw std::runtime_error("image " + path + ": " + file_.refusal);
+  }
+  ~LookedAt() {
+    munmap(file_.memory, sizeof(Header));
+    close(file_.descriptor);
+  }
+  LookedAt(const LookedAt &) = delete;
+  LookedAt &operator=(const LookedAt &) = delete;
+
+  int descriptor() const { return file_.descriptor; }
+  const Header &header() const { return *static_cast<const Header *>(file_.memory); }
+
+ private:
+  OpenedImage file_;
+};
+
+// Who is opening the image just now is waited for, unless that process does not
+// go on.
+void view_users(ImageStatus &status, const LookedAt &image) {
+  lock_door(image.descriptor(), Door::look, monotonic_time() + kDoorPatience);
+  for (uint32_t place = 0; place < kOpeners; ++place) {
+    if (!is_place_taken(image.descriptor(), place)) continue;
+    const Opener &opener = image.header().openers[place];
+    status.users.push_back({opener.process, name_of(opener), opener.since});
+  }
+  status.more_users = is_place_taken(image.descriptor(), kUnlisted);
+  unlock_door(image.descriptor());
+}
+
+void view_holder(ImageStatus &status, const LookedAt &image) {
+  Holder holder;
+  status.held = find_holder(image.descriptor(), image.header(), holder);
+  status.holder = holder.process;
+  status.holder_name = holder.name;
+  status.holder_stopped = holder.stopped;
+  status.held_ms = status.held ? holder.held_ms : 0;
+}
+
+}  // namespace
+
+ImageStatus image_status(const std::string &path) {
+  const LookedAt image(path);
+  ImageStatus status = {};
+  const bool in_use = is_in_use(image.descriptor());
+  status.lock =
+      lock_name(in_use ? lock_kind(image.header()) : best_lock_kind(record_lock_setting()));
+  // A lock that nobody could have is left over from a copy or a power cut.
+  if (in_use) view_holder(status, image);
+  status.changing = image.header().writer != kNoWriter;
+  status.interrupted_writes = image.header().interrupted_writes;
+  view_users(status, image);
+  struct stat file = {};
+  fstat(image.descriptor(), &file);
+  status.size = static_cast<uint64_t>(file.st_size);
+  status.size_on_disk = static_cast<uint64_t>(file.st_blocks) * kBlock;
+  return status;
+}
+
+}  // namespace vchip

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+#include "chip/process.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <pthread.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+#include "chip/settings.h"
+#include "common/standard_error.h"
+#include "image/image.h"
+
+namespace vchip {
+namespace {
+
+// A thread that is cancelled while it waits or opens would leave a lock behind.
+class NoCancel {
+ public:
+  NoCancel() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }
+  ~NoCancel() { pthread_setcancelstate(before_, nullptr); }
+  NoCancel(const NoCancel &) = delete;
+  NoCancel &operator=(const NoCancel &) = delete;
+
+ private:
+  int before_ = PTHREAD_CANCEL_ENABLE;
+};
+
+constexpr uint64_t kUntilTold = 1'000'000'000;  // ns
+
+alignas(64) LockWords threads;
+
+// A child that is forked inside another thread's step would inherit a lock
+// that nobody gives back. Nobody is inside a step while the one who forks holds
+// it; the child does not inherit the image's.
+void before_fork() {
+  Patience patience(Patience::forever);
+  lock_threads(patience);
+}
+void in_child() {
+  Process &own = this_process();
+  own.inherited = own.state != nullptr && !own.path.empty();
+  unlock_in_child(threads);
+}
+__attribute__((constructor)) void watch_forks() {
+  pthread_atfork(before_fork, unlock_threads, in_child);
+}
+
+void make_state(void *memory) {
+  State &state = *static_cast<State *>(memory);
+  state.header = make_header(sizeof(State), state_layout());
+  ++state.header.revision;
+  reset_state(state);
+}
+
+int32_t refuse(Process &own, const std::string &why) {
+  own.refusal = own.path.empty() ? why : "image " + own.path + ": " + why;
+  return VCHIP_E_IMAGE;
+}
+
+void give_back(Process &own) {
+  if (own.state != nullptr) munmap(own.state, sizeof(State));
+  if (own.descriptor >= 0) close(own.descriptor);
+  own.lock.leave();
+  own.state = nullptr;
+  own.descriptor = -1;
+}
+
+int32_t open_private(Process &own) {
+  void *memory = private_memory(sizeof(State));
+  if (memory == nullptr) return refuse(own, "no memory for a private chip");
+  make_state(memory);
+  own.state = static_cast<State *>(memory);
+  static bool said = false;
+  if (!std::exchange(said, true))
+    write_notice("swctl-vchip: VCHIP_IMAGE is not set: the chip is gone when the process ends");
+  return 0;
+}
+
+// Who has the lock, in words.
+std::string describe_holder(const Process &own) {
+  Holder holder;
+  if (!find_holder(own.descriptor, own.state->header, holder) || holder.process == 0)
+    return "another process";
+  std::string text = "process " + std::to_string(holder.process);
+  if (!holder.name.empty()) text += " (" + holder.name + ")";
+  return holder.stopped ? text + ", which is stopped" : text;
+}
+
+void tell_wait(Process &own) {
+  if (own.wait_told) return;
+  own.wait_told = true;
+  write_error_line("swctl-vchip: image " + own.path + ": waiting for " + describe_holder(own));
+}
+
+int32_t give_up(Process &own, const std::string &whom) {
+  own.busy = "image " + own.path + ": held by " + whom + "; gave up waiting";
+  return VCHIP_E_BUSY;
+}
+
+// Joins those who have the image open.
+int32_t join(Process &own, Patience &patience) {
+  using Outcome = ImageLock::Outcome;
+  const auto attempt = [&](uint64_t until) {
+    return own.lock.join(own.descriptor, own.state->header, record_lock_setting(), until);
+  };
+  Outcome outcome = attempt(0);
+  while (outcome == Outcome::busy) {
+    const uint64_t until = patience.next_look();
+    if (patience.exhausted()) return give_up(own, "another process, which is opening it");
+    outcome = attempt(until);
+  }
+  if (outcome == Outcome::failed)
+    return refuse(own, "in use under a lock that this system does not have");
+  return 0;
+}
+
+int32_t expect_sound(Process &own, Patience &patience) {
+  const int32_t fault = lock_image(own, patience);
+  if (fault != 0) return fault;
+  const bool sound = is_sound(*own.state);
+  unlock_image(own);
+  return sound ? 0 : refuse(own, "its contents are damaged");
+}
+
+// An image that is in use may look damaged while somebody changes it, and is
+// looked at again under its lock. One that nobody uses is not changed by that.
+int32_t join_if_sound(Process &own, Patience &patience) {
+  const bool sound = is_sound(*own.state);
+  if (!sound && !is_in_use(own.descriptor)) return refuse(own, "its contents are damaged");
+  const int32_t fault = join(own, patience);
+  return sound || fault != 0 ? fault : expect_sound(own, patience);
+}
+
+// The system's lock of a mapped file outlives the descriptor.
+void drop_descriptor(Process &own) {
+  if (own.lock.needs_descriptor()) return;
+  close(own.descriptor);
+  own.descriptor = -1;
+}
+
+void note_file(Process &own) {
+  struct stat status = {};
+  fstat(own.descriptor, &status);
+  own.device = status.st_dev;
+  own.inode = status.st_ino;
+  own.opened_path = own.path;
+  char *directory = own.path[0] == '/' ? nullptr : getcwd(nullptr, 0);
+  if (directory != nullptr) own.opened_path = std::string(directory) + '/' + own.path;
+  free(directory);
+}
+
+int32_t open_shared(Process &own, Patience &patience) {
+  const OpenedImage image = open_image(own.path, {sizeof(State), state_layout(), make_state});
+  if (image.memory == nullptr) return refuse(own, image.refusal);
+  own.descriptor = image.descriptor;
+  own.state = static_cast<State *>(image.memory);
+  note_file(own);
+  const int32_t fault = join_if_sound(own, patience);
+  if (fault != 0) {
+    give_back(own);
+    return fault;
+  }
+  drop_descriptor(own);
+  if (image.made) write_notice("swctl-vchip: image " + own.path + ": newly made");
+  return 0;
+}
+
+bool is_file(int descriptor, const Process &own) {
+  struct stat status = {};
+  return fstat(descriptor, &status) == 0 && status.st_dev == own.device &&
+         status.st_ino == own.inode;
+}
+
+// A forked child opens the image for itself, in the place where its parent had
+// it, so that it is known as who it is. If the file is out of reach it goes on
+// in its parent's name.
+int32_t open_inherited(Process &own, Patience &patience) {
+  own.inherited = false;
+  const int descriptor = open_descriptor(own.opened_path);
+  void *memory = MAP_FAILED;
+  if (descriptor >= 0 && is_file(descriptor, own))
+    memory = mmap(own.state, sizeof(State), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED,
+                  descriptor, 0);
+  if (memory == MAP_FAILED) {
+    if (descriptor >= 0) close(descriptor);
+    return 0;
+  }
+  if (own.descriptor >= 0) close(own.descriptor);
+  own.descriptor = descriptor;
+  const int32_t fault = join(own, patience);
+  own.inherited = fault == VCHIP_E_BUSY;
+  if (fault == 0) drop_descriptor(own);
+  return fault;
+}
+
+}  // namespace
+
+Process &this_process() {
+  // Never destroyed: a call may come from another library's destructor.
+  static Process &instance = *new Process;
+  return instance;
+}
+
+bool lock_threads(Patience &patience) {
+  if (try_lock(threads, Among::threads)) return true;
+  for (;;) {
+    const uint64_t until = patience.next_look();
+    if (patience.exhausted()) return false;
+    if (lock_until(threads, Among::threads, until)) return true;
+  }
+}
+
+void unlock_threads() {
+  unlock(threads, Among::threads);
+}
+
+int32_t open_once(Process &own, Patience &patience) {
+  if (own.opened && !own.inherited) return own.state != nullptr ? 0 : VCHIP_E_IMAGE;
+  const NoCancel whole;
+  if (own.inherited) return open_inherited(own, patience);
+  own.path = image_setting();
+  const int32_t fault = own.path.empty() ? open_private(own) : open_shared(own, patience);
+  own.opened = fault != VCHIP_E_BUSY;
+  return fault;
+}
+
+int32_t lock_image(Process &own, Patience &patience) {
+  if (own.path.empty() || own.lock.try_lock()) {
+    own.wait_told = own.busy_told = false;
+    return 0;
+  }
+  const NoCancel whole;
+  auto outcome = ImageLock::Outcome::busy;
+  while (outcome == ImageLock::Outcome::busy) {
+    const uint64_t until = patience.next_look();
+    if (patience.waited() >= kUntilTold) tell_wait(own);
+    if (patience.exhausted()) return give_up(own, describe_holder(own));
+    outcome = own.lock.lock_until(until);
+  }
+  if (outcome == ImageLock::Outcome::failed)
+    return refuse(own, std::string("cannot be locked: ") + strerror(errno));
+  own.wait_told = own.busy_told = false;
+  return 0;
+}
+
+void unlock_image(Process &own) {
+  if (!own.path.empty()) own.lock.unlock();
+}
+
+void close_chip(Process &own) {
+  give_back(own);
+  own = {};
+  forget_wait_setting();
+}
+
+}  // namespace vchip
