@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "chip/unit_zero.h"
 
-#include <string>
-
 #include "fault.h"
 
 namespace swsh {
 
-void expect_unit_zero(const Context &context) {
+void expect_unit_zero(const Context &context, const std::string &word) {
   if (context.unit == 0) return;
-  throw CommandError(
-      wrong_usage("works on unit 0 alone", std::to_string(context.unit), {"unit 0"}));
+  throw CommandError(wrong_usage((word.empty() ? "" : word + ' ') + "works on unit 0 alone",
+                                 std::to_string(context.unit), {"unit 0"}));
 }
 
 }  // namespace swsh

@@ -7,6 +7,7 @@
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
+#include "chip/unit_zero.h"
 #include "objects/registry.h"
 
 namespace swsh {
@@ -62,6 +63,7 @@ std::vector<Reading> read_actions(const Context &context) {
 }
 
 Answer show_dos(const Arguments &, const Context &context) {
+  expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
   for (const Reading &reading : read_actions(context)) {
     const auto type = static_cast<int64_t>(answer.records.size());
@@ -91,7 +93,6 @@ Node dos_object() {
           {
               {.name = "show",
                .help = "Show what becomes of the frames of each attack",
-               .details = "The library reads unit 0, whatever unit is chosen.\n",
                .run = show_dos},
               {.name = "set",
                .help = "Choose what becomes of the frames of an attack",

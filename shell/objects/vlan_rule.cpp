@@ -14,6 +14,7 @@
 #include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
+#include "chip/unit_zero.h"
 #include "chip/vlan_rules.h"
 #include "chip/vlans.h"
 #include "fault.h"
@@ -100,6 +101,7 @@ user_pbmp_t ports_of_rule(const Arguments &arguments) {
 template <typename Called, typename... Given>
 Answer add_rule(const char *word, const Called &called, const Arguments &arguments,
                 const Context &context, Given... given) {
+  expect_unit_zero(context);
   const RuleKind &kind = rule_kind(word);
   const int32_t index = arguments.i32("INDEX");
   expect_free(kind, index);
@@ -161,6 +163,7 @@ Answer add_protocol(const Arguments &arguments, const Context &context) {
 
 template <size_t number>
 Answer delete_rule(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
   const RuleKind &kind = kRuleKinds[number];
   const int32_t index = arguments.i32("INDEX");
   expect_rule(kind, index);

@@ -8,6 +8,7 @@
 
 #include "acl/match_value.h"
 #include "chip/optional_call.h"
+#include "chip/unit_zero.h"
 #include "chip/vlan_rules.h"
 #include "objects/vlan_rule.h"
 #include "text.h"
@@ -121,7 +122,8 @@ Record rule_record(const RuleKind &kind, const swctl_platform_entity_rule &rule)
   return record;
 }
 
-Answer show_rules(const Arguments &arguments, const Context &) {
+Answer show_rules(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
   for (const RuleKind &kind : kRuleKinds) {
     if (arguments.has("KIND") && arguments.word("KIND") != kind.word) continue;

@@ -18,10 +18,6 @@ Node port_cable_command();
 // The names of what a port may advertise.
 std::vector<Choice> ability_choices();
 
-// What more than one of them reads.
-inline constexpr auto kSpeedGet = SWSH_CALL(user_port_speed_get);
-inline constexpr auto kDuplexGet = SWSH_CALL(user_port_duplex_get);
-
 }  // namespace swsh
 
 #endif

@@ -5,8 +5,10 @@
 #include "chip/each.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
+#include "chip/unit_zero.h"
 #include "fault.h"
 #include "port/commands.h"
+#include "port/mode.h"
 
 namespace swsh {
 namespace {
@@ -19,13 +21,13 @@ struct Plan {
 };
 
 uint32_t present_duplex(const Context &context, const Port &port) {
-  const uint32_t duplex = read_port(context, port, kDuplexGet);
+  const uint32_t duplex = read_duplex(context, port);
   // A port that advertises both modes would settle on full if it could.
   return duplex == USER_DUPLEX_BOTH ? USER_DUPLEX_FULL : duplex;
 }
 
 uint32_t present_speed(const Context &context, const Port &port) {
-  const uint32_t speed = read_port(context, port, kSpeedGet);
+  const uint32_t speed = read_speed(context, port);
   if (speed != USER_SPEED_UNKNOWN) return speed;
   const std::string number = std::to_string(port.interface);
   throw CommandError(wrong_usage("the present speed of port " + number + " is not known", number,
@@ -167,18 +169,19 @@ void apply(const Arguments &arguments, const Context &context, const Plan &plan)
 }
 
 // What one word alone does not show. Nothing is changed yet.
-void check_together(const Arguments &arguments) {
+void check_together(const Arguments &arguments, const Context &context) {
   const bool mode = arguments.has("speed") || arguments.has("duplex");
   if (mode && arguments.has("autoneg") && arguments.number("autoneg") != 0)
     throw CommandError(
         wrong_usage("speed and duplex are forced, not negotiated", "autoneg", {"autoneg off"}));
   if (arguments.has("entry") && !arguments.has("tpid"))
     throw CommandError(wrong_usage("entry belongs to tpid", "entry", {"tpid"}));
+  if (arguments.has("learning")) expect_unit_zero(context, "learning");
   if (arguments.has("isolation")) bitmap_of(arguments.numbers("isolation"));
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  check_together(arguments);
+  check_together(arguments, context);
   std::vector<Plan> plans;
   for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
     plans.push_back(plan_for(arguments, context, port));

@@ -4,6 +4,7 @@
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "port/commands.h"
+#include "port/mode.h"
 
 namespace swsh {
 namespace {
@@ -15,7 +16,6 @@ constexpr auto kSpeedMax = SWSH_CALL(user_port_speed_max);
 constexpr auto kAdminGet = SWSH_CALL(user_port_enable_get);
 constexpr auto kAutonegGet = SWSH_CALL(user_port_autoneg_get);
 constexpr auto kAdvertiseGet = SWSH_CALL(user_port_ability_advert_get);
-constexpr auto kPauseGet = SWSH_CALL(user_port_pause_get);
 constexpr auto kPauseState = SWSH_CALL(user_port_pause_get_stat);
 constexpr auto kMdixGet = SWSH_CALL(user_port_mdix_get);
 constexpr auto kMtuGet = SWSH_CALL(user_port_jumboframe_get);
@@ -79,7 +79,7 @@ void add_link_settings(Record &record, const Context &context, const Port &port)
   add_switch(record, "admin", read(kAdminGet) != 0);
   add_switch(record, "autoneg", read(kAutonegGet) != 0);
   record.add_detail("advertise", ability_names(read(kAdvertiseGet)));
-  add_switch(record, "pause", read(kPauseGet) != 0);
+  add_switch(record, "pause", read_pause(context, port));
   add_switch(record, "pause_active", read(kPauseState) != 0);
   record.add_detail("mdix", word_value(mdix_modes(), read(kMdixGet)));
   add_switch(record, "eee", read(kEeeGet) != 0);
@@ -104,8 +104,8 @@ Record port_record(const Context &context, const Port &port) {
   Record record;
   record.add("port", port.interface);
   record.add("link", std::string(read(kLinkGet) != 0 ? "up" : "down"));
-  add_speed(record, read(kSpeedGet));
-  record.add("duplex", word_value(duplexes(), read(kDuplexGet)));
+  add_speed(record, read_speed(context, port));
+  record.add("duplex", word_value(duplexes(), read_duplex(context, port)));
   record.add("medium", std::string(read(kMediumGet) == USER_MEDIUM_FIBRE ? "fibre" : "copper"));
   record.add("loopback", loopback, loopback ? "on" : "off");
   record.add_detail("max_speed", int64_t{read(kSpeedMax)});
