@@ -18,6 +18,12 @@ std::string warning_of(const std::string &name, uint64_t cut_off) {
          ": the recording is cut off here; what comes before is used";
 }
 
+// Functions of the library are in a recording for its reader; the calls that
+// they made stand there too.
+bool is_repeated(const swprobe::Call &call) {
+  return !call.made_up && !call.library;
+}
+
 // Outputs are there if the call succeeded.
 bool same_answer(const swprobe::Call &one, const swprobe::Call &other) {
   if (one.result != other.result || one.arguments.size() != other.arguments.size()) return false;
@@ -41,7 +47,7 @@ Recording read(const std::string &path) {
                          warning_of(name, read.cut_off)};
   for (size_t i = 0; i < recording.calls.size(); ++i) {
     try {
-      if (!recording.calls[i].made_up) swprobe::prepare(recording.calls[i]);
+      if (is_repeated(recording.calls[i])) swprobe::prepare(recording.calls[i]);
     } catch (const std::invalid_argument &error) {
       throw std::runtime_error(place_of(recording, i) + ": " + error.what());
     }
@@ -58,10 +64,8 @@ const char *platform_fault() {
 bool replay(const Recording &recording, bool keep_going, Outcome &outcome) {
   for (size_t i = 0; i < recording.calls.size(); ++i) {
     const swprobe::Call &recorded = recording.calls[i];
-    if (recorded.made_up) {
-      ++outcome.made_up;
-      continue;
-    }
+    if (recorded.made_up) ++outcome.made_up;
+    if (!is_repeated(recorded)) continue;
     const swprobe::Call answered = made_again(recorded);
     ++outcome.replayed;
     if (same_answer(recorded, answered)) continue;

@@ -77,7 +77,7 @@ SWCTL_API int32_t User_ip_mcast_del(uint32_t unit, uint32_t address_a, uint32_t 
  * @param unit      switch unit; it is the first argument
  * @param address_a ::SWCTL_IP6_BYTES bytes, first byte first; need not be
  *                  aligned
- * @param address_b the other address
+ * @param address_b ::SWCTL_IP6_BYTES bytes, the other address
  * @param vid       VLAN ID; the low 16 bits count
  * @param ports     chip ports, by value
  * @return the SDK's result
@@ -93,7 +93,7 @@ SWCTL_API int32_t User_ip6_mcast_add(uint32_t unit, const uint8_t *address_a,
  *
  * @param unit      switch unit; it is the first argument
  * @param address_a as in User_ip6_mcast_add()
- * @param address_b the other address
+ * @param address_b ::SWCTL_IP6_BYTES bytes, the other address
  * @param vid       VLAN ID; the low 16 bits count
  * @return the SDK's result
  */

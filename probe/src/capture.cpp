@@ -89,6 +89,24 @@ Argument capture_before(const Part &part) {
   return argument;
 }
 
+Call captured(const Site &site, std::span<const Address> addresses, std::vector<Part> &parts) {
+  Call call{};
+  call.name = site.name;
+  call.has_result = site.has_result;
+  call.library = site.layer == Layer::library;
+  call.result_form = site.result_form;
+  parts = parts_of(site.arguments, addresses);
+  call.arguments.reserve(parts.size());
+  for (const Part &part : parts) call.arguments.push_back(capture_before(part));
+  return call;
+}
+
+void capture_after(const std::vector<Part> &parts, Call &call) {
+  for (size_t i = 0; i < parts.size(); ++i)
+    if (parts[i].info->is_output() && parts[i].at != nullptr)
+      call.arguments[i].after = load(parts[i]);
+}
+
 std::vector<int64_t> load(const Part &part) {
   const auto load_one = part.field->is_signed ? load_signed : load_unsigned;
   std::vector<int64_t> values;

@@ -31,6 +31,10 @@ std::vector<Part> parts_of(std::span<const ArgumentInfo> infos, std::span<const 
 
 // The argument with what goes into the call.
 Argument capture_before(const Part &part);
+// A call with all of those. `parts` becomes where they are.
+Call captured(const Site &site, std::span<const Address> addresses, std::vector<Part> &parts);
+// Adds what the call has written.
+void capture_after(const std::vector<Part> &parts, Call &call);
 std::vector<int64_t> load(const Part &part);
 // False if the part has no such element.
 bool store(const Part &part, size_t index, int64_t value);

@@ -26,7 +26,8 @@ bool is_named(std::string_view name, const std::string &word) {
 
 void Filter::add_name(const std::string &word) {
   const auto named = [&](const Site *site) { return is_named(site->name, word); };
-  if (std::ranges::none_of(known_calls(), named))
+  if (std::ranges::none_of(known_calls(), named) &&
+      std::ranges::none_of(known_library_calls(), named))
     throw std::runtime_error("SWPROBE: no call is named '" + word +
                              "' or belongs to such a family");
   names_.push_back(word);

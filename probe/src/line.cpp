@@ -66,6 +66,16 @@ void add_argument(Buffer &line, const Argument &argument) {
   add_values(line, argument, argument.after);
 }
 
+void add_result(Buffer &line, const Call &call, const char *sentence) {
+  if (call.has_result && call.result_form == Form::hex) {
+    add(line, " = {:#x}", static_cast<uint64_t>(call.result));
+  } else if (call.has_result) {
+    add(line, " = {}", call.result);
+  }
+  if (sentence != nullptr) add(line, " ({})", sentence);
+  if (call.made_up) add(line, " !");
+}
+
 }  // namespace
 
 std::string line_of(const Call &call, const char *sentence) {
@@ -79,9 +89,20 @@ std::string line_of(const Call &call, const char *sentence) {
     between = ", ";
   }
   add(line, ")");
-  if (call.has_result) add(line, " = {}", call.result);
-  if (sentence != nullptr) add(line, " ({})", sentence);
-  if (call.made_up) add(line, " !");
+  add_result(line, call, sentence);
+  return fmt::to_string(line);
+}
+
+std::string closing_of(const Call &call, const char *sentence) {
+  Buffer line;
+  add(line, "}}");
+  add_result(line, call, sentence);
+  for (Argument argument : call.arguments) {
+    if (argument.after.empty()) continue;
+    argument.direction = Direction::out;
+    add(line, ", ");
+    add_argument(line, argument);
+  }
   return fmt::to_string(line);
 }
 

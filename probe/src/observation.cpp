@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "observation.h"
 
-#include <cerrno>
-
+#include "keep_errno.h"
 #include "session.h"
 
 namespace swprobe {
@@ -11,18 +10,6 @@ namespace {
 // Set while a call is inside the platform: calls that the platform makes are
 // its own affair.
 thread_local bool inside = false;
-
-// The probe's own system calls leave no mark.
-class KeepErrno {
- public:
-  KeepErrno() = default;
-  ~KeepErrno() { errno = saved_; }
-  KeepErrno(const KeepErrno &) = delete;
-  KeepErrno &operator=(const KeepErrno &) = delete;
-
- private:
-  int saved_ = errno;
-};
 
 }  // namespace
 
@@ -40,11 +27,12 @@ Observation::~Observation() {
   if (outermost_) inside = false;
 }
 
+bool Observation::is_inside() {
+  return inside;
+}
+
 void Observation::look(std::span<const Address> addresses) {
-  call_.name = site_.name;
-  call_.has_result = site_.has_result;
-  parts_ = parts_of(site_.arguments, addresses);
-  for (const Part &part : parts_) call_.arguments.push_back(capture_before(part));
+  call_ = captured(site_, addresses, parts_);
   verdict_ = Session::get().judge(call_, expected_);
 }
 
@@ -61,7 +49,7 @@ int32_t Observation::finish(int32_t result) {
   if (verdict_) {
     answer_outputs();
   } else if (next_ != nullptr && call_.result >= 0) {
-    read_outputs();
+    capture_after(parts_, call_);
   }
   Session::get().add(std::move(call_), expected_);
   return result;
@@ -80,13 +68,6 @@ void Observation::answer_output(const Output &output) {
 
 void Observation::answer_outputs() {
   for (const Output &output : verdict_->outputs) answer_output(output);
-}
-
-void Observation::read_outputs() {
-  for (size_t i = 0; i < parts_.size(); ++i) {
-    const Part &part = parts_[i];
-    if (part.info->is_output() && part.at != nullptr) call_.arguments[i].after = load(part);
-  }
 }
 
 }  // namespace swprobe

@@ -18,6 +18,10 @@ class Observation {
   Observation(const Observation &) = delete;
   Observation &operator=(const Observation &) = delete;
 
+  // Whether this thread is inside a call of the platform: what the platform
+  // calls is its own affair.
+  static bool is_inside();
+
   // Where to pass the call on to; null if the platform is not to be called or
   // has no such call.
   template <class Function>
@@ -33,7 +37,6 @@ class Observation {
   void look(std::span<const Address> addresses);
   void answer_output(const Output &output);
   void answer_outputs();
-  void read_outputs();
 
   Site &site_;
   bool outermost_;

@@ -11,13 +11,15 @@ namespace swprobe {
 
 inline constexpr char kRecordingFormat[] = "swctl-calls";
 inline constexpr int kRecordingVersion = 1;
+// With the functions of the library, and how deep inside those a call was made.
+inline constexpr int kLibraryVersion = 2;
 inline constexpr char kLittle[] = "little";
 inline constexpr char kBig[] = "big";
 inline constexpr const char *kThisByteOrder =
     std::endian::native == std::endian::big ? kBig : kLittle;
 
-std::string recording_header();
-std::string recording_line(const Call &call);
+std::string recording_header(bool library = false);
+std::string recording_line(const Call &call, bool library = false);
 
 // The reverse. Both throw std::runtime_error saying what is wrong.
 Call call_of(const std::string &line);

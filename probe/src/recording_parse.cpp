@@ -95,10 +95,12 @@ Argument argument_of(const Site &site, const std::string &name, const Json &valu
   if (!known) wrong("'" + std::string(site.name) + "' has no argument '" + name + "'");
   const bool record = known->info->is_record();
   object(value, name);
+  // An address may come from a machine with wider ones.
+  const size_t width = known->field->is_address ? sizeof(int64_t) : known->field->width;
   Argument argument{name,
                     known->info->direction,
                     record ? known->field->form : known->info->form,
-                    static_cast<int>(known->field->width),
+                    static_cast<int>(width),
                     record ? known->field->array : known->info->array,
                     false,
                     {},
@@ -107,11 +109,9 @@ Argument argument_of(const Site &site, const std::string &name, const Json &valu
   if (argument.form == Form::text) {
     argument.text = bytes_of(text_of(member(value, "in"), name));
   } else if (argument.direction != Direction::out) {
-    argument.before = values_of(member(value, "in"), name, known->field->width);
+    argument.before = values_of(member(value, "in"), name, width);
   }
-  if (value.contains("out")) {
-    argument.after = values_of(value["out"], name, known->field->width);
-  }
+  if (value.contains("out")) argument.after = values_of(value["out"], name, width);
   return argument;
 }
 
@@ -122,10 +122,15 @@ Call call_in(const Json &line) {
   const Site *site = find_call(call.name);
   if (site == nullptr) wrong("no call is named '" + call.name + "'");
   call.has_result = site->has_result;
+  call.library = site->layer == Layer::library;
   if (call.has_result) {
-    call.result = number_of(member(line, "result"), "result", sizeof(int32_t));
+    const size_t width = call.library ? sizeof(int64_t) : sizeof(int32_t);
+    call.result = number_of(member(line, "result"), "result", width);
   }
+  call.result_form = site->result_form;
   call.made_up = flag_in(line, "made_up");
+  if (line.contains("depth"))
+    call.depth = static_cast<int>(number_of(line["depth"], "depth", sizeof(int32_t)));
   for (const auto &[name, value] : object(member(line, "arguments"), "arguments").items()) {
     call.arguments.push_back(argument_of(*site, name, value));
   }
@@ -153,7 +158,7 @@ bool from_other_order(const std::string &header) {
   const Json line = parsed(header);
   if (member(line, "format") != kRecordingFormat) wrong("not a recording of calls");
   const Json &version = member(line, "version");
-  if (version != kRecordingVersion) {
+  if (version != kRecordingVersion && version != kLibraryVersion) {
     wrong("version " + version.dump() + " of the format is not known");
   }
   const Json order = line.value("byte_order", Json(kThisByteOrder));

@@ -56,12 +56,12 @@ void add_json_argument(Buffer &line, const Argument &argument) {
 
 }  // namespace
 
-std::string recording_header() {
+std::string recording_header(bool library) {
   return fmt::format("{{\"format\":\"{}\",\"version\":{},\"byte_order\":\"{}\"}}", kRecordingFormat,
-                     kRecordingVersion, kThisByteOrder);
+                     library ? kLibraryVersion : kRecordingVersion, kThisByteOrder);
 }
 
-std::string recording_line(const Call &call) {
+std::string recording_line(const Call &call, bool library) {
   Buffer line;
   add(line, "{{\"number\":{},\"call\":\"{}\",\"arguments\":{{", call.number, call.name);
   const char *between = "";
@@ -72,7 +72,9 @@ std::string recording_line(const Call &call) {
   }
   add(line, "}}");
   if (call.has_result) add(line, ",\"result\":{}", call.result);
-  add(line, ",\"made_up\":{}}}", call.made_up);
+  add(line, ",\"made_up\":{}", call.made_up);
+  if (library) add(line, ",\"library\":{},\"depth\":{}", call.library, call.depth);
+  add(line, "}}");
   return fmt::to_string(line);
 }
 

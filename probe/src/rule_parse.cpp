@@ -141,7 +141,8 @@ Rule parse_rule(const std::string &text) {
 
 Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
   const Site *site = find_call(name);
-  if (site == nullptr) bad_rule("no call is named " + quoted(name));
+  if (site == nullptr || site->layer != Layer::platform)
+    bad_rule("no call is named " + quoted(name));
   if (!fits(answer.result, sizeof(int32_t))) bad_rule("the result does not fit into 32 bits");
   Rule rule;
   rule.call = name;

@@ -49,10 +49,14 @@ Session &Session::get() {
   return session;
 }
 
-Session::Session(Settings settings) : settings_(std::move(settings)) {
-  watching_ = !settings_.traces.empty() || !settings_.recordings.empty() ||
-              !settings_.rules.empty() || settings_.expectation || settings_.answers;
-  for (Rule &rule : settings_.rules) plan_.add_rule(std::move(rule));
+Session::Session(Settings settings)
+    : expectation_(std::move(settings.expectation)),
+      answers_(std::move(settings.answers)),
+      writers_(std::move(settings.traces), std::move(settings.recordings),
+               std::move(settings.filter)),
+      watching_library_(writers_.any_library()) {
+  watching_ = writers_.any() || !settings.rules.empty() || expectation_ || answers_;
+  for (Rule &rule : settings.rules) plan_.add_rule(std::move(rule));
   // A child of fork() must not inherit the lock from a thread it does not have.
   pthread_atfork([] { get().mutex_.lock(); }, [] { get().mutex_.unlock(); },
                  [] {
@@ -70,9 +74,9 @@ void Session::say_complaints() {
   const std::lock_guard lock(mutex_);
   if (!judged_) return;
   for (const std::string &each : plan_.complaints()) complain(each);
-  if (!settings_.expectation) return;
-  const auto difference = settings_.expectation->end();
-  if (difference && settings_.expectation->stops()) refuse(*difference, kUnexpected);
+  if (!expectation_) return;
+  const auto difference = expectation_->end();
+  if (difference && expectation_->stops()) refuse(*difference, kUnexpected);
   if (difference) complain(*difference);
 }
 
@@ -81,17 +85,21 @@ bool Session::watches() {
   return watching_;
 }
 
+bool Session::watches(const Site &site) const {
+  return site.layer == Layer::library ? watching_library_ : watching_;
+}
+
 void Session::open_short_way(Site &site, void *next) {
   const std::lock_guard lock(mutex_);
-  if (!watching_) site.idle.store(next, std::memory_order_relaxed);
+  if (!watches(site)) site.idle.store(next, std::memory_order_relaxed);
 }
 
 void Session::expect(const Call &call, uint64_t &expected) {
-  if (!settings_.expectation) return;
-  const auto difference = settings_.expectation->compare(call);
-  expected = settings_.expectation->made();
+  if (!expectation_) return;
+  const auto difference = expectation_->compare(call);
+  expected = expectation_->made();
   if (!difference) return;
-  if (settings_.expectation->stops()) refuse(*difference, kUnexpected);
+  if (expectation_->stops()) refuse(*difference, kUnexpected);
   complain(*difference);
 }
 
@@ -100,28 +108,27 @@ std::optional<Verdict> Session::judge(const Call &call, uint64_t &expected) {
   judged_ = true;
   expect(call, expected);
   std::optional<Verdict> verdict = plan_.judge(call);
-  if (verdict || !settings_.answers) return verdict;
+  if (verdict || !answers_) return verdict;
   std::string complaint;
-  verdict = settings_.answers->answer(call, complaint);
+  verdict = answers_->answer(call, complaint);
   if (!complaint.empty()) complain(complaint);
   return verdict;
 }
 
-void Session::write(const Call &call, const char *sentence) {
-  if (!settings_.filter.fits(call)) return;
-  for (LineFile &file : settings_.recordings) file.write(recording_line(call));
-  if (settings_.traces.empty()) return;
-  const std::string line = line_of(call, sentence);
-  for (LineFile &file : settings_.traces) file.write(line);
-}
-
 void Session::add(Call call, uint64_t expected) {
-  const char *sentence = settings_.traces.empty() ? nullptr : sentence_for(call);
+  const char *sentence = writers_.any_trace() ? sentence_for(call) : nullptr;
   const std::lock_guard lock(mutex_);
   call.number = ++number_;
-  if (settings_.expectation) settings_.expectation->answered(expected, call);
-  write(call, sentence);
+  if (expectation_) expectation_->answered(expected, call);
+  writers_.add(call, sentence);
   if (keeping_) kept_.push_back(std::move(call));
+}
+
+void Session::leave(Call call) {
+  const char *sentence = writers_.any_trace() ? sentence_for(call) : nullptr;
+  const std::lock_guard lock(mutex_);
+  call.number = ++number_;
+  writers_.leave(std::move(call), sentence);
 }
 
 void Session::close_short_ways() {

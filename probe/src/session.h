@@ -17,8 +17,9 @@ class Session {
   // The first use reads the environment; a wrong word there ends the process.
   static Session &get();
 
-  // Whether calls are to be looked at.
+  // Whether calls are to be looked at, and whether functions of the library are.
   bool watches();
+  bool watches_library() const { return watching_library_; }
   // Until somebody watches, the site's calls go straight to `next`. The lookup
   // of `next` is the caller's: the dynamic linker has a lock of its own, which
   // must not be waited for under ours.
@@ -29,6 +30,10 @@ class Session {
   std::optional<Verdict> judge(const Call &call, uint64_t &expected);
   // Numbers, keeps and writes a call that has returned.
   void add(Call call, uint64_t expected);
+  // A function of the library has been called; has returned; will never return.
+  void enter(const Call &call) { writers_.enter(call); }
+  void leave(Call call);
+  void abandon() { Writers::abandon(); }
 
   // From here on calls are watched and kept in memory.
   void keep();
@@ -39,7 +44,7 @@ class Session {
   uint64_t verdicts();
 
   // Whether a recording answers in the place of the platform.
-  bool answers() const { return settings_.answers != nullptr; }
+  bool answers() const { return answers_ != nullptr; }
 
   // At the end of a process that has judged calls: says what is wrong with the
   // rules of the environment.
@@ -50,7 +55,7 @@ class Session {
   static Session &start();
   void say_complaints();
   void expect(const Call &call, uint64_t &expected);
-  void write(const Call &call, const char *sentence);
+  bool watches(const Site &site) const;
   void close_short_ways();
 
   std::mutex mutex_;
@@ -60,7 +65,10 @@ class Session {
   uint64_t number_ = 0;
   Plan plan_;
   std::vector<Call> kept_;
-  Settings settings_;
+  std::unique_ptr<Expectation> expectation_;
+  std::unique_ptr<Answers> answers_;
+  Writers writers_;
+  bool watching_library_;
 };
 
 }  // namespace swprobe

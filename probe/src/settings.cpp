@@ -13,11 +13,18 @@ namespace swprobe {
 namespace {
 
 constexpr char kStandardError[] = "stderr";
+constexpr char kLibrary[] = "library";
+
+// Where something is to be written.
+struct Name {
+  std::string file;
+  bool library;
+};
 
 // The words of SWPROBE, sorted out. File names are as they were given.
 struct Words {
-  std::vector<std::string> traces;
-  std::vector<std::string> recordings;
+  std::vector<Name> traces;
+  std::vector<Name> recordings;
   std::vector<std::string> plans;
   std::vector<std::string> comparisons;
   std::string golden;  // the recording of an expectation
@@ -73,14 +80,26 @@ void set_rotation(Words &words, const std::string &text) {
   words.rotation.keep = static_cast<unsigned>(*keep);
 }
 
+// "FILE" or "library:FILE"; `without` is the file that need not be named.
+Name name_of(const std::string &value, const std::string &without) {
+  const std::string library = kLibrary;
+  if (value == library && !without.empty()) return {without, true};
+  const bool both = value.starts_with(library + ':') && value.size() > library.size() + 1;
+  return {both ? value.substr(library.size() + 1) : value, both};
+}
+
 struct Kind {
   std::string_view name;
   void (*take)(Words &words, const std::string &value);
 };
 
 constexpr Kind kKinds[] = {
-    {"trace", [](Words &words, const std::string &value) { words.traces.push_back(value); }},
-    {"record", [](Words &words, const std::string &value) { words.recordings.push_back(value); }},
+    {"trace",
+     [](Words &words, const std::string &value) {
+       words.traces.push_back(name_of(value, kStandardError));
+     }},
+    {"record", [](Words &words,
+                  const std::string &value) { words.recordings.push_back(name_of(value, "")); }},
     {"fail", [](Words &words, const std::string &value) { words.plans.push_back(value); }},
     {"expect", [](Words &words, const std::string &value) { set_golden(words, value, false); }},
     {"expect-stop", [](Words &words, const std::string &value) { set_golden(words, value, true); }},
@@ -104,7 +123,7 @@ void add_word(Words &words, const std::string &word) {
 void check(const Words &words) {
   const bool has_recording = !words.golden.empty() || !words.answers.empty();
   if (!words.comparisons.empty() && !has_recording) bad_setting("'rules' without expect or answer");
-  const auto is_file = [](const std::string &name) { return name != kStandardError; };
+  const auto is_file = [](const Name &name) { return name.file != kStandardError; };
   const bool has_file = !words.recordings.empty() || std::ranges::any_of(words.traces, is_file);
   if (words.rotation.size > 0 && !has_file) bad_setting("'rotate' without a file to write");
 }
@@ -152,11 +171,14 @@ void read_goldens(Settings &settings, const Words &words) {
 }
 
 void open_all(Settings &settings, const Words &words) {
-  for (const std::string &name : words.traces) {
-    settings.traces.push_back(name == kStandardError ? LineFile() : LineFile(name, words.rotation));
+  for (const Name &name : words.traces) {
+    const bool is_file = name.file != kStandardError;
+    settings.traces.push_back(
+        {is_file ? LineFile(name.file, words.rotation) : LineFile(), name.library});
   }
-  for (const std::string &name : words.recordings) {
-    settings.recordings.emplace_back(name, words.rotation, recording_header());
+  for (const Name &name : words.recordings) {
+    const std::string header = recording_header(name.library);
+    settings.recordings.push_back({LineFile(name.file, words.rotation, header), name.library});
   }
 }
 

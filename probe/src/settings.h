@@ -11,12 +11,13 @@
 #include "filter.h"
 #include "line_file.h"
 #include "rule.h"
+#include "writers.h"
 
 namespace swprobe {
 
 struct Settings {
-  std::vector<LineFile> traces;
-  std::vector<LineFile> recordings;
+  std::vector<Destination> traces;
+  std::vector<Destination> recordings;
   std::vector<Rule> rules;
   Filter filter;
   std::unique_ptr<Expectation> expectation;  // null without one

@@ -22,6 +22,7 @@ struct Field {
   bool array;
   bool is_signed;
   Form form;
+  bool is_address = false;
 };
 
 template <class Member>

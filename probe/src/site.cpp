@@ -21,9 +21,9 @@ void *Site::find_next() {
 }
 
 const Site *find_call(std::string_view name) {
-  for (const Site *site : known_calls()) {
-    if (site->name == name) return site;
-  }
+  for (const auto &sites : {known_calls(), known_library_calls()})
+    for (const Site *site : sites)
+      if (site->name == name) return site;
   return nullptr;
 }
 

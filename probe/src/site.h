@@ -23,11 +23,16 @@ struct ArgumentInfo {
   bool is_output() const { return direction == Direction::out || direction == Direction::update; }
 };
 
+// What a call is part of.
+enum class Layer { platform, library };
+
 // One interposed call.
 struct Site {
   const char *name;
   std::span<const ArgumentInfo> arguments;
   bool has_result;
+  Layer layer = Layer::platform;
+  Form result_form = Form::dec;  // hex for an address
   // The next function of this name in the search order; null until looked up.
   std::atomic<void *> next{nullptr};
   // The same, but null while anybody watches: one test decides between the
@@ -40,9 +45,11 @@ struct Site {
   void *find_next();
 };
 
-// Every call that the probe stands in front of.
+// Every call of the platform that the probe stands in front of.
 std::span<Site *const> known_calls();
-// Null for a name that is not among them.
+// Every function of the library, which makes those calls.
+std::span<Site *const> known_library_calls();
+// Null for a name that is in neither.
 const Site *find_call(std::string_view name);
 
 }  // namespace swprobe

@@ -19,7 +19,7 @@ RULES = {
     "include": [SYSTEM, r"<swctl/.*>"],
     "src": [SYSTEM, r"<swctl/.*>", r'"frame/.*"', r'"{self}/.*"'],
     "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'".*"'],
-    "probe": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
+    "probe": [SYSTEM, PLATFORM, r"<swctl/swctl\.h>", r"<swctl-probe/.*>", r'".*"'],
     "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
     "bench": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],

@@ -47,8 +47,8 @@ TEST_F(RecordingErrorTest, AFileThatIsNoRecording) {
   EXPECT_EQ(read_error(), path_ + ":1: 'format' is missing");
   std::ofstream(path_) << "[]\n";
   EXPECT_EQ(read_error(), path_ + ":1: not a JSON object");
-  std::ofstream(path_) << "{\"format\":\"swctl-calls\",\"version\":2}\n";
-  EXPECT_EQ(read_error(), path_ + ":1: version 2 of the format is not known");
+  std::ofstream(path_) << "{\"format\":\"swctl-calls\",\"version\":3}\n";
+  EXPECT_EQ(read_error(), path_ + ":1: version 3 of the format is not known");
 }
 
 TEST_F(RecordingErrorTest, ALineThatBreaksOffOrIsNoJson) {

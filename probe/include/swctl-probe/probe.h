@@ -72,6 +72,12 @@ struct Call {
   int64_t result;
   bool has_result;  // false for functions that return nothing
   bool made_up;     // the probe answered, not the platform
+  // A function of libswctl rather than a call of the platform; only in a
+  // recording that was asked for them. `depth` is how many of those it was
+  // called inside of.
+  bool library = false;
+  int depth = 0;
+  Form result_form = Form::dec;  // hex for an address
 
   // The value of an argument by name: what was passed, or what was written.
   // Throws std::out_of_range for a name the call does not have and for a value

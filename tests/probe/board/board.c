@@ -63,6 +63,7 @@ int main(int argc, char **argv) {
   set_vlans(argc > 1 && strcmp(argv[1], "other") == 0 ? 11 : 10);
   set_field_rule();
   set_vlan_rules();
+  show("trunk", user_trunk_init(5, 0));
   for (port = 0; port < 3; ++port) read_port(port);
   return 0;
 }

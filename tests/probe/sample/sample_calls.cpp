@@ -46,4 +46,8 @@ std::span<Site *const> known_calls() {
 }
 // clang-format on
 
+std::span<Site *const> known_library_calls() {
+  return {};
+}
+
 }  // namespace swprobe

@@ -1,0 +1,204 @@
+# SPDX-License-Identifier: MIT
+"""library_calls.py HEADERS OUTPUT SHAPES...
+
+Writes the list of libswctl's functions that the probe stands in front of: from
+the declarations in the public headers, and from what their texts say about
+each address.
+
+    SWCTL_LIBRARY_RECORD(type, field, ...)                 (member, form); not for the records
+                                                           that the files SHAPES describe
+    SWCTL_LIBRARY_CALL(result, name, tail, argument, ...)  (direction, declared, element,
+                                                            name, count, form)
+
+direction, count and form are those of swctl/platform/calls_begin.h. An address
+of memory whose size nobody tells is a value. `tail` is TAIL_OPEN for a function
+that ends in an ellipsis, which it does not read, and TAIL_NONE otherwise.
+"""
+import pathlib
+import re
+import sys
+
+NUMBERS = {"one": 1, "two": 2, "six": 6, "eight": 8, "sixteen": 16}
+HEXADECIMAL = {"mac", "mask", "netmask", "address", "ability", "flags", "tpid", "ethertype", "word"}
+# Bytes that are numbers.
+DECIMAL = {"ports", "queues"}
+SCALARS = {f"{sign}int{bits}_t" for sign in ("", "u") for bits in (8, 16, 32, 64)}
+# Members that hold nothing.
+EMPTY = re.compile(r"(reserved|unused|padding)\d*$")
+
+COMMENT = r"/\*(?:(?!\*/).)*\*/"
+FUNCTION = re.compile(rf"(?P<text>{COMMENT})?\s*\bSWCTL_API\s+(?P<head>[\w\s*]+?)\((?P<parameters>[^()]*)\)"
+                      r"\s*(?:__attribute__\s*\(\(.*?\)\))?\s*;", re.DOTALL)
+RECORD = re.compile(r"\bstruct (?P<name>\w+) \{(?P<body>[^{}]*)\};", re.DOTALL)
+POINTER_TYPE = re.compile(r"\btypedef\s[^;(]*\(\*(\w+)\)\s*\(", re.DOTALL)
+
+
+class Text:
+    """What the comment of a function says about each of its parameters."""
+
+    def __init__(self, comment):
+        plain = re.sub(r"^\s*\*(?: |$)", "", comment or "", flags=re.MULTILINE)
+        found = re.findall(r"@param\s+(\w+)\s+(.*?)(?=@\w+|\n\s*\n|\*/|\Z)", plain, re.DOTALL)
+        self.parameters = {name: " ".join(words.split()) for name, words in found}
+
+
+class Parameter:
+    def __init__(self, declaration):
+        self.name = re.search(r"(\w+)$", declaration)[1]
+        self.declared = declaration[:-len(self.name)].strip()
+        self.pointee = self.declared[:-1].strip() if self.declared.endswith("*") else None
+
+    @property
+    def element(self):
+        return re.sub(r"^const\s+", "", self.pointee)
+
+    @property
+    def constant(self):
+        return self.pointee.startswith("const ")
+
+
+class Function:
+    def __init__(self, match):
+        head = " ".join(match["head"].split())
+        self.name = re.search(r"(\w+)$", head)[1]
+        self.result = head[:-len(self.name)].strip()
+        words = [" ".join(word.split()) for word in match["parameters"].split(",")]
+        self.open = words[-1] == "..."
+        self.parameters = [Parameter(word) for word in words if word not in ("...", "void")]
+        self.text = Text(match["text"])
+
+
+class Headers:
+    def __init__(self, folder):
+        self.functions, self.records, self.known, self.pointers = {}, {}, set(), set()
+        for path in sorted(folder.glob("*.h")):
+            text = path.read_text()
+            self.functions.update({match[0].name: match[0] for match in
+                                   ([Function(each)] for each in FUNCTION.finditer(text))})
+            self.records.update(self.records_in(text))
+            self.pointers.update(POINTER_TYPE.findall(text))
+        for path in sorted(folder.glob("platform/*.h")):
+            self.known.update(match["name"] for match in RECORD.finditer(path.read_text()))
+
+    @staticmethod
+    def records_in(text):
+        for match in RECORD.finditer(re.sub(COMMENT, " ", text, flags=re.DOTALL)):
+            members = re.findall(r"(\w+)\s+(\w+)(\[\w+\])?\s*;", match["body"])
+            yield match["name"], [(kind, name, bool(array)) for kind, name, array in members]
+
+    def told(self, function, name, seen=()):
+        """The text about a parameter, also where it refers to another function's."""
+        text = function.text.parameters.get(name, "")
+        other = re.match(r"as in (\w+)\(\)", text)
+        if not other or other[1] in seen or other[1] not in self.functions:
+            return text
+        return self.told(self.functions[other[1]], name, (*seen, function.name))
+
+
+def form_of(name, element, many):
+    is_bytes = many and element == "uint8_t" and name not in DECIMAL
+    return "hex" if is_bytes or name in HEXADECIMAL else "dec"
+
+
+def count_of(function, text):
+    """Elements behind an address, as an expression; None if nobody says."""
+    match = re.search(r"(?:`(\w+)`|::(\w+)|\b(\w+)) (?:bytes?|words?)\b", text)
+    if not match:
+        return None
+    names = {parameter.name for parameter in function.parameters}
+    if match[1]:
+        return match[1] if match[1] in names else None
+    return match[2] or NUMBERS.get(match[3]) or (match[3] if match[3].isdigit() else None)
+
+
+class Lister:
+    """Writes calls and, once, the records that they need."""
+
+    def __init__(self, headers, described):
+        self.headers, self.described, self.used = headers, described, set()
+
+    def use(self, record):
+        if record in self.headers.records and record not in self.described:
+            self.used.add(record)
+
+    def is_data(self, kind):
+        return kind in SCALARS or kind in self.headers.records or kind in self.headers.known
+
+    def value(self, parameter):
+        if parameter.declared in self.headers.pointers:
+            return self.address(parameter)
+        self.use(parameter.declared)
+        form = form_of(parameter.name, parameter.declared, False)
+        return ("val", parameter.declared, parameter.declared, parameter.name, 1, form)
+
+    @staticmethod
+    def address(parameter):
+        return ("val", parameter.declared, parameter.declared, parameter.name, 1, "hex")
+
+    def behind(self, function, parameter):
+        """The argument of an address: what is behind it, or itself."""
+        text = self.headers.told(function, parameter.name)
+        element = parameter.element
+        if element == "char":
+            return ("ref", parameter.declared, "char", parameter.name, 1, "text")
+        if text.startswith("ignored"):
+            return self.address(parameter)
+        count = count_of(function, text)
+        if element == "void":
+            named = re.match(r"(?:the [^,]*, )?an? (?:::)?(\w+)", text)
+            if named and self.is_data(named[1]):
+                self.use(named[1])
+                return ("ref", parameter.declared, named[1], parameter.name, 1, "dec")
+            if not (parameter.constant and count):
+                return self.address(parameter)
+            element = "uint8_t"
+        if not self.is_data(element) or text.startswith("array"):
+            return self.address(parameter)
+        if element == "uint8_t" and count is None:
+            return self.address(parameter)
+        self.use(element)
+        written = re.search(r"\b(receives|written whole)\b", text)
+        direction = "ref" if parameter.constant else "out" if written else "upd"
+        many = count not in (None, 1)
+        return (direction, parameter.declared, element, parameter.name, count or 1,
+                form_of(parameter.name, element, many))
+
+    def argument(self, function, parameter):
+        if parameter.pointee is None:
+            return self.value(parameter)
+        return self.behind(function, parameter)
+
+    def call(self, function):
+        tail = "TAIL_OPEN" if function.open else "TAIL_NONE"
+        arguments = [self.argument(function, each) for each in function.parameters]
+        texts = ["(" + ", ".join(str(word) for word in each) + ")" for each in arguments]
+        return f"SWCTL_LIBRARY_CALL({', '.join([function.result, function.name, tail, *texts])})"
+
+    def fields(self, record, prefix=""):
+        for kind, name, array in self.headers.records[record]:
+            if EMPTY.match(name):
+                continue
+            if kind in self.headers.records:
+                yield from self.fields(kind, f"{prefix}{name}.")
+            else:
+                yield f"({prefix}{name}, {form_of(name, kind, array)})"
+
+    def record(self, name):
+        return f"SWCTL_LIBRARY_RECORD({', '.join([name, *self.fields(name)])})"
+
+
+def main():
+    folder, output, *shapes = (pathlib.Path(word) for word in sys.argv[1:])
+    headers = Headers(folder)
+    lister = Lister(headers, {name for path in shapes
+                              for name in re.findall(r"struct Shape<(\w+)>", path.read_text())})
+    calls = [lister.call(function) for function in headers.functions.values()]
+    records = [lister.record(name) for name in sorted(lister.used)]
+    lines = ["/* Made from the headers by library_calls.py. */",
+             "#ifdef SWCTL_LIBRARY_RECORD", *records, "#endif",
+             "#ifdef SWCTL_LIBRARY_CALL", *calls, "#endif"]
+    output.write_text("\n".join(lines) + "\n")
+    return 0
+
+
+sys.exit(main())
