@@ -24,6 +24,7 @@ inline constexpr uint32_t kLastVlan = 4094;
 inline constexpr uint32_t kDefaultVlan = 1;
 
 inline constexpr uint32_t kPriorities = 8;
+inline constexpr uint32_t kQueues = 8;      // of a port
 inline constexpr uint32_t kInstances = 16;  // of the spanning tree
 
 // Trunk 0 is a trunk like any other in the table of trunks. In an entry of the
@@ -40,6 +41,8 @@ inline constexpr uint32_t kPortMasks = 512;
 // The first forwarding port masks are for flooding and hold every port after
 // power-on.
 inline constexpr uint32_t kFloodMasks = 8;
+
+inline constexpr uint64_t kNanosecondsPerSecond = 1000000000;
 
 // Why the lookup of a destination found nothing.
 inline constexpr uint32_t kMissTypes = 6;

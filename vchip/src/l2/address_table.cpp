@@ -27,7 +27,6 @@ bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac)
 
 // No entry can age.
 constexpr uint64_t kNobody = UINT64_MAX;
-constexpr uint64_t kNanosecondsPerSecond = 1000000000;
 
 bool is_whole(const chip_l2_ucast_entry &entry) {
   return entry.vid < kVlanIds && static_cast<uint32_t>(entry.port) < VCHIP_PORTS &&

@@ -57,10 +57,10 @@ chip_l2_mcast_entry GroupBlock::entry(int32_t index) const {
   return entry;
 }
 
-int32_t GroupBlock::find_by_mask(uint32_t mask) const {
+bool GroupBlock::is_free(uint32_t mask) const {
   for (int32_t index = next(kNoGroup); index != kNoGroup; index = next(index))
-    if (groups_[index].mask == mask) return index;
-  return kNoGroup;
+    if (groups_[index].mask == mask) return false;
+  return true;
 }
 
 uint32_t GroupBlock::choose_mask(uint32_t wanted) const {

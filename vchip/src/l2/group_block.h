@@ -27,8 +27,6 @@ class GroupBlock {
 
   // -1 if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;
-  // The group whose ports are the mask with this index; -1 if there is none.
-  int32_t find_by_mask(uint32_t mask) const;
   // The first group after the index; -1 if there is none.
   int32_t next(int32_t index) const;
   chip_l2_mcast_entry entry(int32_t index) const;
@@ -50,7 +48,7 @@ class GroupBlock {
     uint8_t mac[SWCTL_MAC_BYTES];
   };
 
-  bool is_free(uint32_t mask) const { return find_by_mask(mask) < 0; }
+  bool is_free(uint32_t mask) const;
   uint32_t choose_mask(uint32_t wanted) const;
 
   Group groups_[kGroups];

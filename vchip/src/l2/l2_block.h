@@ -3,6 +3,7 @@
 #ifndef VCHIP_L2_L2_BLOCK_H
 #define VCHIP_L2_L2_BLOCK_H
 
+#include "common/numbers.h"
 #include "l2/address_table.h"
 
 namespace vchip {
@@ -65,7 +66,7 @@ class L2Block {
   Learn plan(int32_t index, const Source &source) const;
   void apply(Learn learn, int32_t index, const Source &source);
   int32_t mark(uint32_t vid, const uint8_t *mac, uint32_t state, uint32_t aux);
-  void pass(uint64_t nanoseconds) { table_.pass(nanoseconds, aging_ * uint64_t{1000000000}); }
+  void pass(uint64_t nanoseconds) { table_.pass(nanoseconds, aging_ * kNanosecondsPerSecond); }
 
  private:
   bool may_learn(int32_t port) const;

@@ -50,5 +50,6 @@ int32_t vchip_l2_mark(uint32_t unit, uint32_t vid, const uint8_t *mac, uint32_t 
 }
 
 int32_t vchip_time_pass(uint32_t unit, uint32_t seconds) {
-  return change(unit, {}, [=](vchip::Unit &chip) { chip.l2.pass(seconds * uint64_t{1000000000}); });
+  return change(unit, {},
+                [=](vchip::Unit &chip) { chip.l2.pass(seconds * vchip::kNanosecondsPerSecond); });
 }

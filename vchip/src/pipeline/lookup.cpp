@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Where the destination is, and how much of what is flooded may pass.
-#include "pipeline/action.h"
 #include "pipeline/steps.h"
 #include "pipeline/words.h"
 #include "unit/state.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The access-control list: the first enabled rule that matches decides alone.
-#include "pipeline/action.h"
 #include "pipeline/steps.h"
 #include "pipeline/words.h"
 #include "unit/state.h"

@@ -140,15 +140,6 @@ Trap protocol_trap(const Way &way) {
 
 }  // namespace
 
-const char *action_text(FrameAction action) {
-  switch (action) {
-    case FrameAction::drop: return "dropped";
-    case FrameAction::to_cpu: return "sent to the processor alone";
-    case FrameAction::copy: return "forwarded, with a copy for the processor";
-    default: return "forwarded";
-  }
-}
-
 Trap reserved_trap(const Way &way) {
   const uint64_t offset = way.destination - kReservedAddress;
   if (way.from_cpu || offset >= kOffsets) return kNoTrap;

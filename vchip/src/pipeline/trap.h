@@ -3,7 +3,7 @@
 #ifndef VCHIP_PIPELINE_TRAP_H
 #define VCHIP_PIPELINE_TRAP_H
 
-#include "pipeline/action.h"
+#include "common/frame_action.h"
 #include "pipeline/way.h"
 
 namespace vchip {

@@ -69,4 +69,13 @@ std::string vlan_text(uint32_t vid) {
   return "VLAN " + std::to_string(vid);
 }
 
+const char *action_text(FrameAction action) {
+  switch (action) {
+    case FrameAction::drop: return "dropped";
+    case FrameAction::to_cpu: return "sent to the processor alone";
+    case FrameAction::copy: return "forwarded, with a copy for the processor";
+    default: return "forwarded";
+  }
+}
+
 }  // namespace vchip

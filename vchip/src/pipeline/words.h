@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "common/frame_action.h"
+
 namespace vchip {
 
 // "port 3" by the number on the box, "the CPU port", or "port p27" where there
@@ -16,6 +18,8 @@ std::string ports_text(uint32_t ports);
 std::string number_text(uint64_t number);
 std::string address_text(uint64_t address);
 std::string vlan_text(uint32_t vid);
+// "dropped", as in "a BPDU, to be dropped".
+const char *action_text(FrameAction action);
 
 }  // namespace vchip
 

@@ -15,7 +15,6 @@ namespace vchip {
 class Dump;
 
 inline constexpr uint32_t kDropEligibility = 2;
-inline constexpr uint32_t kQueues = 8;
 inline constexpr uint32_t kCodePoints = 64;
 inline constexpr uint32_t kPriorityGroups = 4;
 inline constexpr uint32_t kPrioritySources = 5;

@@ -14,7 +14,13 @@ inline constexpr uint32_t kMaxPrioritySource = 1;
 class DefaultsBlock {
  public:
   static constexpr uint32_t kLayout = 2;
-  void reset();
+  // Power-on values differ from what management programs set, so that a missing
+  // initialisation shows.
+  void reset() {
+    zero_source_learned_ = 1;
+    priority_source_ = kMaxPrioritySource;
+    meters_count_gap_ = 1;
+  }
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
 

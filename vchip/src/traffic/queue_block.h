@@ -9,11 +9,11 @@
 #include <array>
 #include <cstdint>
 
+#include "common/numbers.h"
+
 namespace vchip {
 
 class Dump;
-
-inline constexpr uint32_t kPortQueues = 8;
 
 struct QueueCounts {
   uint64_t waiting;  // frames in it, as the process that has them last said
@@ -24,7 +24,7 @@ struct QueueCounts {
 
 class QueueBlock {
  public:
-  using Queues = std::array<QueueCounts, kPortQueues>;
+  using Queues = std::array<QueueCounts, kQueues>;
 
   static constexpr uint32_t kLayout = 1;
   void reset() { ports_ = {}; }
@@ -36,7 +36,10 @@ class QueueBlock {
     return ports_[static_cast<size_t>(port)].queues[queue];
   }
   // Frames that wait stay; what was counted goes.
-  void clear(int32_t port);
+  void clear(int32_t port) {
+    for (QueueCounts &queue : ports_[static_cast<size_t>(port)].queues)
+      queue = {queue.waiting, 0, 0, 0};
+  }
 
   // A pause frame's end. Until then the port sends nothing.
   uint64_t paused_until(int32_t port) const {

@@ -9,8 +9,6 @@ namespace vchip {
 
 class Dump;
 
-inline constexpr uint64_t kNanosecondsPerSecond = 1000000000;
-
 class TimeBlock {
  public:
   static constexpr uint32_t kLayout = 1;

@@ -28,7 +28,7 @@ void QueueBlock::dump(const char *name, Dump &unit) const {
     const Port &own = ports_[port];
     entry.number("port", static_cast<int64_t>(port));
     entry.number("paused_until", static_cast<int64_t>(own.paused_until));
-    entry.objects("queues", kPortQueues, [&](Dump &queue, size_t number) {
+    entry.objects("queues", kQueues, [&](Dump &queue, size_t number) {
       const QueueCounts &counts = own.queues[number];
       queue.number("waiting", static_cast<int64_t>(counts.waiting));
       queue.number("sent", static_cast<int64_t>(counts.sent));
