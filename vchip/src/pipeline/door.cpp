@@ -172,9 +172,8 @@ int32_t vchip_drops_get(uint32_t unit, int32_t port, vchip_drops_t *drops) {
 }
 
 int32_t vchip_drops_clear(uint32_t unit, int32_t port) {
-  return vchip::change(unit, {vchip::on_port(port)},
-                       [=](vchip::Unit &chip) {
-                         chip.drops.clear(port);
-                         chip.queue.clear(port);
-                       });
+  return vchip::change(unit, {vchip::on_port(port)}, [=](vchip::Unit &chip) {
+    chip.drops.clear(port);
+    chip.queue.clear(port);
+  });
 }
