@@ -29,7 +29,10 @@
 
 SWCTL_BEGIN_DECLS
 
-/** @name Lengths of a frame, in bytes without FCS @{ */
+/**
+ * @name Lengths of a frame, in bytes without FCS
+ * @{
+ */
 #define VCHIP_FRAME_MIN 14    /**< both addresses and a type */
 #define VCHIP_FRAME_MAX 16379 /**< 16,383 with FCS, the largest frame length of a port */
 /** @} */

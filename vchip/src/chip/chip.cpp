@@ -76,6 +76,20 @@ const std::string &Locked::image_path() const {
   return this_process().path;
 }
 
+LockedProcess::LockedProcess() {
+  Patience patience(wait_setting);
+  if (!lock_threads(patience)) return;
+  held_ = true;
+  Process &own = this_process();
+  const int32_t fault = open_once(own, patience);
+  open_ = fault == 0;
+  if (!open_) report(own, fault);
+}
+
+LockedProcess::~LockedProcess() {
+  if (held_) unlock_threads();
+}
+
 Writing::Writing(State &state, Writer what) : header_(state.header) {
   set_writer(header_, what);
   if (what != kSwitching) ++header_.revision;

@@ -38,6 +38,23 @@ class Locked {
   bool held_ = false;
 };
 
+// Holds what belongs to this process alone, such as the frames that have left,
+// against its threads. Other processes are not waited for.
+class LockedProcess {
+ public:
+  LockedProcess();
+  ~LockedProcess();
+  LockedProcess(const LockedProcess &) = delete;
+  LockedProcess &operator=(const LockedProcess &) = delete;
+
+  // False if there is no chip.
+  explicit operator bool() const { return open_; }
+
+ private:
+  bool held_ = false;
+  bool open_ = false;
+};
+
 // While one of these lives, the chip says that it is being written to.
 class Writing {
  public:

@@ -25,6 +25,8 @@ bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac)
   return entry.vid == vid && memcmp(entry.mac, mac, sizeof entry.mac) == 0;
 }
 
+constexpr uint64_t kBucketMask = (uint64_t{1} << kPlaces) - 1;
+
 // No entry can age.
 constexpr uint64_t kNobody = UINT64_MAX;
 
@@ -36,9 +38,9 @@ bool is_whole(const chip_l2_ucast_entry &entry) {
 }  // namespace
 
 int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
-  uint32_t hash = vid;
-  for (uint64_t rest = number_of(mac); rest != 0; rest >>= kHashBits)
-    hash ^= static_cast<uint32_t>(rest);
+  const uint64_t number = number_of(mac);
+  const uint64_t hash =
+      vid ^ number ^ number >> kHashBits ^ number >> 2 * kHashBits ^ number >> 3 * kHashBits;
   return static_cast<int32_t>(hash & kHashMask);
 }
 
@@ -79,9 +81,22 @@ void AddressTable::set_taken(int32_t index, bool taken) {
 
 int32_t AddressTable::find(uint32_t vid, const uint8_t *mac) const {
   const int32_t first = bucket_of(vid, mac) * kPlaces;
-  for (int32_t index = first; index < first + kPlaces; ++index)
-    if (is_taken(index) && has_key(entry(index), vid, mac)) return index;
+  const auto bit = static_cast<uint32_t>(first);
+  // The places of a bucket are in one word.
+  uint64_t taken = taken_[bit / kWordBits] >> bit % kWordBits & kBucketMask;
+  for (; taken != 0; taken &= taken - 1) {
+    const int32_t index = first + std::countr_zero(taken);
+    if (has_key(entry(index), vid, mac)) return index;
+  }
   return kNoIndex;
+}
+
+void AddressTable::prefetch(uint32_t vid, const uint8_t *mac) const {
+  const int32_t first = bucket_of(vid, mac) * kPlaces;
+  const auto bit = static_cast<uint32_t>(first);
+  uint64_t taken = taken_[bit / kWordBits] >> bit % kWordBits & kBucketMask;
+  for (; taken != 0; taken &= taken - 1)
+    __builtin_prefetch(&slots_[first + std::countr_zero(taken)]);
 }
 
 int32_t AddressTable::next(int32_t index) const {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The access-control list: the first enabled rule that matches decides alone.
+#include <type_traits>
+
 #include "pipeline/steps.h"
 #include "pipeline/words.h"
 #include "unit/state.h"
@@ -22,58 +24,58 @@ class KeyWriter {
  public:
   explicit KeyWriter(FrameFields &fields) : fields_(fields) {}
 
-  void byte(uint32_t id, uint32_t value) { put(id, static_cast<uint8_t>(value)); }
-  void half(uint32_t id, uint32_t value) { put(id, static_cast<uint16_t>(value)); }
-  void word(uint32_t id, uint32_t value) { put(id, value); }
-  void bytes(uint32_t id, const uint8_t *from, size_t count) {
-    const size_t place = place_of_field(id);
-    memcpy(reinterpret_cast<uint8_t *>(fields_.words.data()) + start_of_field(place), from, count);
-    fields_.present |= uint32_t{1} << place;
+  template <uint32_t id>
+  void number(uint32_t value) {
+    constexpr uint32_t kBytes = chip_acl_field_bytes(id);
+    static_assert(kBytes == 1 || kBytes == 2 || kBytes == 4);
+    using Value = std::conditional_t<kBytes == 1, uint8_t,
+                                     std::conditional_t<kBytes == 2, uint16_t, uint32_t>>;
+    const auto own = static_cast<Value>(value);
+    bytes<id>(reinterpret_cast<const uint8_t *>(&own));
   }
-  void leave_out(uint32_t id) { fields_.present &= ~(uint32_t{1} << place_of_field(id)); }
+  template <uint32_t id>
+  void bytes(const uint8_t *from) {
+    constexpr size_t kPlace = place_of_field(id);
+    constexpr size_t kStart = start_of_field(kPlace);
+    memcpy(reinterpret_cast<uint8_t *>(fields_.words.data()) + kStart, from,
+           chip_acl_field_bytes(id));
+    fields_.present |= uint32_t{1} << kPlace;
+  }
 
  private:
-  template <typename Value>
-  void put(uint32_t id, Value value) {
-    uint8_t own[sizeof value];
-    memcpy(own, &value, sizeof value);
-    bytes(id, own, sizeof value);
-  }
-
   FrameFields &fields_;
 };
 
 void write_tags(KeyWriter &key, const Way &way) {
   const Tag &inner = way.double_tag ? way.inner : way.tag;
   if (inner.there) {
-    key.byte(CHIP_ACL_FIELD_INNER_VLAN, inner.vid);
-    key.half(CHIP_ACL_FIELD_INNER_VLAN_ID, inner.vid);
-    key.byte(CHIP_ACL_FIELD_INNER_PRIORITY, inner.priority);
+    key.number<CHIP_ACL_FIELD_INNER_VLAN>(inner.vid);
+    key.number<CHIP_ACL_FIELD_INNER_VLAN_ID>(inner.vid);
+    key.number<CHIP_ACL_FIELD_INNER_PRIORITY>(inner.priority);
   }
   if (!way.double_tag || !way.tag.there) return;
   const uint32_t control = static_cast<uint32_t>(way.tag.priority) << 13 |
                            (way.tag.drop_eligible ? 0x1000u : 0) | way.tag.vid;
-  key.half(CHIP_ACL_FIELD_OUTER_VLAN, control);
-  key.half(CHIP_ACL_FIELD_OUTER_VLAN_ID, way.tag.vid);
-  key.byte(CHIP_ACL_FIELD_OUTER_PRIORITY, way.tag.priority);
+  key.number<CHIP_ACL_FIELD_OUTER_VLAN>(control);
+  key.number<CHIP_ACL_FIELD_OUTER_VLAN_ID>(way.tag.vid);
+  key.number<CHIP_ACL_FIELD_OUTER_PRIORITY>(way.tag.priority);
 }
 
 void write_network(KeyWriter &key, const Way &way) {
   const Layers &layers = way.layers;
   const uint8_t *network = way.frame.bytes + layers.at;
-  key.byte(CHIP_ACL_FIELD_TRAFFIC_CLASS, layers.traffic);
-  key.half(CHIP_ACL_FIELD_IP_PROTOCOL, kOtherProtocols + layers.protocol);
+  key.number<CHIP_ACL_FIELD_TRAFFIC_CLASS>(layers.traffic);
   if (layers.ip4) {
-    key.word(CHIP_ACL_FIELD_SRC_IP, word_at(network + 12));
-    key.word(CHIP_ACL_FIELD_DST_IP, word_at(network + 16));
+    key.number<CHIP_ACL_FIELD_SRC_IP>(word_at(network + 12));
+    key.number<CHIP_ACL_FIELD_DST_IP>(word_at(network + 16));
   } else {
-    key.bytes(CHIP_ACL_FIELD_SRC_IP6, network + 8, 16);
-    key.bytes(CHIP_ACL_FIELD_DST_IP6, network + 24, 16);
+    key.bytes<CHIP_ACL_FIELD_SRC_IP6>(network + 8);
+    key.bytes<CHIP_ACL_FIELD_DST_IP6>(network + 24);
   }
   if (!layers.is(kProtocolTcp, kPortBytes) && !layers.is(kProtocolUdp, kPortBytes)) return;
   const uint8_t *transport = way.frame.bytes + layers.transport_at;
-  key.half(CHIP_ACL_FIELD_L4_SRC_PORT, half_at(transport));
-  key.half(CHIP_ACL_FIELD_L4_DST_PORT, half_at(transport + 2));
+  key.number<CHIP_ACL_FIELD_L4_SRC_PORT>(half_at(transport));
+  key.number<CHIP_ACL_FIELD_L4_DST_PORT>(half_at(transport + 2));
 }
 
 uint32_t ip_type(const Layers &layers) {
@@ -92,24 +94,34 @@ int32_t class_of(uint32_t protocol) {
   }
 }
 
+// A class leaves the second byte 0.
+void write_class(KeyWriter &key, const Way &way) {
+  const int32_t number = way.layers.ip() ? class_of(way.layers.protocol) : -1;
+  if (number < 0) return;
+  const uint8_t bytes[2] = {static_cast<uint8_t>(number), 0};
+  key.bytes<CHIP_ACL_FIELD_IP_PROTOCOL>(bytes);
+}
+
 MatchKey key_of(const Way &way) {
   MatchKey key = {};
   key.in_port = port_bit(way.port);
   KeyWriter writer(key.by_number);
-  writer.word(CHIP_ACL_FIELD_IN_PORTS, key.in_port);
-  writer.bytes(CHIP_ACL_FIELD_DST_MAC, way.frame.bytes, kMacBytes);
-  writer.bytes(CHIP_ACL_FIELD_SRC_MAC, way.frame.bytes + kMacBytes, kMacBytes);
-  writer.byte(CHIP_ACL_FIELD_FRAME_TYPE, static_cast<uint32_t>(way.layers.encapsulation));
-  writer.byte(CHIP_ACL_FIELD_IP_TYPE, ip_type(way.layers));
-  if (way.layers.type != 0) writer.half(CHIP_ACL_FIELD_ETHER_TYPE, way.layers.type);
+  writer.number<CHIP_ACL_FIELD_IN_PORTS>(key.in_port);
+  writer.bytes<CHIP_ACL_FIELD_DST_MAC>(way.frame.bytes);
+  writer.bytes<CHIP_ACL_FIELD_SRC_MAC>(way.frame.bytes + kMacBytes);
+  writer.number<CHIP_ACL_FIELD_FRAME_TYPE>(static_cast<uint32_t>(way.layers.encapsulation));
+  writer.number<CHIP_ACL_FIELD_IP_TYPE>(ip_type(way.layers));
+  if (way.layers.type != 0) writer.number<CHIP_ACL_FIELD_ETHER_TYPE>(way.layers.type);
   write_tags(writer, way);
-  if (way.layers.ip()) write_network(writer, way);
-  key.by_class = key.by_number;
-  KeyWriter by_class(key.by_class);
-  const int32_t number = class_of(way.layers.protocol);
-  const uint8_t bytes[2] = {static_cast<uint8_t>(number), 0};
-  by_class.bytes(CHIP_ACL_FIELD_IP_PROTOCOL, bytes, sizeof bytes);
-  if (number < 0 || !way.layers.ip()) by_class.leave_out(CHIP_ACL_FIELD_IP_PROTOCOL);
+  if (way.tables.rules.asks_for_class()) {
+    key.by_class = key.by_number;
+    KeyWriter by_class(key.by_class);
+    if (way.layers.ip()) write_network(by_class, way);
+    write_class(by_class, way);
+  }
+  if (!way.layers.ip()) return key;
+  write_network(writer, way);
+  writer.number<CHIP_ACL_FIELD_IP_PROTOCOL>(kOtherProtocols + way.layers.protocol);
   return key;
 }
 

@@ -36,17 +36,24 @@ uint64_t word_of(const uint8_t *bytes, size_t word) {
   return value;
 }
 
-bool has_mask(const AclRule &rule, size_t place) {
-  for (size_t at = start_of_field(place); at < start_of_field(place + 1); ++at)
-    if (rule.mask[at] != 0) return true;
-  return false;
+// For each byte the bit of its field, where a frame has to have the field.
+using FieldBits = std::array<uint32_t, kMatchBytes>;
+constexpr FieldBits field_bits() {
+  FieldBits bits = {};
+  for (size_t place = 0; place < kAclFields.size(); ++place)
+    for (size_t at = start_of_field(place); at < start_of_field(place + 1); ++at)
+      bits[at] = place == kTemplate || place == kInPorts ? 0 : uint32_t{1} << place;
+  return bits;
 }
+constexpr FieldBits kFieldBits = field_bits();
 
 uint32_t required_by(const AclRule &rule) {
   uint32_t required = 0;
-  for (size_t place = 0; place < kAclFields.size(); ++place)
-    if (place != kTemplate && place != kInPorts && has_mask(rule, place))
-      required |= uint32_t{1} << place;
+  for (size_t word = 0; word < kMatchWords; ++word) {
+    if (word_of(rule.mask, word) == 0) continue;
+    for (size_t at = word * sizeof(uint64_t); at < (word + 1) * sizeof(uint64_t); ++at)
+      if (rule.mask[at] != 0) required |= kFieldBits[at];
+  }
   return required;
 }
 
@@ -130,8 +137,12 @@ void RuleIndex::compile(const AclBlock &block) {
   tables_.clear();
   rules_.clear();
   heads_.clear();
-  for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number)
-    if (block.rule(number).valid != 0 && !is_second(block, number)) insert(block, number);
+  asks_for_class_ = false;
+  for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number) {
+    if (block.rule(number).valid == 0) continue;
+    asks_for_class_ = asks_for_class_ || is_by_class(block.rule(number));
+    if (!is_second(block, number)) insert(block, number);
+  }
 }
 
 uint32_t RuleIndex::table_for(const AclBlock &block, uint32_t number) {
@@ -168,7 +179,7 @@ int32_t RuleIndex::search(const AclBlock &block, const Table &table, uint32_t pl
   for (uint16_t at = heads_[hash % kHeads]; at != 0; at = rules_[at - 1u].next) {
     const Rule &rule = rules_[at - 1u];
     if (best >= 0 && rule.number > best) break;
-    if (rule.hash != hash || !matches(block.rule(rule.number), key)) continue;
+    if (rule.hash != hash || !equals(block.rule(rule.number), fields.words)) continue;
     if (chain_matches(block, rule.number, key)) return rule.number;
   }
   return best;

@@ -37,6 +37,8 @@ class RuleIndex {
  public:
   void compile(const AclBlock &block);
   bool empty() const { return tables_.empty(); }
+  // Whether a key needs the fields by class.
+  bool asks_for_class() const { return asks_for_class_; }
   // Its number; -1 if none matches.
   int32_t find(const AclBlock &block, const MatchKey &key) const;
   size_t bytes() const;
@@ -64,6 +66,7 @@ class RuleIndex {
   std::vector<Table> tables_;  // by `first`
   std::vector<Rule> rules_;
   std::vector<uint16_t> heads_;  // place + 1 in rules_; 0: none
+  bool asks_for_class_ = false;
 };
 
 }  // namespace vchip

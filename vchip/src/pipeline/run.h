@@ -19,6 +19,8 @@ class Run {
 
   // A frame arrives at a port; whatever may leave leaves.
   void arrive(int32_t port, const uint8_t *bytes, uint32_t length);
+  // A frame will arrive soon: what its way will look at is brought nearer.
+  void expect(int32_t port, const uint8_t *bytes, uint32_t length) const;
   // The processor sends a frame out of one port as it is.
   void transmit(int32_t port, const uint8_t *bytes, uint32_t length);
   // Sends what the settings let go now, and loses what has lost its link.
