@@ -10,6 +10,19 @@
 
 constexpr uint32_t kEthernet = 1;
 
+// A broadcast of 60 bytes from 02:00:00:00:00:01 with a type of no protocol,
+// told from others by its last byte.
+inline std::vector<uint8_t> broadcast(uint8_t last) {
+  std::vector<uint8_t> frame(60, 0);
+  for (size_t place = 0; place < 6; ++place) frame[place] = 0xff;
+  frame[6] = 0x02;
+  frame[11] = 0x01;
+  frame[12] = 0x88;
+  frame[13] = 0xb5;
+  frame[59] = last;
+  return frame;
+}
+
 // A file of pcap with stamps in nanoseconds, in the byte order of this machine.
 class CaptureFile {
  public:

@@ -5,18 +5,7 @@
 
 namespace {
 
-// From 02:00:00:00:00:01 to all, of 60 bytes.
-std::vector<uint8_t> frame(uint8_t last) {
-  std::vector<uint8_t> bytes(60, 0);
-  for (size_t place = 0; place < 6; ++place) bytes[place] = 0xff;
-  bytes[6] = 0x02;
-  bytes[11] = 0x01;
-  bytes[12] = 0x88;
-  bytes[13] = 0xb5;
-  bytes[59] = last;
-  return bytes;
-}
-
+// The digits of a broadcast.
 std::string digits(uint8_t last) {
   char end[3];
   snprintf(end, sizeof end, "%02x", last);
@@ -40,7 +29,7 @@ class VchipctlPlay : public Vchipctl {
   void write(const std::string &name, const std::string &text) const {
     std::ofstream(scenario_ + '/' + name) << text;
   }
-  static CaptureFile in() { return CaptureFile().add(5, frame(1)).add(9, frame(2)); }
+  static CaptureFile in() { return CaptureFile().add(5, broadcast(1)).add(9, broadcast(2)); }
   void expect(const CaptureFile &out) const { out.write(scenario_ + "/out/2.pcap"); }
   std::string expected_frame(uint64_t time, uint8_t last) const {
     return "    expected  at " + std::to_string(time) + " ns  " + kLine + "\n              " +
@@ -85,12 +74,12 @@ TEST_F(VchipctlPlay, LeavesNothingInTheFolderForTemporaryFiles) {
 }
 
 TEST_F(VchipctlPlay, OtherBytesOtherTimes) {
-  expect(CaptureFile().add(5, frame(1)).add(9, frame(3)));
+  expect(CaptureFile().add(5, broadcast(1)).add(9, broadcast(3)));
   expect_different(
       "2 frames in, 2 out, 1 not as expected\n  Port 2 gets what port 1 sends.\n"
       "  port 2, frame 2 differs\n" +
       expected_frame(9, 3) + got_frame(9, 2));
-  expect(CaptureFile().add(5, frame(1)).add(8, frame(2)));
+  expect(CaptureFile().add(5, broadcast(1)).add(8, broadcast(2)));
   expect_different(
       "2 frames in, 2 out, 1 not as expected\n  Port 2 gets what port 1 sends.\n"
       "  port 2, frame 2 differs\n" +
@@ -98,12 +87,12 @@ TEST_F(VchipctlPlay, OtherBytesOtherTimes) {
 }
 
 TEST_F(VchipctlPlay, FramesTooManyAndTooFew) {
-  expect(CaptureFile().add(9, frame(2)));
+  expect(CaptureFile().add(9, broadcast(2)));
   expect_different(
       "2 frames in, 2 out, 1 not as expected\n  Port 2 gets what port 1 sends.\n"
       "  port 2, frame 1 one too many\n" +
       got_frame(5, 1));
-  expect(CaptureFile().add(5, frame(1)).add(7, frame(7)).add(9, frame(2)));
+  expect(CaptureFile().add(5, broadcast(1)).add(7, broadcast(7)).add(9, broadcast(2)));
   expect_different(
       "2 frames in, 2 out, 1 not as expected\n  Port 2 gets what port 1 sends.\n"
       "  port 2, frame 2 is missing\n" +
@@ -114,7 +103,7 @@ TEST_F(VchipctlPlay, FramesTooManyAndTooFew) {
       "  port 2, frame 1 one too many\n" +
       got_frame(5, 1) + "  port 2, frame 2 one too many\n" + got_frame(9, 2));
   expect(in());
-  CaptureFile().add(1, frame(4)).write(scenario_ + "/out/0.pcap");
+  CaptureFile().add(1, broadcast(4)).write(scenario_ + "/out/0.pcap");
   expect_different(
       "2 frames in, 2 out, 1 not as expected\n  Port 2 gets what port 1 sends.\n"
       "  port 0, frame 1 is missing\n" +
@@ -122,7 +111,7 @@ TEST_F(VchipctlPlay, FramesTooManyAndTooFew) {
 }
 
 TEST_F(VchipctlPlay, DifferencesAsJson) {
-  expect(CaptureFile().add(5, frame(1)));
+  expect(CaptureFile().add(5, broadcast(1)));
   const Answer answer = run("play -j " + scenario_);
   EXPECT_EQ(answer.status, 2);
   const json expected = {{{"port", 2},
@@ -144,8 +133,8 @@ TEST_F(VchipctlPlay, TheClockRunsUntilTheEnd) {
   constexpr uint64_t kFrames = 258;  // 256 of 64 bytes fit into the bucket
   constexpr uint64_t kEach = 64 * 8 * 1000000ull / 16;
   for (uint64_t count = 0; count < kFrames; ++count) {
-    many.add(0, frame(7));
-    out.add(count < 256 ? 0 : (count - 255) * kEach, frame(7));
+    many.add(0, broadcast(7));
+    out.add(count < 256 ? 0 : (count - 255) * kEach, broadcast(7));
   }
   many.write(scenario_ + "/in/1.pcap");
   expect(out);
@@ -163,11 +152,11 @@ TEST_F(VchipctlPlay, FramesOfOneTimeGoInByRisingInterface) {
     capture.write(scenario_ + '/' + name);
   };
   // Port 26 is chip port 26, 25 is chip port 24; 3 sends before 10 would.
-  put("in/3.pcap", CaptureFile().add(0, frame(3)));
-  put("in/1.pcap", CaptureFile().add(0, frame(1)).add(1, frame(9)));
-  put("out/2.pcap", CaptureFile().add(0, frame(1)).add(0, frame(3)).add(1, frame(9)));
-  put("out/1.pcap", CaptureFile().add(0, frame(3)));
-  put("out/3.pcap", CaptureFile().add(0, frame(1)).add(1, frame(9)));
+  put("in/3.pcap", CaptureFile().add(0, broadcast(3)));
+  put("in/1.pcap", CaptureFile().add(0, broadcast(1)).add(1, broadcast(9)));
+  put("out/2.pcap", CaptureFile().add(0, broadcast(1)).add(0, broadcast(3)).add(1, broadcast(9)));
+  put("out/1.pcap", CaptureFile().add(0, broadcast(3)));
+  put("out/3.pcap", CaptureFile().add(0, broadcast(1)).add(1, broadcast(9)));
   EXPECT_EQ(printed("play " + scenario_), scenario_ + ": 3 frames in, 6 out, as expected\n");
 }
 
