@@ -27,7 +27,7 @@ bool take(uint32_t unit, int32_t port, Departure &departure) {
   return result == 1;
 }
 
-bool is_earlier(const Departure &first, const Departure &second) {
+bool leaves_before(const Departure &first, const Departure &second) {
   return std::make_tuple(first.time, port_rank(first.port)) <
          std::make_tuple(second.time, port_rank(second.port));
 }
@@ -49,7 +49,7 @@ void take_departures(uint32_t unit, std::vector<Departure> &departures) {
   Departure departure = {};
   for (const int32_t port : ports_by_name())
     while ((ready >> port & 1) != 0 && take(unit, port, departure)) departures.push_back(departure);
-  std::stable_sort(departures.begin() + taken, departures.end(), is_earlier);
+  std::stable_sort(departures.begin() + taken, departures.end(), leaves_before);
 }
 
 }  // namespace vchipctl

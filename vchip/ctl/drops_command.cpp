@@ -70,7 +70,7 @@ Json row_json(const Row &row) {
   return {{"port", port_json(row.port)}, {"counts", counts}};
 }
 
-void print_json(const std::vector<Row> &rows) {
+void print_rows_json(const std::vector<Row> &rows) {
   Json all = Json::array();
   for (const Row &row : rows) all.push_back(row_json(row));
   printf("%s\n", all.dump().c_str());
@@ -94,7 +94,7 @@ int width_of(const Counter &counter, const std::vector<Row> &rows) {
   return static_cast<int>(width);
 }
 
-void print_table(const std::vector<Row> &rows, bool all) {
+void print_drops_table(const std::vector<Row> &rows, bool all) {
   const std::vector<Counter> columns = columns_of(rows, all);
   printf("port");
   for (const Counter &each : columns) printf("  %*s", width_of(each, rows), each.name);
@@ -108,9 +108,9 @@ void print_table(const std::vector<Row> &rows, bool all) {
 
 void show(const TrafficWords &words, uint32_t unit, const std::vector<int32_t> &ports, bool asked) {
   std::vector<Row> rows = read_rows(unit, ports);
-  if (words.json) return print_json(rows);
+  if (words.json) return print_rows_json(rows);
   if (!asked && !words.all) std::erase_if(rows, [](const Row &row) { return !row.has_counted(); });
-  print_table(rows, words.all);
+  print_drops_table(rows, words.all);
 }
 
 void clear(uint32_t unit, const std::vector<int32_t> &ports) {

@@ -23,7 +23,7 @@ uint32_t length_of(const CapturedFrame &frame) {
 }
 
 // In the order in which `send` prints what leaves at one time.
-std::vector<vchip::ExplainedFrame> by_name(std::vector<vchip::ExplainedFrame> out) {
+std::vector<vchip::ExplainedFrame> sorted_by_name(std::vector<vchip::ExplainedFrame> out) {
   std::stable_sort(out.begin(), out.end(), [](const auto &first, const auto &second) {
     return port_rank(first.port) < port_rank(second.port);
   });
@@ -59,11 +59,12 @@ void print_out(const vchip::ExplainedFrame &frame) {
          reason != nullptr ? ", because of " : "", reason != nullptr ? reason : "");
 }
 
-void print(int32_t port, const CapturedFrame &frame, const vchip::Explanation &explanation) {
+void print_explanation(int32_t port, const CapturedFrame &frame,
+                       const vchip::Explanation &explanation) {
   printf("in port %s: %s\n", port_name(port).c_str(), describe(frame.bytes).c_str());
   const Widths widths = widths_of(explanation.steps);
   for (const vchip::ExplainedStep &step : explanation.steps) print_step(step, widths);
-  for (const vchip::ExplainedFrame &out : by_name(explanation.out)) print_out(out);
+  for (const vchip::ExplainedFrame &out : sorted_by_name(explanation.out)) print_out(out);
   if (explanation.dropped)
     printf("dropped at %s: %s\n", explanation.dropped_at.c_str(), explanation.dropped_why.c_str());
   else if (explanation.out.empty())
@@ -74,13 +75,14 @@ void explain_text(uint32_t unit, int32_t port, const std::vector<CapturedFrame> 
   const char *space = "";
   for (const CapturedFrame &frame : frames) {
     printf("%s", space);
-    print(port, frame, vchip::explain(unit, port, frame.bytes.data(), length_of(frame)));
+    print_explanation(port, frame,
+                      vchip::explain(unit, port, frame.bytes.data(), length_of(frame)));
     space = "\n";
   }
 }
 
 // The numbers on the box, then texts such as "p27".
-bool is_earlier(const Json &first, const Json &second) {
+bool is_port_before(const Json &first, const Json &second) {
   const Json &one = first["port"];
   const Json &other = second["port"];
   return one.type() == other.type() ? one < other : one.is_number();
@@ -89,7 +91,7 @@ bool is_earlier(const Json &first, const Json &second) {
 Json explained(uint32_t unit, int32_t port, const CapturedFrame &frame) {
   Json document =
       Json::parse(vchip::explain_json(unit, port, frame.bytes.data(), length_of(frame)));
-  std::stable_sort(document["out"].begin(), document["out"].end(), is_earlier);
+  std::stable_sort(document["out"].begin(), document["out"].end(), is_port_before);
   return document;
 }
 

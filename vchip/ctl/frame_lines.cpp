@@ -4,27 +4,27 @@
 namespace vchipctl {
 namespace {
 
-constexpr const char *kPort = "Port as printed on the box, 1 to 26, 0 the CPU, or p0 to p27";
-constexpr const char *kPorts =
+constexpr const char *kPortHelp = "Port as printed on the box, 1 to 26, 0 the CPU, or p0 to p27";
+constexpr const char *kPortsHelp =
     "Ports as printed on the box, 1 to 26, 0 the CPU, or p0 to p27: lists and ranges";
-constexpr const char *kUnit = "Switch unit, 0 or 1; 0 if not given";
+constexpr const char *kUnitHelp = "Switch unit, 0 or 1; 0 if not given";
 constexpr const char *kHex = "Hexadecimal digits from the destination address on, without FCS";
 
 CLI::App *add_frames(CLI::App &app, FrameLines &lines, const char *name, const char *what) {
   CLI::App *command = app.add_subcommand(name, what);
-  command->add_option("PORT", lines.frame.port, kPort)->required();
+  command->add_option("PORT", lines.frame.port, kPortHelp)->required();
   command->add_option("HEX", lines.frame.frames, kHex);
   command->add_option("--pcap", lines.frame.capture, "The frames of a capture");
   command->add_option("--filter", lines.frame.filter,
                       "Only those that a filter expression of libpcap lets through");
-  command->add_option("--unit", lines.frame.unit, kUnit);
+  command->add_option("--unit", lines.frame.unit, kUnitHelp);
   command->add_flag("-j,--json", lines.frame.json, "Print JSON");
   return command;
 }
 
 CLI::App *add_traffic(CLI::App &app, FrameLines &lines, const char *name, const char *what) {
   CLI::App *command = app.add_subcommand(name, what);
-  command->add_option("--unit", lines.traffic.unit, kUnit);
+  command->add_option("--unit", lines.traffic.unit, kUnitHelp);
   command->add_flag("--all", lines.traffic.all, "Also what is 0");
   command->add_flag("-j,--json", lines.traffic.json, "Print JSON");
   return command;
@@ -47,10 +47,10 @@ void add_frame_commands(CLI::App &app, FrameLines &lines, std::function<void()> 
     run = [&] { play(lines.play); };
   });
   CLI::App *fates = add_traffic(app, lines, "drops", "What became of the frames, by port");
-  fates->add_option("[show|clear] PORTS", lines.traffic.words, kPorts)->option_text(" ");
+  fates->add_option("[show|clear] PORTS", lines.traffic.words, kPortsHelp)->option_text(" ");
   fates->callback([&] { run = [&] { drops(lines.traffic); }; });
   CLI::App *egress = add_traffic(app, lines, "queues", "Waiting, dropped and sent, by queue");
-  egress->add_option("PORTS", lines.traffic.words, kPorts);
+  egress->add_option("PORTS", lines.traffic.words, kPortsHelp);
   egress->callback([&] { run = [&] { queues(lines.traffic); }; });
 }
 

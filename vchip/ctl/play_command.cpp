@@ -78,15 +78,15 @@ void print_text(const Scenario &scenario, size_t frames_out, const std::vector<D
   if (all.size() > kShownDifferences) printf("  and %zu more\n", all.size() - kShownDifferences);
 }
 
-Json frame_json(uint64_t time, const std::vector<uint8_t> &bytes) {
+Json stamped_json(uint64_t time, const std::vector<uint8_t> &bytes) {
   return {{"time", time}, {"bytes", hex(bytes)}};
 }
 
 Json difference_json(const Difference &each) {
   Json json = {{"port", port_json(each.port)}, {"frame", each.number}};
   json["expected"] =
-      each.expected != nullptr ? frame_json(each.expected->time, each.expected->bytes) : Json();
-  json["got"] = each.got != nullptr ? frame_json(each.got->time, each.got->bytes) : Json();
+      each.expected != nullptr ? stamped_json(each.expected->time, each.expected->bytes) : Json();
+  json["got"] = each.got != nullptr ? stamped_json(each.got->time, each.got->bytes) : Json();
   return json;
 }
 

@@ -20,7 +20,7 @@ std::array<int32_t, VCHIP_PORTS> read_interfaces() {
 }
 
 // As unsigned numbers, those without an interface come last.
-bool by_name(int32_t first, int32_t second) {
+bool is_name_before(int32_t first, int32_t second) {
   const auto number = [](int32_t port) { return static_cast<uint32_t>(interface_of(port)); };
   return number(first) < number(second);
 }
@@ -28,7 +28,7 @@ bool by_name(int32_t first, int32_t second) {
 std::vector<int32_t> sorted_ports() {
   std::vector<int32_t> ports(VCHIP_PORTS);
   std::iota(ports.begin(), ports.end(), 0);
-  std::stable_sort(ports.begin(), ports.end(), by_name);
+  std::stable_sort(ports.begin(), ports.end(), is_name_before);
   return ports;
 }
 

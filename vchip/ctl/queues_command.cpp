@@ -33,7 +33,7 @@ std::string bar(double share) {
   return std::string(static_cast<size_t>(std::ceil(share * kBarLength)), '#');
 }
 
-bool has_counted(const QueueView &queue) {
+bool queue_has_counted(const QueueView &queue) {
   return queue.waiting != 0 || queue.sent != 0 || queue.dropped != 0;
 }
 
@@ -45,12 +45,12 @@ void print_queue(int32_t port, size_t number, const PortQueueView &view) {
          share * 100, bar(share).c_str());
 }
 
-void print_table(uint32_t unit, const std::vector<int32_t> &ports, bool all) {
+void print_queues_table(uint32_t unit, const std::vector<int32_t> &ports, bool all) {
   printf("port  queue  waiting        sent           bytes     dropped    share\n");
   for (const int32_t port : ports) {
     const PortQueueView view = vchip::port_queues(unit, port);
     for (size_t number = 0; number < view.queues.size(); ++number)
-      if (all || has_counted(view.queues[number])) print_queue(port, number, view);
+      if (all || queue_has_counted(view.queues[number])) print_queue(port, number, view);
   }
 }
 
@@ -76,7 +76,7 @@ void queues(const TrafficWords &words) {
   const uint32_t unit = parse_unit(words.unit);
   const bool asked = !words.words.empty();
   const std::vector<int32_t> ports = asked ? parse_all_ports(words.words[0]) : ports_by_name();
-  if (!words.json) return print_table(unit, ports, words.all || asked);
+  if (!words.json) return print_queues_table(unit, ports, words.all || asked);
   Json all = Json::array();
   for (const int32_t port : ports) all.push_back(port_queues_json(unit, port));
   printf("%s\n", all.dump().c_str());

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uint32_t kUnit = 0;
+constexpr uint32_t kPlayedUnit = 0;
 constexpr const char *kSuffix = ".pcap";
 
 std::string read_file(const fs::path &file) {
@@ -31,7 +31,7 @@ std::string read_file(const fs::path &file) {
 }
 
 // "3.pcap": the chip port of interface 3.
-int32_t port_of(const fs::path &file) {
+int32_t port_of_file(const fs::path &file) {
   const std::string number = file.stem();
   if (file.extension() == kSuffix && number.find_first_not_of("0123456789") == std::string::npos)
     try {
@@ -46,7 +46,7 @@ std::map<int32_t, std::vector<CapturedFrame>> load_captures(const fs::path &dire
   std::map<int32_t, std::vector<CapturedFrame>> captures;
   if (!fs::exists(directory)) return captures;
   for (const fs::directory_entry &entry : fs::directory_iterator(directory)) {
-    const int32_t port = port_of(entry.path());
+    const int32_t port = port_of_file(entry.path());
     captures[port] = read_capture(entry.path(), {});
   }
   return captures;
@@ -64,7 +64,7 @@ uint64_t load_until(const fs::path &file) {
 void plug_cables() {
   const vchip_partner_t partner = {1, VCHIP_ABILITY_USUAL};
   for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
-    if (interface_of(port) >= 0) expect_done(vchip_cable_plug(kUnit, port, &partner));
+    if (interface_of(port) >= 0) expect_done(vchip_cable_plug(kPlayedUnit, port, &partner));
 }
 
 struct Arrival {
@@ -72,7 +72,7 @@ struct Arrival {
   int32_t port;
 };
 
-bool is_earlier(const Arrival &first, const Arrival &second) {
+bool arrives_before(const Arrival &first, const Arrival &second) {
   return std::make_tuple(first.frame->time, port_rank(first.port)) <
          std::make_tuple(second.frame->time, port_rank(second.port));
 }
@@ -81,7 +81,7 @@ std::vector<Arrival> arrivals_of(const Scenario &scenario) {
   std::vector<Arrival> arrivals;
   for (const auto &[port, frames] : scenario.in)
     for (const CapturedFrame &frame : frames) arrivals.push_back({&frame, port});
-  std::stable_sort(arrivals.begin(), arrivals.end(), is_earlier);
+  std::stable_sort(arrivals.begin(), arrivals.end(), arrives_before);
   return arrivals;
 }
 
@@ -128,11 +128,11 @@ std::vector<Departure> run_scenario(const Scenario &scenario) {
   std::vector<Departure> departures;
   for (const Arrival &arrival : arrivals_of(scenario)) {
     advance_to(arrival.frame->time);
-    arrive(kUnit, arrival.port, arrival.frame->bytes);
-    take_departures(kUnit, departures);
+    arrive(kPlayedUnit, arrival.port, arrival.frame->bytes);
+    take_departures(kPlayedUnit, departures);
   }
   advance_to(scenario.until);
-  take_departures(kUnit, departures);
+  take_departures(kPlayedUnit, departures);
   return departures;
 }
 

@@ -17,22 +17,22 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-void print_line(const Departure &frame) {
+void print_departure(const Departure &frame) {
   const char *reason = vchip_to_cpu_name(frame.reason);
   printf("%s %s%s%s\n", port_name(frame.port).c_str(), hex(frame.bytes).c_str(),
          reason != nullptr ? " " : "", reason != nullptr ? reason : "");
 }
 
-Json frame_json(const Departure &frame) {
+Json sent_json(const Departure &frame) {
   const char *reason = vchip_to_cpu_name(frame.reason);
   return {{"port", port_json(frame.port)},
           {"bytes", hex(frame.bytes)},
           {"reason", reason != nullptr ? Json(reason) : Json()}};
 }
 
-void print_json(const std::vector<Departure> &departures) {
+void print_sent(const std::vector<Departure> &departures) {
   Json document = {{"frames", Json::array()}};
-  for (const Departure &frame : departures) document["frames"].push_back(frame_json(frame));
+  for (const Departure &frame : departures) document["frames"].push_back(sent_json(frame));
   printf("%s\n", document.dump().c_str());
 }
 
@@ -77,9 +77,9 @@ void send(const FrameWords &words) {
   std::vector<Departure> departures = send_all(unit, port, frames);
   if (words.drain) drain(unit, departures);
   if (words.json) {
-    print_json(departures);
+    print_sent(departures);
   } else {
-    for (const Departure &frame : departures) print_line(frame);
+    for (const Departure &frame : departures) print_departure(frame);
   }
   warn_of_waiting();
 }

@@ -53,7 +53,7 @@ pid_t start(const std::string &shell, const std::string &file) {
   return child;
 }
 
-int status_of(pid_t child) {
+int wait_for(pid_t child) {
   int status = 0;
   while (waitpid(child, &status, 0) < 0)
     if (errno != EINTR) throw Refused(std::string("waiting for swctl: ") + strerror(errno));
@@ -64,7 +64,7 @@ int status_of(pid_t child) {
 
 void run_shell(const std::string &file) {
   fflush(stdout);
-  const int status = status_of(start(shell_path(), file));
+  const int status = wait_for(start(shell_path(), file));
   if (WIFSIGNALED(status))
     throw Refused(file + ": swctl was ended by signal " + std::to_string(WTERMSIG(status)));
   if (WEXITSTATUS(status) != 0)
