@@ -12,6 +12,7 @@
 #include "chip/witness.h"
 #include "command/table.h"
 #include "fault.h"
+#include "interrupt.h"
 
 namespace swsh {
 
@@ -46,9 +47,11 @@ CommandError refusal(const FailedCall &call, const Subject &subject);
 
 // Makes a call about something that subject_of() takes. Throws the
 // CommandError of refuse() if the result is negative, or if the platform failed
-// a call that the library made for it, whatever the library makes of that.
+// a call that the library made for it, whatever the library makes of that; and
+// that of an interrupt before the call is made.
 template <typename Called, typename About, typename... Arguments>
 int32_t perform(const Called &called, const About &about, Arguments... arguments) {
+  stop_if_interrupted();
   const Witness witness;
   const int32_t result = called.get()(arguments...);
   if (result < 0 || !witness.failed().empty())

@@ -35,6 +35,7 @@ class Walk {
     Progress progress(std::string(what_) + " read");
     std::vector<Entry> found;
     for (;;) {
+      if (is_interrupted()) throw CommandError(interrupted());
       Entry entry = {};
       int32_t index = last_;
       const int32_t result = step_(&index, &entry);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <chrono>
 #include <map>
-#include <thread>
 #include <tuple>
 
 #include "chip/address_table.h"
 #include "fault.h"
+#include "interrupt.h"
 #include "objects/mac.h"
 
 namespace swsh {
@@ -59,12 +59,7 @@ void tell_changes(const Teller &tell, const Table &before, const Table &now) {
     if (!in(before, entry)) tell("added", entry.second);
 }
 
-Answer monitor(const Arguments &arguments, const Context &context) {
-  expect_unit_0(context);
-  if (!context.emit) {
-    throw CommandError(
-        wrong_usage("monitor shows changes as they happen, not in a batch", "monitor"));
-  }
+void watch(const Arguments &arguments, const Context &context) {
   const auto given = [&](const char *name, int64_t otherwise) {
     return arguments.has(name) ? arguments.number(name) : otherwise;
   };
@@ -74,10 +69,23 @@ Answer monitor(const Arguments &arguments, const Context &context) {
   const Teller tell = {context, {}};
   Table before = read_table(filter);
   while (!arguments.has("seconds") || Clock::now() < end) {
-    std::this_thread::sleep_for(interval);
+    if (!wait_for(interval)) break;
     Table now = read_table(filter);
     tell_changes(tell, before, now);
     before = std::move(now);
+  }
+}
+
+Answer monitor(const Arguments &arguments, const Context &context) {
+  expect_unit_0(context);
+  if (!context.emit) {
+    throw CommandError(
+        wrong_usage("monitor shows changes as they happen, not in a batch", "monitor"));
+  }
+  try {
+    watch(arguments, context);
+  } catch (const CommandError &) {
+    if (!take_interrupt()) throw;  // else it ends as it is meant to
   }
   return {Shape::shown, {}, ""};
 }

@@ -3,7 +3,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <thread>
 
 #include "chip/call.h"
 #include "chip/each.h"
@@ -87,7 +86,7 @@ Answer stats(const Arguments &arguments, const Context &context) {
     return answer;
   }
   const int64_t seconds = arguments.number("period");
-  std::this_thread::sleep_for(std::chrono::seconds(seconds));
+  if (!wait_for(std::chrono::seconds(seconds))) throw CommandError(interrupted());
   const std::vector<Reading> now = read_all(context, ports);
   for (size_t i = 0; i < ports.size(); ++i)
     answer.records.push_back(rate_record(ports[i], before[i], now[i], seconds));

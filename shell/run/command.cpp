@@ -6,6 +6,7 @@
 #include "chip/platform.h"
 #include "command/help.h"
 #include "command/walker.h"
+#include "interrupt.h"
 #include "text.h"
 
 namespace swsh {
@@ -58,9 +59,12 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
   if (found.wrong) return failed(*found.wrong, found.path);
   if (found.missing) return failed(*found.missing, found.path);
   try {
-    return {run(root, found, context), std::nullopt};
+    Answer answer = run(root, found, context);
+    stop_if_interrupted();  // it may have cut a wait short
+    return {std::move(answer), std::nullopt};
   } catch (const CommandError &error) {
-    return failed(error.fault(), found.path);
+    // What failed may have failed because it was interrupted.
+    return failed(take_interrupt() ? interrupted() : error.fault(), found.path);
   }
 }
 

@@ -24,11 +24,17 @@ struct LineHelper {
   std::function<std::string(const std::string &line)> help;
 };
 
+// What came from the terminal.
+struct Typed {
+  enum Kind { line, cancelled, end } kind;
+  std::string text;  // of a line, without its end
+};
+
 class LineEditor {
  public:
   virtual ~LineEditor() = default;
-  // The next line without its end; none at the end of input.
-  virtual std::optional<std::string> read() = 0;
+  // The next line. An interrupt cancels it; its mark is taken.
+  virtual Typed read() = 0;
 };
 
 // `output` is the descriptor of the terminal; `history` the file that keeps

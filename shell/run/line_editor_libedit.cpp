@@ -7,7 +7,9 @@
 #include <histedit.h>
 #include <unistd.h>
 
+#include "interrupt.h"
 #include "run/line_editor.h"
+#include "run/terminal_input.h"
 
 namespace swsh {
 namespace {
@@ -37,7 +39,8 @@ class LibeditEditor : public LineEditor {
         helper_(std::move(helper)),
         terminal_(fdopen(dup(output), "w")),
         history_(history_init()),
-        editor_(el_init("swctl", stdin, terminal_, stderr)) {
+        editor_(make_editor(terminal_)),
+        input_(editor_) {
     set_up_history();
     set_up_editor();
   }
@@ -50,21 +53,36 @@ class LibeditEditor : public LineEditor {
   LibeditEditor(const LibeditEditor &) = delete;
   LibeditEditor &operator=(const LibeditEditor &) = delete;
 
-  std::optional<std::string> read() override {
+  Typed read() override {
+    const TerminalSignals signals;
     int length = 0;
     const char *text = el_gets(editor_, &length);
+    if (take_interrupt()) {
+      fputs("^C\n", terminal_);
+      fflush(terminal_);
+      return {Typed::cancelled, ""};
+    }
     if (text == nullptr || length <= 0) {
       fputc('\n', terminal_);
       fflush(terminal_);
-      return std::nullopt;
+      return {Typed::end, ""};
     }
     std::string line(text, static_cast<size_t>(length));
     if (line.ends_with('\n')) line.pop_back();
     remember(line);
-    return line;
+    return {Typed::line, line};
   }
 
  private:
+  static EditLine *make_editor(FILE *terminal) {
+    choose_characters();
+    return el_init("swctl", stdin, terminal, stderr);
+  }
+
+  static int read_character(EditLine *editor, wchar_t *character) {
+    return self(editor).input_.read(character);
+  }
+
   void set_up_history() {
     HistEvent event = {};
     history(history_, &event, H_SETSIZE, kHistoryLines);
@@ -76,7 +94,7 @@ class LibeditEditor : public LineEditor {
     el_set(editor_, EL_CLIENTDATA, this);
     el_set(editor_, EL_PROMPT, show_prompt);
     el_set(editor_, EL_EDITOR, "emacs");
-    el_set(editor_, EL_SIGNAL, 1);
+    el_wset(editor_, EL_GETCFN, read_character);
     el_set(editor_, EL_HIST, history, history_);
     // The wide form keeps these texts as they are; the other one copies them and
     // never gives the copies back.
@@ -145,6 +163,7 @@ class LibeditEditor : public LineEditor {
   FILE *terminal_;
   History *history_;
   EditLine *editor_;
+  TerminalInput input_;
 };
 
 }  // namespace

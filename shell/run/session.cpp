@@ -8,6 +8,7 @@
 #include "command/completion.h"
 #include "command/help.h"
 #include "command/walker.h"
+#include "interrupt.h"
 #include "run/command.h"
 #include "run/line_editor.h"
 #include "run/session_words.h"
@@ -102,13 +103,14 @@ Outcome run_line(const Node &root, const std::string &text, const Line &line,
 
 Status run_session(const Node &root, const Context &context, const Style &style,
                    DataOutput &output) {
+  const Interrupts interrupts;
   const auto editor =
       make_line_editor(kPrompt, output.descriptor(), history_file(), helper_for(root));
-  while (const std::optional<std::string> text = editor->read()) {
-    const Line line = split_words(*text);
+  for (Typed typed = editor->read(); typed.kind != Typed::end; typed = editor->read()) {
+    const Line line = split_words(typed.text);
     if (ends_session(line.words)) break;
     if (line.words.empty() && line.fault.empty()) continue;
-    report(run_line(root, *text, line, context), "swctl", style, output);
+    report(run_line(root, typed.text, line, context), "swctl", style, output);
   }
   return kDone;
 }

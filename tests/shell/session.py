@@ -3,6 +3,7 @@
 
 Drives swctl at a terminal of its own, as a person would.
 """
+import codecs
 import os
 import pathlib
 import pty
@@ -23,12 +24,13 @@ PROMPT = "swctl> "
 class Session:
     """One swctl at a pseudo-terminal."""
 
-    def __init__(self, directory, *options):
+    def __init__(self, directory, *options, **variables):
         environment = dict(os.environ, TERM="vt100", XDG_STATE_HOME=str(directory),
-                           VCHIP_IMAGE=str(directory / "chip.img"))
+                           VCHIP_IMAGE=str(directory / "chip.img"), **variables)
         self.pid, self.terminal = pty.fork()
         if self.pid == 0:
             os.execvpe("swctl", ["swctl", *options], environment)
+        self.decoder = codecs.getincrementaldecoder("utf-8")(errors="replace")
         self.seen = ""
         self.wait_for(PROMPT)
 
@@ -45,14 +47,14 @@ class Session:
                 data = b""
             if not data:
                 raise AssertionError(f"the session ended before {text!r}: {self.seen!r}")
-            self.seen += re.sub(r"\x1b\[[0-9;]*[A-Za-z]|\0", "", data.decode())
+            self.seen += re.sub(r"\x1b\[[0-9;]*[A-Za-z]|\0", "", self.decoder.decode(data))
         before, _, self.seen = self.seen.partition(text)
         return before
 
     def type(self, keys):
         if EDITOR == "libedit":
             self.wait_for_editor()
-        os.write(self.terminal, keys.encode())
+        os.write(self.terminal, keys if isinstance(keys, bytes) else keys.encode())
 
     def run(self, line):
         """Types a line; answers what the command printed.
@@ -71,13 +73,25 @@ class Session:
         the terminal itself and loses its meaning.
         """
         deadline = time.monotonic() + PATIENCE
-        while termios.tcgetattr(self.terminal)[3] & termios.ICANON:
+        while self.is_in_order():
             if time.monotonic() > deadline:
                 raise AssertionError("the editor does not take the terminal")
             time.sleep(0.01)
 
+    def is_in_order(self):
+        """Whether the terminal is as a program without an editor wants it."""
+        return bool(termios.tcgetattr(self.terminal)[3] & termios.ICANON)
+
+    def interrupt(self):
+        os.write(self.terminal, b"\x03")
+
     def end(self):
         """Waits for the end; answers the exit status."""
+        status = self.wait_for_end()
+        os.close(self.terminal)
+        return status
+
+    def wait_for_end(self):
         deadline = time.monotonic() + PATIENCE
         while time.monotonic() < deadline:
             if select.select([self.terminal], [], [], 0.05)[0]:
@@ -87,7 +101,6 @@ class Session:
                     pass
             pid, status = os.waitpid(self.pid, os.WNOHANG)
             if pid:
-                os.close(self.terminal)
                 return os.waitstatus_to_exitcode(status)
         os.kill(self.pid, signal.SIGKILL)
         os.waitpid(self.pid, 0)
@@ -134,6 +147,71 @@ def check_end_of_input(directory):
     session.type("\x04")
     status = session.end()
     check("end of input ends the session with 0", status == 0, status)
+
+
+# What looks like a dash or like nothing, what libedit might take for a key, and
+# bytes that are no character.
+STRANGE = ["\u2013", "\u00ad", "\u00a0", "\u200b", "\u0096", "\u00e9", b"\x96", b"\xe2\x80", b"\xff"]
+
+
+def check_characters(directory, **variables):
+    session = Session(directory, **variables)
+    for each in STRANGE:
+        character = each if isinstance(each, bytes) else each.encode()
+        session.type(b"port set 1" + character + b"4 admin off\n")
+        shown = session.wait_for("expected interface numbers")
+        check(f"{each!r} is kept and refused {variables}", 'bad value "1' in shown, shown)
+        session.wait_for(PROMPT)
+    shown = session.run("port show 14 detail")
+    check("and changes nothing", re.search(r"^admin +on", shown, re.M), shown)
+    session.type("exit\n")
+    session.end()
+
+
+def check_interrupts(directory):
+    session = Session(directory)
+    session.type("port set 5 loopback on")
+    session.wait_for("loopback on")
+    session.interrupt()
+    session.wait_for(PROMPT)
+    shown = session.run("port show 5")
+    check("Ctrl-C cancels the line", re.search(r"^5 .* off", shown, re.M), shown)
+    session.type("port cable 3\n")
+    session.wait_for("about three seconds")
+    session.interrupt()
+    shown = session.wait_for(PROMPT)
+    check("Ctrl-C cancels a call that waits", "swctl: port cable 3: interrupted" in shown, shown)
+    check("and shows no half of an answer", "open" not in shown, shown)
+    session.type("port stats 3 period 600\n")
+    time.sleep(0.5)
+    session.interrupt()
+    shown = session.wait_for(PROMPT)
+    check("Ctrl-C cancels a command that waits", "period 600: interrupted" in shown, shown)
+    session.type("mac monitor\n")
+    time.sleep(0.5)
+    session.interrupt()
+    shown = session.wait_for(PROMPT)
+    check("Ctrl-C ends what runs until then", "interrupted" not in shown, shown)
+    shown = session.run("port show 3")
+    check("and the session goes on", "3     down" in shown, shown)
+    session.type("exit\n")
+    check("to its end", session.end() == 0, "")
+
+
+def check_signals(directory):
+    session = Session(directory)
+    session.wait_for_editor()
+    # The group is orphaned: nothing stops it, but the way there and back is gone.
+    os.kill(session.pid, signal.SIGTSTP)
+    os.kill(session.pid, signal.SIGWINCH)
+    shown = session.run("port show 3")
+    check("a signal to stop leaves the editor in order", "3     down" in shown, shown)
+    session.wait_for_editor()
+    os.kill(session.pid, signal.SIGTERM)
+    status = session.wait_for_end()
+    check("TERM ends the session", status == -signal.SIGTERM, status)
+    check("with the terminal in order", session.is_in_order(), "raw")
+    os.close(session.terminal)
 
 
 def check_completion(directory):
@@ -219,7 +297,11 @@ def main():
         check_commands(directory)
         check_json(directory)
         check_end_of_input(directory)
+        for locale in ("C", "C.UTF-8", "", "none"):
+            check_characters(directory, LC_ALL=locale)
+        check_interrupts(directory)
         if EDITOR == "libedit":
+            check_signals(directory)
             check_completion(directory)
             check_help_key(directory)
             check_history(directory)
