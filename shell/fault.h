@@ -28,10 +28,12 @@ struct Fault {
   std::string message;                 // what is wrong with the next one
   std::optional<std::string> culprit;  // that word itself; none if one is missing
   std::vector<std::string> expected;
+  std::vector<std::string> suggestions;  // those expected words that may be meant
   std::optional<Refusal> refusal;
 };
 
-// A fault of the caller's making. Without a culprit, something is missing.
+// A fault of the caller's making. Without a culprit, something is missing. What
+// is expected is suggested if it is one slip of the fingers away.
 Fault wrong_usage(std::string message, std::optional<std::string> culprit,
                   std::vector<std::string> expected = {});
 

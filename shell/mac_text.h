@@ -9,8 +9,8 @@
 
 namespace swsh {
 
-// The six bytes of an address written as 02:00:5e:00:00:01, with colons or
-// dashes and two digits a byte; nothing for any other word.
+// The six bytes of an address written as 02:00:5e:00:00:01, 02-00-5e-00-00-01
+// or 0200.5e00.0001; nothing for any other word.
 std::vector<int64_t> parse_mac(std::string_view word);
 
 // With colons, in small letters.

@@ -61,6 +61,12 @@ Fault batch_with_command(const std::string &word) {
   return wrong_usage("unexpected word " + quoted(word) + " beside -batch", word);
 }
 
+std::vector<std::string> asking_help(const Settings &settings) {
+  std::vector<std::string> words = settings.words;
+  words.emplace_back("--help");
+  return words;
+}
+
 Status run(const Settings &settings, DataOutput &output) {
   const Style style = settings.style();
   const Context context = {settings.unit, [&](const Record &record) {
@@ -69,7 +75,7 @@ Status run(const Settings &settings, DataOutput &output) {
   const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, style, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});
-  if (settings.help) return show({help_answer(command_table(), {}), {}});
+  if (settings.help) return show(run_command(command_table(), asking_help(settings), context));
   if (settings.version) return show({version_answer(), {}});
   if (settings.manual) return show({{Shape::text, {}, manual_sections(command_table())}, {}});
   if (settings.batch && !settings.words.empty()) {

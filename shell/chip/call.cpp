@@ -35,6 +35,7 @@ CommandError refusal(const FailedCall &call, const Subject &subject) {
                        std::string(call.name) + " refused " + subject.named + ": " + reason,
                        subject.culprit,
                        {},
+                       {},
                        Refusal{call.name, subject.interface, call.result, sentence}});
 }
 

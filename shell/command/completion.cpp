@@ -24,6 +24,23 @@ size_t skip_options(const std::vector<std::string> &words, size_t index) {
   return at;
 }
 
+// Takes the options out of a command's words, with their values. False if the
+// last one still lacks its value.
+bool drop_options(std::vector<std::string> &words) {
+  for (size_t at = 0; at < words.size();) {
+    const Option *option = spelled_option(words[at]);
+    if (option == nullptr) {
+      ++at;
+      continue;
+    }
+    const size_t count = option->value.empty() ? 1 : 2;
+    if (at + count > words.size()) return false;
+    const auto first = words.begin() + static_cast<std::ptrdiff_t>(at);
+    words.erase(first, first + static_cast<std::ptrdiff_t>(count));
+  }
+  return true;
+}
+
 }  // namespace
 
 std::vector<std::string> completions(const Node &root, const std::vector<std::string> &words,
@@ -44,8 +61,15 @@ std::vector<std::string> line_completions(const Node &root, std::vector<std::str
   const size_t start = skip_options(words, index);
   if (start > index) return {};  // the value of an option
   if (start == index && words[index].starts_with('-')) return option_completions(words[index]);
-  const auto first = words.begin() + static_cast<std::ptrdiff_t>(start);
-  return completions(root, {first, words.end() - 1}, words[index]);
+  const std::string prefix = words.back();
+  words.pop_back();
+  words.erase(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(start));
+  if (!drop_options(words)) return {};
+  std::vector<std::string> all = completions(root, words, prefix);
+  if (prefix.starts_with('-')) {
+    for (std::string &option : option_completions(prefix)) all.push_back(std::move(option));
+  }
+  return all;
 }
 
 }  // namespace swsh

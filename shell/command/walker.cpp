@@ -43,6 +43,11 @@ const Node &help_node() {
   return node;
 }
 
+// As an option is spelled; not even a value may be that.
+bool spells_help(const std::string &word) {
+  return word == "-h" || word == "-help" || word == "--help";
+}
+
 class Walker {
  public:
   explicit Walker(const Node &root) { walk_.node = &root; }
@@ -61,7 +66,9 @@ class Walker {
   bool is_command() const { return walk_.node->run != nullptr; }
 
   void step(const std::string &word) {
-    if (pending_ != nullptr) {
+    if (spells_help(word)) {
+      walk_.help = true;
+    } else if (pending_ != nullptr) {
       take_value(*pending_, word);
     } else if (is_command()) {
       step_in_command(word);
@@ -122,6 +129,7 @@ class Walker {
                    const std::vector<std::string> &all) {
     if (candidates.empty()) return reject("unknown word " + quoted(word), word, all);
     reject("ambiguous word " + quoted(word), word, candidates);
+    walk_.wrong->suggestions.clear();  // every candidate may be meant
   }
 
   void reject_keyword(const std::string &word, const std::vector<std::string> &candidates) {

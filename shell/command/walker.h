@@ -13,7 +13,7 @@
 
 namespace swsh {
 
-// The word that asks for help wherever it stands.
+// The word that asks for help wherever it stands, as -h and --help do.
 inline constexpr char kHelpWord[] = "help";
 
 // Something that may stand at a position.

@@ -40,6 +40,7 @@ Record fault_record(const Fault &fault) {
             fault.context.empty() ? fault.message : fault.context + ": " + fault.message);
   error.add("culprit", culprit_value(fault));
   error.add("expected", fault.expected);
+  error.add("suggestions", fault.suggestions);
   if (fault.refusal) add_refusal(error, *fault.refusal);
   error.add("status", int64_t{fault.status});
   return Record().add("error", error);

@@ -11,6 +11,7 @@ namespace swsh {
 namespace {
 
 constexpr int kEnd = -1;
+constexpr std::string_view kEndOfOptions = "--";
 // What getopt answers for an option without a letter: above all characters.
 constexpr int kNameless = 256;
 
@@ -77,6 +78,8 @@ class Reader {
     }
   }
 
+  void set(const Option &option, const char *value) { set(option.name, value); }
+
  private:
   void set(const std::string &name, const std::string &value) {
     if (name == "json") settings_.json = true;
@@ -131,6 +134,15 @@ std::string option_usage(const Option &option) {
   return option.value.empty() ? usage : usage + ' ' + option.value;
 }
 
+const Option *spelled_option(const std::string &word) {
+  for (const Option &option : options()) {
+    const bool letter = option.letter != 0 && word == std::string{'-', option.letter};
+    const bool spelled = letter || word == '-' + option.name || word == "--" + option.name;
+    if (spelled && !option.help.empty()) return &option;
+  }
+  return nullptr;
+}
+
 bool option_takes_value(const std::string &word) {
   const std::string name = word.substr(word.starts_with("--") ? 2 : 1);
   if (name.empty()) return false;
@@ -147,6 +159,31 @@ Style Settings::style() const {
   return {Format::human, echo_status};
 }
 
+namespace {
+
+// The words of the command, without the options among them.
+std::vector<std::string> take_options(char **word, char **end, Reader &reader) {
+  std::vector<std::string> words;
+  for (; word != end; ++word) {
+    if (std::string_view(*word) == kEndOfOptions) {
+      words.insert(words.end(), word + 1, end);
+      break;
+    }
+    const Option *option = spelled_option(*word);
+    const bool lacks_value = option != nullptr && !option->value.empty() && word + 1 == end;
+    if (option == nullptr) {
+      words.emplace_back(*word);
+    } else if (lacks_value) {
+      reader.take(':', *word, nullptr);
+    } else {
+      reader.set(*option, option->value.empty() ? "" : *++word);
+    }
+  }
+  return words;
+}
+
+}  // namespace
+
 Settings read_options(int argc, char **argv) {
   Settings settings;
   Reader reader(settings);
@@ -154,13 +191,19 @@ Settings read_options(int argc, char **argv) {
   const std::vector<struct option> table = long_options();
   opterr = 0;
   optind = 0;  // start afresh, however often
-  for (;;) {
-    const int at = optind == 0 ? 1 : optind;
+  int at = 1;
+  for (;; at = optind) {
     const int code = getopt_long_only(argc, argv, letters.c_str(), table.data(), nullptr);
     if (code == kEnd) break;
     reader.take(code, argv[at], optarg);
   }
-  settings.words.assign(argv + optind, argv + argc);
+  // What is to be completed is not obeyed, and what stands behind -- is words.
+  const bool only_words = settings.completion_index || optind != at;
+  if (only_words) {
+    settings.words.assign(argv + optind, argv + argc);
+  } else {
+    settings.words = take_options(argv + optind, argv + argc, reader);
+  }
   reader.check();
   return settings;
 }

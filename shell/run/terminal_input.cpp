@@ -43,7 +43,13 @@ wchar_t harmless(wchar_t character) {
                                                                           : character;
 }
 
-// Stops or ends the program with the terminal in order.
+void take_again(EditLine *editor) {
+  el_set(editor, EL_PREP_TERM, 1);
+  el_set(editor, EL_REFRESH);
+}
+
+// Stops or ends the program with the terminal in order. It comes back when the
+// program goes on, or was not stopped because nobody would let it go on.
 void leave(EditLine *editor, int signal) {
   const struct sigaction by_default = {};
   const struct sigaction mark = marking();
@@ -51,11 +57,7 @@ void leave(EditLine *editor, int signal) {
   sigaction(signal, &by_default, nullptr);
   raise(signal);
   sigaction(signal, &mark, nullptr);
-}
-
-void take_again(EditLine *editor) {
-  el_set(editor, EL_PREP_TERM, 1);
-  el_set(editor, EL_REFRESH);
+  take_again(editor);
 }
 
 }  // namespace

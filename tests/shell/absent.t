@@ -93,7 +93,7 @@ answer for a filter.
 In JSON it is an error as any other:
 
   $ data swctl -j trunk show 3
-  {"error":{"message":"trunk show 3: there is no trunk 3","culprit":"3","expected":[],"status":1}}
+  {"error":{"message":"trunk show 3: there is no trunk 3","culprit":"3","expected":[],"suggestions":[],"status":1}}
   [1]
 
 One that is not there, and nothing is done to the others:

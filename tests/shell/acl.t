@@ -211,7 +211,7 @@ A field that the chip refuses leaves nothing behind:
   [2]
   $ swctl -j acl show 9
   swctl: acl show 9: there is no rule 9
-  {"error":{"message":"acl show 9: there is no rule 9","culprit":"9","expected":[],"status":1}}
+  {"error":{"message":"acl show 9: there is no rule 9","culprit":"9","expected":[],"suggestions":[],"status":1}}
   [1]
   $ SWPROBE_FAIL="rtk_acl_ruleAction_set result -1004; rtk_acl_rule_del result -7" \
   >   swctl acl add 9 ethertype 0x800 action drop 2>&1 | grep -o '; what.*'

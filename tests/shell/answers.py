@@ -21,6 +21,8 @@ BATCH = {"-b", "-batch", "--batch"}
 VALUED = BATCH | {"-u", "-unit", "--unit"}
 HELP = {"-h", "-help", "--help"}
 VERSION = {"-V", "-Version", "--Version"}
+JSON = {"-j", "-json", "--json", "-p", "-pretty", "--pretty"}
+OPTIONS = VALUED | HELP | VERSION | JSON
 
 
 def commands_of(program):
@@ -44,12 +46,19 @@ class Line:
 
     def __init__(self, arguments):
         self.options = set()
-        self.words = list(arguments)
-        while self.words and self.words[0].startswith("-"):
-            option = self.words.pop(0)
-            self.options.add(option)
-            if option in VALUED and self.words:
-                self.words.pop(0)
+        self.words = []
+        rest = list(arguments)
+        while rest:
+            word = rest.pop(0)
+            if word == "--":
+                self.words += rest
+                break
+            if word not in OPTIONS and (self.words or not word.startswith("-")):
+                self.words.append(word)
+                continue
+            self.options.add(word)
+            if word in VALUED and rest:
+                rest.pop(0)
 
 
 class Checker:
@@ -123,6 +132,8 @@ def complaints(checker, directory):
     for kept in sorted(directory.glob("*.arguments")):
         arguments = kept.read_bytes().decode(errors="replace").split("\0")[:-1]
         text = kept.with_suffix(".json").read_text()
+        if not Line(arguments).options & JSON:
+            continue
         try:
             faults = checker.check(Line(arguments), text)
         except json.JSONDecodeError as error:

@@ -56,7 +56,7 @@ SDK answers works, and what cannot be told is refused by name.
   [2]
 
   $ data swctl -j trunk show
-  {"error":{"message":"trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get","culprit":"swctl_platform_trunk_hash_get","expected":[],"status":2}}
+  {"error":{"message":"trunk show: this platform cannot tell: it has no swctl_platform_trunk_hash_get","culprit":"swctl_platform_trunk_hash_get","expected":[],"suggestions":[],"status":2}}
   [2]
 
 What only sets still sets, and a refusal has its number alone:

@@ -108,7 +108,7 @@ Other lines that are wrong:
   $ printf 'port show 3 \\' | swctl -j | is_json
   valid
   $ echo "prot" | swctl -b -
-  stdin:1: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  stdin:1: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ echo "help nothing" | swctl
   stdin:1: unknown word "nothing", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
@@ -134,7 +134,7 @@ Under -j a batch is one array, with an element for each command:
   $ swctl -j -b bad
   [{"line":1,"command":"port set 1 loopback on","status":0,"output":[]}
   bad:2: port set 2 loopback: bad value "maybe", expected one of: on, off
-  ,{"line":2,"command":"port set 2 loopback maybe","status":1,"output":{"error":{"message":"port set 2 loopback: bad value \"maybe\"","culprit":"maybe","expected":["on","off"],"status":1}}}
+  ,{"line":2,"command":"port set 2 loopback maybe","status":1,"output":{"error":{"message":"port set 2 loopback: bad value \"maybe\"","culprit":"maybe","expected":["on","off"],"suggestions":[],"status":1}}}
   ]
   [1]
   $ data swctl -j -b bad | is_json
@@ -161,6 +161,7 @@ Under -j a batch is one array, with an element for each command:
             "on",
             "off"
           ],
+          "suggestions": [],
           "status": 1
         }
       }
@@ -175,7 +176,7 @@ Under -j a batch is one array, with an element for each command:
   [1]
   $ SWPROBE_FAIL="rtk_diag_portMacLocalLoopbackEnable_set port 0 result -1004" \
   >   swctl -j -b bad 2>/dev/null
-  [{"line":1,"command":"port set 1 loopback on","status":2,"output":{"error":{"message":"port set 1 loopback on: user_port_loopback_set refused port 1: a value is outside its range (result -1004)","culprit":"1","expected":[],"function":"user_port_loopback_set","result":-1004,"sentence":"a value is outside its range","status":2}}}
+  [{"line":1,"command":"port set 1 loopback on","status":2,"output":{"error":{"message":"port set 1 loopback on: user_port_loopback_set refused port 1: a value is outside its range (result -1004)","culprit":"1","expected":[],"suggestions":[],"function":"user_port_loopback_set","result":-1004,"sentence":"a value is outside its range","status":2}}}
   ]
   [2]
   $ swctl -j -b /dev/null
@@ -188,11 +189,11 @@ Standard input without -batch has an answer on each line, for a conversation:
   $ printf 'port show 3\n\n# nothing\nport set 3 loopback off\nprot\n' | data swctl -j
   {"line":1,"command":"port show 3","status":0,"output":[{"port":3,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2}]}
   {"line":4,"command":"port set 3 loopback off","status":0,"output":[]}
-  {"line":5,"command":"prot","status":1,"output":{"error":{"message":"unknown word \"prot\"","culprit":"prot","expected":["acl","dos","flood","kernel","mac","mcast","meter","mirror","port","qos","storm","stp","trap","trunk","vlan","version","help"],"status":1}}}
+  {"line":5,"command":"prot","status":1,"output":{"error":{"message":"unknown word \"prot\"","culprit":"prot","expected":["acl","dos","flood","kernel","mac","mcast","meter","mirror","port","qos","storm","stp","trap","trunk","vlan","version","help"],"suggestions":["port"],"status":1}}}
   [1]
   $ swctl -j < /dev/null
   $ echo 'port show "3' | data swctl -j
-  {"line":1,"command":"port show 3","status":1,"output":{"error":{"message":"a quote \" is not closed","culprit":"port show \"3","expected":[],"status":1}}}
+  {"line":1,"command":"port show 3","status":1,"output":{"error":{"message":"a quote \" is not closed","culprit":"port show \"3","expected":[],"suggestions":[],"status":1}}}
   [1]
 
 -echo-status ends each answer with a line, an empty one and an error alike:
@@ -210,7 +211,7 @@ Standard input without -batch has an answer on each line, for a conversation:
   status 0
   $ swctl -echo-status -j -b told
   swctl: option "-echo-status" beside -json: a batch in JSON has each status
-  {"error":{"message":"option \"-echo-status\" beside -json: a batch in JSON has each status","culprit":"-echo-status","expected":[],"status":1}}
+  {"error":{"message":"option \"-echo-status\" beside -json: a batch in JSON has each status","culprit":"-echo-status","expected":[],"suggestions":[],"status":1}}
   [1]
 
 Each answer is there before the next command is read:

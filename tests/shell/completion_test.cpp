@@ -63,7 +63,13 @@ TEST_F(Completing, OffersOptionsInFrontOfTheCommand) {
   EXPECT_THAT(complete_line({"-"}), ElementsAre("-json", "-pretty", "-batch", "-force",
                                                 "-echo-status", "-unit", "-help", "-Version"));
   EXPECT_THAT(complete_line({"-j", "--f"}), ElementsAre("--force"));
-  EXPECT_THAT(complete_line({"fence", "-"}), IsEmpty());
+}
+
+TEST_F(Completing, OffersOptionsAmongTheWords) {
+  EXPECT_THAT(complete_line({"fence", "--f"}), ElementsAre("--force"));
+  EXPECT_THAT(complete_line({"fence", "-j", "s"}), ElementsAre("sell"));
+  EXPECT_THAT(complete_line({"fence", "-u", "1", "s"}), ElementsAre("sell"));
+  EXPECT_THAT(complete_line({"fence", "-u", ""}), IsEmpty());
 }
 
 TEST_F(Completing, LeavesTheValueOfAnOptionToOthers) {

@@ -5,13 +5,13 @@ Wrong usage: the culprit, what was expected, and status 1.
 Words that the shell does not know:
 
   $ swctl prot
-  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port shwo
-  swctl: port: unknown word "shwo", expected one of: show, set, stats, clear, cable, help
+  swctl: port: unknown word "shwo" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl port set 3 sped 100
-  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
+  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
   [1]
   $ swctl port set 3 loopback on now
   swctl: port set 3 loopback on: unknown word "now", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
@@ -140,3 +140,29 @@ Control characters do not reach the terminal:
   $ swctl "$(printf '\033[2J')"
   swctl: unknown word "\x1b[2J", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
+
+A word that is one slip away is suggested:
+
+  $ swctl prot show
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  [1]
+  $ swctl port set 3 loopbak on
+  swctl: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
+  [1]
+  $ swctl port set 3 mdix straigth
+  swctl: port set 3 mdix: bad value "straigth" (did you mean "straight"?), expected one of: auto, straight, crossed
+  [1]
+  $ swctl Port show
+  swctl: unknown word "Port" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  [1]
+  $ swctl port shw
+  swctl: port: unknown word "shw" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
+  [1]
+  $ swctl -jsn
+  swctl: unknown option "-jsn" (did you mean "-json"?), expected one of: -json, -pretty, -batch, -force, -echo-status, -unit, -help, -Version
+  {"error":{"message":"unknown option \"-jsn\"","culprit":"-jsn","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"suggestions":["-json"],"status":1}}
+  [1]
+  $ data swctl -j port shw | jq -c .error.suggestions
+  ["show"]
+  $ data swctl -j port bla | jq -c .error.suggestions
+  []

@@ -119,6 +119,11 @@ It may be asked for in several ways:
   $ swctl port set 3 help | diff expected -
   $ swctl port set 3 speed 100 help | diff expected -
   $ swctl help port set | diff expected -
+  $ swctl port set --help | diff expected -
+  $ swctl port set 3 speed -h | diff expected -
+  $ swctl -h port set | diff expected -
+  $ swctl port -help set 3 | diff expected -
+  $ echo 'port set --help' | swctl | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot", expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]

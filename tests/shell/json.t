@@ -83,19 +83,19 @@ A command without an answer answers nothing:
 Errors are there and, as ever, on standard error:
 
   $ swctl -j port set 3 sped 100
-  swctl: port set 3: unknown word "sped", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
-  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","admin","advertise","autoneg","pause","backpressure","mdix","eee","loopback","mtu","learning","isolation","vlan","filter","dtag","tpid","entry","ingress","egress"],"status":1}}
+  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
+  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","admin","advertise","autoneg","pause","backpressure","mdix","eee","loopback","mtu","learning","isolation","vlan","filter","dtag","tpid","entry","ingress","egress"],"suggestions":["speed"],"status":1}}
   [1]
   $ data swctl -j port set 3 sped 100 | is_json
   valid
   $ data swctl -j port set 3 speed
-  {"error":{"message":"port set 3 speed: missing value","culprit":null,"expected":["10","100","1000","10000"],"status":1}}
+  {"error":{"message":"port set 3 speed: missing value","culprit":null,"expected":["10","100","1000","10000"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -j -x
-  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"status":1}}
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -x -j
-  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"status":1}}
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -p -u
   {
@@ -103,12 +103,13 @@ Errors are there and, as ever, on standard error:
       "message": "option \"-u\" lacks its value",
       "culprit": "-u",
       "expected": [],
+      "suggestions": [],
       "status": 1
     }
   }
   [1]
   $ data swctl -j -b nowhere
-  {"error":{"message":"batch file \"nowhere\": No such file or directory","culprit":"nowhere","expected":[],"status":1}}
+  {"error":{"message":"batch file \"nowhere\": No such file or directory","culprit":"nowhere","expected":[],"suggestions":[],"status":1}}
   [1]
   $ SWPROBE_FAIL="rtk_port_link_get port 2 result -1007" swctl -p port show 3 detail
   swctl: port show 3 detail: user_port_link_status_get refused port 3: the port's link is down (result -1007)
@@ -117,6 +118,7 @@ Errors are there and, as ever, on standard error:
       "message": "port show 3 detail: user_port_link_status_get refused port 3: the port's link is down (result -1007)",
       "culprit": "3",
       "expected": [],
+      "suggestions": [],
       "function": "user_port_link_status_get",
       "result": -1007,
       "sentence": "the port's link is down",
@@ -125,7 +127,7 @@ Errors are there and, as ever, on standard error:
   }
   [2]
   $ SWPROBE_FAIL="rtk_port_link_get port 2 result -77" swctl -j port show 3 2>/dev/null
-  {"error":{"message":"port show 3: user_port_link_status_get refused port 3: result -77","culprit":"3","expected":[],"function":"user_port_link_status_get","result":-77,"sentence":null,"status":2}}
+  {"error":{"message":"port show 3: user_port_link_status_get refused port 3: result -77","culprit":"3","expected":[],"suggestions":[],"function":"user_port_link_status_get","result":-77,"sentence":null,"status":2}}
   [2]
   $ VCHIP_IMAGE=/dev/null swctl -j port show 2>/dev/null | is_json
   valid
@@ -134,6 +136,30 @@ Bytes that are no text:
 
   $ data swctl -j "$(printf '\377')" | is_json
   valid
+
+Options among the words of the command:
+
+  $ swctl port -j show 3
+  [{"port":3,"link":"up","speed":100,"duplex":"full","medium":"copper","loopback":true,"max_speed":1000,"chip_port":2}]
+  $ swctl port show 3 --json | is_json
+  valid
+  $ swctl port show 3 -u 1 -j | is_json
+  valid
+  $ swctl mac dump -- -j
+  file     -j
+  entries  0
+  $ swctl mac restore-view -- -j -j
+  swctl: mac restore-view -j: unknown word "-j", expected groups
+  [1]
+  $ swctl port show -u
+  swctl: option "-u" lacks its value
+  [1]
+  $ swctl port show -b x
+  swctl: unexpected word "port" beside -batch
+  [1]
+  $ swctl port show -js
+  swctl: port show: bad value "-js", expected one of: interface numbers 1-26 such as 1-4,7, detail
+  [1]
 
 Help and version:
 

@@ -19,7 +19,7 @@ A request that cannot be sent, with what the library has to say:
   swctl: kernel send 7 0a0b -T 1: the kernel's switch module cannot be reached
   [2]
   $ data swctl -j kernel send 0xFFFF
-  {"error":{"message":"kernel send 0xFFFF: the kernel's switch module cannot be reached","culprit":null,"expected":[],"status":2}}
+  {"error":{"message":"kernel send 0xFFFF: the kernel's switch module cannot be reached","culprit":null,"expected":[],"suggestions":[],"status":2}}
   [2]
 
 Words that are wrong:
@@ -46,3 +46,11 @@ Words that are wrong:
   [1]
   $ swctl -complete 4 swctl kernel send 1 -
   -T
+  -json
+  -pretty
+  -batch
+  -force
+  -echo-status
+  -unit
+  -help
+  -Version

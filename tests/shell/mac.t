@@ -13,7 +13,9 @@ An empty table:
 VLAN 1 exists after power-on. Addresses are static unless said otherwise:
 
   $ swctl mac add 02:00:00:00:00:01 vlan 1 port 3
-  $ swctl mac add 02-00-00-00-00-02 vlan 1 port 0 trunk 4 dynamic
+  $ swctl mac add 0200.0000.0002 vlan 1 port 0 trunk 4 dynamic
+  $ swctl mac get 02-00-00-00-00-02 vlan 1 | grep mac
+  mac        02:00:00:00:00:02
   $ vchipctl learn 02:00:00:00:00:03 --port 25
   $ vchipctl learn 02:00:00:00:00:04 --port p25 --trunk 5
   $ vchipctl mark 02:00:00:00:00:01 --state 1 --aux 7

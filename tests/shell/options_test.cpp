@@ -61,10 +61,33 @@ TEST(Options, MayTakeAValue) {
   EXPECT_EQ(settings_of({"-batch", "file"}).batch, "file");
 }
 
-TEST(Options, EndAtTheFirstOtherWord) {
-  EXPECT_THAT(settings_of({"-j", "port", "-p"}).words, ElementsAre("port", "-p"));
-  EXPECT_EQ(settings_of({"-j", "port", "-p"}).style().format, Format::json);
+TEST(Options, StandAmongTheWordsToo) {
+  EXPECT_THAT(settings_of({"port", "-j", "show", "3", "-u", "1"}).words,
+              ElementsAre("port", "show", "3"));
+  EXPECT_EQ(settings_of({"port", "-j", "show"}).style().format, Format::json);
+  EXPECT_EQ(settings_of({"port", "show", "--unit", "1"}).unit, 1u);
+  EXPECT_TRUE(settings_of({"port", "--help"}).help);
+  EXPECT_EQ(fault_of({"port", "show", "-u"}), "option \"-u\" lacks its value");
+  EXPECT_NE(fault_of({"port", "-u", "x"}), "");
+}
+
+TEST(Options, AmongTheWordsAreSpelledInFull) {
+  EXPECT_THAT(settings_of({"kernel", "send", "2", "-T", "5", "-x", "-js", "-u1"}).words,
+              ElementsAre("kernel", "send", "2", "-T", "5", "-x", "-js", "-u1"));
+  EXPECT_THAT(settings_of({"port", "-manual", "-complete", "-"}).words,
+              ElementsAre("port", "-manual", "-complete", "-"));
+}
+
+TEST(Options, EndAtTwoDashes) {
   EXPECT_THAT(settings_of({"--", "-x"}).words, ElementsAre("-x"));
+  EXPECT_THAT(settings_of({"--", "port", "-j"}).words, ElementsAre("port", "-j"));
+  EXPECT_THAT(settings_of({"mac", "dump", "--", "-j", "--"}).words,
+              ElementsAre("mac", "dump", "-j", "--"));
+}
+
+TEST(Options, AreNotReadFromALineToComplete) {
+  EXPECT_THAT(settings_of({"-complete", "3", "swctl", "port", "-j"}).words,
+              ElementsAre("swctl", "port", "-j"));
 }
 
 TEST(Options, PrettyIsJsonToo) {
@@ -75,10 +98,10 @@ TEST(Options, PrettyIsJsonToo) {
 TEST(Options, ThatAreUnknownAreNamed) {
   EXPECT_EQ(fault_of({"-x"}),
             "unknown option \"-x\", expected one of: -json, -pretty, -batch, -force, "
-            "-echo-status, -unit, "
-            "-help, -Version");
+            "-echo-status, -unit, -help, -Version");
   EXPECT_EQ(settings_of({"-x"}).fault->culprit, "-x");
   EXPECT_EQ(settings_of({"--yaml"}).fault->culprit, "--yaml");
+  EXPECT_THAT(settings_of({"-jsn"}).fault->suggestions, ElementsAre("-json"));
 }
 
 TEST(Options, ThatLackTheirValueAreNamed) {

@@ -58,7 +58,7 @@ The library's own line is kept out of the data:
   $ data swctl port show 7
   [2]
   $ data swctl -j port show 7
-  {"error":{"message":"port show 7: user_port_speed_get refused port 7: the port's link is down (result -1007)","culprit":"7","expected":[],"function":"user_port_speed_get","result":-1007,"sentence":"the port's link is down","status":2}}
+  {"error":{"message":"port show 7: user_port_speed_get refused port 7: the port's link is down (result -1007)","culprit":"7","expected":[],"suggestions":[],"function":"user_port_speed_get","result":-1007,"sentence":"the port's link is down","status":2}}
   [2]
   $ data swctl -j port show 7 | is_json
   valid
@@ -131,7 +131,7 @@ A virtual chip that cannot be used is refused in one line:
   stdin:2: mac show: image broken.img: not a virtual chip image
   [2]
   $ data swctl -j mac show
-  {"error":{"message":"mac show: image broken.img: not a virtual chip image","culprit":null,"expected":[],"status":2}}
+  {"error":{"message":"mac show: image broken.img: not a virtual chip image","culprit":null,"expected":[],"suggestions":[],"status":2}}
   [2]
   $ vchipctl dump
   vchipctl: image broken.img: not a virtual chip image

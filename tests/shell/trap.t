@@ -76,7 +76,7 @@ What cannot be:
   [2]
   $ swctl -u 2 -j trap show bpdu
   swctl: trap show bpdu: swctl_platform_trap_port_frame_get refused port 1: there is no such switch unit (result -1001)
-  {"error":{"message":"trap show bpdu: swctl_platform_trap_port_frame_get refused port 1: there is no such switch unit (result -1001)","culprit":"1","expected":[],"function":"swctl_platform_trap_port_frame_get","result":-1001,"sentence":"there is no such switch unit","status":2}}
+  {"error":{"message":"trap show bpdu: swctl_platform_trap_port_frame_get refused port 1: there is no such switch unit (result -1001)","culprit":"1","expected":[],"suggestions":[],"function":"swctl_platform_trap_port_frame_get","result":-1001,"sentence":"there is no such switch unit","status":2}}
   [2]
 
   $ swctl trap set lacp forward

@@ -27,7 +27,7 @@ The object trunk: ports that stand for one link.
   31     7,8,25  ips
   $ swctl -j trunk show 5
   swctl: trunk show 5: there is no trunk 5
-  {"error":{"message":"trunk show 5: there is no trunk 5","culprit":"5","expected":[],"status":1}}
+  {"error":{"message":"trunk show 5: there is no trunk 5","culprit":"5","expected":[],"suggestions":[],"status":1}}
   [1]
   $ swctl trunk del 31
   $ swctl trunk del 4

@@ -140,7 +140,7 @@ The chip may refuse:
   swctl: vlan show: user_vlan_default_get refused unit 7: there is no such switch unit (result -1001)
   [2]
   $ swctl -u 7 -j vlan show 2>/dev/null
-  {"error":{"message":"vlan show: user_vlan_default_get refused unit 7: there is no such switch unit (result -1001)","culprit":"unit 7","expected":[],"function":"user_vlan_default_get","result":-1001,"sentence":"there is no such switch unit","status":2}}
+  {"error":{"message":"vlan show: user_vlan_default_get refused unit 7: there is no such switch unit (result -1001)","culprit":"unit 7","expected":[],"suggestions":[],"function":"user_vlan_default_get","result":-1001,"sentence":"there is no such switch unit","status":2}}
   [2]
 
 Rules go to the adapter:

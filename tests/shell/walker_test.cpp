@@ -86,7 +86,11 @@ TEST_F(Walking, AnEmptyWordAbbreviatesNothing) {
 
 TEST_F(Walking, AnUnknownWordNamesItselfAndWhatWasExpected) {
   EXPECT_EQ(complaint({"fense"}),
-            "unknown word \"fense\", expected one of: fence, gate, gatepost, help");
+            "unknown word \"fense\" (did you mean \"fence\"?), expected one of: fence, gate, "
+            "gatepost, help");
+  EXPECT_EQ(
+      complaint({"fence", "paint", "gren"}),
+      "fence paint: bad value \"gren\" (did you mean \"green\"?), expected one of: red, green");
   EXPECT_EQ(complaint({"fence", "burn"}),
             "fence: unknown word \"burn\", expected one of: paint, sell, help");
   EXPECT_EQ(complaint({"gate", "open", "fast"}),
@@ -183,6 +187,17 @@ TEST_F(Walking, HelpIsUnderstoodBehindEveryWord) {
     const Walk found = walk_words(words);
     EXPECT_TRUE(found.help) << words.back();
     EXPECT_FALSE(found.wrong || found.missing || found.runnable());
+  }
+}
+
+TEST_F(Walking, HelpAsAnOptionIsUnderstoodForAValueToo) {
+  for (const std::string option : {"-h", "-help", "--help"}) {
+    for (const Words &words : {Words{}, Words{"fence"}, Words{"fence", "paint", "red", "coats"},
+                               Words{"gate", "call"}}) {
+      Words asking = words;
+      asking.push_back(option);
+      EXPECT_TRUE(walk_words(asking).help) << words.size();
+    }
   }
 }
 

@@ -153,7 +153,7 @@ TEST(Faults, SayCulpritAndExpectation) {
   EXPECT_EQ(fault_line(fault), "port: unknown word \"x\", expected one of: a, b");
   EXPECT_EQ(json_text(fault_record(fault), Format::json),
             R"({"error":{"message":"port: unknown word \"x\"","culprit":"x",)"
-            R"("expected":["a","b"],"status":1}})");
+            R"("expected":["a","b"],"suggestions":[],"status":1}})");
 }
 
 TEST(Faults, OfTheChipCarryItsResult) {
@@ -161,9 +161,10 @@ TEST(Faults, OfTheChipCarryItsResult) {
   fault.status = kRefused;
   fault.message = "no";
   fault.refusal = Refusal{"user_x", 3, -5, std::nullopt};
-  EXPECT_EQ(json_text(fault_record(fault), Format::json),
-            R"({"error":{"message":"no","culprit":null,"expected":[],"function":"user_x",)"
-            R"("result":-5,"sentence":null,"status":2}})");
+  EXPECT_EQ(
+      json_text(fault_record(fault), Format::json),
+      R"({"error":{"message":"no","culprit":null,"expected":[],"suggestions":[],"function":"user_x",)"
+      R"("result":-5,"sentence":null,"status":2}})");
 }
 
 }  // namespace
