@@ -37,7 +37,7 @@ install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR}
 install(FILES examples/port_status.c examples/linkwatch.c
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md"
-  PATTERN "*.svg" PATTERN "man" EXCLUDE PATTERN "reference" EXCLUDE)
+  PATTERN "*.svg" PATTERN "*.schema.json" PATTERN "man" EXCLUDE PATTERN "reference" EXCLUDE)
 
 # All that is installed, and nothing else.
 add_custom_target(swctl_installed
