@@ -321,6 +321,6 @@ TEST_P(Damage, IsRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Words, Damage, testing::ValuesIn(kWords),
-                         [](const auto &info) { return info.param.name; });
+                         [](const auto &word) { return word.param.name; });
 
 }  // namespace
