@@ -42,7 +42,7 @@ int64_t count_violations(const Port &port, const std::vector<user_l2_addr_t> &ta
   const int32_t result = kCount.get()(port.chip, &marked);
   const auto in_table = std::ranges::count_if(
       table, [&](const user_l2_addr_t &entry) { return is_violation(entry, port); });
-  if (result < 0 || marked != in_table || witness.saw("rtk_vlan_port_get"))
+  if (result < 0 || static_cast<int64_t>(marked) != in_table || witness.saw("rtk_vlan_port_get"))
     refuse(witness.blame(kCount.name, result), subject_of(port));
   return marked;
 }
