@@ -183,6 +183,28 @@ PlannedAction action_of(const std::string &word) {
   return named_action(*name, word, parts);
 }
 
+// The words that an action sets; none of one that is not known.
+const Words *words_of(uint32_t action) {
+  switch (action) {
+    case CHIP_ACL_ACTION_METER_OF_PARAM1: action = CHIP_ACL_ACTION_METER; break;
+    case CHIP_ACL_ACTION_REMARK_INNER_AGAIN: action = CHIP_ACL_ACTION_REMARK_INNER; break;
+    default: break;
+  }
+  for (const Name &name : kNames)
+    if (name.action == action) return &name.words;
+  return nullptr;
+}
+
+// A rule has one place for each kind of action: of two, the later would be in
+// force alone.
+void expect_apart(const PlannedAction &action, const PlannedAction &earlier) {
+  const Words *words = words_of(action.action);
+  const Words *others = words_of(earlier.action);
+  if (words == nullptr || others == nullptr || words->first != others->first) return;
+  throw bad_action(action.word, "a rule cannot do this and " + quoted(earlier.word),
+                   {"one of the two"});
+}
+
 bool reads_as(const Name &name, const chip_acl_action &record) {
   const Words &own = name.words;
   if (record.word[own.first] != own.sign) return false;
@@ -221,7 +243,11 @@ Parameter action_parameter() {
 
 std::vector<PlannedAction> actions_of(const std::string &word) {
   std::vector<PlannedAction> all;
-  for (const std::string &each : split(word, ',')) all.push_back(action_of(each));
+  for (const std::string &each : split(word, ',')) {
+    PlannedAction action = action_of(each);
+    for (const PlannedAction &earlier : all) expect_apart(action, earlier);
+    all.push_back(std::move(action));
+  }
   return all;
 }
 

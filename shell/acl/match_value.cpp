@@ -121,16 +121,7 @@ MatchValue parse_ip6(const Halves &word) {
   return value;
 }
 
-std::string number_text(Notation notation, int bits, const MatchValue &value) {
-  const bool decimal = notation == Notation::decimal;
-  const std::string number = decimal ? std::to_string(value.number) : hexadecimal(value.number);
-  return value.mask == full_mask(bits) ? number : number + '/' + hexadecimal(value.mask);
-}
-
-}  // namespace
-
-MatchValue parse_match(Notation notation, int bits, const std::string &word) {
-  const Halves halves = halves_of(word);
+MatchValue parse_halves(Notation notation, int bits, const Halves &halves) {
   switch (notation) {
     case Notation::mac: return parse_mac(halves);
     case Notation::ip: return parse_ip(halves);
@@ -141,24 +132,60 @@ MatchValue parse_match(Notation notation, int bits, const std::string &word) {
   return parse_number_match(bits, halves);
 }
 
+std::string value_text(Notation notation, const MatchValue &value) {
+  switch (notation) {
+    case Notation::mac: return mac_text(value.address.data());
+    case Notation::ip: return ip_text(value.number);
+    case Notation::ip6: return ip6_text(value.address.data());
+    case Notation::decimal: return std::to_string(value.number);
+    case Notation::hexadecimal: break;
+  }
+  return hexadecimal(value.number);
+}
+
+// Whether the mask is the length of a subnet's address.
+bool has_length(Notation notation, const Halves &halves) {
+  const bool is_ip = notation == Notation::ip || notation == Notation::ip6;
+  return is_ip && halves.has_mask && is_plain_number(halves.mask);
+}
+
+// 192.0.2.5/24 may be meant for one address or for its subnet.
+void expect_no_host_bits(Notation notation, const MatchValue &value, const Halves &halves) {
+  MatchValue subnet = value;
+  subnet.number &= subnet.mask;
+  for (size_t byte = 0; byte < kAddressBytes; ++byte)
+    subnet.address[byte] &= subnet.address_mask[byte];
+  if (subnet.number == value.number && subnet.address == value.address) return;
+  throw std::invalid_argument("has bits behind its length; the subnet is " +
+                              value_text(notation, subnet) + '/' + halves.mask);
+}
+
+}  // namespace
+
+MatchValue parse_match(Notation notation, int bits, const std::string &word) {
+  const Halves halves = halves_of(word);
+  const MatchValue value = parse_halves(notation, bits, halves);
+  if (has_length(notation, halves)) expect_no_host_bits(notation, value, halves);
+  return value;
+}
+
 std::string match_text(Notation notation, int bits, const MatchValue &value) {
   switch (notation) {
     case Notation::mac: {
       const bool full = value.address_mask == prefix_mask(8 * kMacBytes);
-      return mac_text(value.address.data()) +
-             (full ? "" : '/' + mac_text(value.address_mask.data()));
+      return value_text(notation, value) + (full ? "" : '/' + mac_text(value.address_mask.data()));
     }
     case Notation::ip:
-      return ip_text(value.number) + (value.mask == ~0u ? "" : '/' + ip_text(value.mask));
+      return value_text(notation, value) + (value.mask == ~0u ? "" : '/' + ip_text(value.mask));
     case Notation::ip6: {
       const bool full = value.address_mask == prefix_mask(kIp6Bits);
-      return ip6_text(value.address.data()) +
-             (full ? "" : '/' + ip6_text(value.address_mask.data()));
+      return value_text(notation, value) + (full ? "" : '/' + ip6_text(value.address_mask.data()));
     }
     case Notation::decimal:
     case Notation::hexadecimal: break;
   }
-  return number_text(notation, bits, value);
+  const bool full = value.mask == full_mask(bits);
+  return value_text(notation, value) + (full ? "" : '/' + hexadecimal(value.mask));
 }
 
 Value match_field(Notation notation, int bits, const MatchValue &value) {

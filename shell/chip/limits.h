@@ -20,6 +20,13 @@ inline constexpr int64_t kLastRuleCounter = 1535;
 inline constexpr int64_t kLastRuleTemplate = 7;
 inline constexpr int64_t kLastMeter = 255;
 
+// Rates, in kbit/s, and bursts, in bytes, in the steps that the chip has; 20 and
+// 16 bits count them.
+inline constexpr int64_t kRateStep = 16;
+inline constexpr int64_t kLastRate = 0xFFFFF * kRateStep;
+inline constexpr int64_t kBurstStep = 128;
+inline constexpr int64_t kLastBurst = 0xFFFF * kBurstStep;
+
 inline constexpr int64_t kLastPriority = USER_QOS_PRIORITIES - 1;
 inline constexpr int64_t kLastQueue = USER_QOS_QUEUES - 1;
 inline constexpr int64_t kLastCodePoint = 63;

@@ -41,6 +41,7 @@ struct Type {
   int64_t high = 0;
   std::string unit;  // of a number, for help and messages
   std::vector<Choice> choices;
+  int64_t step = 1;  // of a number: what lies between two steps becomes the lower one
 };
 
 // The word of a value, or the number itself if it has none: as text, and as
@@ -58,6 +59,9 @@ Type choice_list(std::vector<Choice> choices);
 // Up to `most` bytes in hexadecimal.
 Type bytes(int64_t most);
 Type bandwidth(int64_t low, int64_t high);
+// The number or rate in the steps that the chip has; but for 0, none is below the
+// first one.
+Type stepped(Type type, int64_t step);
 Type on_off();
 Type mac_address();
 Type text();
@@ -90,6 +94,7 @@ class Arguments {
  public:
   void set(const std::string &name, Argument argument) { given_[name] = std::move(argument); }
   bool has(const std::string &name) const { return given_.contains(name); }
+  const Argument &at(const std::string &name) const { return given_.at(name); }
   int64_t number(const std::string &name) const { return given_.at(name).number; }
   // The number in the width in which a call takes it.
   uint32_t u32(const std::string &name) const { return static_cast<uint32_t>(number(name)); }

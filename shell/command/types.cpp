@@ -51,6 +51,11 @@ Type bandwidth(int64_t low, int64_t high) {
   return {Kind::bandwidth, low, high, "kbit", {}};
 }
 
+Type stepped(Type type, int64_t step) {
+  type.step = step;
+  return type;
+}
+
 Type on_off() {
   return choice({{"on", 1, ""}, {"off", 0, ""}});
 }

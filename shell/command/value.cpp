@@ -2,6 +2,7 @@
 #include "command/value.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 #include "mac_text.h"
@@ -13,9 +14,14 @@ namespace {
 
 constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
 
+std::string with_unit(const std::string &number, const Type &type) {
+  return type.unit.empty() ? number : number + ' ' + type.unit;
+}
+
 std::string range_text(const Type &type) {
-  const std::string range = std::to_string(type.low) + '-' + std::to_string(type.high);
-  return type.unit.empty() ? range : range + ' ' + type.unit;
+  const std::string range =
+      with_unit(std::to_string(type.low) + '-' + std::to_string(type.high), type);
+  return type.step == 1 ? range : range + " in steps of " + std::to_string(type.step);
 }
 
 std::vector<std::string> choice_words(const Type &type) {
@@ -24,10 +30,18 @@ std::vector<std::string> choice_words(const Type &type) {
   return words;
 }
 
+// A number that is not 0 must not become 0.
+ParsedValue above_first_step(const Type &type, ParsedValue parsed) {
+  const int64_t number = parsed.argument.number;
+  if (parsed.fault.empty() && number > 0 && number < type.step)
+    parsed.fault = "less than the first step, " + with_unit(std::to_string(type.step), type);
+  return parsed;
+}
+
 ParsedValue parse_number_value(const Type &type, const std::string &word) {
   const ParsedNumber parsed = parse_number(word, type.low, type.high);
   const std::string fault = parsed.fault.empty() ? "" : quoted(word) + " is " + parsed.fault;
-  return {{word, parsed.number, {}}, fault};
+  return above_first_step(type, {{word, parsed.number, {}}, fault});
 }
 
 ParsedValue parse_list_value(const Type &type, const std::string &word) {
@@ -89,12 +103,19 @@ ParsedValue parse_bandwidth(const Type &type, const std::string &word) {
     const ParsedNumber parsed =
         parse_number(digits, (type.low + unit.kbit - 1) / unit.kbit, type.high / unit.kbit);
     const std::string fault = parsed.fault.empty() ? "" : quoted(digits) + " is " + parsed.fault;
-    return {{word, parsed.number * unit.kbit, {}}, fault};
+    return above_first_step(type, {{word, parsed.number * unit.kbit, {}}, fault});
   }
   return {{}, quoted(word) + " has no unit"};
 }
 
 }  // namespace
+
+std::optional<std::string> value_taken(const Type &type, const Argument &argument) {
+  const int64_t left = argument.number % type.step;
+  if (left == 0) return std::nullopt;
+  return with_unit(std::to_string(argument.number - left), type) + ", in steps of " +
+         std::to_string(type.step);
+}
 
 ParsedValue parse_value(const Type &type, const std::string &word) {
   switch (type.kind) {

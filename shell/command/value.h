@@ -4,6 +4,7 @@
 #ifndef SWCTL_SHELL_COMMAND_VALUE_H
 #define SWCTL_SHELL_COMMAND_VALUE_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,10 @@ struct ParsedValue {
 };
 
 ParsedValue parse_value(const Type &type, const std::string &word);
+
+// What the chip takes a number for that lies between two of its steps: "96 kbit,
+// in steps of 16". None if it takes it as it is.
+std::optional<std::string> value_taken(const Type &type, const Argument &argument);
 
 // How usage lines show the value: 10|100, PORTS, 0-4095.
 std::string value_usage(const Type &type);

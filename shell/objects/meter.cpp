@@ -1,52 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/field.h>
-#include <swctl/platform/sdk.h>
 
 #include <algorithm>
-#include <map>
-#include <utility>
 
 #include "chip/call.h"
 #include "chip/each.h"
 #include "chip/limits.h"
 #include "fault.h"
+#include "objects/meter_burst.h"
 #include "objects/registry.h"
 
 namespace swsh {
 namespace {
 
-// The library divides rates by this; the chip has 20 bits of the result.
-constexpr int64_t kRateUnit = 16;
-constexpr int64_t kLastRate = 0xFFFFF * kRateUnit + kRateUnit - 1;
-constexpr int64_t kBurstUnit = 128;
-constexpr int64_t kLastBurst = 0xFFFF * kBurstUnit + kBurstUnit - 1;
-
-// The burst slots that this process has taken, by unit and meter: the library
-// counts them for the process.
-std::map<std::pair<uint32_t, uint32_t>, int32_t> &taken_slots() {
-  static std::map<std::pair<uint32_t, uint32_t>, int32_t> slots;
-  return slots;
-}
-
-std::string meter_name(uint32_t meter) {
-  return "meter " + std::to_string(meter);
-}
-
-// The library has no call that reads a meter, so this one is the SDK's.
-chip_acl_meter read_meter(const Context &context, uint32_t meter) {
-  return ask(SWSH_CALL(rtk_acl_meterEntry_get), meter_name(meter), context.unit, meter);
-}
-
-chip_acl_burst read_bursts(const Context &context) {
-  return ask(SWSH_CALL(rtk_acl_meterBurstSize_get), std::string("the burst sizes"), context.unit,
-             CHIP_ACL_TABLE);
-}
-
 Record meter_record(uint32_t meter, const chip_acl_meter &entry, const chip_acl_burst &burst) {
   Record record;
   record.add("meter", int64_t{meter});
   record.add("state", entry.enable != 0, entry.enable != 0 ? "on" : "off");
-  record.add("rate", entry.rate * kRateUnit);
+  record.add("rate", entry.rate * kRateStep);
   record.add("burst_slot", int64_t{entry.burst_slot});
   if (entry.burst_slot < CHIP_ACL_BURST_SLOTS) {
     record.add("burst_word", int64_t{burst.size[entry.burst_slot]});
@@ -54,10 +25,6 @@ Record meter_record(uint32_t meter, const chip_acl_meter &entry, const chip_acl_
     record.add("burst_word", nullptr);
   }
   return record;
-}
-
-bool is_in_use(const chip_acl_meter &entry) {
-  return (entry.enable | entry.rate | entry.burst_slot) != 0;
 }
 
 Answer show_meter(const Arguments &arguments, const Context &context) {
@@ -72,40 +39,21 @@ Answer show_meter(const Arguments &arguments, const Context &context) {
     };
     if (chosen && !has(arguments.numbers("METERS"))) continue;
     const chip_acl_meter entry = read_meter(context, meter);
-    if (chosen || is_in_use(entry)) answer.records.push_back(meter_record(meter, entry, burst));
+    if (chosen || is_meter_in_use(entry))
+      answer.records.push_back(meter_record(meter, entry, burst));
   }
   return answer;
 }
 
-constexpr auto kBurst = SWSH_CALL(user_field_meter_burst_size_set_del);
-
-int32_t taken_slot(const Context &context, uint32_t meter) {
-  const auto found = taken_slots().find({context.unit, meter});
-  return found == taken_slots().end() ? USER_FIELD_NO_BURST_SLOT : found->second;
-}
-
-void give_slot_back(const Context &context, uint32_t meter) {
-  const int32_t slot = taken_slot(context, meter);
-  if (slot == USER_FIELD_NO_BURST_SLOT) return;
-  perform(kBurst, meter_name(meter), context.unit, 0, slot);
-  taken_slots().erase({context.unit, meter});
-}
-
-uint32_t take_slot(const Context &context, uint32_t meter, int64_t burst) {
-  const std::string subject = "burst " + std::to_string(burst) + " of " + meter_name(meter) +
-                              ", both slots hold other bursts";
-  const int32_t slot = perform(kBurst, subject, context.unit, static_cast<int32_t>(burst),
-                               taken_slot(context, meter));
-  taken_slots()[{context.unit, meter}] = slot;
-  return static_cast<uint32_t>(slot);
-}
-
-void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t slot) {
+// A burst size that was written for the meter is taken back if the chip then
+// refuses the meter.
+void write_meter(const Context &context, uint32_t meter, int64_t rate, uint32_t slot,
+                 const chip_acl_burst &bursts) {
   try {
-    perform(SWSH_CALL(user_field_meter_rate_burst_set), meter_name(meter), context.unit, meter,
+    perform(SWSH_CALL(user_field_meter_rate_burst_set), meter_text(meter), context.unit, meter,
             static_cast<int32_t>(rate), static_cast<int32_t>(slot));
   } catch (const CommandError &) {
-    give_slot_back(context, meter);
+    write_bursts(context, bursts);
     throw;
   }
 }
@@ -114,14 +62,16 @@ Answer set_meter(const Arguments &arguments, const Context &context) {
   const auto meter = arguments.u32("METER");
   const chip_acl_meter present = read_meter(context, meter);
   if (arguments.has("rate") || arguments.has("burst")) {
+    const chip_acl_burst bursts = read_bursts(context);
     uint32_t slot = present.burst_slot;
-    if (arguments.has("burst")) slot = take_slot(context, meter, arguments.number("burst"));
+    if (arguments.has("burst"))
+      slot = slot_with_burst(context, meter, arguments.u32("burst") / kBurstStep);
     const int64_t rate =
-        arguments.has("rate") ? arguments.number("rate") : present.rate * kRateUnit;
-    write_meter(context, meter, rate, slot);
+        arguments.has("rate") ? arguments.number("rate") : present.rate * kRateStep;
+    write_meter(context, meter, rate, slot, bursts);
   }
   if (arguments.has("state")) {
-    perform(SWSH_CALL(user_field_meter_entry_enable), meter_name(meter), context.unit, meter,
+    perform(SWSH_CALL(user_field_meter_entry_enable), meter_text(meter), context.unit, meter,
             arguments.u32("state"));
   }
   return {};
@@ -130,8 +80,7 @@ Answer set_meter(const Arguments &arguments, const Context &context) {
 Answer del_meter(const Arguments &arguments, const Context &context) {
   for_each_number(arguments.numbers("METERS"), [&](int64_t number) {
     const auto meter = static_cast<uint32_t>(number);
-    perform(SWSH_CALL(user_field_meter_entry_del), meter_name(meter), context.unit, meter);
-    give_slot_back(context, meter);
+    perform(SWSH_CALL(user_field_meter_entry_del), meter_text(meter), context.unit, meter);
   });
   return {};
 }
@@ -146,16 +95,16 @@ Node set_command() {
       .help = "Set a meter's rate, burst and state",
       .positional = {required("METER", number(0, kLastMeter), "Meter")},
       .keywords = {{.name = "rate",
-                    .type = number(0, kLastRate),
-                    .help = "Rate; the chip has it in steps of 16"},
+                    .type = stepped(number(0, kLastRate), kRateStep),
+                    .help = "Rate"},
                    {.name = "burst",
-                    .type = number(1, kLastBurst, "bytes"),
-                    .help = "Burst size; the chip has it in steps of 128"},
+                    .type = stepped(number(1, kLastBurst, "bytes"), kBurstStep),
+                    .help = "Burst size"},
                    {.name = "state", .type = on_off(), .help = "Whether it limits anything"}},
       .needs_keyword = true,
       .details =
           "A rate or a burst switches the meter on unless state says otherwise; what is\n"
-          "not given stays. All meters of a batch or session share two burst sizes.\n",
+          "not given stays. All meters share two burst sizes.\n",
       .run = set_meter,
   };
 }

@@ -5,11 +5,11 @@
 
 #include <swctl/vlan.h>
 
-#include <array>
-#include <charconv>
-#include <optional>
+#include <stdexcept>
 #include <utility>
 
+#include "acl/match_value.h"
+#include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/lead.h"
 #include "chip/limits.h"
@@ -24,64 +24,23 @@ namespace swsh {
 namespace {
 
 constexpr uint32_t kUnused = 0;
-constexpr int kDecimal = 10;
-constexpr int kHexadecimal = 16;
+constexpr Mac kWholeAddress = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+constexpr Mac kMakersPart = {0xFF, 0xFF, 0xFF, 0, 0, 0};
 
-// `count` numbers with `separator` between them, each at most 255.
-template <size_t count>
-std::optional<std::array<uint8_t, count>> parse_bytes(const std::string &word, char separator,
-                                                      int base) {
-  std::array<uint8_t, count> bytes = {};
-  const char *at = word.data();
-  const char *end = at + word.size();
-  for (size_t index = 0; index < count; ++index) {
-    if (index > 0 && (at == end || *at++ != separator)) return std::nullopt;
-    const auto [stop, error] = std::from_chars(at, end, bytes[index], base);
-    if (error != std::errc()) return std::nullopt;
-    at = stop;
-  }
-  if (at != end) return std::nullopt;
-  return bytes;
-}
-
-CommandError bad_word(const std::string &word, const char *expected) {
-  return CommandError(wrong_usage("bad value " + quoted(word), word, {expected}));
-}
-
-using Mac = std::array<uint8_t, 6>;
-
-Mac mac_of(const Arguments &arguments, const char *name) {
-  const std::string &word = arguments.word(name);
-  const auto mac = parse_bytes<6>(word, ':', kHexadecimal);
-  if (!mac) throw bad_word(word, "a MAC address such as 02:00:5e:00:00:01");
-  return *mac;
-}
-
-Mac mac_mask_of(const Arguments &arguments) {
-  constexpr Mac kWhole = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-  return arguments.has("mask") ? mac_of(arguments, "mask") : kWhole;
+// The bits of the address that must match; `usual` if it is not said.
+Mac mask_of(const Arguments &arguments, const Mac &usual) {
+  return arguments.has("mask") ? mac_of(arguments, "mask") : usual;
 }
 
 // 192.0.2.0/24; without a length, one address.
-struct Subnet {
-  uint32_t address = 0;
-  uint32_t mask = 0;
-};
-
-Subnet subnet_of(const Arguments &arguments) {
-  constexpr uint32_t kBits = 32;
+MatchValue subnet_of(const Arguments &arguments) {
   const std::string &word = arguments.word("SUBNET");
-  const size_t slash = word.find('/');
-  const auto bytes = parse_bytes<4>(word.substr(0, slash), '.', kDecimal);
-  uint32_t length = kBits;
-  if (slash != std::string::npos) {
-    const auto parsed = parse_bytes<1>(word.substr(slash + 1), '/', kDecimal);
-    length = parsed ? (*parsed)[0] : kBits + 1;
+  try {
+    return parse_match(Notation::ip, 32, word);
+  } catch (const std::invalid_argument &error) {
+    throw CommandError(wrong_usage("bad value " + quoted(word) + ": " + error.what(), word,
+                                   {"a subnet such as 192.0.2.0/24"}));
   }
-  if (!bytes || length > kBits) throw bad_word(word, "a subnet such as 192.0.2.0/24");
-  uint32_t address = 0;
-  for (const uint8_t byte : *bytes) address = address << 8 | byte;
-  return {address, length == 0 ? 0 : UINT32_MAX << (kBits - length)};
 }
 
 uint32_t word_of(const Arguments &arguments, const char *name) {
@@ -132,25 +91,24 @@ Answer add_double_tag(const Arguments &arguments, const Context &context) {
 
 Answer add_mac_rule(const Arguments &arguments, const Context &context) {
   const Mac mac = mac_of(arguments, "MAC");
-  const Mac mask = mac_mask_of(arguments);
+  const Mac mask = mask_of(arguments, kWholeAddress);
   const user_pbmp_t ports = ports_of_rule(arguments);
   return add_rule("mac", SWSH_CALL(user_vlan_mac_add), arguments, context, mac.data(), mask.data(),
                   word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_voice(const Arguments &arguments, const Context &context) {
-  constexpr Mac kMakersPart = {0xFF, 0xFF, 0xFF, 0, 0, 0};
   const Mac mac = mac_of(arguments, "MAC");
-  const Mac mask = arguments.has("mask") ? mac_of(arguments, "mask") : kMakersPart;
+  const Mac mask = mask_of(arguments, kMakersPart);
   const user_pbmp_t ports = ports_of_rule(arguments);
   return add_rule("voice", SWSH_CALL(user_vlan_voice_oui_mac_add), arguments, context, mac.data(),
                   mask.data(), word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
 Answer add_ip4(const Arguments &arguments, const Context &context) {
-  const Subnet subnet = subnet_of(arguments);
+  const MatchValue subnet = subnet_of(arguments);
   const user_pbmp_t ports = ports_of_rule(arguments);
-  return add_rule("ip4", SWSH_CALL(user_vlan_ip4_add), arguments, context, subnet.address,
+  return add_rule("ip4", SWSH_CALL(user_vlan_ip4_add), arguments, context, subnet.number,
                   subnet.mask, word_of(arguments, "vlan"), word_of(arguments, "priority"), &ports);
 }
 
@@ -206,12 +164,8 @@ Parameter priority_keyword() {
       .name = "priority", .type = number(0, kLastPriority), .help = "Priority that the frames get"};
 }
 
-Parameter text_place(const char *name, const char *help) {
-  return required(name, text(), help);
-}
-
 Parameter mask_keyword() {
-  return {.name = "mask", .type = text(), .help = "Bits of the address that must match"};
+  return {.name = "mask", .type = mac_address(), .help = "Bits of the address that must match"};
 }
 
 Parameter ports_keyword() {
@@ -234,47 +188,48 @@ Parameter ethertype_keyword() {
 
 Node add_commands() {
   const Parameter vlan = vid_keyword("vlan", "VLAN that the frames get");
-  return {
-      .name = "add",
-      .help = "Hand a rule to the adapter",
-      .children = {
-          {.name = "translation",
-           .help = "Tagged frames of one VLAN get another",
-           .positional = {index_place(USER_VLAN_TRANSLATE_RULES)},
-           .keywords = {vid_keyword("from", "VLAN of the received tag"),
-                        vid_keyword("to", "VLAN that the frames get"), ports_keyword()},
-           .run = add_translation},
-          {.name = "double-tag",
-           .help = "Tagged frames of one VLAN get an outer tag",
-           .positional = {index_place(USER_VLAN_DTAG_RULES)},
-           .keywords = {vid_keyword("inner", "VLAN of the received tag"),
-                        vid_keyword("outer", "VLAN of the outer tag"), priority_keyword(),
-                        ports_keyword()},
-           .run = add_double_tag},
-          {.name = "mac",
-           .help = "Untagged frames of a source MAC address",
-           .positional = {index_place(USER_VLAN_MAC_RULES), text_place("MAC", "Source address")},
-           .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
-           .run = add_mac_rule},
-          {.name = "ip4",
-           .help = "Untagged frames of a source IPv4 subnet",
-           .positional = {index_place(USER_VLAN_IP4_RULES),
-                          text_place("SUBNET", "Source subnet, 192.0.2.0/24")},
-           .keywords = {vlan, priority_keyword(), ports_keyword()},
-           .run = add_ip4},
-          {.name = "voice",
-           .help = "Frames of telephones by the maker's part of their address",
-           .positional = {index_place(USER_VLAN_VOICE_RULES), text_place("MAC", "Source address")},
-           .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
-           .details = "Without a mask, the first three bytes must match.\n",
-           .run = add_voice},
-          {.name = "protocol",
-           .help = "Untagged frames of a protocol",
-           .positional = {index_place(USER_VLAN_PROTOCOL_RULES)},
-           .keywords = {vlan, encapsulation_keyword(), ethertype_keyword(), priority_keyword(),
-                        ports_keyword()},
-           .run = add_protocol},
-      }};
+  return {.name = "add",
+          .help = "Hand a rule to the adapter",
+          .children = {
+              {.name = "translation",
+               .help = "Tagged frames of one VLAN get another",
+               .positional = {index_place(USER_VLAN_TRANSLATE_RULES)},
+               .keywords = {vid_keyword("from", "VLAN of the received tag"),
+                            vid_keyword("to", "VLAN that the frames get"), ports_keyword()},
+               .run = add_translation},
+              {.name = "double-tag",
+               .help = "Tagged frames of one VLAN get an outer tag",
+               .positional = {index_place(USER_VLAN_DTAG_RULES)},
+               .keywords = {vid_keyword("inner", "VLAN of the received tag"),
+                            vid_keyword("outer", "VLAN of the outer tag"), priority_keyword(),
+                            ports_keyword()},
+               .run = add_double_tag},
+              {.name = "mac",
+               .help = "Untagged frames of a source MAC address",
+               .positional = {index_place(USER_VLAN_MAC_RULES),
+                              required("MAC", mac_address(), "Source address")},
+               .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
+               .run = add_mac_rule},
+              {.name = "ip4",
+               .help = "Untagged frames of a source IPv4 subnet",
+               .positional = {index_place(USER_VLAN_IP4_RULES),
+                              required("SUBNET", text(), "Source subnet, 192.0.2.0/24")},
+               .keywords = {vlan, priority_keyword(), ports_keyword()},
+               .run = add_ip4},
+              {.name = "voice",
+               .help = "Frames of telephones by the maker's part of their address",
+               .positional = {index_place(USER_VLAN_VOICE_RULES),
+                              required("MAC", mac_address(), "Source address")},
+               .keywords = {vlan, mask_keyword(), priority_keyword(), ports_keyword()},
+               .details = "Without a mask, the first three bytes must match.\n",
+               .run = add_voice},
+              {.name = "protocol",
+               .help = "Untagged frames of a protocol",
+               .positional = {index_place(USER_VLAN_PROTOCOL_RULES)},
+               .keywords = {vlan, encapsulation_keyword(), ethertype_keyword(), priority_keyword(),
+                            ports_keyword()},
+               .run = add_protocol},
+          }};
 }
 
 Node delete_command(const char *name, const char *help, int64_t count, Handler run) {

@@ -111,7 +111,7 @@ Type mdix_type() {
 
 // In the order in which they are carried out.
 const std::vector<Setting> &settings() {
-  constexpr int64_t kHighestRate = 1048575 * 16;
+  const Type limit = stepped(bandwidth(0, kLastRate), kRateStep);
   static const std::vector<Setting> all = {
       {{.name = "admin", .type = on_off(), .help = "Whether the port is switched on"},
        APPLY_NUMBER("admin", user_port_enable_set)},
@@ -152,9 +152,9 @@ const std::vector<Setting> &settings() {
         .type = number(0, kLastTpidEntry),
         .help = "Place of tpid in the switch's tables; 0 if not given"},
        nullptr},
-      {{.name = "ingress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it takes in"},
+      {{.name = "ingress", .type = limit, .help = "Limit of what it takes in"},
        APPLY_NUMBER("ingress", user_port_ingress_rate_set)},
-      {{.name = "egress", .type = bandwidth(0, kHighestRate), .help = "Limit of what it sends"},
+      {{.name = "egress", .type = limit, .help = "Limit of what it sends"},
        APPLY_NUMBER("egress", user_port_egress_rate_set)},
   };
   return all;

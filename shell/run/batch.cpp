@@ -134,7 +134,7 @@ class Batch {
   void show(const Command &command, const Outcome &outcome) {
     const std::string place = source_.name() + ':' + std::to_string(command.number);
     if (elements_) {
-      if (outcome.fault) complain(place, *outcome.fault);
+      complain(place, outcome);
       elements_->add(command.number, join(command.line.words, " "), outcome);
     } else {
       report(outcome, place, settings_.style, output_);

@@ -5,6 +5,7 @@
 
 #include "chip/platform.h"
 #include "command/help.h"
+#include "command/value.h"
 #include "command/walker.h"
 #include "interrupt.h"
 #include "text.h"
@@ -45,6 +46,18 @@ bool needs_platform(const Node &root, const Walk &found) {
   return false;
 }
 
+std::vector<std::string> notes_on(const Walk &found) {
+  std::vector<std::string> notes;
+  for (const auto *parameters : {&found.node->positional, &found.node->keywords}) {
+    for (const Parameter &each : *parameters) {
+      if (!found.arguments.has(each.name)) continue;
+      const auto taken = value_taken(each.type, found.arguments.at(each.name));
+      if (taken) notes.push_back(join(found.path, " ") + ": " + each.name + " is " + *taken);
+    }
+  }
+  return notes;
+}
+
 Answer run(const Node &root, const Walk &found, const Context &context) {
   if (needs_platform(root, found)) expect_platform();
   return found.node->run(found.arguments, context);
@@ -61,7 +74,7 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
   try {
     Answer answer = run(root, found, context);
     stop_if_interrupted();  // it may have cut a wait short
-    return {std::move(answer), std::nullopt};
+    return {std::move(answer), std::nullopt, notes_on(found)};
   } catch (const CommandError &error) {
     // What failed may have failed because it was interrupted.
     return failed(take_interrupt() ? interrupted() : error.fault(), found.path);
@@ -89,9 +102,17 @@ void complain(const std::string &place, const Fault &fault) {
   fputs(line.c_str(), stderr);
 }
 
+void complain(const std::string &place, const Outcome &outcome) {
+  if (outcome.fault) return complain(place, *outcome.fault);
+  for (const std::string &note : outcome.notes) {
+    const std::string line = place + ": " + printable(note) + '\n';
+    fputs(line.c_str(), stderr);
+  }
+}
+
 Status report(const Outcome &outcome, const std::string &place, const Style &style,
               DataOutput &output) {
-  if (outcome.fault) complain(place, *outcome.fault);
+  complain(place, outcome);
   std::string text = outcome_text(outcome, style.format);
   if (style.echo_status) text += "status " + std::to_string(outcome.status()) + '\n';
   output.write(text);

@@ -17,6 +17,8 @@ namespace swsh {
 struct Outcome {
   Answer answer;
   std::optional<Fault> fault;
+  // What was done otherwise than a word says: "ingress is 96 kbit, ...".
+  std::vector<std::string> notes = {};
 
   Status status() const { return fault ? fault->status : kDone; }
 };
@@ -35,6 +37,8 @@ struct Style {
 
 // One line on standard error: `place`, a colon and the fault.
 void complain(const std::string &place, const Fault &fault);
+// The fault of an outcome, or its notes.
+void complain(const std::string &place, const Outcome &outcome);
 
 // Shows the answer on the output, or the fault: on standard error behind
 // `place` and, where the format is JSON, on the output too. Returns the status.

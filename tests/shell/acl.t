@@ -59,7 +59,7 @@ What is written reads back:
   > protocol udp
   > protocol 89
   > src-ip 10.1.2.3
-  > dst-ip 10.1.2.3/0
+  > dst-ip 10.1.2.3/0.0.0.0
   > src-ip6 2001:db8::1
   > dst-ip6 2001:db8::/33
   > dscp 46/0x38
@@ -194,6 +194,22 @@ A wrong word is found before anything is written:
   [1]
   $ swctl acl show 9
   swctl: acl show 9: there is no rule 9
+  [1]
+
+Actions that have one place in a rule are not cut to one:
+
+  $ for actions in meter:1,meter:2 trap,redirect:3 drop,permit remark-0:1,remark-2:1 \
+  >   meter:1,code:53:0:2; do
+  >   swctl acl add 9 action $actions
+  > done
+  swctl: acl add 9 action meter:1,meter:2: bad action "meter:2": a rule cannot do this and "meter:1", expected one of the two
+  swctl: acl add 9 action trap,redirect:3: bad action "redirect:3": a rule cannot do this and "trap", expected one of the two
+  swctl: acl add 9 action drop,permit: bad action "permit": a rule cannot do this and "drop", expected one of the two
+  swctl: acl add 9 action remark-0:1,remark-2:1: bad action "remark-2:1": a rule cannot do this and "remark-0:1", expected one of the two
+  swctl: acl add 9 action meter:1,code:53:0:2: bad action "code:53:0:2": a rule cannot do this and "meter:1", expected one of the two
+  [1]
+  $ swctl acl add 9 src-ip 192.0.2.5/24
+  swctl: acl add 9 src-ip 192.0.2.5/24: bad value "192.0.2.5/24" of src-ip: has bits behind its length; the subnet is 192.0.2.0/24, expected an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK
   [1]
 
 A field that the chip refuses leaves nothing behind:

@@ -100,8 +100,8 @@ Help at every level.
     dtag on|off                               Double-tag mode
     tpid 0-65535                              Tag protocol identifier: a number 0-65535
     entry 0-3                                 Place of tpid in the switch's tables; 0 if not given: a number 0-3
-    ingress RATE                              Limit of what it takes in: a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
-    egress RATE                               Limit of what it sends: a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+    ingress RATE                              Limit of what it takes in: a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
+    egress RATE                               Limit of what it sends: a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
   $ swctl version help
   Usage: swctl version
   

@@ -4,6 +4,7 @@ The object meter.
   $ swctl meter show
   $ swctl meter set 3 rate 1600 burst 4096
   $ swctl meter set 255 rate 31
+  swctl: meter set 255 rate 31: rate is 16, in steps of 16
   $ swctl meter show
   meter  state  rate  burst_slot  burst_word
   3      on     1600  0           32
@@ -24,10 +25,10 @@ What is not given stays:
   $ swctl meter set 3 burst 8192
   $ swctl meter show 3,4
   meter  state  rate  burst_slot  burst_word
-  3      on     1600  0           64
-  4      off    0     0           64
+  3      on     1600  1           64
+  4      off    0     0           32
 
-In one session meters share the two burst sizes, and a third is refused:
+All meters share the two burst sizes, and a third is refused:
 
   $ vchipctl reset
   $ cat > meters <<BATCH
@@ -46,7 +47,7 @@ In one session meters share the two burst sizes, and a third is refused:
   1      on     160   0           32
   2      on     160   1           64
   3      on     160   0           32
-  meters:5: meter set 4 rate 160 burst 2048: user_field_meter_burst_size_set_del refused burst 2048 of meter 4, both slots hold other bursts: result -1
+  meters:5: meter set 4 rate 160 burst 2048: both burst sizes are in use by other meters: 4096 by 1,3, 8192 by 2
   meter  state  rate  burst_slot  burst_word
   4      off    0     0           32
   meter  state  rate  burst_slot  burst_word
@@ -56,7 +57,35 @@ In one session meters share the two burst sizes, and a third is refused:
   4      on     160   1           16
   [2]
 
-A slot is given back if the meter is then refused:
+Another process sees which sizes are in use, and changes none of them:
+
+  $ vchipctl reset
+  $ swctl meter set 1 rate 160 burst 4096
+  $ swctl meter set 2 rate 160 burst 8192
+  $ swctl meter set 3 rate 160 burst 2048
+  swctl: meter set 3 rate 160 burst 2048: both burst sizes are in use by other meters: 4096 by 1, 8192 by 2
+  [2]
+  $ swctl meter set 2 burst 2048
+  $ swctl meter show
+  meter  state  rate  burst_slot  burst_word
+  1      on     160   0           32
+  2      on     160   1           16
+
+A number between two steps is said as it was set, one below the first is refused:
+
+  $ swctl meter set 3 rate 1
+  swctl: meter set 3 rate: bad value "1": less than the first step, 16, expected a number 0-16777200 in steps of 16
+  [1]
+  $ swctl meter set 3 burst 127
+  swctl: meter set 3 burst: bad value "127": less than the first step, 128 bytes, expected a number 1-8388480 bytes in steps of 128
+  [1]
+  $ swctl -j meter set 1 rate 100
+  swctl: meter set 1 rate 100: rate is 96, in steps of 16
+  []
+  $ echo 'meter set 1 rate 50' | swctl
+  stdin:1: meter set 1 rate 50: rate is 48, in steps of 16
+
+A size is taken back if the meter is then refused:
 
   $ vchipctl reset
   $ SWPROBE_FAIL="rtk_acl_meterEntry_set result -1004" swctl meter set 3 rate 160 burst 4096

@@ -95,10 +95,10 @@ What does not fit together changes nothing:
   swctl: port set 6 admin off isolation: bad value "0-27": "27" is out of range, expected interface numbers 0-26 such as 1-4,7
   [1]
   $ swctl port set 6 admin off ingress 10
-  swctl: port set 6 admin off ingress: bad value "10", expected a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+  swctl: port set 6 admin off ingress: bad value "10", expected a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
   [1]
   $ swctl port set 6 admin off ingress 17gbit
-  swctl: port set 6 admin off ingress: bad value "17gbit": "17" is out of range, expected a rate 0-16777200 kbit such as 64kbit, 10mbit or 1gbit
+  swctl: port set 6 admin off ingress: bad value "17gbit": "17" is out of range, expected a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
   [1]
   $ swctl port set 6 admin off advertise 100-full,1000
   swctl: port set 6 admin off advertise: bad value "100-full,1000": "1000" is no choice, expected one of: 10-half, 10-full, 100-half, 100-full, 1000-half, 1000-full, pause, asymmetric-pause
@@ -114,3 +114,12 @@ A refusal says what was done before:
   $ SWPROBE_FAIL='rtk_eee_portEnable_set port 8 result -1004' swctl port set 7-9 eee on
   swctl: port set 7-9 eee on: user_eee_portEnable_set refused port 9: a value is outside its range (result -1004); already done: 7,8
   [2]
+
+A limit below the first step is refused, one between two steps is said as set:
+
+  $ swctl port set 6 ingress 1kbit
+  swctl: port set 6 ingress: bad value "1kbit": less than the first step, 16 kbit, expected a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
+  [1]
+  $ swctl port set 6 egress 100kbit
+  swctl: port set 6 egress 100kbit: egress is 96 kbit, in steps of 16
+  $ swctl port set 6 ingress 96kbit

@@ -209,16 +209,19 @@ Rules go to the adapter:
   swctl: vlan rule add mac: bad value "30", expected a number 0-29
   [1]
   $ swctl vlan rule add mac 3 02:00:5e:00:00 vlan 20
-  swctl: vlan rule add mac 3 02:00:5e:00:00 vlan 20: bad value "02:00:5e:00:00", expected a MAC address such as 02:00:5e:00:00:01
+  swctl: vlan rule add mac 3: bad value "02:00:5e:00:00", expected an address such as 02:00:5e:00:00:01
   [1]
   $ swctl vlan rule add mac 3 02:00:5e:00:00:100 vlan 20
-  swctl: vlan rule add mac 3 02:00:5e:00:00:100 vlan 20: bad value "02:00:5e:00:00:100", expected a MAC address such as 02:00:5e:00:00:01
+  swctl: vlan rule add mac 3: bad value "02:00:5e:00:00:100", expected an address such as 02:00:5e:00:00:01
   [1]
   $ swctl vlan rule add ip4 3 192.0.2.0/33 vlan 20
-  swctl: vlan rule add ip4 3 192.0.2.0/33 vlan 20: bad value "192.0.2.0/33", expected a subnet such as 192.0.2.0/24
+  swctl: vlan rule add ip4 3 192.0.2.0/33 vlan 20: bad value "192.0.2.0/33": out of range, expected a subnet such as 192.0.2.0/24
   [1]
   $ swctl vlan rule add ip4 3 192.0.2 vlan 20
-  swctl: vlan rule add ip4 3 192.0.2 vlan 20: bad value "192.0.2", expected a subnet such as 192.0.2.0/24
+  swctl: vlan rule add ip4 3 192.0.2 vlan 20: bad value "192.0.2": not an address, expected a subnet such as 192.0.2.0/24
+  [1]
+  $ swctl vlan rule add ip4 3 192.0.2.5/24 vlan 20
+  swctl: vlan rule add ip4 3 192.0.2.5/24 vlan 20: bad value "192.0.2.5/24": has bits behind its length; the subnet is 192.0.2.0/24, expected a subnet such as 192.0.2.0/24
   [1]
   $ swctl vlan rule add ip4 4 192.0.2.7 vlan 20 ports 1
   $ vchipctl dump --block rules --compact | jq -c '.[] | select(.index == 4) | .qualifiers[1]'
