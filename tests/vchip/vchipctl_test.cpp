@@ -143,7 +143,7 @@ TEST_F(Vchipctl, TheImageIsNamedByOptionOrEnvironment) {
 
 TEST_F(Vchipctl, StatusOfAnImageThatNobodyUses) {
   expect_done("reset");
-  const Result text = run("status");
+  const Answer text = run("status");
   EXPECT_EQ(text.status, 0);
   EXPECT_EQ(text.output.find("image " + image_ + "\n  lock                 "), 0u) << text.output;
   EXPECT_NE(text.output.find("\n  held                 by nobody\n"
@@ -159,7 +159,7 @@ TEST_F(Vchipctl, StatusOfAnImageThatNobodyUses) {
 }
 
 TEST_F(Vchipctl, StatusMakesNoImage) {
-  const Result result = run("status");
+  const Answer result = run("status");
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.output,
             "vchipctl: image " + image_ + ": cannot be opened: No such file or directory\n");
@@ -192,12 +192,12 @@ TEST_F(Vchipctl, SeveralImagesOfWhichOneIsBad) {
   const std::string bad = directory_ + "/bad.img";
   expect_done("link up 3");
   std::ofstream(bad) << "SWVCHIP\n and no more";
-  const Result reset = run("--image " + directory_ + " reset");
+  const Answer reset = run("--image " + directory_ + " reset");
   EXPECT_EQ(reset.status, 2);
   EXPECT_EQ(reset.output.find("vchipctl: image " + bad + ": truncated: "), 0u) << reset.output;
   EXPECT_NE(reset.output.find("\nvchipctl: 1 of 2 images refused\n"), std::string::npos);
   EXPECT_EQ(linked(0), "");
-  const Result states = run("--image " + directory_ + " status -j");
+  const Answer states = run("--image " + directory_ + " status -j");
   EXPECT_EQ(states.status, 2);
   const size_t from = states.output.find("[{"), to = states.output.find("}]\n");
   ASSERT_NE(to, std::string::npos) << states.output;
@@ -211,7 +211,7 @@ TEST_F(Vchipctl, OneImageWhereOneIsMeant) {
                  "'" + word + "' names several images: this command takes one");
   expect_wrong("--image " + image_ + ", reset",
                "an empty name in the list of images '" + image_ + ",'");
-  const Result empty = run("--image " + directory_ + " reset");
+  const Answer empty = run("--image " + directory_ + " reset");
   EXPECT_EQ(empty.status, 2);
   EXPECT_EQ(empty.output, "vchipctl: directory " + directory_ + ": has no image\n");
   // A comma in the name of a file that is there is a comma.
