@@ -34,7 +34,7 @@ void read_by_shell(bool groups) {
   static swfuzz::MemoryFile file;
   file.set("");
   swsh::DataOutput output(file.descriptor());
-  swsh::report(outcome, "swctl", format, output);
+  swsh::report(outcome, "swctl", {format}, output);
 }
 
 }  // namespace

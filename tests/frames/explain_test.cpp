@@ -36,7 +36,9 @@ TEST_F(Explain, SaysWhatThenHappensAndChangesNothing) {
       const auto port = static_cast<int32_t>(random() % VCHIP_PORTS);
       const Bytes before = each % 20 == 0 ? memory() : Bytes();
       const vchip::Explanation explanation = explained(port, frame);
-      if (!before.empty()) EXPECT_TRUE(memory() == before) << "seed " << seed;
+      if (!before.empty()) {
+        EXPECT_TRUE(memory() == before) << "seed " << seed;
+      }
       arrive(port, frame);
       size_t place = 0;
       for (int32_t out = 0; out < VCHIP_PORTS; ++out)
