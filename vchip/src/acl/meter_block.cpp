@@ -16,8 +16,7 @@ constexpr uint64_t kBurstUnit = 128;  // bytes
 void MeterBlock::reset() {
   for (Meter &meter : meters_) meter = {};
   burst_ = {{512, 61440}};
-  for (uint32_t meter = 0; meter < VCHIP_METERS; ++meter)
-    meters_[meter].bucket.fill_up(fill(meter), 0);
+  for (uint32_t meter = 0; meter < VCHIP_METERS; ++meter) meters_[meter].bucket.fill_up(0);
 }
 
 bool MeterBlock::sound() const {

@@ -28,12 +28,14 @@ constexpr Fill fill_of_frames(uint32_t rate, uint64_t size) {
 }
 
 inline constexpr uint64_t kNever = UINT64_MAX;
+inline constexpr uint64_t kFull = UINT64_MAX;
 
 struct Bucket {
   uint64_t level;  // tokens at that time
   uint64_t time;   // nanoseconds of the chip's clock
 
-  constexpr void fill_up(const Fill &fill, uint64_t now) { *this = {fill.size, now}; }
+  // A full one stays full whatever its size becomes.
+  constexpr void fill_up(uint64_t now) { *this = {kFull, now}; }
 
   constexpr uint64_t level_at(const Fill &fill, uint64_t now) const {
     if (level >= fill.size) return fill.size;
@@ -63,6 +65,7 @@ struct Bucket {
   // A larger bucket gets the difference, a smaller one spills.
   constexpr void change(const Fill &before, const Fill &after, uint64_t now) {
     const uint64_t held = level_at(before, now);
+    if (held == before.size) return fill_up(now);
     const uint64_t grown = after.size > before.size ? held + (after.size - before.size) : held;
     *this = {grown < after.size ? grown : after.size, now};
   }

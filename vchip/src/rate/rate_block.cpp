@@ -31,16 +31,15 @@ void RateBlock::reset() {
   for (Storm &storm : power_on.storm) storm.rate = kMaxStormRate;
   for (Port &port : ports_) {
     port = power_on;
-    port.ingress.bucket.fill_up(fill_of(port.ingress), 0);
-    port.egress.bucket.fill_up(fill_of(port.egress), 0);
+    port.ingress.bucket.fill_up(0);
+    port.egress.bucket.fill_up(0);
   }
   fill_storms(0);
 }
 
 void RateBlock::fill_storms(uint64_t now) {
   for (int32_t port = 0; port < VCHIP_PORTS; ++port)
-    for (uint32_t type = 0; type < kStormTypes; ++type)
-      storm(port, type).bucket.fill_up(storm_fill(port, type), now);
+    for (uint32_t type = 0; type < kStormTypes; ++type) storm(port, type).bucket.fill_up(now);
 }
 
 Fill RateBlock::fill_of(const Bandwidth &limit) {
