@@ -139,6 +139,7 @@ bool AddressTable::put(const chip_l2_ucast_entry &entry) {
 }
 
 uint32_t AddressTable::age(int32_t index) const {
+  if (is_static(entry(index))) return 0;  // they do not age
   const uint64_t seconds = (now_ - slots_[index].seen) / kNanosecondsPerSecond;
   return static_cast<uint32_t>(std::min<uint64_t>(seconds, UINT32_MAX));
 }

@@ -15,17 +15,24 @@ using vchip::on_vlan_id;
 
 namespace {
 
-bool is_elsewhere(const chip_l2_ucast_entry &entry, int32_t port) {
-  return entry.port != port && (entry.flags & vchip::kViolationIgnoredFlag) == 0;
+// Here a station is at one port of its trunk: at another port of it, an entry
+// that was learned moves, and one that is bound is violated.
+vchip::Learn plan(const vchip::L2Block &block, int32_t index, const vchip::Source &source) {
+  const vchip::Learn learn = block.plan(index, source);
+  if (index == vchip::kNoIndex || block.table().entry(index).port == source.port) return learn;
+  if (vchip::is_static(block.table().entry(index))) {
+    const uint32_t flags = block.table().entry(index).flags;
+    const bool noted = (flags & vchip::kViolationIgnoredFlag) == 0;
+    return noted ? vchip::Learn::violation : vchip::Learn::nothing;
+  }
+  const bool limited = block.plan(vchip::kNoIndex, source) == vchip::Learn::limit;
+  return limited ? vchip::Learn::limit : vchip::Learn::move;
 }
 
 // What a frame with this source does, and why it does nothing.
 int32_t learn(vchip::L2Block &block, const vchip::Source &source) {
   const int32_t index = block.table().find(source.vid, source.mac);
-  vchip::Learn learn = block.plan(index, source);
-  // Here a station is at one port of its trunk, and not at the others.
-  if (learn == vchip::Learn::nothing && is_elsewhere(block.table().entry(index), source.port))
-    learn = vchip::Learn::violation;
+  const vchip::Learn learn = plan(block, index, source);
   block.apply(learn, index, source);
   if (learn == vchip::Learn::full) return VCHIP_E_L2_FULL;
   return learn == vchip::Learn::limit ? VCHIP_E_L2_LIMIT : 0;
