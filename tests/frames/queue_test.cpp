@@ -288,6 +288,7 @@ std::string history(uint64_t seed, uint64_t step) {
   }
   EXPECT_EQ(rtk_l2_aging_set(0, 1), 0);
   std::mt19937 random(static_cast<uint32_t>(seed));
+  const auto any = [&] { return station(static_cast<uint32_t>(random() % 6)); };
   uint64_t clock = 0;
   for (int each = 0; each < 120; ++each) {
     const uint64_t until = clock + random() % 40000000;
@@ -296,7 +297,7 @@ std::string history(uint64_t seed, uint64_t step) {
       EXPECT_EQ(vchip_clock_advance(part), 0);
       clock += part;
     }
-    const Bytes frame = plain(station(random() % 6), station(random() % 6), 60 + random() % 1400);
+    const Bytes frame = plain(any(), any(), 60 + random() % 1400);
     const auto port = static_cast<int32_t>(random() % 6);
     EXPECT_EQ(vchip_frame_arrive(0, port, frame.data(), static_cast<uint32_t>(frame.size())), 0);
   }
