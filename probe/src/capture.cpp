@@ -37,25 +37,11 @@ void store_as(unsigned char *at, int64_t value) {
   std::memcpy(at, &narrow, sizeof narrow);
 }
 
-void add_record(std::vector<Part> &parts, const ArgumentInfo &info, const std::string &name,
-                const unsigned char *at) {
-  for (const Field &field : info.fields) {
-    parts.push_back(
-        {name + "." + std::string(field.name), &info, &field, at + field.offset, field.count});
-  }
-}
-
-void add_argument(std::vector<Part> &parts, const ArgumentInfo &info, const Address &address) {
-  const auto *at = static_cast<const unsigned char *>(address.at);
-  const std::string name(info.name);
-  if (at == nullptr || !info.is_record()) {
-    parts.push_back({name, &info, &info.fields.front(), at, address.count});
-    return;
-  }
-  for (size_t i = 0; i < address.count; ++i) {
-    add_record(parts, info, info.array ? name + "[" + std::to_string(i) + "]" : name,
-               at + i * info.stride);
-  }
+std::string name_of(const Spot &spot) {
+  std::string name(spot.info->name);
+  if (!spot.is_field()) return name;
+  if (spot.info->array) name += '[' + std::to_string(spot.record) + ']';
+  return name + '.' + std::string(spot.field->name);
 }
 
 }  // namespace
@@ -63,7 +49,9 @@ void add_argument(std::vector<Part> &parts, const ArgumentInfo &info, const Addr
 std::vector<Part> parts_of(std::span<const ArgumentInfo> infos,
                            std::span<const Address> addresses) {
   std::vector<Part> parts;
-  for (size_t i = 0; i < infos.size(); ++i) add_argument(parts, infos[i], addresses[i]);
+  each_spot(infos, addresses, [&](const Spot &spot) {
+    parts.push_back({name_of(spot), spot.info, spot.field, spot.at, spot.count});
+  });
   return parts;
 }
 
@@ -107,13 +95,15 @@ void capture_after(const std::vector<Part> &parts, Call &call) {
       call.arguments[i].after = load(parts[i]);
 }
 
+int64_t load_element(const Field &field, const unsigned char *at, size_t index) {
+  at += index * field.width;
+  return field.is_signed ? load_signed(at, field.width) : load_unsigned(at, field.width);
+}
+
 std::vector<int64_t> load(const Part &part) {
-  const auto load_one = part.field->is_signed ? load_signed : load_unsigned;
   std::vector<int64_t> values;
   values.reserve(part.count);
-  for (size_t i = 0; i < part.count; ++i) {
-    values.push_back(load_one(part.at + i * part.field->width, part.field->width));
-  }
+  for (size_t i = 0; i < part.count; ++i) values.push_back(load_element(*part.field, part.at, i));
   return values;
 }
 

@@ -2,7 +2,7 @@
 #include "observation.h"
 
 #include "keep_errno.h"
-#include "session.h"
+#include "plain_recording.h"
 
 namespace swprobe {
 namespace {
@@ -14,13 +14,14 @@ thread_local bool inside = false;
 }  // namespace
 
 Observation::Observation(Site &site, std::span<const Address> addresses)
-    : site_(site), outermost_(!inside) {
+    : site_(site), addresses_(addresses), outermost_(!inside) {
   const KeepErrno keep_errno;
   inside = true;
-  watched_ = outermost_ && Session::get().watches();
-  if (watched_) look(addresses);
+  if (outermost_) look_ = Session::get().look();
+  if (look_ == Look::at_all) look();
+  if (look_ == Look::to_record) PlainRecording::mine().begin(site_, addresses_);
   if (!verdict_) next_ = site.find_next();
-  if (outermost_ && !watched_) Session::get().open_short_way(site, next_);
+  if (outermost_ && look_ == Look::none) Session::get().open_short_way(site, next_);
 }
 
 Observation::~Observation() {
@@ -31,8 +32,8 @@ bool Observation::is_inside() {
   return inside;
 }
 
-void Observation::look(std::span<const Address> addresses) {
-  call_ = captured(site_, addresses, parts_);
+void Observation::look() {
+  call_ = captured(site_, addresses_, parts_);
   verdict_ = Session::get().judge(call_, expected_);
 }
 
@@ -42,8 +43,21 @@ int32_t Observation::finish(int32_t result) {
   } else if (next_ == nullptr) {
     result = -1;
   }
-  if (!watched_) return result;
   const KeepErrno keep_errno;
+  if (look_ == Look::at_all) add(result);
+  if (look_ == Look::to_record) record(result);
+  return result;
+}
+
+void Observation::record(int32_t result) {
+  const bool made_up = next_ == nullptr;
+  const bool refused = site_.has_result && result < 0;
+  PlainRecording &recording = PlainRecording::mine();
+  recording.end(site_, addresses_, {!made_up && !refused, result, made_up});
+  Session::get().record(recording);
+}
+
+void Observation::add(int32_t result) {
   call_.made_up = next_ == nullptr;
   call_.result = site_.has_result ? result : 0;
   if (verdict_) {
@@ -52,7 +66,6 @@ int32_t Observation::finish(int32_t result) {
     capture_after(parts_, call_);
   }
   Session::get().add(std::move(call_), expected_);
-  return result;
 }
 
 void Observation::answer_output(const Output &output) {

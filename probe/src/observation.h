@@ -7,12 +7,14 @@
 
 #include "capture.h"
 #include "plan.h"
+#include "session.h"
 
 namespace swprobe {
 
 class Observation {
  public:
-  // Looks at what goes into the call and asks the plan.
+  // Looks at what goes into the call and asks the plan. What the addresses are
+  // of lives as long as this.
   Observation(Site &site, std::span<const Address> addresses);
   ~Observation();
   Observation(const Observation &) = delete;
@@ -34,13 +36,16 @@ class Observation {
   int32_t finish(int32_t result);
 
  private:
-  void look(std::span<const Address> addresses);
+  void look();
+  void record(int32_t result);
+  void add(int32_t result);
   void answer_output(const Output &output);
   void answer_outputs();
 
   Site &site_;
+  std::span<const Address> addresses_;
   bool outermost_;
-  bool watched_ = false;
+  Look look_ = Look::none;
   void *next_ = nullptr;
   std::vector<Part> parts_;
   Call call_{};

@@ -21,6 +21,11 @@ inline constexpr const char *kThisByteOrder =
 std::string recording_header(bool library = false);
 std::string recording_line(const Call &call, bool library = false);
 
+// A text between quotes. Bytes outside ASCII become the characters of the same
+// number, so that a text in any encoding is valid JSON and comes back byte by
+// byte.
+void append_json_text(std::string &line, std::string_view text);
+
 // The reverse. Both throw std::runtime_error saying what is wrong.
 Call call_of(const std::string &line);
 // Whether a recording with this header comes from a machine of the other byte

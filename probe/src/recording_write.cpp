@@ -7,22 +7,6 @@
 namespace swprobe {
 namespace {
 
-// Bytes outside ASCII become the characters of the same number, so that a text
-// in any encoding is valid JSON and comes back byte by byte.
-void add_json_text(Buffer &line, const std::string &text) {
-  add(line, "\"");
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    const bool plain = byte >= ' ' && byte < 0x7f && character != '"' && character != '\\';
-    if (plain) {
-      add(line, "{}", character);
-    } else {
-      add(line, "\\u{:04x}", byte);
-    }
-  }
-  add(line, "\"");
-}
-
 void add_json_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
   const bool array = argument.array || values.size() != 1;
   add(line, "{}", array ? "[" : "");
@@ -42,7 +26,9 @@ void add_json_argument(Buffer &line, const Argument &argument) {
   if (given) {
     add(line, "\"in\":");
     if (argument.form == Form::text) {
-      add_json_text(line, argument.text);
+      std::string text;
+      append_json_text(text, argument.text);
+      add(line, "{}", text);
     } else {
       add_json_values(line, argument, argument.before);
     }
@@ -55,6 +41,20 @@ void add_json_argument(Buffer &line, const Argument &argument) {
 }
 
 }  // namespace
+
+void append_json_text(std::string &line, std::string_view text) {
+  line += '"';
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    const bool plain = byte >= ' ' && byte < 0x7f && character != '"' && character != '\\';
+    if (plain) {
+      line += character;
+    } else {
+      fmt::format_to(std::back_inserter(line), "\\u{:04x}", byte);
+    }
+  }
+  line += '"';
+}
 
 std::string recording_header(bool library) {
   return fmt::format("{{\"format\":\"{}\",\"version\":{},\"byte_order\":\"{}\"}}", kRecordingFormat,

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "line.h"
+#include "plain_recording.h"
 #include "recording.h"
 
 namespace swprobe {
@@ -55,7 +56,9 @@ Session::Session(Settings settings)
       writers_(std::move(settings.traces), std::move(settings.recordings),
                std::move(settings.filter)),
       watching_library_(writers_.any_library()) {
-  watching_ = writers_.any() || !settings.rules.empty() || expectation_ || answers_;
+  const bool judges = !settings.rules.empty() || expectation_ || answers_;
+  if (judges || writers_.any()) look_ = Look::at_all;
+  if (!judges && writers_.are_plain_recordings()) look_ = Look::to_record;
   for (Rule &rule : settings.rules) plan_.add_rule(std::move(rule));
   // A child of fork() must not inherit the lock from a thread it does not have.
   pthread_atfork([] { get().mutex_.lock(); }, [] { get().mutex_.unlock(); },
@@ -80,13 +83,8 @@ void Session::say_complaints() {
   if (difference) complain(*difference);
 }
 
-bool Session::watches() {
-  const std::lock_guard lock(mutex_);
-  return watching_;
-}
-
 bool Session::watches(const Site &site) const {
-  return site.layer == Layer::library ? watching_library_ : watching_;
+  return site.layer == Layer::library ? watching_library_ : look() != Look::none;
 }
 
 void Session::open_short_way(Site &site, void *next) {
@@ -124,6 +122,11 @@ void Session::add(Call call, uint64_t expected) {
   if (keeping_) kept_.push_back(std::move(call));
 }
 
+void Session::record(PlainRecording &recording) {
+  const std::lock_guard lock(mutex_);
+  writers_.record(recording.line(++number_));
+}
+
 void Session::leave(Call call) {
   const char *sentence = writers_.any_trace() ? sentence_for(call) : nullptr;
   const std::lock_guard lock(mutex_);
@@ -138,7 +141,8 @@ void Session::close_short_ways() {
 void Session::keep() {
   const std::lock_guard lock(mutex_);
   if (keeping_) return;
-  keeping_ = watching_ = true;
+  keeping_ = true;
+  look_ = Look::at_all;
   close_short_ways();
 }
 

@@ -3,6 +3,7 @@
 #ifndef SWCTL_PROBE_SESSION_H
 #define SWCTL_PROBE_SESSION_H
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -12,13 +13,19 @@
 
 namespace swprobe {
 
+class PlainRecording;
+
+// What is done with a call of the platform: nothing, its line in a recording and
+// nothing else, or whatever somebody wants of it.
+enum class Look { none, to_record, at_all };
+
 class Session {
  public:
   // The first use reads the environment; a wrong word there ends the process.
   static Session &get();
 
-  // Whether calls are to be looked at, and whether functions of the library are.
-  bool watches();
+  Look look() const { return look_.load(std::memory_order_relaxed); }
+  // Whether functions of the library are looked at.
   bool watches_library() const { return watching_library_; }
   // Until somebody watches, the site's calls go straight to `next`. The lookup
   // of `next` is the caller's: the dynamic linker has a lock of its own, which
@@ -30,6 +37,7 @@ class Session {
   std::optional<Verdict> judge(const Call &call, uint64_t &expected);
   // Numbers, keeps and writes a call that has returned.
   void add(Call call, uint64_t expected);
+  void record(PlainRecording &recording);
   // A function of the library has been called; has returned; will never return.
   void enter(const Call &call) { writers_.enter(call); }
   void leave(Call call);
@@ -59,7 +67,7 @@ class Session {
   void close_short_ways();
 
   std::mutex mutex_;
-  bool watching_ = false;
+  std::atomic<Look> look_ = Look::none;
   bool keeping_ = false;
   bool judged_ = false;  // a call, in this process
   uint64_t number_ = 0;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "line.h"
+#include "of_this_thread.h"
 #include "recording.h"
 
 namespace swprobe {
@@ -18,8 +19,7 @@ struct Frame {
 };
 
 std::vector<Frame> &frames() {
-  static thread_local std::vector<Frame> of_this_thread;
-  return of_this_thread;
+  return of_this_thread<std::vector<Frame>>();
 }
 
 int shown_frames() {
@@ -41,6 +41,14 @@ bool Writers::any_library() const {
     return std::ranges::any_of(all, &Destination::library);
   };
   return has_library(traces_) || has_library(recordings_);
+}
+
+bool Writers::are_plain_recordings() const {
+  return !recordings_.empty() && traces_.empty() && filter_.fits_all() && !any_library();
+}
+
+void Writers::record(std::string_view line) {
+  for (Destination &each : recordings_) each.file.write(line);
 }
 
 // What is called inside a function that is shown is shown with it.

@@ -27,6 +27,11 @@ class Writers {
   bool any_trace() const { return !traces_.empty(); }
   bool any_library() const;
 
+  // Whether all that is written is a line for each call of the platform in
+  // recordings, which record() can write as well as add().
+  bool are_plain_recordings() const;
+  void record(std::string_view line);
+
   // A call of the platform that has returned. `sentence` explains its result
   // and may be null.
   void add(Call call, const char *sentence);

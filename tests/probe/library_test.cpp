@@ -164,6 +164,20 @@ TEST_F(LibraryTest, AnyAddressCanBeRead) {
   EXPECT_EQ(calls[1].depth, 2);
 }
 
+// A probe that does nothing but record has a shorter way to the same lines.
+TEST_F(LibraryTest, EitherWayOfRecordingWritesTheSame) {
+  const std::string other = file_ + ".other";
+  const auto record = [](const std::string &words) {
+    return run({EVERY_FUNCTION, "", PROBE_LIBRARY, {{"SWPROBE", words}, {"VCHIP_LOG", "none"}}});
+  };
+  record("record:" + file_);
+  record("trace:/dev/null,record:" + other);
+  const std::string text = text_of(file_);
+  EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 1000);
+  EXPECT_TRUE(text == text_of(other));
+  std::remove(other.c_str());
+}
+
 TEST_F(LibraryTest, WithTheLibraryARecordingStillServes) {
   preloaded(BOARD_PROGRAM, "record:library:" + file_);
   const Outcome expected = preloaded(BOARD_PROGRAM, "expect-stop:" + file_);

@@ -73,12 +73,24 @@ static int call_with_all_closed(void) {
   return fseek(own, 0, SEEK_END) == 0 && ftell(own) == 0 ? 0 : 30;
 }
 
+static void call_at_the_end(void) {
+  read_link(0, 2);
+}
+
+/* Calls after the thread's own objects are gone. */
+static int call_late(void) {
+  atexit(call_at_the_end);
+  read_link(0, 1);
+  return 0;
+}
+
 int main(int argc, char **argv) {
   const char *what = argc > 1 ? argv[1] : "calls";
   if (strcmp(what, "fork") == 0) return make_calls_in_two_processes(1);
   if (strcmp(what, "fork-idle") == 0) return make_calls_in_two_processes(0);
   if (strcmp(what, "nothing") == 0) return 0;
   if (strncmp(what, "closed-", 7) == 0) return call_with_closed(what + 7);
+  if (strcmp(what, "late") == 0) return call_late();
   if (strcmp(what, "close-all") == 0) return call_with_all_closed();
   if (strcmp(what, "once") == 0) read_link(0, 1);
   if (strcmp(what, "twice") == 0 || strcmp(what, "once-more") == 0) read_link(0, 0);

@@ -129,6 +129,15 @@ TEST_F(PreloadTest, APlanAloneWritesNothing) {
   EXPECT_EQ(outcome.error, "");
 }
 
+TEST_F(PreloadTest, CallsMayComeUntilTheEnd) {
+  for (const std::string word : {"record:", "record:library:"}) {
+    const Outcome outcome = preloaded(word + file_, "late");
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(swprobe::read_recording(file_).size(), 2u) << word;
+  }
+}
+
 // A wrong plan looks like a program without a fault.
 TEST_F(PreloadTest, RulesThatNeverFiredAreTold) {
   const Outcome outcome = preloaded("", "twice",
