@@ -9,7 +9,7 @@ set(swctl_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/swctl)
 set_target_properties(swctl-vchip PROPERTIES EXPORT_NAME vchip)
 set_target_properties(swctl-probe PROPERTIES EXPORT_NAME probe)
 install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
-install(TARGETS swctl_program vchipctl swctl-replay)
+install(TARGETS swctl_program vchipctl swctl-replay swctl-faults)
 install(EXPORT swctl NAMESPACE swctl:: DESTINATION ${swctl_package_dir} FILE swctl-targets.cmake)
 configure_package_config_file(cmake/swctl-config.cmake.in
   ${PROJECT_BINARY_DIR}/swctl-config.cmake INSTALL_DESTINATION ${swctl_package_dir})
@@ -30,7 +30,8 @@ endforeach()
 install(DIRECTORY include/swctl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY vchip/include/swctl-vchip DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES shell/completion/swctl vchip/completion/vchipctl
+install(FILES shell/completion/swctl vchip/completion/vchipctl replay/completion/swctl-replay
+  faults/completion/swctl-faults
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES docs/swctl.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/swctl)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
@@ -41,7 +42,8 @@ install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTE
 
 # All that is installed, and nothing else.
 add_custom_target(swctl_installed
-  DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl swctl-replay)
+  DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl swctl-replay
+    swctl-faults)
 if(TARGET swctl_manual)
   add_dependencies(swctl_installed swctl_manual)
 endif()

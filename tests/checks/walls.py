@@ -21,6 +21,7 @@ RULES = {
     "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'".*"'],
     "probe": [SYSTEM, PLATFORM, r"<swctl/swctl\.h>", r"<swctl-probe/.*>", r'".*"'],
     "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
+    "faults": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
     "bench": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
     "kernel": [SYSTEM, r"<swctl/.*>", r'".*"'],

@@ -15,6 +15,9 @@ REFUSED = 2
 STREAMS = (0, 1, 2)
 SUBSETS = [[each for each in STREAMS if subset >> each & 1] for subset in range(1 << len(STREAMS))]
 
+# An image begins with what is written once, where stray output would go first;
+# the rest of its header says who looked.
+CONSTANT, HEADER = 28, 4096
 BATCH = "port set 2 admin off\nport show 2\n"
 COMMANDS = [
     ["swctl", "port", "show"],
@@ -40,6 +43,8 @@ COMMANDS = [
     ["swctl-replay", "-j", "calls"],
     ["swctl-replay", "--help"],
     ["swctl-replay", "no-such-file"],
+    ["swctl-faults", "--help"],
+    ["swctl-faults", "--", "no-such-program"],
 ]
 PROBED_COMMANDS = [
     ["swctl", "port", "show", "1-4"],
@@ -66,7 +71,9 @@ class Run:
                 command, cwd=directory, env=environment, stdin=subprocess.DEVNULL, stdout=out,
                 stderr=err, check=False, preexec_fn=lambda: [os.close(each) for each in closed],
             ).returncode
-        self.files = {name: (directory / name).read_bytes() for name in ("chip.img", "recording")}
+        image = (directory / "chip.img").read_bytes()
+        self.files = {"chip.img": image[:CONSTANT] + image[HEADER:],
+                      "recording": (directory / "recording").read_bytes()}
         self.out = (directory / "out").read_bytes()
         self.err = (directory / "err").read_bytes()
 
