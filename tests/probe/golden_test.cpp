@@ -109,6 +109,18 @@ TEST_F(GoldenTest, RulesSayWhatMayDiffer) {
             "swprobe: " + file("rules") + ":2: 'diffre' is none of differ, unordered and ignore\n");
 }
 
+// The answer of a call that is not compared is not that of the one before it.
+TEST_F(GoldenTest, AnIgnoredCallHasNoPartInADifference) {
+  const std::string golden = recorded("calls");
+  std::string text = text_of(golden);
+  text.replace(text.find("PLAIN"), 5, "OTHER");
+  std::ofstream(golden) << text;
+  std::ofstream(file("rules")) << "ignore adp_intf_2_phy_id\n";
+  const Outcome outcome = preloaded("expect:" + golden + ",rules:" + file("rules"), "calls");
+  EXPECT_THAT(outcome.error, testing::HasSubstr("the call differs in tag"));
+  EXPECT_THAT(outcome.error, testing::Not(testing::HasSubstr("answered")));
+}
+
 TEST_F(GoldenTest, ARecordingThatIsCutOffIsUsedUpToThere) {
   const std::string golden = recorded("twice");
   std::filesystem::resize_file(golden, std::filesystem::file_size(golden) - 30);
