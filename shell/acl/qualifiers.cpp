@@ -168,7 +168,7 @@ MatchValue value_of(const Qualifier &qualifier, const Arguments &arguments) {
   MatchValue value;
   switch (qualifier.style) {
     case Style::masked: return masked_value(qualifier, arguments.word(name));
-    case Style::ports: value.number = portmask_of(arguments.numbers(name)); break;
+    case Style::ports: value.number = portmask_of(interfaces_given(arguments, name)); break;
     case Style::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
     case Style::frame_type:
     case Style::ip_type: value.number = arguments.u32(name); break;

@@ -76,8 +76,19 @@ std::vector<Port> front_ports() {
   return ports;
 }
 
+std::vector<int64_t> interfaces_given(const Arguments &arguments, const std::string &name) {
+  if (!arguments.at(name).all) return arguments.numbers(name);
+  std::vector<int64_t> interfaces;
+  for (const Port &port : front_ports()) interfaces.push_back(port.interface);
+  return interfaces;
+}
+
+std::vector<Port> ports_given(const Arguments &arguments, const std::string &name) {
+  return ports_of(interfaces_given(arguments, name));
+}
+
 std::vector<Port> chosen_ports(const Arguments &arguments) {
-  return arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : front_ports();
+  return arguments.has("PORTS") ? ports_given(arguments, "PORTS") : front_ports();
 }
 
 std::map<uint32_t, std::vector<int64_t>> interfaces_by(

@@ -31,6 +31,11 @@ struct Port {
 Port port_of(int64_t interface);
 std::vector<Port> ports_of(const std::vector<int64_t> &interfaces);
 
+// The interfaces and the ports that a command names; `all` are the front ports
+// that the board has. The second throws as ports_of() does.
+std::vector<int64_t> interfaces_given(const Arguments &arguments, const std::string &name);
+std::vector<Port> ports_given(const Arguments &arguments, const std::string &name);
+
 // All front ports that the board has, in the order of their interfaces. Throws
 // a CommandError of status kRefused if there is none.
 std::vector<Port> front_ports();

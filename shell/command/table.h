@@ -41,7 +41,8 @@ struct Type {
   int64_t high = 0;
   std::string unit;  // of a number, for help and messages
   std::vector<Choice> choices;
-  int64_t step = 1;  // of a number: what lies between two steps becomes the lower one
+  int64_t step = 1;   // of a number: what lies between two steps becomes the lower one
+  bool none = false;  // of interfaces: the word "none" is a list too
 };
 
 // The word of a value, or the number itself if it has none: as text, and as
@@ -54,6 +55,8 @@ Type numbers(int64_t low, int64_t high);
 // Front interfaces; lowest is 0 where the CPU has its place too.
 Type interface_number(int64_t lowest = 1);
 Type interface_list(int64_t lowest = 1);
+// The same with "none" for an empty list.
+Type interface_list_or_none(int64_t lowest = 1);
 Type choice(std::vector<Choice> choices);
 Type choice_list(std::vector<Choice> choices);
 // Up to `most` bytes in hexadecimal.
@@ -86,7 +89,12 @@ struct Argument {
   std::string word;
   int64_t number = 0;            // number, interface, the value of a choice
   std::vector<int64_t> numbers;  // of a list; the six bytes of an address
+  bool all = false;              // of interfaces: all front ports that there are
 };
+
+// The lists of interfaces that are words.
+inline constexpr char kAllPorts[] = "all";
+inline constexpr char kNoPorts[] = "none";
 
 // A command's arguments by parameter name. The walker has checked them
 // against the table, so a required one is there.

@@ -35,6 +35,12 @@ Type interface_list(int64_t lowest) {
   return {Kind::interfaces, lowest, USER_FRONT_INTERFACES, "", {}};
 }
 
+Type interface_list_or_none(int64_t lowest) {
+  Type type = interface_list(lowest);
+  type.none = true;
+  return type;
+}
+
 Type choice(std::vector<Choice> choices) {
   return {Kind::choice, 0, 0, "", std::move(choices)};
 }

@@ -49,6 +49,14 @@ ParsedValue parse_list_value(const Type &type, const std::string &word) {
   return {{word, 0, parsed.numbers}, parsed.fault};
 }
 
+ParsedValue parse_interfaces(const Type &type, const std::string &word) {
+  if (type.none && word == kNoPorts) return {{word, 0, {}}, ""};
+  if (word != kAllPorts) return parse_list_value(type, word);
+  ParsedValue all = {{word, 0, {}, true}, ""};
+  for (int64_t front = 1; front <= type.high; ++front) all.argument.numbers.push_back(front);
+  return all;
+}
+
 ParsedValue parse_mac_value(const std::string &word) {
   const std::vector<int64_t> bytes = parse_mac(word);
   return {{word, 0, bytes}, bytes.empty() ? quoted(word) + " is no address" : ""};
@@ -121,8 +129,8 @@ ParsedValue parse_value(const Type &type, const std::string &word) {
   switch (type.kind) {
     case Kind::number:
     case Kind::interface: return parse_number_value(type, word);
-    case Kind::numbers:
-    case Kind::interfaces: return parse_list_value(type, word);
+    case Kind::numbers: return parse_list_value(type, word);
+    case Kind::interfaces: return parse_interfaces(type, word);
     case Kind::choice: return parse_choice(type, word);
     case Kind::mac: return parse_mac_value(word);
     case Kind::choices: return parse_choices(type, word);
@@ -156,7 +164,9 @@ std::vector<std::string> value_expected(const Type &type) {
     case Kind::number: return {"a number " + range_text(type)};
     case Kind::numbers: return {"a list of numbers " + range_text(type) + " such as 1-4,7"};
     case Kind::interface: return {"an interface number " + range_text(type)};
-    case Kind::interfaces: return {"interface numbers " + range_text(type) + " such as 1-4,7"};
+    case Kind::interfaces:
+      return {"interface numbers " + range_text(type) + " such as 1-4,7, " +
+              (type.none ? "all or none" : "or all")};
     case Kind::mac: return {"an address such as 02:00:5e:00:00:01"};
     case Kind::choice:
     case Kind::choices: return choice_words(type);

@@ -94,7 +94,9 @@ class Walker {
       walk_.help = true;
       return;
     }
-    if (place != nullptr && place->required) return take_value(*place, word);
+    const bool is_all =
+        place != nullptr && place->type.kind == Kind::interfaces && word == kAllPorts;
+    if (is_all || (place != nullptr && place->required)) return take_value(*place, word);
     const auto found = named(free_keywords(), word);
     if (found.size() == 1) return take_keyword(*found.front());
     if (place != nullptr && found.empty()) return take_value(*place, word);

@@ -159,7 +159,7 @@ std::vector<Port> all_ports() {
 
 // One record for the ports with the same action.
 Answer show_miss(const Arguments &arguments, const Context &context) {
-  const auto ports = arguments.has("PORTS") ? ports_of(arguments.numbers("PORTS")) : all_ports();
+  const auto ports = arguments.has("PORTS") ? ports_given(arguments, "PORTS") : all_ports();
   const auto by_action = interfaces_by(ports, [&](const Port &port) {
     return ask(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port, context.unit,
                static_cast<uint32_t>(port.chip));
@@ -173,7 +173,7 @@ Answer show_miss(const Arguments &arguments, const Context &context) {
 
 Answer miss_acl(const Arguments &arguments, const Context &context) {
   if (!arguments.has("ACTION")) return show_miss(arguments, context);
-  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  const std::vector<Port> ports = ports_given(arguments, "PORTS");
   const uint32_t action =
       arguments.number("ACTION") == CHIP_ACL_MISS_DROP ? USER_FIELD_MISS_ACTION : 0;
   for_each_port(ports, [&](const Port &port) {

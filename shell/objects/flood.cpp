@@ -18,13 +18,13 @@ Answer show_flood(const Arguments &, const Context &context) {
 }
 
 Answer set_flood(const Arguments &arguments, const Context &context) {
-  const user_pbmp_t ports = bitmap_of(arguments.numbers("PORTS"));
+  const user_pbmp_t ports = bitmap_of(interfaces_given(arguments, "PORTS"));
   perform(SWSH_CALL(user_ulf_flood_ports_set), context, kLead, context.unit, ports);
   return {};
 }
 
 void change(const Arguments &arguments, const Context &context, uint32_t add) {
-  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
+  for_each_port(ports_given(arguments, "PORTS"), [&](const Port &port) {
     write_port(context, port, SWSH_CALL(user_ulf_flood_port_add_remove), add);
   });
 }

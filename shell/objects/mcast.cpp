@@ -29,7 +29,7 @@ Named named(const Arguments &arguments) {
   Named all = {};
   const Mac mac = mac_of(arguments, "MAC");
   User_mcast_addr_t_init(kLead, &all.group, mac.data(), arguments.u32("vlan"));
-  if (arguments.has("ports")) all.ports = portmask_of(arguments.numbers("ports"));
+  if (arguments.has("ports")) all.ports = portmask_of(interfaces_given(arguments, "ports"));
   return all;
 }
 

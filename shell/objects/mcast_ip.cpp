@@ -63,7 +63,7 @@ Entry entry_of(const Arguments &arguments) {
                                    {"a source of the group's family"}));
   }
   entry.vid = arguments.u32("vlan");
-  if (arguments.has("ports")) entry.ports = bitmap_of(arguments.numbers("ports"));
+  if (arguments.has("ports")) entry.ports = bitmap_of(interfaces_given(arguments, "ports"));
   entry.text = arguments.word("GROUP") + " in VLAN " + std::to_string(entry.vid);
   if (arguments.has("source")) entry.text += " from " + arguments.word("source");
   return entry;
@@ -260,7 +260,7 @@ Answer miss_mcast_ip(const Arguments &arguments, const Context &context) {
   const bool six = is_six(kFamilies[arguments.number("FAMILY")]);
   constexpr auto kSet = SWSH_CALL(User_switch_ipmc_lookup_miss_action);
   constexpr auto kSet6 = SWSH_CALL(User_switch_ip6mc_lookup_miss_action);
-  for_each_port(ports_of(arguments.numbers("PORTS")),
+  for_each_port(ports_given(arguments, "PORTS"),
                 [&](const Port &port) { write_port(context, port, six ? kSet6 : kSet, action); });
   return {};
 }

@@ -56,7 +56,7 @@ constexpr auto kDisableEmpty = SWSH_CALL(user_check_set_mirror_disable);
 
 std::vector<Port> mirrored(const Arguments &arguments) {
   if (!arguments.has("ports")) return {};
-  return ports_of(arguments.numbers("ports"));
+  return ports_given(arguments, "ports");
 }
 
 // What act() changes of a group, the library reads, changes and writes, even if

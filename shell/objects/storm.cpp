@@ -50,7 +50,7 @@ Answer show_storm(const Arguments &arguments, const Context &context) {
 
 Answer set_storm(const Arguments &arguments, const Context &context) {
   const auto type = arguments.u32("type");
-  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
+  for_each_port(ports_given(arguments, "PORTS"), [&](const Port &port) {
     if (arguments.has("rate"))
       perform(SWSH_CALL(user_rate_bandwidth_set), port, kLead, context.unit, port.chip, type,
               arguments.u32("rate"));
@@ -62,13 +62,23 @@ Answer set_storm(const Arguments &arguments, const Context &context) {
 }
 
 Answer reset(const Arguments &arguments, const Context &context) {
-  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
+  for_each_port(ports_given(arguments, "PORTS"), [&](const Port &port) {
     perform(SWSH_CALL(user_rate_stormExceedFlag_reset), port, kLead, context.unit, port.chip);
   });
   return {};
 }
 
+std::vector<Choice> storm_modes() {
+  return {{"bytes", 0, "Bytes"}, {"packets", 1, "Packets"}};
+}
+
+Answer show_storm_mode(const Context &context) {
+  const uint8_t mode = ask(SWSH_CALL(user_rate_stormCountMode_get), context, kLead, context.unit);
+  return {Shape::detail, {Record().add("mode", word_value(storm_modes(), mode))}, ""};
+}
+
 Answer set_mode(const Arguments &arguments, const Context &context) {
+  if (!arguments.has("MODE")) return show_storm_mode(context);
   constexpr auto kSet = SWSH_CALL(user_rate_stormCountMode_set);
   const int32_t result = perform(kSet, context, kLead, context.unit, arguments.u32("MODE"));
   // Any result but 0 is a failure here.
@@ -106,10 +116,9 @@ Node storm_object() {
                .positional = {ports_to_change()},
                .run = reset},
               {.name = "mode",
-               .help = "Choose what is counted, for the whole unit",
-               .positional = {required("MODE",
-                                       choice({{"bytes", 0, "Bytes"}, {"packets", 1, "Packets"}}),
-                                       "What is counted")},
+               .help = "Show or choose what is counted, for the whole unit",
+               .positional =
+                   {{.name = "MODE", .type = choice(storm_modes()), .help = "What is counted"}},
                .run = set_mode},
           },
   };

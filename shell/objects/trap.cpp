@@ -143,7 +143,7 @@ void set_lldp_of(const Arguments &arguments, const Context &context, uint32_t fo
     perform(kSetLldp, context, kLead, context.unit, forward, kEveryPort);
     return;
   }
-  for_each_port(ports_of(arguments.numbers("ports")), [&](const Port &port) {
+  for_each_port(ports_given(arguments, "ports"), [&](const Port &port) {
     perform(kSetLldp, port, kLead, context.unit, forward, static_cast<int32_t>(port.interface));
   });
 }

@@ -94,7 +94,7 @@ Answer set_trunk(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const uint32_t trunk = arguments.u32("TRUNK");
   user_trunk_desc_t members = {};
-  for (const Port &port : ports_of(arguments.numbers("PORTS")))
+  for (const Port &port : ports_given(arguments, "PORTS"))
     members.ports[members.count++] = static_cast<uint8_t>(port.chip);
   perform(SWSH_CALL(user_trunk_set), trunk_text(trunk), kLead, context.unit, trunk, members);
   return {};

@@ -17,8 +17,8 @@
 namespace swsh {
 namespace {
 
-std::vector<int64_t> ports_given(const Arguments &arguments, const char *keyword) {
-  return arguments.has(keyword) ? arguments.numbers(keyword) : std::vector<int64_t>{};
+std::vector<int64_t> members_given(const Arguments &arguments, const char *keyword) {
+  return arguments.has(keyword) ? interfaces_given(arguments, keyword) : std::vector<int64_t>{};
 }
 
 // Masks of the chip ports of a line. A port in both lists is refused before
@@ -29,8 +29,8 @@ struct Members {
 };
 
 void expect_apart(const Arguments &arguments) {
-  const std::vector<int64_t> untagged = ports_given(arguments, "untagged");
-  for (const int64_t port : ports_given(arguments, "tagged")) {
+  const std::vector<int64_t> untagged = members_given(arguments, "untagged");
+  for (const int64_t port : members_given(arguments, "tagged")) {
     if (!std::ranges::binary_search(untagged, port)) continue;
     const std::string number = std::to_string(port);
     throw CommandError(wrong_usage("port " + number + " is both tagged and untagged", number));
@@ -39,8 +39,8 @@ void expect_apart(const Arguments &arguments) {
 
 Members members_of(const Arguments &arguments) {
   expect_apart(arguments);
-  return {portmask_of(ports_given(arguments, "tagged")),
-          portmask_of(ports_given(arguments, "untagged"))};
+  return {portmask_of(members_given(arguments, "tagged")),
+          portmask_of(members_given(arguments, "untagged"))};
 }
 
 // Writes VLANs one by one, each as it was read and then changed. The library's
@@ -135,7 +135,7 @@ Answer add_ports(const Arguments &arguments, const Context &context) {
 }
 
 Answer remove_ports(const Arguments &arguments, const Context &context) {
-  const uint32_t ports = portmask_of(arguments.numbers("PORTS"));
+  const uint32_t ports = portmask_of(interfaces_given(arguments, "PORTS"));
   change(context, vlans_of(context, arguments.numbers("VLANS")), [&](Vlan &vlan) {
     vlan.member &= ~ports;
     vlan.untag &= ~ports;

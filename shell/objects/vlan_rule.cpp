@@ -48,7 +48,7 @@ uint32_t word_of(const Arguments &arguments, const char *name) {
 }
 
 user_pbmp_t ports_of_rule(const Arguments &arguments) {
-  if (arguments.has("ports")) return interface_bitmap(arguments.numbers("ports"));
+  if (arguments.has("ports")) return interface_bitmap(interfaces_given(arguments, "ports"));
   std::vector<int64_t> all;
   for (const Port &port : front_ports()) all.push_back(port.interface);
   return interface_bitmap(all);

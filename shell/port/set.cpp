@@ -85,7 +85,7 @@ void apply_advertise(const Arguments &arguments, const Context &context, const P
 
 void apply_isolation(const Arguments &arguments, const Context &context, const Port &port) {
   perform(SWSH_CALL(user_port_egress_set), port, kLead, context.unit, port.chip, 0,
-          bitmap_of(arguments.numbers("isolation")));
+          bitmap_of(interfaces_given(arguments, "isolation")));
 }
 
 void apply_tpid(const Arguments &arguments, const Context &context, const Port &port) {
@@ -139,7 +139,9 @@ const std::vector<Setting> &settings() {
        APPLY_NUMBER("mtu", user_port_jumboframe_set)},
       {{.name = "learning", .type = learning_type(), .help = "What new source addresses lead to"},
        APPLY_NUMBER("learning", user_port_learn_set)},
-      {{.name = "isolation", .type = interface_list(0), .help = "Ports it may send to, 0 the CPU"},
+      {{.name = "isolation",
+        .type = interface_list_or_none(0),
+        .help = "Ports it may send to, 0 the CPU"},
        apply_isolation},
       {{.name = "vlan", .type = number(kFirstVlan, kLastVlan), .help = "VLAN of untagged frames"},
        APPLY_NUMBER("vlan", user_port_untagged_vlan_set)},
@@ -177,13 +179,13 @@ void check_together(const Arguments &arguments, const Context &context) {
   if (arguments.has("entry") && !arguments.has("tpid"))
     throw CommandError(wrong_usage("entry belongs to tpid", "entry", {"tpid"}));
   if (arguments.has("learning")) expect_unit_zero(context, "learning");
-  if (arguments.has("isolation")) bitmap_of(arguments.numbers("isolation"));
+  if (arguments.has("isolation")) bitmap_of(interfaces_given(arguments, "isolation"));
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
   check_together(arguments, context);
   std::vector<Plan> plans;
-  for (const Port &port : ports_of(arguments.numbers("PORTS"))) {
+  for (const Port &port : ports_given(arguments, "PORTS")) {
     plans.push_back(plan_for(arguments, context, port));
   }
   for_each_of(

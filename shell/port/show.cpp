@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/platform/port_read.h>
+
 #include <string>
 
 #include "chip/call.h"
 #include "chip/lead.h"
+#include "chip/optional_call.h"
 #include "port/commands.h"
 #include "port/mode.h"
 
@@ -70,6 +73,17 @@ void add_switch(Record &record, const char *key, bool on) {
   record.add_detail(key, on, on ? "on" : "off");
 }
 
+// A setting that the SDK only writes: nothing where the platform cannot tell.
+template <typename Getter>
+void add_written(Record &record, const char *key, const Getter &getter, const Context &context,
+                 const Port &port) {
+  if (getter.find() == nullptr) {
+    record.add_detail(key, nullptr);
+  } else {
+    add_switch(record, key, ask(getter, port, context.unit, port.chip) != 0);
+  }
+}
+
 void add_rate(Record &record, const char *key, int32_t rate) {
   record.add_detail(key, int64_t{rate}, std::to_string(rate) + " kbit/s");
 }
@@ -81,6 +95,8 @@ void add_link_settings(Record &record, const Context &context, const Port &port)
   record.add_detail("advertise", ability_names(read(kAdvertiseGet)));
   add_switch(record, "pause", read_pause(context, port));
   add_switch(record, "pause_active", read(kPauseState) != 0);
+  add_written(record, "backpressure", SWSH_OPTIONAL_CALL(swctl_platform_port_backpressure_get),
+              context, port);
   record.add_detail("mdix", word_value(mdix_modes(), read(kMdixGet)));
   add_switch(record, "eee", read(kEeeGet) != 0);
 }
@@ -91,6 +107,7 @@ void add_frame_settings(Record &record, const Context &context, const Port &port
   record.add_detail("learning", word_value(learn_modes(), read(kLearnGet)));
   record.add_detail("isolation", isolation(context, port));
   record.add_detail("vlan", int64_t{read(SWSH_CALL(user_port_untagged_vlan_get))});
+  add_written(record, "filter", SWSH_OPTIONAL_CALL(swctl_platform_port_filter_get), context, port);
   add_switch(record, "dtag", read(kDtagGet) != 0);
   const uint16_t tpid = read(SWSH_CALL(user_port_tpid_get));
   record.add_detail("tpid", int64_t{tpid}, tpid_text(tpid));

@@ -23,7 +23,7 @@ Answer show_default(const Arguments &arguments, const Context &context) {
 
 Answer set_default(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
-  for_each_port(ports_of(arguments.numbers("PORTS")), [&](const Port &port) {
+  for_each_port(ports_given(arguments, "PORTS"), [&](const Port &port) {
     perform(SWSH_CALL(user_qos_port_cos_set), port, port.chip, arguments.u32("priority"));
   });
   return {};

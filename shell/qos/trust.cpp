@@ -55,7 +55,7 @@ Answer show_trust(const Arguments &arguments, const Context &context) {
 Answer set_trust(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const auto group = arguments.i32("TRUST");
-  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  const std::vector<Port> ports = ports_given(arguments, "PORTS");
   perform(SWSH_CALL(user_qos_trust_sel_group_set), trust_group_text(group), group);
   for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_qos_port_trust_mode_set), port, port.chip, static_cast<uint32_t>(group));

@@ -40,7 +40,7 @@ Answer show(const Arguments &arguments, const Context &context) {
 }
 
 Answer set(const Arguments &arguments, const Context &context) {
-  const std::vector<Port> ports = ports_of(arguments.numbers("PORTS"));
+  const std::vector<Port> ports = ports_given(arguments, "PORTS");
   const uint32_t instance = existing(context, arguments.u32("INSTANCE"));
   for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_stg_stp_set), port, kLead, context.unit, instance, port.chip,

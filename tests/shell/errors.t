@@ -32,7 +32,7 @@ Words that are missing:
   swctl: port: missing word, expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl port set
-  swctl: port set: missing PORTS, expected interface numbers 1-26 such as 1-4,7
+  swctl: port set: missing PORTS, expected interface numbers 1-26 such as 1-4,7, or all
   [1]
   $ swctl port set 3
   swctl: port set 3: missing keyword, expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, ingress, egress
@@ -59,25 +59,25 @@ Values that are not to be had:
 Interfaces that the device does not have:
 
   $ swctl port show 0
-  swctl: port show: bad value "0", expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "0", expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show 27
-  swctl: port show: bad value "27", expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "27", expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show x
-  swctl: port show: bad value "x", expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "x", expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show 1-4,30
-  swctl: port show: bad value "1-4,30": "30" is out of range, expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "1-4,30": "30" is out of range, expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show 4-1
-  swctl: port show: bad value "4-1": the range 4-1 runs backwards, expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "4-1": the range 4-1 runs backwards, expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show 1,
-  swctl: port show: bad value "1,": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "1,": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
   $ swctl port show ''
-  swctl: port show: bad value "": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "": a number is missing, expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
 
 An interface that this board has no port for:
@@ -105,7 +105,7 @@ An adapter that fails says so in two directions that do not agree, or in none:
 One bad number in a list and nothing is changed:
 
   $ swctl port set 1-4,30 loopback on
-  swctl: port set: bad value "1-4,30": "30" is out of range, expected interface numbers 1-26 such as 1-4,7
+  swctl: port set: bad value "1-4,30": "30" is out of range, expected interface numbers 1-26 such as 1-4,7, or all
   [1]
   $ SWPROBE_FAIL="adp_phy_2_intf_id port 3 result -1; adp_intf_2_phy_id interface 4 result -1" swctl port set 1-4 loopback on
   swctl: port set 1-4 loopback on: interface 4 has no port on this board, expected interfaces 1-3,5-26

@@ -25,6 +25,7 @@ port show
 port show 3 detail
 port stats
 port stats 3 period 1
+port stats 3 all
 port clear 3
 port cable 3
 vlan add 10-11 untagged 1-4 tagged 25
@@ -116,6 +117,7 @@ storm set 2 type 2 rate 100 selection 1
 storm show
 storm reset 2
 storm mode bytes
+storm mode
 flood set 0-4
 flood add 5
 flood remove 5

@@ -59,7 +59,7 @@ Help at every level.
   under autonegotiation, those advertised: several speeds or none are unknown,
   duplex both stands for both or neither.
   
-    PORTS   Ports to show: interface numbers 1-26 such as 1-4,7
+    PORTS   Ports to show: interface numbers 1-26 such as 1-4,7, or all
     detail  Their settings too, line by line
   $ swctl port set help
   Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full] [admin on|off] [advertise LIST] [autoneg on|off] [pause on|off] [backpressure on|off] [mdix auto|straight|crossed] [eee on|off] [loopback on|off] [mtu 64-16383] [learning on|off|forward|cpu|copy|restore] [isolation PORTS] [vlan 1-4094] [filter on|off] [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE] [egress RATE]
@@ -69,7 +69,7 @@ Help at every level.
   stays as it is. Everything is checked before the first port is changed; then
   the settings are made in the order shown here, port by port.
   
-    PORTS                                     Ports to change: interface numbers 1-26 such as 1-4,7
+    PORTS                                     Ports to change: interface numbers 1-26 such as 1-4,7, or all
     speed 10|100|1000|10000                   Forced speed in Mbit/s; without duplex, the present one stays
       10                                      10 Mbit/s
       100                                     100 Mbit/s
@@ -94,7 +94,7 @@ Help at every level.
       cpu                                     Leave learning to the processor
       copy                                    Learn, and copy to the processor
       restore                                 What the last change found
-    isolation PORTS                           Ports it may send to, 0 the CPU: interface numbers 0-26 such as 1-4,7
+    isolation PORTS                           Ports it may send to, 0 the CPU: interface numbers 0-26 such as 1-4,7, all or none
     vlan 1-4094                               VLAN of untagged frames: a number 1-4094
     filter on|off                             Refuse frames of foreign VLANs
     dtag on|off                               Double-tag mode

@@ -28,6 +28,7 @@ JSON on standard output, whatever happens.
       ],
       "pause": false,
       "pause_active": false,
+      "backpressure": false,
       "mdix": "auto",
       "eee": false,
       "mtu": 1518,
@@ -62,6 +63,7 @@ JSON on standard output, whatever happens.
         26
       ],
       "vlan": 1,
+      "filter": false,
       "dtag": false,
       "tpid": 33024,
       "ingress": 16777200,
@@ -158,7 +160,7 @@ Options among the words of the command:
   swctl: unexpected word "port" beside -batch
   [1]
   $ swctl port show -js
-  swctl: port show: bad value "-js", expected one of: interface numbers 1-26 such as 1-4,7, detail
+  swctl: port show: bad value "-js", expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]
 
 Help and version:

@@ -71,12 +71,14 @@ With its settings, line by line; in JSON with the same keys for one and for many
   advertise     10-half,10-full,100-half,100-full,1000-full,pause
   pause         off
   pause_active  off
+  backpressure  off
   mdix          auto
   eee           off
   mtu           1518
   learning      on
   isolation     0-26
   vlan          1
+  filter        off
   dtag          off
   tpid          0x8100
   ingress       16777200 kbit/s
@@ -95,12 +97,14 @@ With its settings, line by line; in JSON with the same keys for one and for many
   advertise     10-half,10-full,100-half,100-full,1000-full,pause
   pause         off
   pause_active  off
+  backpressure  off
   mdix          auto
   eee           off
   mtu           1518
   learning      on
   isolation     0-26
   vlan          1
+  filter        off
   dtag          off
   tpid          0x8100
   ingress       16777200 kbit/s
@@ -130,12 +134,14 @@ Setting speed and duplex switches autonegotiation off:
   advertise     10-half,10-full,100-half,100-full,1000-full,pause
   pause         on
   pause_active  off
+  backpressure  off
   mdix          auto
   eee           off
   mtu           1518
   learning      on
   isolation     0-26
   vlan          1
+  filter        off
   dtag          off
   tpid          0x8100
   ingress       16777200 kbit/s
@@ -223,12 +229,14 @@ Everything may be abbreviated but values:
   advertise     10-half,10-full,100-half,100-full,1000-full,pause
   pause         on
   pause_active  off
+  backpressure  off
   mdix          auto
   eee           off
   mtu           1518
   learning      on
   isolation     0-26
   vlan          1
+  filter        off
   dtag          off
   tpid          0x8100
   ingress       16777200 kbit/s

@@ -18,12 +18,14 @@ detail shows them all:
   advertise     10-half,10-full,100-half,100-full,1000-full,pause
   pause         off
   pause_active  off
+  backpressure  off
   mdix          auto
   eee           off
   mtu           1518
   learning      on
   isolation     0-26
   vlan          1
+  filter        off
   dtag          off
   tpid          0x8100
   ingress       16777200 kbit/s
@@ -48,18 +50,20 @@ Each keyword changes one of them:
   advertise     10-full,100-full
   pause         off
   pause_active  off
+  backpressure  on
   mdix          crossed
   eee           on
   mtu           9000
   learning      off
   isolation     0-2,25
   vlan          20
+  filter        on
   dtag          on
   tpid          0x9100
   ingress       10000 kbit/s
   egress        64 kbit/s
   $ swctl -j port show 3 detail
-  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"dtag":true,"tpid":37120,"ingress":10000,"egress":64}]
+  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"backpressure":true,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"filter":true,"dtag":true,"tpid":37120,"ingress":10000,"egress":64}]
 
 The advertised modes go to the chip before autonegotiation is switched:
 
@@ -92,7 +96,7 @@ What does not fit together changes nothing:
   swctl: port set 6 admin off entry 2: entry belongs to tpid, expected tpid
   [1]
   $ swctl port set 6 admin off isolation 0-27
-  swctl: port set 6 admin off isolation: bad value "0-27": "27" is out of range, expected interface numbers 0-26 such as 1-4,7
+  swctl: port set 6 admin off isolation: bad value "0-27": "27" is out of range, expected interface numbers 0-26 such as 1-4,7, all or none
   [1]
   $ swctl port set 6 admin off ingress 10
   swctl: port set 6 admin off ingress: bad value "10", expected a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
@@ -123,3 +127,24 @@ A limit below the first step is refused, one between two steps is said as set:
   $ swctl port set 6 egress 100kbit
   swctl: port set 6 egress 100kbit: egress is 96 kbit, in steps of 16
   $ swctl port set 6 ingress 96kbit
+
+All front ports, and no port at all, are words:
+
+  $ swctl port set all admin off
+  $ swctl -j port show all detail | jq -c '[.[].admin] | unique'
+  [false]
+  $ swctl port show all | wc -l
+  27
+  $ swctl port set 3 isolation none
+  $ swctl -j port show 3 detail | jq -c .[].isolation
+  []
+  $ swctl port set none admin on
+  swctl: port set: bad value "none", expected interface numbers 1-26 such as 1-4,7, or all
+  [1]
+
+What the SDK only writes is shown by the platform:
+
+  $ swctl port set 3 backpressure on filter on
+  $ swctl -j port show 3-4 detail | jq -c '.[] | [.port, .backpressure, .filter]'
+  [3,true,true]
+  [4,false,false]

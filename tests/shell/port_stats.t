@@ -35,6 +35,33 @@ Rates are what came in between, also across the end of a counter:
   swctl: port stats 4 period: bad value "0", expected a number 1-3600 seconds
   [1]
 
+There is no rate of counters that were reset meanwhile:
+
+  $ vchipctl counter 5 0 set 5000
+  $ (sleep 1; swctl port clear 5; vchipctl counter 5 0 add 100) &
+  $ swctl port stats 5 period 3
+  port  rx_bytes/s  rx_packets/s  tx_bytes/s  tx_packets/s  errors/s
+  5     reset       reset         reset       reset         reset
+  $ wait
+
+Every counter, by its number:
+
+  $ swctl port stats 3 all | head -n 4
+  port  counter  name             value
+  3     0        rx_octets        15000
+  3     1        rx_unicast       100
+  3     2        rx_multicast     20
+  $ swctl port stats 3 all | wc -l
+  49
+  $ swctl -j port stats 3 all | jq -c '.[45,46]'
+  {"port":3,"counter":45,"name":"checksum_errors","value":7}
+  {"port":3,"counter":46,"name":null,"value":0}
+  $ swctl port stats all all | wc -l
+  1249
+  $ swctl port stats 3 all period 1
+  swctl: port stats 3 all period 1: all counters are shown without a period
+  [1]
+
 Clearing:
 
   $ swctl port clear 3

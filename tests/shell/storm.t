@@ -33,3 +33,12 @@ Storm control.
   $ SWPROBE_FAIL='rtk_rate_stormControlRateMode_set result 5' swctl storm mode bytes
   swctl: storm mode bytes: user_rate_stormCountMode_set refused unit 0: result 5
   [2]
+
+What is counted:
+
+  $ swctl storm mode packets
+  $ swctl storm mode
+  mode  packets
+  $ swctl storm mode bytes
+  $ swctl -j storm mode
+  [{"mode":"bytes"}]

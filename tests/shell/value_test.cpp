@@ -113,7 +113,7 @@ TEST(Value, WhatIsExpectedNamesRangeAndUnit) {
   EXPECT_THAT(value_expected(numbers(1, 9)), ElementsAre("a list of numbers 1-9 such as 1-4,7"));
   EXPECT_THAT(value_expected(interface_number()), ElementsAre("an interface number 1-26"));
   EXPECT_THAT(value_expected(interface_list(0)),
-              ElementsAre("interface numbers 0-26 such as 1-4,7"));
+              ElementsAre("interface numbers 0-26 such as 1-4,7, or all"));
   EXPECT_THAT(value_expected(on_off()), ElementsAre("on", "off"));
   EXPECT_THAT(value_expected(choice_list({{"a", 1, ""}, {"b", 2, ""}})), ElementsAre("a", "b"));
   EXPECT_THAT(value_expected(bandwidth(1, 9)),

@@ -115,7 +115,7 @@ Wrong words change nothing:
   swctl: vlan add 30 tagged 1-3 untagged 3: port 3 is both tagged and untagged
   [1]
   $ swctl vlan add 30 tagged 27
-  swctl: vlan add 30 tagged: bad value "27", expected interface numbers 0-26 such as 1-4,7
+  swctl: vlan add 30 tagged: bad value "27", expected interface numbers 0-26 such as 1-4,7, or all
   [1]
   $ swctl vlan port add 100
   swctl: vlan port add 100: missing keyword, expected one of: tagged, untagged
