@@ -25,6 +25,17 @@ endif()
 add_library(swctl_tool_options INTERFACE)
 target_compile_options(swctl_tool_options INTERFACE ${SWCTL_TOOL_OPTIONS})
 target_link_libraries(swctl_tool_options INTERFACE swctl_options)
+
+# Compiles several files of a target at a time, which takes a third of the
+# processor time: what they include is read once. A name of a file's own must be
+# its own among the files of its target; ./dev headers compiles each file alone.
+function(swctl_unite target files)
+  set_target_properties(${target} PROPERTIES
+    UNITY_BUILD ${SWCTL_UNITY} UNITY_BUILD_BATCH_SIZE ${files})
+endfunction()
+
+# The same, a folder at a time: a name must be its own among the files of its
+# folder.
 function(swctl_unite_folders target)
   get_target_property(files ${target} SOURCES)
   foreach(file ${files})
@@ -33,12 +44,4 @@ function(swctl_unite_folders target)
     set_source_files_properties(${file} PROPERTIES UNITY_GROUP ${group})
   endforeach()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ${SWCTL_UNITY} UNITY_BUILD_MODE GROUP)
-endfunction()
-
-# Compiles several files of a target at a time, which takes a third of the
-# processor time: what they include is read once. A name of a file's own must be
-# its own among the files of its target; ./dev headers compiles each file alone.
-function(swctl_unite target files)
-  set_target_properties(${target} PROPERTIES
-    UNITY_BUILD ${SWCTL_UNITY} UNITY_BUILD_BATCH_SIZE ${files})
 endfunction()

@@ -19,7 +19,7 @@ struct Group {
   const char *name;
   size_t kind = kNoWord;  // numbered variety, shown if the group has several
 };
-constexpr Group kGroups[] = {
+constexpr Group kMaskGroups[] = {
     {CHIP_ACL_WORD_MIRROR, CHIP_ACL_WORD_MIRROR_SESSION, "mirror to session"},
     {CHIP_ACL_WORD_COUNT, CHIP_ACL_WORD_COUNT_COUNTER, "count on counter"},
     {CHIP_ACL_WORD_METER, CHIP_ACL_WORD_METER_NUMBER, "meter"},
@@ -53,7 +53,7 @@ class Reader {
     if (word == CHIP_ACL_WORD_VERDICT && value(word) == CHIP_ACL_VERDICT_DROP) return add("drop");
     if (word == CHIP_ACL_WORD_VERDICT && value(word) == CHIP_ACL_VERDICT_PERMIT)
       return add("permit");
-    for (const Group &group : kGroups)
+    for (const Group &group : kMaskGroups)
       if (group.first == word && value(word) == 1) return read_group(group);
     add("word " + number(static_cast<uint32_t>(word)) + " is " + number(value(word)));
   }

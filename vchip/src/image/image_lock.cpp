@@ -17,7 +17,7 @@ constexpr useconds_t kShortNap = 20;
 constexpr useconds_t kLongNap = 5000;
 constexpr uint64_t kLong = 20'000'000;  // ns, from when on it naps longer
 // How long a free lock is left to the one whose turn it is.
-constexpr uint64_t kGrace = 300'000;  // ns
+constexpr uint64_t kTurnGrace = 300'000;  // ns
 
 // Milliseconds of a clock that costs no look at the hardware.
 uint32_t coarse_time() {
@@ -88,7 +88,7 @@ ImageLock::Outcome ImageLock::lock_file_until(uint64_t until) {
   for (;;) {
     if (load(turn) == 0) store(turn, me);
     const uint64_t now = monotonic_time();
-    const bool may_try = load(turn) == me || now - start >= kGrace;
+    const bool may_try = load(turn) == me || now - start >= kTurnGrace;
     const Attempt attempt = may_try ? try_lock_file(descriptor_) : Attempt::busy;
     if (attempt != Attempt::busy || now >= until) {
       if (may_try) store(turn, 0);

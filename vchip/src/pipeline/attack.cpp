@@ -17,13 +17,13 @@ constexpr uint32_t kXmas = kFin | kUrgent | kPush;
 constexpr uint32_t kFlagsAt = 13;
 constexpr uint32_t kTcpBytes = 20;
 constexpr uint32_t kUdpBytes = 8;
-constexpr uint32_t kPortBytes = 4;
+constexpr uint32_t kPortPairBytes = 4;
 constexpr uint32_t kIcmpBytes = 8;
 constexpr uint32_t kEchoRequest = 8;
 constexpr uint32_t kMaxEchoData = 512;
 constexpr uint32_t kFirstFreePort = 1024;
 constexpr uint32_t kMaxPacket = 65535;
-constexpr uint32_t kIp6Bytes = 40;
+constexpr uint32_t kIp6HeaderBytes = 40;
 
 // A frame that is looked at for attacks.
 struct Suspect {
@@ -35,7 +35,7 @@ struct Suspect {
   bool tcp_flags() const { return layers.is(kProtocolTcp, kFlagsAt + 1); }
   uint32_t flags() const { return transport[kFlagsAt] & kAllFlags; }
   bool ports() const {
-    return layers.is(kProtocolTcp, kPortBytes) || layers.is(kProtocolUdp, kPortBytes);
+    return layers.is(kProtocolTcp, kPortPairBytes) || layers.is(kProtocolUdp, kPortPairBytes);
   }
   // Behind the header of the network, as that says.
   uint32_t payload() const {
@@ -44,7 +44,7 @@ struct Suspect {
       const uint32_t total = half_at(network + 2);
       return total > header ? total - header : 0;
     }
-    const uint32_t extensions = layers.transport_at - layers.at - kIp6Bytes;
+    const uint32_t extensions = layers.transport_at - layers.at - kIp6HeaderBytes;
     const uint32_t length = half_at(network + 4);
     return length > extensions ? length - extensions : 0;
   }

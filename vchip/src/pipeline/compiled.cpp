@@ -11,10 +11,10 @@
 namespace vchip {
 namespace {
 
-constexpr uint32_t kHashFactor = 0x9e3779b1;
+constexpr uint32_t kDigestFactor = 0x9e3779b1;
 
 uint32_t mixed(uint32_t hash, uint32_t word) {
-  hash = (hash ^ word) * kHashFactor;
+  hash = (hash ^ word) * kDigestFactor;
   return hash ^ hash >> 15;
 }
 

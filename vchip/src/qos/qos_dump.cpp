@@ -6,7 +6,7 @@ namespace vchip {
 namespace {
 
 template <typename Array>
-std::vector<uint32_t> list(const Array &array) {
+std::vector<uint32_t> numbers_of(const Array &array) {
   return {array.begin(), array.end()};
 }
 
@@ -23,11 +23,11 @@ void dump_group(Dump &entry, const std::array<uint32_t, kPrioritySources> &weigh
 }
 
 void dump_maps(Dump &block, const QosMaps &maps) {
-  block.numbers("outer_internal", list(maps.outer[0]));
-  block.numbers("outer_eligible_internal", list(maps.outer[1]));
-  block.numbers("inner_internal", list(maps.inner));
-  block.numbers("dscp_internal", list(maps.dscp));
-  block.numbers("internal_queue", list(maps.queue));
+  block.numbers("outer_internal", numbers_of(maps.outer[0]));
+  block.numbers("outer_eligible_internal", numbers_of(maps.outer[1]));
+  block.numbers("inner_internal", numbers_of(maps.inner));
+  block.numbers("dscp_internal", numbers_of(maps.dscp));
+  block.numbers("internal_queue", numbers_of(maps.queue));
   block.objects("groups", kPriorityGroups,
                 [&](Dump &entry, size_t group) { dump_group(entry, maps.groups[group]); });
   block.text("remark_source", maps.remark_source == 0 ? "internal" : "tag");
@@ -39,8 +39,8 @@ void dump_port(Dump &entry, size_t number, const QosPort &port) {
   entry.number("inner_priority", port.inner_priority);
   entry.number("group", port.group);
   entry.text("algorithm", algorithm_name(port.algorithm));
-  entry.numbers("weights", list(port.weights));
-  entry.numbers("strict", list(port.strict));
+  entry.numbers("weights", numbers_of(port.weights));
+  entry.numbers("strict", numbers_of(port.strict));
   entry.flag("remarks", port.remarks != 0);
 }
 

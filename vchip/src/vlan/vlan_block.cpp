@@ -23,7 +23,7 @@ void make(Vlan &vlan, uint32_t ports) {
   set_exists(vlan, 1);
 }
 
-bool is_whole(const Vlan &vlan) {
+bool is_good_vlan(const Vlan &vlan) {
   if (vlan.exists == 0) return true;
   return is_ports(vlan.member) && is_ports(vlan.untagged) && vlan.stg < kInstances;
 }
@@ -36,7 +36,7 @@ void VlanBlock::reset() {
 }
 
 bool VlanBlock::sound() const {
-  return std::ranges::all_of(vlans_, is_whole) && are_at_most(pvids_, kVlanIds - 1);
+  return std::ranges::all_of(vlans_, is_good_vlan) && are_at_most(pvids_, kVlanIds - 1);
 }
 
 void VlanBlock::create(uint32_t vid) {
