@@ -200,7 +200,7 @@ TEST_F(Opening, WhoClosesAllDescriptorsKeepsTheChip) {
     children.push_back(vchip_test::start(silent(), [&] {
       vchip_open();
       gate.wait();
-      for (int descriptor = 3; descriptor < 64; ++descriptor) close(descriptor);
+      for (int descriptor = 3; descriptor < 1024; ++descriptor) close(descriptor);
       return count_lines(kLines);
     }));
   while (users().size() < 3) usleep(1000);
