@@ -23,10 +23,10 @@ constexpr size_t kPort = vchip::place_of_field(CHIP_ACL_FIELD_L4_DST_PORT);
 
 class AclBlockAlone : public testing::Test {
  protected:
-  // From any bytes, as a reset has to.
+  // From zeroes, as power-on is.
   void SetUp() override {
-    memset(static_cast<void *>(block_.get()), 0xA5, sizeof *block_);
-    block_->reset();
+    memset(static_cast<void *>(block_.get()), 0, sizeof *block_);
+    block_->power_on();
   }
 
   void write(size_t place, uint8_t first) {

@@ -32,14 +32,6 @@ void clear_unwritten(AclRule &rule) {
 
 }  // namespace
 
-void AclBlock::reset() {
-  for (AclTemplate &each : templates_) each.fill(0);
-  for (AclSelector &each : selectors_) each.fill(0);
-  for (uint32_t &miss : misses_) miss = 0;
-  for (AclRule &rule : rules_) rule = {};
-  for (chip_acl_action &action : actions_) action = {};
-}
-
 bool AclBlock::sound() const {
   return are_at_most(misses_, CHIP_ACL_MISS_DROP);
 }

@@ -47,7 +47,7 @@ struct AclRule {
 class AclBlock {
  public:
   static constexpr uint32_t kLayout = 2;
-  void reset();
+  void power_on() {}  // all zero
   void repair();
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

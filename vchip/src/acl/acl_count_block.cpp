@@ -3,11 +3,6 @@
 
 namespace vchip {
 
-void AclCountBlock::reset() {
-  for (uint64_t &count : packets_) count = 0;
-  for (uint64_t &count : bytes_) count = 0;
-}
-
 // A counter that is full begins again at 0.
 void AclCountBlock::count(uint32_t counter, uint64_t packets, uint64_t bytes) {
   packets_[counter] += packets;

@@ -14,7 +14,7 @@ class Dump;
 class AclCountBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on() {}  // all zero
   // A count that was interrupted may have one half of its new value, as on a
   // chip that is read while it counts.
   void repair() {}

@@ -13,8 +13,7 @@ constexpr uint64_t kBurstUnit = 128;  // bytes
 
 }  // namespace
 
-void MeterBlock::reset() {
-  for (Meter &meter : meters_) meter = {};
+void MeterBlock::power_on() {
   burst_ = {{512, 61440}};
   for (uint32_t meter = 0; meter < VCHIP_METERS; ++meter) meters_[meter].bucket.fill_up(0);
 }

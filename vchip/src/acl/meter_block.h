@@ -21,7 +21,7 @@ inline constexpr uint32_t kMaxMeterBurst = 0xFFFF;
 class MeterBlock {
  public:
   static constexpr uint32_t kLayout = 2;
-  void reset();
+  void power_on();
   void repair() {}  // a meter is off while it is written; sizes are single words
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

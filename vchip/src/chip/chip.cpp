@@ -38,12 +38,13 @@ void clear_writer(Header &header) {
 
 // The last holder of the lock died inside a changing call. The mark stays
 // until all is whole, so that this may be interrupted as well.
-void recover(State &state) {
+void recover(Process &own) {
+  State &state = *own.state;
   const uint32_t writer = state.header.writer;
   ++state.header.interrupted_writes;
   ++state.header.revision;
   if (writer == kResetting) {
-    reset_state(state);
+    reset_chip(own);
   } else {
     repair_state(state);
   }
@@ -64,12 +65,16 @@ Locked::Locked() {
     return;
   }
   state_ = own.state;
-  if (state_->header.writer != kNoWriter) recover(*state_);
+  if (state_->header.writer != kNoWriter) recover(own);
 }
 
 Locked::~Locked() {
   if (state_ != nullptr) unlock_image(this_process());
   if (held_) unlock_threads();
+}
+
+void Locked::reset() {
+  reset_chip(this_process());
 }
 
 const std::string &Locked::image_path() const {

@@ -29,6 +29,8 @@ class Locked {
   explicit operator bool() const { return state_ != nullptr; }
   int32_t fault() const { return fault_; }
   State &state() { return *state_; }
+  // The state after power-on.
+  void reset();
   // The image's name as the user gave it; empty for a private chip.
   const std::string &image_path() const;
 

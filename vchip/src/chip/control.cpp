@@ -21,7 +21,7 @@ int32_t vchip_reset(void) {
   vchip::Locked chip;
   if (!chip) return chip.fault();
   vchip::Writing mark(chip.state(), vchip::kResetting);
-  vchip::reset_state(chip.state());
+  chip.reset();
   vchip::tell_frame_keeper_of_reset();
   return 0;
 }

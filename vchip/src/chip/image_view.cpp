@@ -20,6 +20,24 @@ namespace {
 constexpr uint64_t kDoorPatience = 100'000'000;  // ns
 constexpr uint64_t kBlock = 512;                 // of st_blocks
 
+// Closing any descriptor of a file loses this process's record lock on it.
+class NobodyInside {
+ public:
+  NobodyInside() : inside_(uses_record_lock()) {
+    if (!inside_) return;
+    Patience patience(wait_setting);
+    if (!lock_threads(patience)) throw std::runtime_error(vchip_result_text(VCHIP_E_BUSY));
+  }
+  ~NobodyInside() {
+    if (inside_) unlock_threads();
+  }
+  NobodyInside(const NobodyInside &) = delete;
+  NobodyInside &operator=(const NobodyInside &) = delete;
+
+ private:
+  const bool inside_;
+};
+
 // A file, its header mapped for reading.
 class LookedAt {
  public:
@@ -66,6 +84,7 @@ void view_holder(ImageStatus &status, const LookedAt &image) {
 }  // namespace
 
 ImageStatus image_status(const std::string &path) {
+  const NobodyInside quiet;
   const LookedAt image(path);
   ImageStatus status = {};
   const bool in_use = is_in_use(image.descriptor());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chip/process.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include "chip/settings.h"
 #include "common/standard_error.h"
 #include "image/image.h"
+#include "image/sparse.h"
 
 namespace vchip {
 namespace {
@@ -32,6 +34,7 @@ class NoCancel {
 constexpr uint64_t kUntilTold = 1'000'000'000;  // ns
 
 alignas(64) LockWords threads;
+std::atomic<bool> record_lock_used = false;
 
 // A child that is forked inside another thread's step would inherit a lock
 // that nobody gives back. Nobody is inside a step while the one who forks holds
@@ -53,7 +56,7 @@ void make_state(void *memory) {
   State &state = *static_cast<State *>(memory);
   state.header = make_header(sizeof(State), state_layout());
   ++state.header.revision;
-  reset_state(state);
+  power_on(state);
 }
 
 int32_t refuse(Process &own, const std::string &why) {
@@ -62,9 +65,10 @@ int32_t refuse(Process &own, const std::string &why) {
 }
 
 void give_back(Process &own) {
-  if (own.state != nullptr) munmap(own.state, sizeof(State));
+  if (own.state != nullptr) give_back_memory(own.state, sizeof(State));
   if (own.descriptor >= 0) close(own.descriptor);
   own.lock.leave();
+  record_lock_used = false;
   own.state = nullptr;
   own.descriptor = -1;
 }
@@ -113,15 +117,31 @@ int32_t join(Process &own, Patience &patience) {
     if (patience.exhausted()) return give_up(own, "another process, which is opening it");
     outcome = attempt(until);
   }
+  record_lock_used = own.lock.kind() == kRecordLock;
   if (outcome == Outcome::failed)
     return refuse(own, "in use under a lock that this system does not have");
   return 0;
 }
 
+bool is_file(int descriptor, const Process &own) {
+  struct stat status = {};
+  return fstat(descriptor, &status) == 0 && status.st_dev == own.device &&
+         status.st_ino == own.inode;
+}
+
+// Not in the image itself: what is not there would be made by looking at it.
+bool looks_sound(const Process &own) {
+  auto *const copy = static_cast<State *>(private_memory(sizeof(State)));
+  if (copy == nullptr) return is_sound(*own.state);
+  const bool sound = is_sound(read_image(own, copy) ? *copy : *own.state);
+  give_back_memory(copy, sizeof(State));
+  return sound;
+}
+
 int32_t expect_sound(Process &own, Patience &patience) {
   const int32_t fault = lock_image(own, patience);
   if (fault != 0) return fault;
-  const bool sound = is_sound(*own.state);
+  const bool sound = looks_sound(own);
   unlock_image(own);
   return sound ? 0 : refuse(own, "its contents are damaged");
 }
@@ -129,7 +149,7 @@ int32_t expect_sound(Process &own, Patience &patience) {
 // An image that is in use may look damaged while somebody changes it, and is
 // looked at again under its lock. One that nobody uses is not changed by that.
 int32_t join_if_sound(Process &own, Patience &patience) {
-  const bool sound = is_sound(*own.state);
+  const bool sound = looks_sound(own);
   if (!sound && !is_in_use(own.descriptor)) return refuse(own, "its contents are damaged");
   const int32_t fault = join(own, patience);
   return sound || fault != 0 ? fault : expect_sound(own, patience);
@@ -169,12 +189,6 @@ int32_t open_shared(Process &own, Patience &patience) {
   return 0;
 }
 
-bool is_file(int descriptor, const Process &own) {
-  struct stat status = {};
-  return fstat(descriptor, &status) == 0 && status.st_dev == own.device &&
-         status.st_ino == own.inode;
-}
-
 // A forked child opens the image for itself, in the place where its parent had
 // it, so that it is known as who it is. If the file is out of reach it goes on
 // in its parent's name.
@@ -203,6 +217,10 @@ Process &this_process() {
   // Never destroyed: a call may come from another library's destructor.
   static Process &instance = *new Process;
   return instance;
+}
+
+bool uses_record_lock() {
+  return record_lock_used;
 }
 
 bool lock_threads(Patience &patience) {
@@ -249,6 +267,28 @@ int32_t lock_image(Process &own, Patience &patience) {
 
 void unlock_image(Process &own) {
   if (!own.path.empty()) own.lock.unlock();
+}
+
+// A record lock would be lost with another descriptor that is closed.
+bool read_image(const Process &own, void *zeroes) {
+  if (own.path.empty()) return false;
+  if (own.descriptor >= 0) return read_sparse(own.descriptor, zeroes, sizeof(State));
+  const int descriptor = open_descriptor(own.opened_path);
+  if (descriptor < 0) return false;
+  const bool read = is_file(descriptor, own) && read_sparse(descriptor, zeroes, sizeof(State));
+  close(descriptor);
+  return read;
+}
+
+void reset_chip(Process &own) {
+  void *const chip = &own.state->platform;
+  constexpr size_t kSize = sizeof(State) - sizeof(Header);
+  if (own.path.empty()) {
+    zero_private(chip, kSize);
+  } else {
+    zero_mapped(chip, kSize, own.descriptor, sizeof(Header));
+  }
+  power_on(*own.state);
 }
 
 void close_chip(Process &own) {

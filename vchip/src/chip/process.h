@@ -33,6 +33,9 @@ struct Process {
 
 Process &this_process();
 
+// Whether this process has an image open under a record lock. For anybody.
+bool uses_record_lock();
+
 // The lock among the threads of this process. False: patience is exhausted.
 bool lock_threads(Patience &patience);
 void unlock_threads();
@@ -44,6 +47,13 @@ int32_t open_once(Process &own, Patience &patience);
 // Takes the lock of the image, if there is one.
 int32_t lock_image(Process &own, Patience &patience);
 void unlock_image(Process &own);
+
+// For who has the lock: reads the image's file into zeroes, but not its holes.
+// False: it has none, or the file is out of reach.
+bool read_image(const Process &own, void *zeroes);
+
+// For who has the lock: the state after power-on, of everything but the header.
+void reset_chip(Process &own);
 
 // As if nothing had been opened.
 void close_chip(Process &own);

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "chip/copy.h"
 #include "chip/viewing.h"
 #include "document/dump.h"
 
@@ -27,12 +28,18 @@ void dump_chip(Dump &document, const State &state, const std::string &image) {
   });
 }
 
+Copy take_copy(std::string &image) {
+  Viewing chip;
+  image = chip.image_path();
+  return Copy(chip.locked());
+}
+
 }  // namespace
 
 std::string dump_json(int indent) {
-  Viewing chip;
-  return json_text(indent,
-                   [&](Dump &document) { dump_chip(document, chip.state(), chip.image_path()); });
+  std::string image;
+  const Copy copy = take_copy(image);
+  return json_text(indent, [&](Dump &document) { dump_chip(document, copy.state(), image); });
 }
 
 Memory memory() {

@@ -16,6 +16,7 @@ class Viewing {
   Viewing() {
     if (!chip_) throw std::runtime_error(vchip_result_text(chip_.fault()));
   }
+  const Locked &locked() const { return chip_; }
   const State &state() { return chip_.state(); }
   const std::string &image_path() const { return chip_.image_path(); }
   const Unit &unit(uint32_t unit) {

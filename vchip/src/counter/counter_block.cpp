@@ -3,10 +3,6 @@
 
 namespace vchip {
 
-void PortCounterBlock::reset() {
-  for (chip_port_counters_t &port : ports_) port = {};
-}
-
 uint64_t PortCounterBlock::count(int32_t port, uint32_t counter) const {
   const user_counter_t &value = ports_[port].value[counter];
   return uint64_t{value.high} << 32 | value.low;

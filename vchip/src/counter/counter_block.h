@@ -15,8 +15,8 @@ class Dump;
 class PortCounterBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // a counter is whatever was counted
+  void power_on() {}  // all zero
+  void repair() {}    // a counter is whatever was counted
   void dump(const char *name, Dump &unit) const;
 
   user_counter_t value(int32_t port, uint32_t counter) const { return ports_[port].value[counter]; }

@@ -6,9 +6,8 @@
 
 namespace vchip {
 
-void FloodBlock::reset() {
+void FloodBlock::power_on() {
   for (uint32_t &mask : isolation_) mask = kAllPorts;
-  miss_index_.fill(0);
 }
 
 bool FloodBlock::sound() const {

@@ -18,7 +18,7 @@ class Dump;
 class FloodBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

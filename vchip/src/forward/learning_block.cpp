@@ -6,7 +6,7 @@
 
 namespace vchip {
 
-void LearningBlock::reset() {
+void LearningBlock::power_on() {
   for (NewAddress &port : ports_) port = {kLearnAtOnce, FrameAction::forward};
 }
 

@@ -24,7 +24,7 @@ struct NewAddress {
 class LearningBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

@@ -8,9 +8,8 @@
 
 namespace vchip {
 
-void MaskBlock::reset() {
-  for (uint32_t index = 0; index < kPortMasks; ++index)
-    masks_[index] = {index < kFloodMasks ? kAllPorts : 0, 0};
+void MaskBlock::power_on() {
+  for (uint32_t index = 0; index < kFloodMasks; ++index) masks_[index].ports = kAllPorts;
 }
 
 bool MaskBlock::sound() const {

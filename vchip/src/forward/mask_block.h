@@ -22,7 +22,7 @@ struct ForwardMask {
 class MaskBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

@@ -9,11 +9,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 #include "image/file_lock.h"
 #include "image/header.h"
 #include "image/high_descriptor.h"
+#include "image/sparse.h"
 
 namespace vchip {
 namespace {
@@ -26,17 +26,6 @@ constexpr int kOtherFlags = O_NONBLOCK | O_NOCTTY;
 
 std::string system_fault(const char *what) {
   return std::string(what) + ": " + strerror(errno);
-}
-
-// Empty: done.
-std::string write_all(int descriptor, const std::vector<unsigned char> &bytes) {
-  size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t part = write(descriptor, bytes.data() + done, bytes.size() - done);
-    if (part < 0 && errno != EINTR) return system_fault("cannot be written");
-    if (part > 0) done += static_cast<size_t>(part);
-  }
-  return {};
 }
 
 // Opens a new file beside `path`. A creator that was killed may have left one
@@ -52,16 +41,25 @@ int open_beside(const std::string &path, std::string &name) {
   return descriptor;
 }
 
+// Empty: done.
+std::string write_image(int descriptor, const ImageFormat &format) {
+  void *memory = private_memory(format.size);
+  if (memory == nullptr) return system_fault("cannot be made");
+  format.make(memory);
+  const bool written = write_sparse(descriptor, memory, format.size);
+  std::string fault = written ? "" : system_fault("cannot be written");
+  give_back_memory(memory, format.size);
+  return fault;
+}
+
 // Makes the image under another name and links it to its own when it is whole.
 // Losing against another creator is success: there is an image then.
 std::string make_image(const std::string &path, const ImageFormat &format) {
-  std::vector<unsigned char> bytes(format.size);
-  format.make(bytes.data());
   std::string name;
   const int descriptor = open_beside(path, name);
   if (descriptor < 0 && errno == ENOENT) return "its directory does not exist";
   if (descriptor < 0) return system_fault("cannot be made");
-  std::string fault = write_all(descriptor, bytes);
+  std::string fault = write_image(descriptor, format);
   if (close(descriptor) != 0 && fault.empty()) fault = system_fault("cannot be written");
   if (fault.empty() && link(name.c_str(), path.c_str()) != 0 && errno != EEXIST)
     fault = system_fault("cannot be made");
@@ -108,6 +106,8 @@ OpenedImage map_image(int descriptor, const ImageFormat &format, size_t bytes, i
     close(descriptor);
     return image;
   }
+  // Pages that nobody asks for are not read.
+  madvise(memory, bytes, MADV_RANDOM);
   image.memory = memory;
   image.descriptor = descriptor;
   return image;
@@ -161,11 +161,6 @@ OpenedImage view_image(const std::string &path, const ImageFormat &format) {
   const int descriptor = open_high(path, O_RDONLY | kOtherFlags);
   if (descriptor < 0) return refused(system_fault("cannot be opened"));
   return map_image(descriptor, format, sizeof(Header), PROT_READ);
-}
-
-void *private_memory(uint32_t size) {
-  void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  return memory == MAP_FAILED ? nullptr : memory;
 }
 
 }  // namespace vchip

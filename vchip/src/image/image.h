@@ -33,10 +33,6 @@ int open_descriptor(const std::string &path);
 // Maps the header of the image `path`, which exists, for reading.
 OpenedImage view_image(const std::string &path, const ImageFormat &format);
 
-// An address space of zeroes that belongs to this process alone; null if the
-// system has none left.
-void *private_memory(uint32_t size);
-
 }  // namespace vchip
 
 #endif

@@ -44,11 +44,7 @@ int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
   return static_cast<int32_t>(hash & kHashMask);
 }
 
-// What the slots held stays: no bit says that it is an entry.
-void AddressTable::reset() {
-  memset(taken_, 0, sizeof taken_);
-  memset(learned_, 0, sizeof learned_);
-  now_ = 0;
+void AddressTable::power_on() {
   oldest_ = kNobody;
 }
 

@@ -38,7 +38,7 @@ int32_t bucket_of(uint32_t vid, const uint8_t *mac);
 // from 0 on, bucket by bucket; it does not change while the entry lives.
 class AddressTable {
  public:
-  void reset();
+  void power_on();
   // Drops what was being written when a call was killed, and counts again.
   void repair();
 

@@ -16,11 +16,6 @@ constexpr int32_t kNoGroup = -1;
 
 }  // namespace
 
-void GroupBlock::reset() {
-  memset(groups_, 0, sizeof groups_);
-  memset(masks_, 0, sizeof masks_);
-}
-
 bool GroupBlock::sound() const {
   return std::ranges::all_of(groups_, [this](const Group &group) {
     return group.exists == 0 ||

@@ -20,8 +20,8 @@ inline constexpr int32_t kGroups = kPortMasks - 1;
 class GroupBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // a group is absent while it is written
+  void power_on() {}  // all zero
+  void repair() {}    // a group is absent while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
 

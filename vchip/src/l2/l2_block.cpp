@@ -27,8 +27,8 @@ chip_l2_ucast_entry make_entry(uint32_t vid, const uint8_t *mac, int32_t port, i
 
 }  // namespace
 
-void L2Block::reset() {
-  table_.reset();
+void L2Block::power_on() {
+  table_.power_on();
   aging_ = kUsualAging;
   for (LearnLimit &limit : limits_) limit = {0, kMaxLearnLimit};
 }

@@ -42,7 +42,7 @@ enum class Learn : uint32_t {
 class L2Block {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() { table_.repair(); }
   bool sound() const { return table_.sound() && aging_ <= kMaxAging; }
   void dump(const char *name, Dump &unit) const;

@@ -69,11 +69,7 @@ int32_t remove_from(Table &table, const Entry &key) {
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
-void McastIpBlock::reset() {
-  for (auto &place : ip_) set_used(place, 0);
-  for (auto &place : ip6_) set_used(place, 0);
-  ip_mode_ = 0;
-  ip6_mode_ = 0;
+void McastIpBlock::power_on() {
   for (MissActions &actions : miss_actions_) actions.fill(FrameAction::forward);
 }
 

@@ -34,7 +34,7 @@ class McastIpBlock {
   using Table = std::array<McastPlace<Entry>, size>;
 
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // a place is empty while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

@@ -8,10 +8,6 @@
 
 namespace vchip {
 
-void MirrorBlock::reset() {
-  groups_.fill({});
-}
-
 bool MirrorBlock::sound() const {
   return std::ranges::all_of(groups_, [](const chip_mirror_entry &group) {
     return group.mirroring_port < VCHIP_PORTS && is_ports(group.ingress) && is_ports(group.egress);

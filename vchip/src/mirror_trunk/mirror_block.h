@@ -17,8 +17,8 @@ inline constexpr uint32_t kMirrorGroups = 4;
 class MirrorBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // a group is disabled while it is written
+  void power_on() {}  // all zero
+  void repair() {}    // a group is disabled while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
 

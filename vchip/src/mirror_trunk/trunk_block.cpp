@@ -9,8 +9,7 @@ namespace vchip {
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
-void TrunkBlock::reset() {
-  members_.fill(0);
+void TrunkBlock::power_on() {
   hash_fields_.fill(1);
 }
 

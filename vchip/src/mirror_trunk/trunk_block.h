@@ -23,7 +23,7 @@ constexpr bool may_be_members(uint32_t ports) {
 class TrunkBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

@@ -5,10 +5,10 @@
 
 #include <bit>
 #include <cstring>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "chip/copy.h"
 #include "chip/viewing.h"
 #include "common/board.h"
 #include "pipeline/carried.h"
@@ -97,13 +97,14 @@ Explanation explain(uint32_t unit, int32_t port, const uint8_t *bytes, uint32_t 
   expect_length(length);
   Viewing chip;
   chip.unit(unit);
-  const auto state = std::make_unique<State>(chip.state());
+  Copy copy(chip.locked());
+  State &state = copy.state();
   UnitTraffic traffic = carried(unit);
-  Run(*state, unit, traffic);
+  Run(state, unit, traffic);
   clear_left(traffic);
   Explanation explanation = {};
   Recorder recorder(explanation.steps);
-  Run(*state, unit, traffic, &recorder).arrive(port, bytes, length);
+  Run(state, unit, traffic, &recorder).arrive(port, bytes, length);
   explanation.out = take_left(traffic);
   find_end(explanation);
   return explanation;

@@ -18,11 +18,8 @@ void copy_text(char (&to)[kTraceText], const char *from) {
 
 }  // namespace
 
-void PlatformBlock::reset() {
-  log_lines_ = 0;
-  trace_ = trace_at_power_on() ? 1 : 0;
-  next_ = 0;
-  memset(records_, 0, sizeof records_);
+void PlatformBlock::power_on() {
+  if (trace_at_power_on()) trace_ = 1;
 }
 
 // Only the slot that comes next can be half-written: add_record() moves on

@@ -17,7 +17,7 @@ inline constexpr uint32_t kTraceText = 256;  // bytes, the terminating 0 include
 class PlatformBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair();
   bool sound() const;
   void dump(const char *name, Dump &chip) const;

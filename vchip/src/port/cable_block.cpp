@@ -10,10 +10,6 @@ constexpr uint32_t has(uint32_t faults, uint32_t fault) {
 
 }  // namespace
 
-void CableBlock::reset() {
-  for (Port &port : ports_) port = {};
-}
-
 void CableBlock::set_pair(int32_t port, uint32_t pair, const WirePair &wires) {
   ports_[port].pairs[pair] = wires;
 }

@@ -20,8 +20,8 @@ struct WirePair {
 class CableBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // single words, each valid on its own
+  void power_on() {}  // all zero
+  void repair() {}    // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
 
   const WirePair &pair(int32_t port, uint32_t pair) const { return ports_[port].pairs[pair]; }

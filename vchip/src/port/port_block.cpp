@@ -9,7 +9,7 @@ namespace vchip {
 
 static_assert((VCHIP_ABILITY_ALL & 3u) == 0, "the cable's flags need reserved bits");
 
-void PortBlock::reset() {
+void PortBlock::power_on() {
   constexpr Port kPowerOn = {
       .admin = 1,
       .autonegotiation = 1,

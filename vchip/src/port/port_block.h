@@ -28,7 +28,7 @@ struct Cable {
 class PortBlock {
  public:
   static constexpr uint32_t kLayout = 2;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

@@ -32,11 +32,9 @@ bool is_whole_port(const QosPort &port) {
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
-void QosBlock::reset() {
-  maps_ = {};
+void QosBlock::power_on() {
   maps_.remark_source = kMaxRemarkSource;
   for (QosPort &port : ports_) {
-    port = {};
     port.group = kPriorityGroups - 1;
     port.weights.fill(kMaxQueueWeight);
   }

@@ -24,13 +24,12 @@ bool is_whole_storm(const Storm &storm) {
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
-void RateBlock::reset() {
+void RateBlock::power_on() {
   storm_mode_ = kCountPackets;
-  storm_burst_.fill(0);
-  Port power_on = {{0, kMaxBandwidth, {}}, {0, kMaxBandwidth, {}}, {}};
-  for (Storm &storm : power_on.storm) storm.rate = kMaxStormRate;
+  Port first = {{0, kMaxBandwidth, {}}, {0, kMaxBandwidth, {}}, {}};
+  for (Storm &storm : first.storm) storm.rate = kMaxStormRate;
   for (Port &port : ports_) {
-    port = power_on;
+    port = first;
     port.ingress.bucket.fill_up(0);
     port.egress.bucket.fill_up(0);
   }

@@ -40,7 +40,7 @@ struct Storm {
 class RateBlock {
  public:
   static constexpr uint32_t kLayout = 3;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

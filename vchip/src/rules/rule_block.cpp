@@ -6,10 +6,6 @@
 
 namespace vchip {
 
-void RuleBlock::reset() {
-  for (Rule &rule : rules_) rule = {};
-}
-
 bool RuleBlock::sound() const {
   return std::ranges::all_of(
       rules_, [](const Rule &rule) { return rule.exists == 0 || is_whole(rule.area); });

@@ -14,8 +14,8 @@ class Dump;
 class RuleBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // a rule is not there while it is written
+  void power_on() {}  // all zero
+  void repair() {}    // a rule is not there while it is written
   bool sound() const;
   void dump(const char *name, Dump &board) const;
 

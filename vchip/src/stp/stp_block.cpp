@@ -20,8 +20,7 @@ void StpBlock::make(uint32_t instance, uint32_t state) {
   set_exists(instances_[instance], 1);
 }
 
-void StpBlock::reset() {
-  for (StpInstance &instance : instances_) set_exists(instance, 0);
+void StpBlock::power_on() {
   make(kCommonInstance, kStpForwarding);
 }
 

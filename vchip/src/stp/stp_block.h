@@ -26,7 +26,7 @@ struct StpInstance {
 class StpBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // an instance comes into being when its states are set
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

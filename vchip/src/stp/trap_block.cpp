@@ -7,11 +7,10 @@ namespace vchip {
 
 // Power-on values differ from what management programs set, so that a missing
 // initialisation shows.
-void TrapBlock::reset() {
+void TrapBlock::power_on() {
   actions_.fill(FrameAction::drop);
   for (Actions &actions : port_actions_) actions.fill(FrameAction::drop);
   rma_groups_.fill(FrameAction::forward);
-  bypass_.fill(0);
 }
 
 bool TrapBlock::sound() const {

@@ -23,7 +23,7 @@ class TrapBlock {
   using Actions = std::array<FrameAction, kFrameTypes>;
 
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

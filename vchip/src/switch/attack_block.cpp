@@ -6,11 +6,6 @@
 
 namespace vchip {
 
-void AttackBlock::reset() {
-  protected_ports_ = 0;
-  actions_.fill(0);
-}
-
 bool AttackBlock::sound() const {
   return is_ports(protected_ports_) && are_at_most(actions_, kMaxAttackAction);
 }

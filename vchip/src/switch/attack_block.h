@@ -16,8 +16,8 @@ inline constexpr uint32_t kMaxAttackAction = 1;
 class AttackBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
-  void repair() {}  // single words, each valid on its own
+  void power_on() {}  // all zero
+  void repair() {}    // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
 

@@ -16,7 +16,7 @@ class DefaultsBlock {
   static constexpr uint32_t kLayout = 2;
   // Power-on values differ from what management programs set, so that a missing
   // initialisation shows.
-  void reset() {
+  void power_on() {
     zero_source_learned_ = 1;
     priority_source_ = kMaxPrioritySource;
     meters_count_gap_ = 1;

@@ -12,10 +12,9 @@ constexpr uint32_t kPowerOnLength = 1518;
 
 }  // namespace
 
-void SwitchBlock::reset() {
+void SwitchBlock::power_on() {
   tag_counts_ = 1;
   max_length_.fill(kPowerOnLength);
-  cpu_format_.fill(0);
 }
 
 bool SwitchBlock::sound() const {

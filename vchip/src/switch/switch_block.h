@@ -20,7 +20,7 @@ inline constexpr uint32_t kMaxCpuFormat = 3;
 class SwitchBlock {
  public:
   static constexpr uint32_t kLayout = 2;
-  void reset();
+  void power_on();
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

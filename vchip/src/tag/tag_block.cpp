@@ -19,11 +19,11 @@ bool is_whole(const PortTags &port) {
 
 }  // namespace
 
-void TagBlock::reset() {
-  PortTags power_on = {};
-  power_on.outer_pvid = 1;
-  power_on.ingress_inner_tpids = 1;
-  for (PortTags &port : ports_) port = power_on;
+void TagBlock::power_on() {
+  for (PortTags &port : ports_) {
+    port.outer_pvid = 1;
+    port.ingress_inner_tpids = 1;
+  }
   inner_.fill(kCustomerTpid);
   outer_.fill(kServiceTpid);
 }

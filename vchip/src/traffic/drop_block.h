@@ -46,7 +46,7 @@ class DropBlock {
   using Counts = std::array<uint64_t, kFates>;
 
   static constexpr uint32_t kLayout = 1;
-  void reset() { ports_ = {}; }
+  void power_on() {}  // all zero
   // A frame that was being counted: its end counts, so the sum holds again.
   void repair();
   void dump(const char *name, Dump &unit) const;

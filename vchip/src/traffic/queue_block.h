@@ -27,8 +27,8 @@ class QueueBlock {
   using Queues = std::array<QueueCounts, kQueues>;
 
   static constexpr uint32_t kLayout = 1;
-  void reset() { ports_ = {}; }
-  void repair() {}  // counters, and a time that is a single word
+  void power_on() {}  // all zero
+  void repair() {}    // counters, and a time that is a single word
   void dump(const char *name, Dump &unit) const;
 
   const Queues &queues(int32_t port) const { return ports_[static_cast<size_t>(port)].queues; }

@@ -12,8 +12,8 @@ class Dump;
 class TimeBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset() { clock_ = 0; }
-  void repair() {}  // single words, each valid on its own
+  void power_on() {}  // all zero
+  void repair() {}    // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
 
   // Nanoseconds since power-on. It stands still unless it is advanced.

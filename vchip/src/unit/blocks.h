@@ -3,9 +3,11 @@
 // plain fixed-width words and nothing else, and has
 //
 //   static constexpr uint32_t kLayout   raised when the meaning of its bytes changes
-//   void reset()                        the state after power-on, from any bytes
+//   void power_on()                     the state after power-on, from zeroes; what
+//                                       stays 0 is not written, so that its memory
+//                                       is not taken
 //   void repair()                       makes the state whole again after a call
-//                                       was killed half-way; reset() needs none
+//                                       was killed half-way
 //   bool sound() const                  whether every word that is used as an index
 //                                       or a port leads to a place that is there,
 //                                       and every code and number is one that a

@@ -12,10 +12,11 @@ bool is_sound(const Block &block) {
 
 }  // namespace
 
-void reset_state(State &state) {
-  state.platform.reset();
-  state.rules.reset();
-  for (Unit &unit : state.units) each_block(unit, [](const char *, auto &block) { block.reset(); });
+void power_on(State &zeroes) {
+  zeroes.platform.power_on();
+  zeroes.rules.power_on();
+  for (Unit &unit : zeroes.units)
+    each_block(unit, [](const char *, auto &block) { block.power_on(); });
 }
 
 void repair_state(State &state) {

@@ -54,8 +54,8 @@ constexpr uint32_t state_layout() {
   return hash;
 }
 
-// The state after power-on, of everything but the header.
-void reset_state(State &state);
+// The state after power-on, of everything but the header, from zeroes.
+void power_on(State &zeroes);
 
 // Makes whole what a killed call may have left half done.
 void repair_state(State &state);

@@ -38,8 +38,7 @@ bool is_whole(const chip_vlan_egress_entry &entry) {
 
 // Power-on modes differ from what management programs set, so that a missing
 // initialisation shows.
-void ConversionBlock::reset() {
-  for (chip_vlan_egress_entry &entry : egress_) entry = {};
+void ConversionBlock::power_on() {
   for (uint32_t block = 0; block < kIngressBlocks; ++block) modes_[block] = block;
 }
 

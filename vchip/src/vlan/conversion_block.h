@@ -20,7 +20,7 @@ inline constexpr uint32_t kMaxBlockMode = 2;
 class ConversionBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // an entry is invalid while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;

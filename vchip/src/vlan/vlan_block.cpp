@@ -30,8 +30,8 @@ bool is_good_vlan(const Vlan &vlan) {
 
 }  // namespace
 
-void VlanBlock::reset() {
-  destroy_all(true);
+void VlanBlock::power_on() {
+  make(vlans_[kDefaultVlan], kAllPorts);
   for (uint32_t &pvid : pvids_) pvid = kDefaultVlan;
 }
 
@@ -48,7 +48,8 @@ void VlanBlock::destroy(uint32_t vid) {
 }
 
 void VlanBlock::destroy_all(bool restore_default) {
-  for (Vlan &vlan : vlans_) set_exists(vlan, 0);
+  for (Vlan &vlan : vlans_)
+    if (vlan.exists != 0) set_exists(vlan, 0);
   if (restore_default) make(vlans_[kDefaultVlan], kAllPorts);
 }
 

@@ -23,7 +23,7 @@ struct Vlan {
 class VlanBlock {
  public:
   static constexpr uint32_t kLayout = 1;
-  void reset();
+  void power_on();
   void repair() {}  // an entry is taken away before it changes hands
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
