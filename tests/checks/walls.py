@@ -51,7 +51,7 @@ FLOORS = [
     # What visits a block: calls and controls, views.
     (r".*_(calls|control|view)\.cpp", [COMMON, r"{self}/.*", r"chip/.*"]),
     # A block, the state of one part of the hardware, and its picture.
-    (r".*_dump\.cpp", [COMMON, r"{self}/.*", r"document/.*"]),
+    (r".*_(dump|check)\.cpp", [COMMON, r"{self}/.*", r"document/.*"]),
     (r".*_block\.(h|cpp)", [COMMON, r"{self}/(?!.*_block\.h).*", r"{self}/{stem}\.h"]),
     # The way of a frame. Its door, the frames that are carried and explain take
     # the lock; no step does.

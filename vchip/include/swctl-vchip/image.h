@@ -47,6 +47,23 @@ struct ImageStatus {
 // Throws std::runtime_error, with the file's name, if it is no usable image.
 SWCTL_API ImageStatus image_status(const std::string &path);
 
+// A word of an image that no call could have left as it is.
+struct Fault {
+  int32_t unit;       // -1: the block belongs to the board
+  std::string block;  // as in a dump
+  std::string word;
+  std::string text;  // what it is, and what was expected
+};
+
+// Every such word of an image, also of one that is refused as damaged. What a
+// call that was killed has left is looked at as the next call would repair it.
+// Changes nothing. An image that others change meanwhile may have faults that
+// are none. Throws as image_status() does.
+SWCTL_API std::vector<Fault> image_faults(const std::string &path);
+
+// The same for the chip of this process, in one locked step.
+SWCTL_API std::vector<Fault> chip_faults();
+
 }  // namespace vchip
 
 #endif

@@ -14,6 +14,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kAclTemplates = 8;
 inline constexpr uint32_t kAclSelectors = 12;
@@ -51,6 +52,7 @@ class AclBlock {
   void repair();
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const AclTemplate &template_at(uint32_t index) const { return templates_[index]; }
   void set_template(uint32_t index, const AclTemplate &codes) { templates_[index] = codes; }

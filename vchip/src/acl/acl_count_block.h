@@ -10,6 +10,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 class AclCountBlock {
  public:
@@ -19,6 +20,7 @@ class AclCountBlock {
   // chip that is read while it counts.
   void repair() {}
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   uint64_t packets(uint32_t counter) const { return packets_[counter]; }
   uint64_t bytes(uint32_t counter) const { return bytes_[counter]; }

@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kMaxMeterMode = 1;
 inline constexpr uint32_t kMaxMeterRate = 0xFFFFF;
@@ -25,6 +26,7 @@ class MeterBlock {
   void repair() {}  // a meter is off while it is written; sizes are single words
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   uint32_t mode(uint32_t meter) const { return meters_[meter].mode; }
   void set_mode(uint32_t meter, uint32_t mode) { meters_[meter].mode = mode; }

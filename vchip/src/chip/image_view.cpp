@@ -5,14 +5,17 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <new>
 #include <stdexcept>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "chip/check.h"
 #include "chip/process.h"
 #include "chip/settings.h"
 #include "image/image.h"
+#include "image/sparse.h"
 
 namespace vchip {
 namespace {
@@ -81,7 +84,43 @@ void view_holder(ImageStatus &status, const LookedAt &image) {
   status.held_ms = status.held ? holder.held_ms : 0;
 }
 
+// A chip's worth of private memory.
+class Scratch {
+ public:
+  Scratch() : state_(static_cast<State *>(private_memory(sizeof(State)))) {
+    if (state_ == nullptr) throw std::bad_alloc();
+  }
+  ~Scratch() { give_back_memory(state_, sizeof(State)); }
+  Scratch(const Scratch &) = delete;
+  Scratch &operator=(const Scratch &) = delete;
+  State &state() { return *state_; }
+
+ private:
+  State *state_;
+};
+
+// As the next call would: an interrupted reset is done again, the rest repaired.
+void repair_copy(State &state) {
+  if (state.header.writer == kNoWriter) return;
+  if (state.header.writer == kResetting) {
+    zero_private(&state.platform, sizeof(State) - sizeof(Header));
+    power_on(state);
+  } else if (is_sound(state)) {
+    repair_state(state);
+  }
+}
+
 }  // namespace
+
+std::vector<Fault> image_faults(const std::string &path) {
+  const NobodyInside quiet;
+  const LookedAt image(path);
+  Scratch copy;
+  if (!read_sparse(image.descriptor(), &copy.state(), sizeof(State)))
+    throw std::runtime_error("image " + path + ": cannot be read");
+  repair_copy(copy.state());
+  return faults_of(copy.state());
+}
 
 ImageStatus image_status(const std::string &path) {
   const NobodyInside quiet;

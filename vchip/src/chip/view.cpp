@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "chip/check.h"
 #include "chip/copy.h"
 #include "chip/viewing.h"
 #include "document/dump.h"
@@ -40,6 +41,12 @@ std::string dump_json(int indent) {
   std::string image;
   const Copy copy = take_copy(image);
   return json_text(indent, [&](Dump &document) { dump_chip(document, copy.state(), image); });
+}
+
+std::vector<Fault> chip_faults() {
+  std::string image;
+  const Copy copy = take_copy(image);
+  return faults_of(copy.state());
 }
 
 Memory memory() {

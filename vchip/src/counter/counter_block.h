@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 class PortCounterBlock {
  public:
@@ -18,6 +19,7 @@ class PortCounterBlock {
   void power_on() {}  // all zero
   void repair() {}    // a counter is whatever was counted
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   user_counter_t value(int32_t port, uint32_t counter) const { return ports_[port].value[counter]; }
   uint64_t count(int32_t port, uint32_t counter) const;

@@ -14,6 +14,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 class FloodBlock {
  public:
@@ -22,6 +23,7 @@ class FloodBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   uint32_t isolation(int32_t port) const { return isolation_[port]; }
   void set_isolation(int32_t port, uint32_t mask) { isolation_[port] = mask; }

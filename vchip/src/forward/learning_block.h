@@ -12,6 +12,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 // Who enters a new address: the chip, at once; software, which is asked; nobody.
 enum LearningMode : uint32_t { kLearnAtOnce, kLearnBySoftware, kLearnNothing };
@@ -28,6 +29,7 @@ class LearningBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const NewAddress &port(int32_t port) const { return ports_[port]; }
   void set_port(int32_t port, const NewAddress &pair) { ports_[port] = pair; }

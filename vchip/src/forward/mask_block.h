@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 struct ForwardMask {
   uint32_t ports;
@@ -26,6 +27,7 @@ class MaskBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   // For an index below kPortMasks.
   const ForwardMask &mask(uint32_t index) const { return masks_[index]; }

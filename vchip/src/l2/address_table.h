@@ -12,6 +12,8 @@
 
 namespace vchip {
 
+class Findings;
+
 inline constexpr int32_t kAddresses = 16384;
 inline constexpr int32_t kPlaces = 4;  // of a bucket
 inline constexpr int32_t kBuckets = kAddresses / kPlaces;
@@ -43,6 +45,7 @@ class AddressTable {
   void repair();
 
   bool sound() const;
+  void check(Findings &findings) const;
 
   // kNoIndex if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;
@@ -86,6 +89,7 @@ class AddressTable {
   int32_t free_place(int32_t bucket) const;
   void count(const chip_l2_ucast_entry &entry, uint32_t step);
   void expire(uint64_t aging);
+  void check_place(Findings &findings, int32_t index) const;
 
   // Bit i of word w says that slot 64 w + i holds an entry.
   uint64_t taken_[kAddresses / kWordBits];

@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 // Index 0 of the port masks belongs to no group, so there is one less of them.
 inline constexpr int32_t kGroups = kPortMasks - 1;
@@ -24,6 +25,7 @@ class GroupBlock {
   void repair() {}    // a group is absent while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   // -1 if there is none.
   int32_t find(uint32_t vid, const uint8_t *mac) const;

@@ -9,6 +9,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kMaxAging = 1000000;  // seconds
 inline constexpr uint32_t kUsualAging = 300;    // IEEE 802.1D
@@ -46,6 +47,7 @@ class L2Block {
   void repair() { table_.repair(); }
   bool sound() const { return table_.sound() && aging_ <= kMaxAging; }
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const AddressTable &table() const { return table_; }
 

@@ -15,10 +15,19 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kIpMcastEntries = 256;
 inline constexpr uint32_t kIp6McastEntries = 128;
 inline constexpr uint32_t kMaxMcastMode = 1;
+
+// RFC 5771 and RFC 4291, 2.7.
+constexpr bool is_group(uint32_t address) {
+  return address >> 28 == 0xe;
+}
+constexpr bool is_group(const chip_ip6_address &address) {
+  return address.bytes[0] == 0xff;
+}
 
 // A place of a table. A killed call leaves it empty or whole.
 template <typename Entry>
@@ -38,6 +47,7 @@ class McastIpBlock {
   void repair() {}  // a place is empty while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const Table<chip_ip_mcast_entry, kIpMcastEntries> &ip() const { return ip_; }
   const Table<chip_ip6_mcast_entry, kIp6McastEntries> &ip6() const { return ip6_; }

@@ -17,19 +17,12 @@ using vchip::Unit;
 
 namespace {
 
-// RFC 5771 and RFC 4291, 2.7.
-constexpr bool is_group(uint32_t address) {
-  return address >> 28 == 0xe;
-}
-constexpr bool is_group(const chip_ip6_address &address) {
-  return address.bytes[0] == 0xff;
-}
-
 // Address b is the group and address a the source; any source but a group will
 // do, and zeros stand for every source.
 template <typename Entry>
 int32_t possible_key(const Entry &entry) {
-  return vchip::on_vlan(entry.vid) == 0 && is_group(entry.address_b) && !is_group(entry.address_a)
+  return vchip::on_vlan(entry.vid) == 0 && vchip::is_group(entry.address_b) &&
+                 !vchip::is_group(entry.address_a)
              ? 0
              : VCHIP_E_VALUE;
 }

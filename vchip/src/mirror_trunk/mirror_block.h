@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kMirrorGroups = 4;
 
@@ -21,6 +22,7 @@ class MirrorBlock {
   void repair() {}    // a group is disabled while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const chip_mirror_entry &group(uint32_t group) const { return groups_[group]; }
   void set_group(uint32_t group, const chip_mirror_entry &entry);

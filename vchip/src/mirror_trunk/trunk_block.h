@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kHashAlgorithms = 2;
 inline constexpr uint32_t kHashFields = 0x7f;
@@ -27,6 +28,7 @@ class TrunkBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const std::array<uint32_t, kTrunkGroups> &members() const { return members_; }
   // Whether one of these ports is in another trunk.

@@ -10,6 +10,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kTraceRecords = 256;
 inline constexpr uint32_t kTraceText = 256;  // bytes, the terminating 0 included
@@ -21,6 +22,7 @@ class PlatformBlock {
   void repair();
   bool sound() const;
   void dump(const char *name, Dump &chip) const;
+  void check(Findings &findings) const;
 
   int32_t trace() const { return trace_; }
   void set_trace(int32_t answer) { trace_ = answer; }

@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 struct WirePair {
   uint32_t faults;
@@ -23,6 +24,7 @@ class CableBlock {
   void power_on() {}  // all zero
   void repair() {}    // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const WirePair &pair(int32_t port, uint32_t pair) const { return ports_[port].pairs[pair]; }
   void set_pair(int32_t port, uint32_t pair, const WirePair &wires);

@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 struct ForcedMode {
   uint32_t speed;
@@ -32,6 +33,7 @@ class PortBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   bool admin(int32_t port) const { return of(port).admin != 0; }
   void set_admin(int32_t port, bool on) { of(port).admin = on; }
@@ -85,6 +87,7 @@ class PortBlock {
   const Port &of(int32_t port) const { return ports_[port]; }
   Port &of(int32_t port) { return ports_[port]; }
   void dump_port(Dump &entry, int32_t port) const;
+  void check_cable(Findings &findings, const Port &port) const;
 
   Port ports_[VCHIP_PORTS];
 };

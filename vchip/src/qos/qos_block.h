@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kDropEligibility = 2;
 inline constexpr uint32_t kCodePoints = 64;
@@ -51,6 +52,7 @@ class QosBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const QosMaps &maps() const { return maps_; }
   QosMaps &maps() { return maps_; }

@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kStormTypes = 5;
 // What storm control counts.
@@ -44,6 +45,7 @@ class RateBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   uint32_t storm_mode() const { return storm_mode_; }
   // The buckets of another mode start full.
@@ -74,6 +76,7 @@ class RateBlock {
   };
   void fill_storms(uint64_t now);
   void dump_port(Dump &entry, int32_t port) const;
+  void check_storm(Findings &findings, int32_t port, uint32_t type) const;
 
   uint32_t storm_mode_;
   std::array<uint32_t, kStormTypes> storm_burst_;

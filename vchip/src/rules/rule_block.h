@@ -10,6 +10,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 class RuleBlock {
  public:
@@ -18,6 +19,7 @@ class RuleBlock {
   void repair() {}    // a rule is not there while it is written
   bool sound() const;
   void dump(const char *name, Dump &board) const;
+  void check(Findings &findings) const;
 
   const RuleArea &area(uint32_t place) const { return rules_[place].area; }
   bool has(uint32_t place) const { return rules_[place].exists != 0; }

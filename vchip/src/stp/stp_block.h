@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kCommonInstance = 0;  // always there
 
@@ -30,6 +31,7 @@ class StpBlock {
   void repair() {}  // an instance comes into being when its states are set
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   bool exists(uint32_t instance) const {
     return instance < kInstances && instances_[instance].exists != 0;

@@ -13,6 +13,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kFrameTypes = 32;
 inline constexpr uint32_t kRmaGroups = 4;
@@ -27,6 +28,7 @@ class TrapBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const Actions &actions() const { return actions_; }
   void set_action(uint32_t type, FrameAction action) { actions_[type] = action; }

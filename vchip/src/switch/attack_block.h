@@ -9,6 +9,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kAttackTypes = 16;
 inline constexpr uint32_t kMaxAttackAction = 1;
@@ -20,6 +21,7 @@ class AttackBlock {
   void repair() {}    // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   uint32_t protected_ports() const { return protected_ports_; }
   void protect(int32_t port, bool on);

@@ -8,6 +8,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kMaxPrioritySource = 1;
 
@@ -23,6 +24,7 @@ class DefaultsBlock {
   }
   void repair() {}  // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   bool zero_source_learned() const { return zero_source_learned_ != 0; }
   void set_zero_source_learned(bool learned) { zero_source_learned_ = learned; }

@@ -9,6 +9,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 // Link speeds below 1 Gbit/s, and from there on.
 inline constexpr uint32_t kSpeedClasses = 2;
@@ -24,6 +25,7 @@ class SwitchBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   bool tag_counts() const { return tag_counts_ != 0; }
   void set_tag_counts(bool counts) { tag_counts_ = counts; }

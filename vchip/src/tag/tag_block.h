@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kTpids = 4;
 inline constexpr uint32_t kMaxTpid = 0xffff;
@@ -41,6 +42,7 @@ class TagBlock {
   void repair() {}  // single words, each valid on its own
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const PortTags &port(int32_t port) const { return ports_[port]; }
   PortTags &port(int32_t port) { return ports_[port]; }

@@ -11,6 +11,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 // received = forwarded + taken + the steps from attack to egress, on every
 // port. The others are counted beside that sum.
@@ -50,6 +51,7 @@ class DropBlock {
   // A frame that was being counted: its end counts, so the sum holds again.
   void repair();
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const Counts &port(int32_t port) const { return ports_[static_cast<size_t>(port)]; }
   uint64_t count(int32_t port, Fate fate) const {

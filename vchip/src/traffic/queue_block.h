@@ -14,6 +14,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 struct QueueCounts {
   uint64_t waiting;  // frames in it, as the process that has them last said
@@ -30,6 +31,7 @@ class QueueBlock {
   void power_on() {}  // all zero
   void repair() {}    // counters, and a time that is a single word
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const Queues &queues(int32_t port) const { return ports_[static_cast<size_t>(port)].queues; }
   QueueCounts &queue(int32_t port, uint32_t queue) {

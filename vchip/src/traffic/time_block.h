@@ -8,6 +8,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 class TimeBlock {
  public:
@@ -15,6 +16,7 @@ class TimeBlock {
   void power_on() {}  // all zero
   void repair() {}    // single words, each valid on its own
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   // Nanoseconds since power-on. It stands still unless it is advanced.
   uint64_t clock() const { return clock_; }

@@ -16,6 +16,9 @@
 //                                       hold anything has none
 //   void dump(const char *name, Dump &unit) const
 //                                       writes its picture under `name`
+//   void check(Findings &findings) const
+//                                       names every word, and what calls leave in
+//                                       it, a killed one that was repaired too
 //
 // A block knows no other and no lock: what visits it holds the lock, and what
 // concerns two blocks is done by who visits both. To add one, write its files,

@@ -12,6 +12,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 inline constexpr uint32_t kEgressEntries = 512;
 inline constexpr uint32_t kIngressBlocks = 3;
@@ -24,6 +25,7 @@ class ConversionBlock {
   void repair() {}  // an entry is invalid while it is written
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const chip_vlan_egress_entry &egress(uint32_t index) const { return egress_[index]; }
   void set_egress(uint32_t index, const chip_vlan_egress_entry &entry);

@@ -12,6 +12,7 @@
 namespace vchip {
 
 class Dump;
+class Findings;
 
 struct Vlan {
   uint32_t exists;
@@ -27,6 +28,7 @@ class VlanBlock {
   void repair() {}  // an entry is taken away before it changes hands
   bool sound() const;
   void dump(const char *name, Dump &unit) const;
+  void check(Findings &findings) const;
 
   const Vlan &vlan(uint32_t vid) const { return vlans_[vid]; }
   bool exists(uint32_t vid) const { return vlans_[vid].exists != 0; }

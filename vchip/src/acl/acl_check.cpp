@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "acl/acl_block.h"
+#include "document/findings.h"
+
+namespace vchip {
+namespace {
+
+constexpr uint32_t kAllFields = (uint32_t{1} << kAclFields.size()) - 1;
+
+// Bytes of a field that was not written are 0. The first byte of one that was
+// is limited, where the field has only that one.
+void check_field(Findings &findings, const AclRule &rule, size_t place) {
+  const AclField &field = kAclFields[place];
+  const size_t start = start_of_field(place);
+  const size_t bytes = start_of_field(place + 1) - start;
+  if (!rule.has_field(place)) {
+    findings.zero_bytes(field.name, rule.data + start, bytes);
+    findings.zero_bytes(field.name, rule.mask + start, bytes);
+    return;
+  }
+  findings.at_most(field.name, rule.data[start], field.limit);
+}
+
+void check_rule(Findings &findings, const AclRule &rule, bool last) {
+  findings.flag("valid", rule.valid);
+  findings.at_most("joined", rule.joined, last ? 0 : 1);
+  findings.bits("written", rule.written, kAllFields);
+  findings.flag("has_action", rule.has_action);
+  findings.any(rule.data);
+  findings.any(rule.mask);
+  for (size_t place = 0; place < kAclFields.size(); ++place) check_field(findings, rule, place);
+  constexpr size_t kEnd = start_of_field(kAclFields.size());
+  findings.zero_bytes("data", rule.data + kEnd, kMatchBytes - kEnd);
+  findings.zero_bytes("mask", rule.mask + kEnd, kMatchBytes - kEnd);
+}
+
+}  // namespace
+
+void AclBlock::check(Findings &findings) const {
+  findings.each("templates", templates_, [&](const AclTemplate &codes, size_t) {
+    findings.each_at_most("codes", codes, kMaxFieldType);
+  });
+  findings.each("selectors", selectors_, [&](const AclSelector &words, size_t) {
+    findings.each_at_most("words", words, kAclTemplates - 1);
+  });
+  findings.each_at_most("misses", misses_, CHIP_ACL_MISS_DROP);
+  findings.each("rules", rules_, [&](const AclRule &rule, size_t number) {
+    check_rule(findings, rule, number == VCHIP_ACL_RULES - 1);
+  });
+  // The words of an action are whatever was set.
+  findings.each("actions", actions_, [&](const chip_acl_action &action, size_t number) {
+    findings.any(action);
+    if (rules_[number].has_action == 0) findings.zero("words", action);
+  });
+}
+
+}  // namespace vchip

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#ifndef VCHIP_CHIP_CHECK_H
+#define VCHIP_CHIP_CHECK_H
+
+#include <swctl-vchip/image.h>
+
+#include <vector>
+
+#include "unit/state.h"
+
+namespace vchip {
+
+// What no call could have left in a chip that no call is changing.
+std::vector<Fault> faults_of(const State &state);
+
+}  // namespace vchip
+
+#endif

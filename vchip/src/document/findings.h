@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// What a block's check() writes into: every word that it holds, with what a call
+// may have left in it. A word that is never named counts as not looked at.
+#ifndef VCHIP_DOCUMENT_FINDINGS_H
+#define VCHIP_DOCUMENT_FINDINGS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace vchip {
+
+// A word that no call could have left as it is.
+struct Finding {
+  std::string word;  // "vlans[77].member"
+  std::string text;  // "0x20000000, expected ports 0 to 28"
+};
+
+class Findings {
+ public:
+  // A word is between the two, at most a number, 0 or 1, exactly a number.
+  template <typename Word>
+  void in(const char *name, const Word &word, uint64_t lowest, uint64_t highest) {
+    see(&word, sizeof word);
+    const uint64_t value = number(word);
+    if (value < lowest || value > highest) out_of_range(name, value, lowest, highest);
+  }
+  template <typename Word>
+  void at_most(const char *name, const Word &word, uint64_t highest) {
+    in(name, word, 0, highest);
+  }
+  template <typename Word>
+  void flag(const char *name, const Word &word) {
+    in(name, word, 0, 1);
+  }
+  template <typename Word>
+  void is(const char *name, const Word &word, uint64_t expected) {
+    in(name, word, expected, expected);
+  }
+  // It has no other bits than these.
+  void bits(const char *name, const uint32_t &word, uint32_t allowed);
+  void ports(const char *name, const uint32_t &mask);
+  // Anything may stand there.
+  template <typename Words>
+  void any(const Words &words) {
+    see(&words, sizeof words);
+  }
+  // All bytes are 0.
+  template <typename Words>
+  void zero(const char *name, const Words &words) {
+    zero_bytes(name, &words, sizeof words);
+  }
+  void zero_bytes(const char *name, const void *bytes, size_t count);
+
+  // What words say together; `text` says what holds where it does not.
+  void rule(bool holds, const char *name, const std::string &text);
+
+  // What check(element, index) says of each element of an array, under its name.
+  template <typename Array, typename Check>
+  void each(const char *name, const Array &array, Check check) {
+    size_t index = 0;
+    for (const auto &element : array) {
+      path_.push_back({name, index});
+      check(element, index++);
+      path_.pop_back();
+    }
+  }
+  template <typename Array>
+  void each_at_most(const char *name, const Array &array, uint64_t highest) {
+    each(name, array, [&](const auto &word, size_t) { at_most("", word, highest); });
+  }
+
+  const std::vector<Finding> &all() const { return all_; }
+
+  // For a test: the bytes that were named, of those from `start` on.
+  void watch(const void *start, size_t size);
+  const std::vector<uint8_t> &seen() const { return seen_; }
+
+ private:
+  struct Step {
+    const char *name;
+    size_t index;
+  };
+
+  template <typename Word>
+  static uint64_t number(Word word) {
+    if constexpr (std::is_enum_v<Word>) {
+      return static_cast<std::make_unsigned_t<std::underlying_type_t<Word>>>(word);
+    } else {
+      return static_cast<std::make_unsigned_t<Word>>(word);
+    }
+  }
+  void see(const void *bytes, size_t count);
+  void out_of_range(const char *name, uint64_t value, uint64_t lowest, uint64_t highest);
+  void add(const char *name, std::string text);
+
+  std::vector<Step> path_;
+  std::vector<Finding> all_;
+  const uint8_t *watched_ = nullptr;
+  std::vector<uint8_t> seen_;
+};
+
+}  // namespace vchip
+
+#endif

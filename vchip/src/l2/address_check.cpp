@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+
+#include "document/findings.h"
+#include "l2/address_table.h"
+#include "l2/l2_block.h"
+#include "l2/l2_check.h"
+
+namespace vchip {
+namespace {
+
+// Also of an entry that is no more: what it held stays.
+void check_entry(Findings &findings, const chip_l2_ucast_entry &entry) {
+  findings.any(entry);
+  findings.at_most("vid", entry.vid, kVlanIds - 1);
+  findings.rule(on_station(entry.mac) == 0, "mac", "is a group address");
+  findings.zero("padding", entry.padding);
+  findings.at_most("port", entry.port, VCHIP_PORTS - 1);
+  findings.at_most("trunk", entry.trunk, kTrunkGroups - 1);
+  findings.zero("rest", entry.rest);
+}
+
+}  // namespace
+
+// An entry lies in the bucket of its key, and there is no other with that key.
+void AddressTable::check_place(Findings &findings, int32_t index) const {
+  const chip_l2_ucast_entry &own = entry(index);
+  findings.rule(bucket_of(own.vid, own.mac) == index / kPlaces, "", "is in a bucket of others");
+  findings.rule(find(own.vid, own.mac) >= index || bucket_of(own.vid, own.mac) != index / kPlaces,
+                "", "is there twice");
+  if (is_static(own)) return;
+  findings.rule(slots_[index].seen >= oldest_, "seen", "is before that of the oldest entry");
+}
+
+void AddressTable::check(Findings &findings) const {
+  std::array<uint32_t, VCHIP_PORTS> counted = {};
+  findings.any(taken_);
+  findings.any(now_);
+  findings.any(oldest_);
+  findings.each("entries", slots_, [&](const Slot &slot, size_t number) {
+    const auto index = static_cast<int32_t>(number);
+    check_entry(findings, slot.entry);
+    findings.at_most("seen", slot.seen, now_);
+    if (!is_taken(index)) return;
+    check_place(findings, index);
+    if (!is_static(slot.entry) && on_port(slot.entry.port) == 0)
+      ++counted[static_cast<size_t>(slot.entry.port)];
+  });
+  findings.each("learned", learned_,
+                [&](const uint32_t &count, size_t port) { findings.is("", count, counted[port]); });
+}
+
+// Nobody limits what the CPU port learns.
+void L2Block::check(Findings &findings) const {
+  table_.check(findings);
+  findings.at_most("aging", aging_, kMaxAging);
+  findings.each("limits", limits_, [&](const LearnLimit &limit, size_t port) {
+    const bool front = port != VCHIP_CPU_PORT;
+    findings.at_most("enabled", limit.enabled, front ? 1 : 0);
+    findings.in("limit", limit.limit, front ? 0 : kMaxLearnLimit, kMaxLearnLimit);
+  });
+}
+
+}  // namespace vchip

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include <cstring>
+
+#include "document/findings.h"
+#include "mcast/mcast_ip_block.h"
+
+namespace vchip {
+namespace {
+
+bool same_key(const chip_ip_mcast_entry &one, const chip_ip_mcast_entry &other) {
+  return one.vid == other.vid && one.address_a == other.address_a &&
+         one.address_b == other.address_b;
+}
+bool same_key(const chip_ip6_mcast_entry &one, const chip_ip6_mcast_entry &other) {
+  return one.vid == other.vid &&
+         memcmp(&one.address_a, &other.address_a, sizeof one.address_a) == 0 &&
+         memcmp(&one.address_b, &other.address_b, sizeof one.address_b) == 0;
+}
+
+template <typename Table>
+bool has_before(const Table &table, size_t index) {
+  for (size_t before = 0; before < index; ++before)
+    if (table[before].used != 0 && same_key(table[before].entry, table[index].entry)) return true;
+  return false;
+}
+
+// What an entry that was removed had stays.
+template <typename Table>
+void check_table(Findings &findings, const char *name, const Table &table) {
+  findings.each(name, table, [&](const auto &place, size_t index) {
+    findings.any(place);
+    findings.flag("used", place.used);
+    findings.in("vid", place.entry.vid, place.used != 0 ? kFirstVlan : 0, kLastVlan);
+    findings.zero("zero", place.entry.zero);
+    findings.zero("rest", place.entry.rest);
+    findings.ports("ports", place.entry.ports);
+    if (place.used == 0) return;
+    findings.rule(is_group(place.entry.address_b), "address_b", "is no group");
+    findings.rule(!is_group(place.entry.address_a), "address_a", "is a group");
+    findings.rule(!has_before(table, index), "", "is there twice");
+  });
+}
+
+}  // namespace
+
+void McastIpBlock::check(Findings &findings) const {
+  check_table(findings, "ip", ip_);
+  check_table(findings, "ip6", ip6_);
+  findings.at_most("ip_mode", ip_mode_, kMaxMcastMode);
+  findings.at_most("ip6_mode", ip6_mode_, kMaxMcastMode);
+  findings.each("miss_actions", miss_actions_, [&](const MissActions &actions, size_t) {
+    findings.each_at_most("types", actions, kLastFrameAction);
+  });
+}
+
+}  // namespace vchip
