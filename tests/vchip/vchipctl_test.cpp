@@ -63,7 +63,8 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 
 TEST_F(Vchipctl, WrongWordsAreNamed) {
   const std::string all =
-      "expected reset, dump, status, link, medium, learn, mark, rule-count, time, pair, counter, "
+      "expected reset, dump, status, check, link, medium, learn, mark, rule-count, time, pair, "
+      "counter, "
       "storm, send, explain, play, drops, queues, trace, help";
   expect_wrong("", "a command is missing: " + all);
   expect_wrong("rest", "'rest' does not belong here: " + all);
@@ -156,6 +157,25 @@ TEST_F(Vchipctl, StatusOfAnImageThatNobodyUses) {
   EXPECT_EQ(all[0]["held"], nullptr);
   EXPECT_EQ(all[0]["users"], json::array());
   EXPECT_EQ(all[0]["size"], std::filesystem::file_size(image_));
+}
+
+TEST_F(Vchipctl, CheckNamesWhatIsImpossible) {
+  expect_done("link up 3");
+  expect_done("check");
+  EXPECT_EQ(json::parse(run("check -j").output), json::array());
+  // Nothing but the counters of rules may hold anything; all else is damaged.
+  std::string bytes(std::filesystem::file_size(image_), '\0');
+  std::ifstream(image_, std::ios::binary).read(bytes.data(), static_cast<long>(bytes.size()));
+  std::fill(bytes.begin() + 4096, bytes.end(), '\xff');
+  std::ofstream(image_, std::ios::binary) << bytes;
+  const Answer found = run("check");
+  EXPECT_EQ(found.status, 2);
+  EXPECT_NE(
+      found.output.find(image_ + ": unit 1 switch_wide.tag_counts: 4294967295, expected 0 to 1\n"),
+      std::string::npos);
+  EXPECT_NE(found.output.find(" words that no call could have left\n"), std::string::npos);
+  // It is refused as damaged, and as it was.
+  EXPECT_EQ(run("dump").status, 2);
 }
 
 TEST_F(Vchipctl, StatusMakesNoImage) {

@@ -64,6 +64,11 @@ struct StatusWords {
   bool json = false;
 };
 
+struct CheckWords {
+  std::vector<std::string> images;
+  bool json = false;
+};
+
 struct PairWords {
   std::string unit = "0";
   std::string ports;
@@ -100,6 +105,7 @@ void storm(const StormWords &words);
 void trace(const std::string &word);
 void dump(const DumpWords &words);
 void status(const StatusWords &words);
+void check(const CheckWords &words);
 
 }  // namespace vchipctl
 

@@ -26,7 +26,8 @@ constexpr int kRefused = 2;
 
 constexpr const char *kPurpose = "What the world does to a virtual switch chip";
 constexpr const char *kImage =
-    "The chip's image; VCHIP_IMAGE if not given. status, reset and dump take several: a list with "
+    "The chip's image; VCHIP_IMAGE if not given. status, check, reset and dump take several: a "
+    "list with "
     "commas, or all of a directory";
 constexpr const char *kPorts =
     "Front ports as printed on the box, 1 to 26, or chip ports p0 to p27: lists and ranges such "
@@ -53,6 +54,7 @@ struct CommandLine {
   vchipctl::DumpWords dump;
   vchipctl::FrameLines frames;
   vchipctl::StatusWords status;
+  vchipctl::CheckWords check;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
@@ -81,6 +83,17 @@ void add_status(CLI::App &app, CommandLine &line) {
     line.run_on = [&line](const std::vector<std::string> &images) {
       line.status.images = images;
       vchipctl::status(line.status);
+    };
+  });
+}
+
+void add_check(CLI::App &app, CommandLine &line) {
+  CLI::App *check = app.add_subcommand("check", "Name each word that no call could have left");
+  check->add_flag("-j,--json", line.check.json, "As JSON");
+  check->callback([&line] {
+    line.run_on = [&line](const std::vector<std::string> &images) {
+      line.check.images = images;
+      vchipctl::check(line.check);
     };
   });
 }
@@ -182,6 +195,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   });
   add_dump(app, line);
   add_status(app, line);
+  add_check(app, line);
   add_link(app, line);
   add_medium(app, line);
   add_addresses(app, line);

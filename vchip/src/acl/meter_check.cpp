@@ -15,7 +15,7 @@ void MeterBlock::check(Findings &findings) const {
     findings.at_most("mode", meter.mode, kMaxMeterMode);
     findings.any(meter.bucket);
     // The slot says how much the bucket holds.
-    if (slot < CHIP_ACL_BURST_SLOTS)
+    if (slot < CHIP_ACL_BURST_SLOTS && meter.bucket.level != kFull)
       findings.at_most("bucket.level", meter.bucket.level,
                        fill(static_cast<uint32_t>(number)).size);
   });

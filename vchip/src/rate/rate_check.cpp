@@ -5,10 +5,9 @@
 namespace vchip {
 namespace {
 
-// The rate says how much the bucket holds, so it comes first.
 void check_bucket(Findings &findings, const Bucket &bucket, const Fill &fill) {
-  findings.at_most("bucket.level", bucket.level, fill.size);
-  findings.any(bucket.time);
+  findings.any(bucket);
+  if (bucket.level != kFull) findings.at_most("bucket.level", bucket.level, fill.size);
 }
 
 void check_bandwidth(Findings &findings, const char *limited, const char *rate,
