@@ -18,6 +18,9 @@ SUBSETS = [[each for each in STREAMS if subset >> each & 1] for subset in range(
 # An image begins with what is written once, where stray output would go first;
 # the rest of its header says who looked.
 CONSTANT, HEADER = 28, 4096
+# Where an image tells who took its lock last and who has it open.
+HOLDERS = slice(64, 4096)
+
 BATCH = "port set 2 admin off\nport show 2\n"
 COMMANDS = [
     ["swctl", "port", "show"],
