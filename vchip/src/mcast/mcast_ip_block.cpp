@@ -8,7 +8,6 @@
 #include "common/sound.h"
 
 namespace vchip {
-namespace {
 
 bool same_key(const chip_ip_mcast_entry &one, const chip_ip_mcast_entry &other) {
   return one.vid == other.vid && one.address_a == other.address_a &&
@@ -20,6 +19,8 @@ bool same_key(const chip_ip6_mcast_entry &one, const chip_ip6_mcast_entry &other
          memcmp(&one.address_a, &other.address_a, sizeof one.address_a) == 0 &&
          memcmp(&one.address_b, &other.address_b, sizeof one.address_b) == 0;
 }
+
+namespace {
 
 template <typename Place>
 void set_used(Place &place, uint32_t used) {

@@ -29,6 +29,10 @@ constexpr bool is_group(const chip_ip6_address &address) {
   return address.bytes[0] == 0xff;
 }
 
+// Whether the two are of the same source and group of the same VLAN.
+bool same_key(const chip_ip_mcast_entry &one, const chip_ip_mcast_entry &other);
+bool same_key(const chip_ip6_mcast_entry &one, const chip_ip6_mcast_entry &other);
+
 // A place of a table. A killed call leaves it empty or whole.
 template <typename Entry>
 struct McastPlace {

@@ -1,21 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <cstring>
-
 #include "document/findings.h"
 #include "mcast/mcast_ip_block.h"
 
 namespace vchip {
 namespace {
-
-bool same_key(const chip_ip_mcast_entry &one, const chip_ip_mcast_entry &other) {
-  return one.vid == other.vid && one.address_a == other.address_a &&
-         one.address_b == other.address_b;
-}
-bool same_key(const chip_ip6_mcast_entry &one, const chip_ip6_mcast_entry &other) {
-  return one.vid == other.vid &&
-         memcmp(&one.address_a, &other.address_a, sizeof one.address_a) == 0 &&
-         memcmp(&one.address_b, &other.address_b, sizeof one.address_b) == 0;
-}
 
 template <typename Table>
 bool has_before(const Table &table, size_t index) {
