@@ -94,13 +94,11 @@ struct Left {
 };
 
 class Switch : public testing::Test {
- protected:
+ public:
   static constexpr int32_t kCpu = VCHIP_CPU_PORT;
 
-  Switch() {
-    for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
-  }
-  void SetUp() override {
+  // A chip as after power-on, with all cables in.
+  static void power_on() {
     ASSERT_EQ(vchip_reset(), 0);
     const vchip_partner_t partner = {1, VCHIP_ABILITY_USUAL};
     for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
@@ -151,6 +149,12 @@ class Switch : public testing::Test {
   }
 
   static void advance(uint64_t nanoseconds) { ASSERT_EQ(vchip_clock_advance(nanoseconds), 0); }
+
+ protected:
+  Switch() {
+    for (const char *name : {"VCHIP_IMAGE", "VCHIP_LOG", "VCHIP_TRACE"}) unsetenv(name);
+  }
+  void SetUp() override { power_on(); }
 };
 
 constexpr uint32_t mask(std::initializer_list<int> ports) {
