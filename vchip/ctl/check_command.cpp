@@ -33,7 +33,8 @@ Json fault_json(const std::string &image, const vchip::Fault &fault) {
 // refused does not give.
 std::vector<vchip::Fault> faults_of(const std::string &image) {
   try {
-    if (vchip::image_status(image).users.empty()) return vchip::image_faults(image);
+    const vchip::ImageStatus status = vchip::image_status(image);
+    if (status.users.empty() && !status.more_users) return vchip::image_faults(image);
     setenv("VCHIP_IMAGE", image.c_str(), 1);
     vchip_close();
     return vchip_open() == nullptr ? vchip::chip_faults() : vchip::image_faults(image);

@@ -47,7 +47,7 @@ struct AclRule {
 
 class AclBlock {
  public:
-  static constexpr uint32_t kLayout = 2;
+  static constexpr uint32_t kLayout = 3;
   void power_on() {}  // all zero
   void repair();
   bool sound() const;
@@ -80,6 +80,7 @@ class AclBlock {
   AclTemplate templates_[kAclTemplates];
   AclSelector selectors_[kAclSelectors];
   uint32_t misses_[VCHIP_PORTS];
+  uint32_t unused_;
   AclRule rules_[VCHIP_ACL_RULES];
   chip_acl_action actions_[VCHIP_ACL_RULES];
 };

@@ -44,6 +44,7 @@ void AclBlock::check(Findings &findings) const {
     findings.each_at_most("words", words, kAclTemplates - 1);
   });
   findings.each_at_most("misses", misses_, CHIP_ACL_MISS_DROP);
+  findings.is("unused", unused_, 0);
   findings.each("rules", rules_, [&](const AclRule &rule, size_t number) {
     check_rule(findings, rule, number == VCHIP_ACL_RULES - 1);
   });

@@ -64,15 +64,27 @@ class LookedAt {
 
 // Who is opening the image just now is waited for, unless that process does not
 // go on.
+class LockedDoor {
+ public:
+  explicit LockedDoor(int descriptor) : descriptor_(descriptor) {
+    lock_door(descriptor, Door::look, monotonic_time() + kDoorPatience);
+  }
+  ~LockedDoor() { unlock_door(descriptor_); }
+  LockedDoor(const LockedDoor &) = delete;
+  LockedDoor &operator=(const LockedDoor &) = delete;
+
+ private:
+  const int descriptor_;
+};
+
 void view_users(ImageStatus &status, const LookedAt &image) {
-  lock_door(image.descriptor(), Door::look, monotonic_time() + kDoorPatience);
+  const LockedDoor door(image.descriptor());
   for (uint32_t place = 0; place < kOpeners; ++place) {
     if (!is_place_taken(image.descriptor(), place)) continue;
     const Opener &opener = image.header().openers[place];
     status.users.push_back({opener.process, name_of(opener), opener.since});
   }
   status.more_users = is_place_taken(image.descriptor(), kUnlisted);
-  unlock_door(image.descriptor());
 }
 
 void view_holder(ImageStatus &status, const LookedAt &image) {
@@ -116,6 +128,8 @@ std::vector<Fault> image_faults(const std::string &path) {
   const NobodyInside quiet;
   const LookedAt image(path);
   Scratch copy;
+  // Nobody begins to use it meanwhile.
+  const LockedDoor door(image.descriptor());
   if (!read_sparse(image.descriptor(), &copy.state(), sizeof(State)))
     throw std::runtime_error("image " + path + ": cannot be read");
   repair_copy(copy.state());

@@ -105,11 +105,43 @@ int32_t give_up(Process &own, const std::string &whom) {
   return VCHIP_E_BUSY;
 }
 
+bool is_file(int descriptor, const Process &own) {
+  struct stat status = {};
+  return fstat(descriptor, &status) == 0 && status.st_dev == own.device &&
+         status.st_ino == own.inode;
+}
+
+// Not in the image itself: what is not there would be made by looking at it.
+//
+// A reset that was interrupted leaves anything. It is done again before anybody
+// looks at what is there.
+bool is_usable(const Process &own) {
+  if (own.state->header.writer == kResetting) return true;
+  auto *const copy = static_cast<State *>(private_memory(sizeof(State)));
+  if (copy == nullptr) return is_sound(*own.state);
+  const bool sound = is_sound(read_image(own, copy) ? *copy : *own.state);
+  give_back_memory(copy, sizeof(State));
+  return sound;
+}
+
+int32_t refuse_damaged(Process &own) {
+  return refuse(own, "its contents are damaged");
+}
+
+// Of one that others use: while nobody changes it.
+int32_t look_under_lock(Process &own, Patience &patience) {
+  const int32_t fault = lock_image(own, patience);
+  if (fault != 0) return fault;
+  const bool usable = is_usable(own);
+  unlock_image(own);
+  return usable ? 0 : refuse_damaged(own);
+}
+
 // Joins those who have the image open.
-int32_t join(Process &own, Patience &patience) {
+int32_t join(Process &own, ImageLock::Joining &joining, Patience &patience) {
   using Outcome = ImageLock::Outcome;
   const auto attempt = [&](uint64_t until) {
-    return own.lock.join(own.descriptor, own.state->header, record_lock_setting(), until);
+    return own.lock.join(own.descriptor, own.state->header, joining, until);
   };
   Outcome outcome = attempt(0);
   while (outcome == Outcome::busy) {
@@ -118,41 +150,16 @@ int32_t join(Process &own, Patience &patience) {
     outcome = attempt(until);
   }
   record_lock_used = own.lock.kind() == kRecordLock;
+  if (outcome == Outcome::refused) return refuse_damaged(own);
   if (outcome == Outcome::failed)
     return refuse(own, "in use under a lock that this system does not have");
   return 0;
 }
 
-bool is_file(int descriptor, const Process &own) {
-  struct stat status = {};
-  return fstat(descriptor, &status) == 0 && status.st_dev == own.device &&
-         status.st_ino == own.inode;
-}
-
-// Not in the image itself: what is not there would be made by looking at it.
-bool looks_sound(const Process &own) {
-  auto *const copy = static_cast<State *>(private_memory(sizeof(State)));
-  if (copy == nullptr) return is_sound(*own.state);
-  const bool sound = is_sound(read_image(own, copy) ? *copy : *own.state);
-  give_back_memory(copy, sizeof(State));
-  return sound;
-}
-
-int32_t expect_sound(Process &own, Patience &patience) {
-  const int32_t fault = lock_image(own, patience);
-  if (fault != 0) return fault;
-  const bool sound = looks_sound(own);
-  unlock_image(own);
-  return sound ? 0 : refuse(own, "its contents are damaged");
-}
-
-// An image that is in use may look damaged while somebody changes it, and is
-// looked at again under its lock. One that nobody uses is not changed by that.
-int32_t join_if_sound(Process &own, Patience &patience) {
-  const bool sound = looks_sound(own);
-  if (!sound && !is_in_use(own.descriptor)) return refuse(own, "its contents are damaged");
-  const int32_t fault = join(own, patience);
-  return sound || fault != 0 ? fault : expect_sound(own, patience);
+int32_t join_if_usable(Process &own, Patience &patience) {
+  ImageLock::Joining joining = {record_lock_setting(), [&own] { return is_usable(own); }};
+  const int32_t fault = join(own, joining, patience);
+  return fault != 0 || joining.alone ? fault : look_under_lock(own, patience);
 }
 
 // The system's lock of a mapped file outlives the descriptor.
@@ -179,7 +186,7 @@ int32_t open_shared(Process &own, Patience &patience) {
   own.descriptor = image.descriptor;
   own.state = static_cast<State *>(image.memory);
   note_file(own);
-  const int32_t fault = join_if_sound(own, patience);
+  const int32_t fault = join_if_usable(own, patience);
   if (fault != 0) {
     give_back(own);
     return fault;
@@ -191,7 +198,7 @@ int32_t open_shared(Process &own, Patience &patience) {
 
 // A forked child opens the image for itself, in the place where its parent had
 // it, so that it is known as who it is. If the file is out of reach it goes on
-// in its parent's name.
+// in its parent's name, who has looked at the image.
 int32_t open_inherited(Process &own, Patience &patience) {
   own.inherited = false;
   const int descriptor = open_descriptor(own.opened_path);
@@ -205,7 +212,8 @@ int32_t open_inherited(Process &own, Patience &patience) {
   }
   if (own.descriptor >= 0) close(own.descriptor);
   own.descriptor = descriptor;
-  const int32_t fault = join(own, patience);
+  ImageLock::Joining joining = {record_lock_setting(), [] { return true; }};
+  const int32_t fault = join(own, joining, patience);
   own.inherited = fault == VCHIP_E_BUSY;
   if (fault == 0) drop_descriptor(own);
   return fault;

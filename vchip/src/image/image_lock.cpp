@@ -47,7 +47,7 @@ const char *lock_name(LockKind kind) {
   return kind == kFutexLock ? "robust futex" : "record lock";
 }
 
-ImageLock::Outcome ImageLock::join(int descriptor, Header &header, bool prefer_record,
+ImageLock::Outcome ImageLock::join(int descriptor, Header &header, Joining &joining,
                                    uint64_t until) {
   descriptor_ = descriptor;
   header_ = &header;
@@ -56,9 +56,14 @@ ImageLock::Outcome ImageLock::join(int descriptor, Header &header, bool prefer_r
   if (!can_list_openers(descriptor))
     return lock_kind(header) == kFutexLock ? Outcome::failed : Outcome::taken;
   if (!lock_door(descriptor, Door::open, until)) return Outcome::busy;
-  if (!is_in_use(descriptor)) {
+  joining.alone = !is_in_use(descriptor);
+  if (joining.alone && !joining.is_usable()) {
+    unlock_door(descriptor);
+    return Outcome::refused;
+  }
+  if (joining.alone) {
     header.lock = {};
-    store(header.lock_kind, best_lock_kind(prefer_record));
+    store(header.lock_kind, best_lock_kind(joining.prefer_record));
   }
   kind_ = lock_kind(header);
   const bool usable = kind_ == kRecordLock || robust_futexes();

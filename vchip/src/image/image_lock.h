@@ -5,6 +5,7 @@
 #ifndef VCHIP_IMAGE_IMAGE_LOCK_H
 #define VCHIP_IMAGE_IMAGE_LOCK_H
 
+#include <functional>
 #include <string>
 
 #include "image/header.h"
@@ -24,14 +25,21 @@ const char *lock_name(LockKind kind);
 
 class ImageLock {
  public:
-  enum class Outcome { taken, busy, failed };
+  enum class Outcome { taken, busy, failed, refused };
 
   // Joins those who have the image open: `descriptor` is that which `header` is
-  // mapped from. The first of them decides on the kind, a record lock if it
-  // prefers that, and frees what a copy or a power cut has left locked. Busy:
-  // somebody else was joining until that time. Failed: the system does not have
-  // the lock that the others use.
-  Outcome join(int descriptor, Header &header, bool prefer_record, uint64_t until);
+  // mapped from. The first of them looks whether the image is usable before it
+  // changes anything, decides on the kind, a record lock if it prefers that, and
+  // frees what a copy or a power cut has left locked; others look under the
+  // lock, since somebody may be changing it. Busy: somebody else was joining
+  // until that time. Failed: the system does not have the lock that the others
+  // use. Refused: not usable.
+  struct Joining {
+    bool prefer_record;
+    std::function<bool()> is_usable;
+    bool alone = false;  // told: it is the first, and has looked
+  };
+  Outcome join(int descriptor, Header &header, Joining &joining, uint64_t until);
   void leave() { *this = {}; }
 
   bool try_lock();

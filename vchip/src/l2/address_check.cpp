@@ -37,9 +37,11 @@ void AddressTable::check(Findings &findings) const {
   findings.any(taken_);
   findings.any(now_);
   findings.any(oldest_);
+  findings.is("unused", unused_, 0);
   findings.each("entries", slots_, [&](const Slot &slot, size_t number) {
     const auto index = static_cast<int32_t>(number);
     check_entry(findings, slot.entry);
+    findings.is("unused", slot.unused, 0);
     findings.at_most("seen", slot.seen, now_);
     if (!is_taken(index)) return;
     check_place(findings, index);
@@ -54,6 +56,7 @@ void AddressTable::check(Findings &findings) const {
 void L2Block::check(Findings &findings) const {
   table_.check(findings);
   findings.at_most("aging", aging_, kMaxAging);
+  findings.is("unused", unused_, 0);
   findings.each("limits", limits_, [&](const LearnLimit &limit, size_t port) {
     const bool front = port != VCHIP_CPU_PORT;
     findings.at_most("enabled", limit.enabled, front ? 1 : 0);

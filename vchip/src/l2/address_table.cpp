@@ -128,7 +128,7 @@ bool AddressTable::put(const chip_l2_ucast_entry &entry) {
   const int32_t index = present != kNoIndex ? present : free_place(bucket_of(entry.vid, entry.mac));
   if (index == kNoIndex) return false;
   if (!is_static(entry)) oldest_ = std::min(oldest_, now_);
-  slots_[index] = {entry, now_};
+  slots_[index] = {entry, 0, now_};
   set_taken(index, true);
   count(entry, 1);
   return true;

@@ -81,8 +81,10 @@ class AddressTable {
 
   struct Slot {
     chip_l2_ucast_entry entry;
+    uint32_t unused;
     uint64_t seen;  // when, by now_
   };
+  static_assert(sizeof(Slot) == 64);
 
   bool is_taken(int32_t index) const;
   void set_taken(int32_t index, bool taken);
@@ -95,6 +97,7 @@ class AddressTable {
   uint64_t taken_[kAddresses / kWordBits];
   Slot slots_[kAddresses];
   uint32_t learned_[VCHIP_PORTS];
+  uint32_t unused_;
   // Nanoseconds that have passed for the entries, and a time before which none
   // of those that can age was last seen: until that is old enough, no entry is.
   uint64_t now_;

@@ -42,7 +42,7 @@ enum class Learn : uint32_t {
 
 class L2Block {
  public:
-  static constexpr uint32_t kLayout = 1;
+  static constexpr uint32_t kLayout = 2;
   void power_on();
   void repair() { table_.repair(); }
   bool sound() const { return table_.sound() && aging_ <= kMaxAging; }
@@ -76,6 +76,7 @@ class L2Block {
   AddressTable table_;
   uint32_t aging_;  // 0: never
   LearnLimit limits_[VCHIP_PORTS];
+  uint32_t unused_;
 };
 
 }  // namespace vchip
