@@ -33,6 +33,14 @@ install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDED
 install(FILES shell/completion/swctl vchip/completion/vchipctl replay/completion/swctl-replay
   faults/completion/swctl-faults
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES shell/completion/_swctl vchip/completion/_vchipctl
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+# fish looks for a file of the command's name.
+install(FILES shell/completion/swctl.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+foreach(program vchipctl swctl-replay swctl-faults)
+  install(FILES vchip/completion/vchipctl.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME ${program}.fish)
+endforeach()
 install(FILES docs/swctl.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/swctl)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/port_status.c examples/linkwatch.c

@@ -10,6 +10,7 @@
 #include "command/manual.h"
 #include "number_list.h"
 #include "objects/registry.h"
+#include "output/wrap.h"
 #include "run/batch.h"
 #include "run/command.h"
 #include "run/options.h"
@@ -36,9 +37,9 @@ Status complete(const Settings &settings, DataOutput &output) {
              wrong_usage("bad value of -complete: " + index.fault, *settings.completion_index));
     return kWrongUsage;
   }
-  for (const std::string &word :
+  for (const Expected &each :
        line_completions(command_table(), settings.words, static_cast<size_t>(index.number))) {
-    output.write(word + '\n');
+    output.write(settings.described ? each.word + '\t' + each.help + '\n' : each.word + '\n');
   }
   return kDone;
 }
@@ -53,7 +54,7 @@ Status batch(const Settings &settings, DataOutput &output) {
                     .force = settings.force,
                     .style = settings.style(),
                     .in_array = settings.batch.has_value(),
-                    .context = {settings.unit}},
+                    .context = {.unit = settings.unit, .width = text_width(output.descriptor())}},
                    output);
 }
 
@@ -69,9 +70,10 @@ std::vector<std::string> asking_help(const Settings &settings) {
 
 Status run(const Settings &settings, DataOutput &output) {
   const Style style = settings.style();
-  const Context context = {settings.unit, [&](const Record &record) {
-                             output.write(line_text(record, style.format) + '\n');
-                           }};
+  const Context context = {
+      settings.unit,
+      [&](const Record &record) { output.write(line_text(record, style.format) + '\n'); },
+      text_width(output.descriptor())};
   const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, style, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});

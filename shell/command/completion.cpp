@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "command/completion.h"
 
-#include "command/walker.h"
 #include "run/options.h"
 
 namespace swsh {
 namespace {
 
-std::vector<std::string> option_completions(const std::string &prefix) {
-  std::vector<std::string> all;
+std::vector<Expected> option_completions(const std::string &prefix) {
+  std::vector<Expected> all;
   const std::string dash = prefix.starts_with("--") ? "--" : "-";
   for (const Option &option : options()) {
     const std::string word = dash + option.name;
-    if (!option.help.empty() && word.starts_with(prefix)) all.push_back(word);
+    if (!option.help.empty() && word.starts_with(prefix)) all.push_back({word, option.help});
   }
   return all;
 }
@@ -43,19 +42,19 @@ bool drop_options(std::vector<std::string> &words) {
 
 }  // namespace
 
-std::vector<std::string> completions(const Node &root, const std::vector<std::string> &words,
-                                     const std::string &prefix) {
+std::vector<Expected> completions(const Node &root, const std::vector<std::string> &words,
+                                  const std::string &prefix) {
   const Walk found = walk(root, words);
-  std::vector<std::string> all;
+  std::vector<Expected> all;
   if (found.wrong || found.help) return all;
   for (const Expected &each : found.expected) {
-    if (each.literal && each.word.starts_with(prefix)) all.push_back(each.word);
+    if (each.literal && each.word.starts_with(prefix)) all.push_back(each);
   }
   return all;
 }
 
-std::vector<std::string> line_completions(const Node &root, std::vector<std::string> words,
-                                          size_t index) {
+std::vector<Expected> line_completions(const Node &root, std::vector<std::string> words,
+                                       size_t index) {
   if (index == 0) return {};
   words.resize(index + 1);
   const size_t start = skip_options(words, index);
@@ -65,9 +64,9 @@ std::vector<std::string> line_completions(const Node &root, std::vector<std::str
   words.pop_back();
   words.erase(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(start));
   if (!drop_options(words)) return {};
-  std::vector<std::string> all = completions(root, words, prefix);
+  std::vector<Expected> all = completions(root, words, prefix);
   if (prefix.starts_with('-')) {
-    for (std::string &option : option_completions(prefix)) all.push_back(std::move(option));
+    for (Expected &option : option_completions(prefix)) all.push_back(std::move(option));
   }
   return all;
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "output/record.h"
+#include "output/wrap.h"
 
 namespace swsh {
 
@@ -122,6 +123,7 @@ struct Context {
   // Shows a record at once, for a command that goes on and on; empty where
   // answers are gathered before they are shown.
   std::function<void(const Record &)> emit = {};
+  size_t width = kUsualWidth;  // columns for text
 };
 
 using Handler = Answer (*)(const Arguments &, const Context &);

@@ -2,16 +2,20 @@
 #include "run/command.h"
 
 #include <cstdio>
+#include <unistd.h>
 
 #include "chip/platform.h"
 #include "command/help.h"
 #include "command/value.h"
 #include "command/walker.h"
 #include "interrupt.h"
+#include "output/wrap.h"
 #include "text.h"
 
 namespace swsh {
 namespace {
+
+constexpr size_t kIndent = 2;  // of what goes on with a line
 
 // "swctl help port set" asks the same as "swctl port set help".
 std::vector<std::string> help_behind(std::vector<std::string> words) {
@@ -68,7 +72,8 @@ Answer run(const Node &root, const Walk &found, const Context &context) {
 Outcome run_command(const Node &root, const std::vector<std::string> &words,
                     const Context &context) {
   const Walk found = walk(root, help_behind(words));
-  if (found.help) return {help_answer(*found.node, command_path(root, found)), std::nullopt};
+  if (found.help)
+    return {help_answer(*found.node, command_path(root, found), context.width), std::nullopt};
   if (found.wrong) return failed(*found.wrong, found.path);
   if (found.missing) return failed(*found.missing, found.path);
   try {
@@ -97,16 +102,25 @@ std::string outcome_text(const Outcome &outcome, Format format) {
 
 }  // namespace
 
+namespace {
+
+// A terminal would break the line within a word; a program wants one line.
+void say(const std::string &line) {
+  const auto width = terminal_width(STDERR_FILENO);
+  const std::string text = width ? wrapped(line, 0, kIndent, *width) : line;
+  fputs((text + '\n').c_str(), stderr);
+}
+
+}  // namespace
+
 void complain(const std::string &place, const Fault &fault) {
-  const std::string line = place + ": " + fault_line(fault) + '\n';
-  fputs(line.c_str(), stderr);
+  say(place + ": " + fault_line(fault));
 }
 
 void complain(const std::string &place, const Outcome &outcome) {
   if (outcome.fault) return complain(place, *outcome.fault);
   for (const std::string &note : outcome.notes) {
-    const std::string line = place + ": " + printable(note) + '\n';
-    fputs(line.c_str(), stderr);
+    say(place + ": " + printable(note));
   }
 }
 

@@ -35,7 +35,8 @@ struct Style {
   bool echo_status = false;  // a line "status N" behind every outcome
 };
 
-// One line on standard error: `place`, a colon and the fault.
+// One line on standard error, wrapped if that is a terminal: `place`, a colon and
+// the fault.
 void complain(const std::string &place, const Fault &fault);
 // The fault of an outcome, or its notes.
 void complain(const std::string &place, const Outcome &outcome);

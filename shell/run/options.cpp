@@ -90,6 +90,7 @@ class Reader {
     if (name == "Version") settings_.version = true;
     if (name == "manual") settings_.manual = true;
     if (name == "batch") settings_.batch = value;
+    if (name == "describe") settings_.described = true;
     if (name == "complete") settings_.completion_index = value;
     if (name == "unit") set_unit(value);
   }
@@ -123,6 +124,7 @@ const std::vector<Option> &options() {
       {"help", 'h', "", "Show this help"},
       {"Version", 'V', "", "Show the version of the program"},
       {"manual", 0, "", ""},
+      {"describe", 0, "", ""},
       {"complete", 0, "INDEX", ""},
   };
   return all;

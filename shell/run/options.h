@@ -37,6 +37,7 @@ struct Settings {
   bool help = false;
   bool version = false;
   bool manual = false;
+  bool described = false;  // completions have their help beside them
   uint32_t unit = 0;
   std::optional<std::string> batch;
   std::optional<std::string> completion_index;

@@ -9,6 +9,7 @@
 #include "command/help.h"
 #include "command/walker.h"
 #include "interrupt.h"
+#include "output/wrap.h"
 #include "run/command.h"
 #include "run/line_editor.h"
 #include "run/session_words.h"
@@ -67,16 +68,19 @@ std::vector<Expected> fitting(std::vector<Expected> expected, const Position &po
   return expected;
 }
 
-std::string help_at(const Node &root, const std::string &line) {
+std::string help_at(const Node &root, const std::string &line, size_t width) {
   const Position position = position_of(line);
   const Walk found = walk(root, position.words);
   if (found.wrong) return "  " + fault_line(*found.wrong) + '\n';
-  return expected_text(fitting(found.expected, position));
+  return expected_text(fitting(found.expected, position), width);
 }
 
 std::vector<std::string> completions_at(const Node &root, const std::string &line) {
   const Position position = position_of(line);
-  std::vector<std::string> words = completions(root, position.words, position.partial);
+  std::vector<std::string> words;
+  for (const Expected &each : completions(root, position.words, position.partial)) {
+    words.push_back(each.word);
+  }
   if (!position.words.empty()) return words;
   for (const Expected &own : session_words()) {
     if (own.word.starts_with(position.partial)) words.push_back(own.word);
@@ -84,17 +88,20 @@ std::vector<std::string> completions_at(const Node &root, const std::string &lin
   return words;
 }
 
-LineHelper helper_for(const Node &root) {
+LineHelper helper_for(const Node &root, int terminal) {
   return {
       [&root](const std::string &line) { return completions_at(root, line); },
       [](const std::string &line) { return position_of(line).partial; },
       [](const std::string &line) { return !split_words(line).fault.empty(); },
-      [&root](const std::string &line) { return help_at(root, line); },
+      [&root, terminal](const std::string &line) {
+        return help_at(root, line, text_width(terminal));
+      },
   };
 }
 
-Outcome run_line(const Node &root, const std::string &text, const Line &line,
-                 const Context &context) {
+Outcome run_line(const Node &root, const std::string &text, const Line &line, Context context,
+                 int terminal) {
+  context.width = text_width(terminal);  // it may have changed meanwhile
   if (line.fault.empty()) return run_command(root, line.words, context);
   return {{}, wrong_usage(line.fault, text)};
 }
@@ -104,13 +111,13 @@ Outcome run_line(const Node &root, const std::string &text, const Line &line,
 Status run_session(const Node &root, const Context &context, const Style &style,
                    DataOutput &output) {
   const Interrupts interrupts;
-  const auto editor =
-      make_line_editor(kPrompt, output.descriptor(), history_file(), helper_for(root));
+  const auto editor = make_line_editor(kPrompt, output.descriptor(), history_file(),
+                                       helper_for(root, output.descriptor()));
   for (Typed typed = editor->read(); typed.kind != Typed::end; typed = editor->read()) {
     const Line line = split_words(typed.text);
     if (ends_session(line.words)) break;
     if (line.words.empty() && line.fault.empty()) continue;
-    report(run_line(root, typed.text, line, context), "swctl", style, output);
+    report(run_line(root, typed.text, line, context, output.descriptor()), "swctl", style, output);
   }
   return kDone;
 }

@@ -45,7 +45,10 @@ for program in "$work/pkgconfig/port_status" "$work/cmake/port_status"; do
 done
 "${emulator[@]}" "$prefix/bin/swctl" port show 3 >"$work/shell.log"
 [ -s "$work/shell.log" ]
-[ -s "$prefix/share/bash-completion/completions/swctl" ]
-[ -s "$prefix/share/bash-completion/completions/vchipctl" ]
+for program in swctl vchipctl swctl-replay swctl-faults; do
+  [ -s "$prefix/share/bash-completion/completions/$program" ]
+  grep -q "^complete -c $program " "$prefix/share/fish/vendor_completions.d/$program.fish"
+  grep -q "^#compdef.* $program\b" "$prefix"/share/zsh/site-functions/_*
+done
 [ -s "$prefix/share/swctl/swctl.schema.json" ]
 echo "consumer: built with pkg-config and with CMake, 26 interfaces each; installed shell runs"

@@ -12,16 +12,22 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+std::vector<std::string> words_of(const std::vector<Expected> &expected) {
+  std::vector<std::string> words;
+  for (const Expected &each : expected) words.push_back(each.word);
+  return words;
+}
+
 class Completing : public testing::Test {
  protected:
   std::vector<std::string> complete(const std::vector<std::string> &words,
                                     const std::string &prefix) {
-    return completions(table_, words, prefix);
+    return words_of(completions(table_, words, prefix));
   }
   // The last word of a whole line.
   std::vector<std::string> complete_line(std::vector<std::string> words) {
     words.insert(words.begin(), "swctl");
-    return line_completions(table_, words, words.size() - 1);
+    return words_of(line_completions(table_, words, words.size() - 1));
   }
 
   const Node table_ = sample_table();
@@ -54,6 +60,15 @@ TEST_F(Completing, OffersNothingBehindAWrongWordOrHelp) {
   EXPECT_THAT(complete({"fence", "help"}, ""), IsEmpty());
 }
 
+TEST_F(Completing, SaysWhatEachWordIsFor) {
+  const auto found = line_completions(table_, {"swctl", "fence", "p"}, 2);
+  ASSERT_EQ(found.size(), 1);
+  EXPECT_EQ(found[0].help, "Paint a fence");
+  for (const Expected &option : line_completions(table_, {"swctl", "-"}, 1)) {
+    EXPECT_FALSE(option.help.empty()) << option.word;
+  }
+}
+
 TEST_F(Completing, PassesOverOptions) {
   EXPECT_THAT(complete_line({"-j", "fence", "s"}), ElementsAre("sell"));
   EXPECT_THAT(complete_line({"-u", "1", "-p", "fence", "s"}), ElementsAre("sell"));
@@ -78,7 +93,8 @@ TEST_F(Completing, LeavesTheValueOfAnOptionToOthers) {
 }
 
 TEST_F(Completing, ReadsNothingBehindTheWord) {
-  EXPECT_THAT(line_completions(table_, {"swctl", "fe", "paint"}, 1), ElementsAre("fence"));
+  EXPECT_THAT(words_of(line_completions(table_, {"swctl", "fe", "paint"}, 1)),
+              ElementsAre("fence"));
 }
 
 TEST_F(Completing, OffersNothingForTheProgramItself) {
@@ -86,7 +102,7 @@ TEST_F(Completing, OffersNothingForTheProgramItself) {
 }
 
 TEST_F(Completing, TakesAnIndexBehindTheLastWord) {
-  EXPECT_THAT(line_completions(table_, {"swctl", "fence"}, 2),
+  EXPECT_THAT(words_of(line_completions(table_, {"swctl", "fence"}, 2)),
               ElementsAre("paint", "sell", "help"));
 }
 

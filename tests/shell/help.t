@@ -62,46 +62,65 @@ Help at every level.
     PORTS   Ports to show: interface numbers 1-26 such as 1-4,7, or all
     detail  Their settings too, line by line
   $ swctl port set help
-  Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full] [admin on|off] [advertise LIST] [autoneg on|off] [pause on|off] [backpressure on|off] [mdix auto|straight|crossed] [eee on|off] [loopback on|off] [mtu 64-16383] [learning on|off|forward|cpu|copy|restore] [isolation PORTS] [vlan 1-4094] [filter on|off] [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE] [egress RATE]
+  Usage: swctl port set PORTS [speed 10|100|1000|10000] [duplex half|full]
+                        [admin on|off] [advertise LIST] [autoneg on|off]
+                        [pause on|off] [backpressure on|off]
+                        [mdix auto|straight|crossed] [eee on|off]
+                        [loopback on|off] [mtu 64-16383]
+                        [learning on|off|forward|cpu|copy|restore]
+                        [isolation PORTS] [vlan 1-4094] [filter on|off]
+                        [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE]
+                        [egress RATE]
   
   Change settings of ports.
   speed and duplex switch autonegotiation off and force the mode; flow control
   stays as it is. Everything is checked before the first port is changed; then
   the settings are made in the order shown here, port by port.
   
-    PORTS                                     Ports to change: interface numbers 1-26 such as 1-4,7, or all
-    speed 10|100|1000|10000                   Forced speed in Mbit/s; without duplex, the present one stays
-      10                                      10 Mbit/s
-      100                                     100 Mbit/s
-      1000                                    1 Gbit/s
-      10000                                   10 Gbit/s
-    duplex half|full                          Forced duplex; without speed, the present one stays
-      half                                    One direction at a time
-      full                                    Both directions at once
-    admin on|off                              Whether the port is switched on
-    advertise LIST                            What autonegotiation offers, such as 100-full,pause
-    autoneg on|off                            Autonegotiation
-    pause on|off                              Flow control
-    backpressure on|off                       Collisions on purpose in half duplex
-    mdix auto|straight|crossed                Which pairs the port sends on
-    eee on|off                                Energy-efficient Ethernet
-    loopback on|off                           Whether the MAC sends its own frames back to itself
-    mtu 64-16383                              Longest frame, for all ports of the unit: a number 64-16383 bytes
-    learning on|off|forward|cpu|copy|restore  What new source addresses lead to
-      on                                      Learn and forward
-      off                                     Drop frames from unknown addresses
-      forward                                 Forward without learning
-      cpu                                     Leave learning to the processor
-      copy                                    Learn, and copy to the processor
-      restore                                 What the last change found
-    isolation PORTS                           Ports it may send to, 0 the CPU: interface numbers 0-26 such as 1-4,7, all or none
-    vlan 1-4094                               VLAN of untagged frames: a number 1-4094
-    filter on|off                             Refuse frames of foreign VLANs
-    dtag on|off                               Double-tag mode
-    tpid 0-65535                              Tag protocol identifier: a number 0-65535
-    entry 0-3                                 Place of tpid in the switch's tables; 0 if not given: a number 0-3
-    ingress RATE                              Limit of what it takes in: a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
-    egress RATE                               Limit of what it sends: a rate 0-16777200 kbit in steps of 16 such as 64kbit, 10mbit or 1gbit
+    PORTS                       Ports to change: interface numbers 1-26 such as
+                                1-4,7, or all
+    speed 10|100|1000|10000     Forced speed in Mbit/s; without duplex, the
+                                present one stays
+      10                        10 Mbit/s
+      100                       100 Mbit/s
+      1000                      1 Gbit/s
+      10000                     10 Gbit/s
+    duplex half|full            Forced duplex; without speed, the present one
+                                stays
+      half                      One direction at a time
+      full                      Both directions at once
+    admin on|off                Whether the port is switched on
+    advertise LIST              What autonegotiation offers, such as
+                                100-full,pause
+    autoneg on|off              Autonegotiation
+    pause on|off                Flow control
+    backpressure on|off         Collisions on purpose in half duplex
+    mdix auto|straight|crossed  Which pairs the port sends on
+    eee on|off                  Energy-efficient Ethernet
+    loopback on|off             Whether the MAC sends its own frames back to
+                                itself
+    mtu 64-16383                Longest frame, for all ports of the unit: a number
+                                64-16383 bytes
+    learning on|off|forward|cpu|copy|restore
+                                What new source addresses lead to
+      on                        Learn and forward
+      off                       Drop frames from unknown addresses
+      forward                   Forward without learning
+      cpu                       Leave learning to the processor
+      copy                      Learn, and copy to the processor
+      restore                   What the last change found
+    isolation PORTS             Ports it may send to, 0 the CPU: interface numbers
+                                0-26 such as 1-4,7, all or none
+    vlan 1-4094                 VLAN of untagged frames: a number 1-4094
+    filter on|off               Refuse frames of foreign VLANs
+    dtag on|off                 Double-tag mode
+    tpid 0-65535                Tag protocol identifier: a number 0-65535
+    entry 0-3                   Place of tpid in the switch's tables; 0 if not
+                                given: a number 0-3
+    ingress RATE                Limit of what it takes in: a rate 0-16777200 kbit
+                                in steps of 16 such as 64kbit, 10mbit or 1gbit
+    egress RATE                 Limit of what it sends: a rate 0-16777200 kbit in
+                                steps of 16 such as 64kbit, 10mbit or 1gbit
   $ swctl version help
   Usage: swctl version
   
@@ -126,4 +145,16 @@ It may be asked for in several ways:
   $ echo 'port set --help' | swctl | diff expected -
   $ swctl help prot
   swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  [1]
+
+It is as wide as COLUMNS says, errors are one line:
+
+  $ COLUMNS=40 swctl mac show help | head -n 5
+  Usage: swctl mac show [vlan 0-4095]
+      [port PORT] [trunk 0-31]
+      [type dynamic|static|other|violation]
+      [address MAC]
+  
+  $ COLUMNS=20 swctl port show 99
+  swctl: port show: bad value "99", expected one of: interface numbers 1-26 such as 1-4,7, or all, detail
   [1]

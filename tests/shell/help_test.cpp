@@ -13,6 +13,9 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+constexpr size_t kWide = 100;
+constexpr size_t kNarrow = 40;
+
 TEST(Usage, ShowsWhatIsOptional) {
   EXPECT_EQ(usage_line(paint_command(), {"fence", "paint"}),
             "swctl fence paint COLOUR [BOARDS] [coats 1-5] [cover TEXT] [gloss]");
@@ -27,7 +30,7 @@ TEST(Usage, OfAnObjectAndOfAll) {
 }
 
 TEST(Help, OfACommandExplainsItsWords) {
-  EXPECT_EQ(help_answer(paint_command(), {"fence", "paint"}).text,
+  EXPECT_EQ(help_answer(paint_command(), {"fence", "paint"}, kWide).text,
             "Usage: swctl fence paint COLOUR [BOARDS] [coats 1-5] [cover TEXT] [gloss]\n"
             "\n"
             "Paint a fence.\n"
@@ -42,26 +45,56 @@ TEST(Help, OfACommandExplainsItsWords) {
             "  gloss       Shiny\n");
 }
 
+TEST(Help, IsWrappedToItsWidth) {
+  EXPECT_EQ(help_answer(paint_command(), {"fence", "paint"}, kNarrow).text,
+            "Usage: swctl fence paint COLOUR [BOARDS]\n"
+            "    [coats 1-5] [cover TEXT] [gloss]\n"
+            "\n"
+            "Paint a fence.\n"
+            "Paint dries by itself.\n"
+            "\n"
+            "  COLOUR      Colour of the paint\n"
+            "    red       Like a rose\n"
+            "    green     Like grass\n"
+            "  BOARDS      Boards to paint: a list of\n"
+            "              numbers 0-99 such as 1-4,7\n"
+            "  coats 1-5   How thick: a number 1-5\n"
+            "              layers\n"
+            "  cover TEXT  What lies below: a text\n"
+            "  gloss       Shiny\n");
+  EXPECT_EQ(expected_text({{"red", "Like a rose in the middle of summer", true}}, kNarrow),
+            "  red  Like a rose in the middle of\n       summer\n");
+}
+
+TEST(Help, GivesLongWordsALineOfTheirOwn) {
+  EXPECT_EQ(expected_text(
+                {{"red", "Like a rose", true}, {"a|word|with|many|choices", "Something", false}},
+                kNarrow),
+            "  red                   Like a rose\n"
+            "  a|word|with|many|choices\n"
+            "                        Something\n");
+}
+
 TEST(Help, OfAnObjectListsItsCommands) {
-  const Answer answer = help_answer(sample_table().children[0], {"fence"});
+  const Answer answer = help_answer(sample_table().children[0], {"fence"}, kWide);
   EXPECT_THAT(answer.text, HasSubstr("Commands:\n  paint  Paint a fence\n  sell   Sell a fence\n"));
   EXPECT_THAT(answer.text, Not(HasSubstr("Options")));
 }
 
 TEST(Help, OfTheProgramListsObjectsAndOptions) {
-  const Answer answer = help_answer(sample_table(), {});
+  const Answer answer = help_answer(sample_table(), {}, kWide);
   EXPECT_THAT(answer.text, HasSubstr("Objects:\n  fence     Fences\n"));
   EXPECT_THAT(answer.text, HasSubstr("  -u, -unit N      "));
   EXPECT_THAT(answer.text, Not(HasSubstr("complete INDEX")));
 }
 
 TEST(Help, OfACommandWithoutWordsIsShort) {
-  EXPECT_EQ(help_answer(sample_table().children[2], {"gatepost"}).text,
+  EXPECT_EQ(help_answer(sample_table().children[2], {"gatepost"}, kWide).text,
             "Usage: swctl gatepost\n\nCount the posts.\n");
 }
 
 TEST(Help, IsARecordInJson) {
-  EXPECT_EQ(answer_text(help_answer(sell_command(), {"fence", "sell"}), Format::json),
+  EXPECT_EQ(answer_text(help_answer(sell_command(), {"fence", "sell"}, kNarrow), Format::json),
             R"([{"usage":"swctl fence sell price 0-65535 [to TEXT]","help":"Sell a fence","words":)"
             R"([{"word":"price","value":"0-65535","required":true,)"
             R"("help":"How much: a number 0-65535"},)"
@@ -70,9 +103,9 @@ TEST(Help, IsARecordInJson) {
 }
 
 TEST(Help, AtTheKeyListsWhatMayFollow) {
-  EXPECT_EQ(expected_text({{"red", "Like a rose", true}, {"BOARDS", "Boards", false}}),
+  EXPECT_EQ(expected_text({{"red", "Like a rose", true}, {"BOARDS", "Boards", false}}, kWide),
             "  red     Like a rose\n  BOARDS  Boards\n");
-  EXPECT_EQ(expected_text({}), "  end of command\n");
+  EXPECT_EQ(expected_text({}, kWide), "  end of command\n");
 }
 
 }  // namespace

@@ -4,12 +4,14 @@
 Drives swctl at a terminal of its own, as a person would.
 """
 import codecs
+import fcntl
 import os
 import pathlib
 import pty
 import re
 import select
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -21,14 +23,20 @@ PATIENCE = 30.0
 PROMPT = "swctl> "
 
 
-class Session:
-    """One swctl at a pseudo-terminal."""
+def resize(terminal, columns):
+    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("4H", 24, columns, 0, 0))
 
-    def __init__(self, directory, *options, **variables):
+
+class Session:
+    """One swctl at a pseudo-terminal, which is wide unless told otherwise."""
+
+    def __init__(self, directory, *options, columns=1000, **variables):
         environment = dict(os.environ, TERM="vt100", XDG_STATE_HOME=str(directory),
                            VCHIP_IMAGE=str(directory / "chip.img"), **variables)
+        environment.pop("COLUMNS", None)
         self.pid, self.terminal = pty.fork()
         if self.pid == 0:
+            resize(0, columns)
             os.execvpe("swctl", ["swctl", *options], environment)
         self.decoder = codecs.getincrementaldecoder("utf-8")(errors="replace")
         self.seen = ""
@@ -139,6 +147,24 @@ def check_json(directory):
     session.type("quit\n")
     status = session.end()
     check("quit ends the session with 0", status == 0, status)
+
+
+def longest_line(text):
+    return max(len(line) for line in text.replace("\r", "").splitlines())
+
+
+def check_width(directory):
+    session = Session(directory, columns=60)
+    shown = session.run("port set help")
+    check("help is as wide as the terminal", 40 < longest_line(shown) <= 60, shown)
+    shown = session.run("port show x")
+    check("so is an error", longest_line(shown) <= 60, shown)
+    check("whose lines go on indented", re.search(r"^  [^ ]", shown, re.M), shown)
+    resize(session.terminal, 100)
+    shown = session.run("port set help")
+    check("a terminal of another size has wider help", 60 < longest_line(shown) <= 100, shown)
+    session.type("exit\n")
+    session.end()
 
 
 def check_end_of_input(directory):
@@ -299,6 +325,7 @@ def main():
         subprocess.run(["vchipctl", "--image", directory / "chip.img", "reset"], check=True)
         check_commands(directory)
         check_json(directory)
+        check_width(directory)
         check_end_of_input(directory)
         for locale in ("C", "C.UTF-8", "", "none"):
             check_characters(directory, LC_ALL=locale)

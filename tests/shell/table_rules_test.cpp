@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "command/help.h"
 #include "command/walker.h"
@@ -145,8 +148,9 @@ TEST(Table, OnlyACommandWithKeywordsNeedsOne) {
 }
 
 TEST(Table, HelpOfACommandNamesEveryParameter) {
+  constexpr size_t kAll = 10000;  // columns: nothing is wrapped
   for_each_node([](const Node &node, const auto &path) {
-    const std::string text = help_answer(node, path).text;
+    const std::string text = help_answer(node, path, kAll).text;
     EXPECT_THAT(text, testing::HasSubstr(node.help));
     for (const Node &child : node.children) {
       EXPECT_THAT(text, testing::HasSubstr("\n  " + child.name + ' ')) << node.name;
@@ -154,6 +158,15 @@ TEST(Table, HelpOfACommandNamesEveryParameter) {
     for (const Parameter &each : parameters(node)) {
       EXPECT_THAT(text, testing::HasSubstr("\n  " + each.name + ' ')) << node.name;
       EXPECT_THAT(text, testing::HasSubstr(each.help)) << node.name;
+    }
+  });
+}
+
+TEST(Table, HelpFitsTheUsualWidth) {
+  for_each_node([](const Node &node, const auto &path) {
+    std::istringstream lines(help_answer(node, path, kUsualWidth).text);
+    for (std::string line; std::getline(lines, line);) {
+      EXPECT_LE(line.size(), kUsualWidth) << line;
     }
   });
 }
