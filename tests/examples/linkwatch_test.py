@@ -77,7 +77,7 @@ class LinkWatch(unittest.TestCase):
         daemon = self.start()
         daemon.expect("interface 3 is up, 1000 Mbit/s full duplex")
         self.assertEqual(vlans(), {10: ([26], [1, 2, 3, 4]), 20: ([26], [5, 6])})
-        self.assertEqual(json.loads(tool("swctl", "-j", "port", "show", "5"))[0]["vlan"], 20)
+        self.assertEqual(json.loads(tool("swctl", "-j", "port", "show", "5", "detail"))[0]["vlan"], 20)
         tool("vchipctl", "link", "down", "3")
         daemon.expect("interface 3 is down")
         self.assertEqual(daemon.end(), 0)
@@ -92,7 +92,7 @@ class LinkWatch(unittest.TestCase):
         tool("vchipctl", "link", "down", "5")
         daemon.expect("interface 5 is down")
         self.assertEqual(vlans()[20], ([26], [5]))
-        self.assertEqual(json.loads(tool("swctl", "-j", "port", "show", "5"))[0]["vlan"], 20)
+        self.assertEqual(json.loads(tool("swctl", "-j", "port", "show", "5", "detail"))[0]["vlan"], 20)
 
     def test_reads_a_changed_plan(self):
         daemon = self.start()
