@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # fetch.sh DIR
 # Puts the kernel that belongs to the newest installed kernel headers into DIR,
-# as vmlinuz, from Debian's package; and beside it the headers' release.
+# as vmlinuz, from Debian's package; the modules that the tests need, in the order
+# in which they load, as modules/N-NAME.ko; and beside it the headers' release.
 set -euo pipefail
 dir=$1
 
@@ -10,7 +11,7 @@ release=$(find /usr/src -maxdepth 1 -name 'linux-headers-*-amd64' -printf '%f\n'
   sed 's/^linux-headers-//' | sort -V | tail -n 1)
 [ -n "$release" ] || { echo "fetch.sh: no kernel headers are installed" >&2; exit 1; }
 mkdir -p "$dir"
-if [ -s "$dir/vmlinuz" ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
+if [ -s "$dir/vmlinuz" ] && [ -d "$dir/modules" ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -20,6 +21,14 @@ chmod 755 "$work"
   echo "fetch.sh: cannot download linux-image-$release" >&2
   exit 1
 }
-dpkg-deb --fsys-tarfile "$work"/linux-image-*.deb | tar -x -C "$work" "./boot/vmlinuz-$release"
+place=./lib/modules/$release/kernel
+modules=(net/llc/llc.ko net/802/stp.ko net/bridge/bridge.ko drivers/net/veth.ko)
+dpkg-deb --fsys-tarfile "$work"/linux-image-*.deb |
+  tar -x -C "$work" "./boot/vmlinuz-$release" "${modules[@]/#/$place/}"
+rm -rf "$dir/modules"
+mkdir "$dir/modules"
+for each in "${!modules[@]}"; do
+  mv "$work/$place/${modules[each]}" "$dir/modules/$each-${modules[each]##*/}"
+done
 mv "$work/boot/vmlinuz-$release" "$dir/vmlinuz"
 echo "$release" >"$dir/release"

@@ -1,7 +1,8 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 # run.sh DIR LIBRARY_DIR PROGRAM[,PROGRAM]... [ARGUMENT]...
-# Builds the switch module, packs an initial RAM disk with it and the programs,
+# Builds the switch module, packs an initial RAM disk with it, the kernel's own
+# modules that fetch.sh chose and the programs,
 # and boots the kernel that fetch.sh put into DIR with it, in software emulation.
 # Runs the first program, shows what it printed and ends with its status. The
 # whole log of the machine stands in DIR/vm.log and is shown if something goes
@@ -21,7 +22,7 @@ not_run() {
 for tool in qemu-system-x86_64 cpio busybox make; do
   command -v "$tool" >/dev/null || not_run "$tool is not installed"
 done
-[ -s "$dir/vmlinuz" ] || not_run "there is no kernel image"
+[ -s "$dir/vmlinuz" ] && [ -d "$dir/modules" ] || not_run "there is no kernel image"
 headers=/usr/src/linux-headers-$(cat "$dir/release")
 [ -d "$headers" ] || not_run "the headers of the kernel image are not installed"
 
@@ -49,6 +50,7 @@ cp "$(command -v busybox)" "$dir/root/bin/busybox"
 ln -s busybox "$dir/root/bin/sh"
 cp "$here/init" "$dir/root/init"
 cp "$dir/module/swctl_switch.ko" "$dir/root/"
+cp -r "$dir/modules" "$dir/root/"
 for program in "${programs[@]}"; do
   install_program "$program"
 done

@@ -24,7 +24,7 @@ RULES = {
     "faults": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
     "bench": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
-    "kernel": [SYSTEM, r"<swctl/.*>", r'".*"'],
+    "kernel": [SYSTEM, r"<swctl(-vchip)?/.*>", r'".*"'],
     "examples": [SYSTEM, r"<swctl/.*>"],
     "tests": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
     "fuzz": [SYSTEM, r"<swctl(-vchip|-probe)?/.*>", r'".*"'],
