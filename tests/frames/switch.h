@@ -5,8 +5,11 @@
 
 #include <swctl-vchip/ability.h>
 #include <swctl-vchip/frame.h>
+#include <swctl-vchip/l2_view.h>
+#include <swctl/platform/sdk.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <map>
@@ -148,7 +151,77 @@ class Switch : public testing::Test {
     return all;
   }
 
+  static vchip::AddressView entry_of(uint64_t address, uint32_t vid = 1) {
+    return look_for(address, vid).at(0);
+  }
+  static bool is_known(uint64_t address, uint32_t vid = 1) {
+    return !look_for(address, vid).empty();
+  }
+
+  // What left one port, and nothing but one frame.
+  static Left only(int32_t port) {
+    const std::vector<Left> all = taken(port);
+    EXPECT_EQ(all.size(), 1u) << "port " << port;
+    return all.empty() ? Left() : all[0];
+  }
+  // A frame as it leaves a port.
+  static Bytes through(int32_t port, const Bytes &frame, int32_t out_of) {
+    left();
+    arrive(port, frame);
+    const Left sent = only(out_of);
+    left();
+    return sent.bytes;
+  }
+
+  // A VLAN with members, some of them untagged.
+  static void make_vlan(uint32_t vid, uint32_t members, uint32_t untagged = 0) {
+    ASSERT_EQ(rtk_vlan_create(0, vid), 0);
+    set_vlan(vid, members, untagged);
+  }
+  static void set_vlan(uint32_t vid, uint32_t members, uint32_t untagged = 0) {
+    ASSERT_EQ(rtk_vlan_port_set(0, vid, &members, &untagged), 0);
+  }
+  static void set_trunk(uint32_t trunk, uint32_t members) {
+    ASSERT_EQ(rtk_trunk_port_set(0, trunk, &members), 0);
+  }
+
+  // A static entry.
+  static void bind(uint64_t address, int32_t port, uint32_t flags = 8, int32_t trunk = 0) {
+    chip_l2_ucast_entry entry = {};
+    entry.vid = 1;
+    write_address(entry.mac, address);
+    entry.port = port;
+    entry.trunk = trunk;
+    entry.flags = flags;
+    ASSERT_EQ(rtk_l2_addr_add(0, &entry), 0);
+  }
+  static void join(uint64_t group, uint32_t ports, uint32_t index = 0) {
+    chip_l2_mcast_entry entry = {};
+    entry.vid = 1;
+    write_address(entry.mac, group);
+    entry.portmask = ports;
+    entry.fwdIndex = index;
+    ASSERT_EQ(rtk_l2_mcastAddr_add(0, &entry), 0);
+  }
+
   static void advance(uint64_t nanoseconds) { ASSERT_EQ(vchip_clock_advance(nanoseconds), 0); }
+
+ private:
+  static void write_address(uint8_t *to, uint64_t address) {
+    for (int byte = 0; byte < 6; ++byte)
+      to[byte] = static_cast<uint8_t>(address >> (40 - 8 * byte));
+  }
+  static std::vector<vchip::AddressView> look_for(uint64_t address, uint32_t vid) {
+    uint8_t bytes[6];
+    write_address(bytes, address);
+    char text[18];
+    snprintf(text, sizeof text, "%02x:%02x:%02x:%02x:%02x:%02x", bytes[0], bytes[1], bytes[2],
+             bytes[3], bytes[4], bytes[5]);
+    std::vector<vchip::AddressView> found;
+    for (const vchip::AddressView &each : vchip::addresses(0))
+      if (each.mac == text && each.vid == vid) found.push_back(each);
+    return found;
+  }
 
  protected:
   Switch() {
