@@ -22,6 +22,7 @@ bool is_learnable(const Way &way) {
 
 // What the entry of the source becomes.
 void plan(Way &way) {
+  way.source_vid = way.vid;
   way.source_index = way.unit.l2.table().find(way.vid, way.frame.bytes + kMacBytes);
   if (!is_learnable(way)) return;
   const Learn learn = way.unit.l2.plan(way.source_index, source_of(way));

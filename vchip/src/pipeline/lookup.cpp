@@ -40,7 +40,7 @@ void found(Way &way, uint32_t ports, const char *setting, const std::string &wha
 bool is_own_source(const Way &way) {
   const Learn learn = way.effects.learn;
   const bool there = learn == Learn::add || learn == Learn::move || learn == Learn::refresh;
-  return there && way.destination == way.source;
+  return there && way.destination == way.source && way.vid == way.source_vid;
 }
 
 uint32_t place_of(const Way &way, const chip_l2_ucast_entry &entry) {

@@ -46,6 +46,7 @@ class KeyWriter {
   FrameFields &fields_;
 };
 
+// As received: an outer tag that the port takes off counts too.
 void write_tags(KeyWriter &key, const Way &way) {
   const Tag &inner = way.double_tag ? way.inner : way.tag;
   if (inner.there) {
@@ -53,12 +54,13 @@ void write_tags(KeyWriter &key, const Way &way) {
     key.number<CHIP_ACL_FIELD_INNER_VLAN_ID>(inner.vid);
     key.number<CHIP_ACL_FIELD_INNER_PRIORITY>(inner.priority);
   }
-  if (!way.double_tag || !way.tag.there) return;
-  const uint32_t control = static_cast<uint32_t>(way.tag.priority) << 13 |
-                           (way.tag.drop_eligible ? 0x1000u : 0) | way.tag.vid;
+  const Tag &outer = way.received;
+  if (!way.double_tag || !outer.there) return;
+  const uint32_t control =
+      static_cast<uint32_t>(outer.priority) << 13 | (outer.drop_eligible ? 0x1000u : 0) | outer.vid;
   key.number<CHIP_ACL_FIELD_OUTER_VLAN>(control);
-  key.number<CHIP_ACL_FIELD_OUTER_VLAN_ID>(way.tag.vid);
-  key.number<CHIP_ACL_FIELD_OUTER_PRIORITY>(way.tag.priority);
+  key.number<CHIP_ACL_FIELD_OUTER_VLAN_ID>(outer.vid);
+  key.number<CHIP_ACL_FIELD_OUTER_PRIORITY>(outer.priority);
 }
 
 void write_network(KeyWriter &key, const Way &way) {

@@ -98,6 +98,7 @@ struct Way {
   uint32_t priority = 0;  // internal
   uint32_t queue = kUnset;
   int32_t source_index = kNoIndex;
+  uint32_t source_vid = kUnset;  // of the VLAN that it is learned in, whatever a rule assigns
   uint32_t rule = kUnset;
   bool redirected = false;
   bool known = false;     // its destination was found
@@ -161,7 +162,7 @@ struct Way {
 
 inline Source source_of(const Way &way) {
   const uint8_t trunk = way.tables.trunk[static_cast<size_t>(way.port)];
-  return {way.vid, way.frame.bytes + kMacBytes, way.port, trunk == kTrunkless ? 0 : trunk};
+  return {way.source_vid, way.frame.bytes + kMacBytes, way.port, trunk == kTrunkless ? 0 : trunk};
 }
 
 }  // namespace vchip
