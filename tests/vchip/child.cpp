@@ -3,6 +3,7 @@
 
 #include <swctl-vchip/vchip.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -141,8 +142,31 @@ std::string read_file(const std::string &path) {
 }
 
 void write_file(const std::string &path, const std::string &bytes) {
-  std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+  // Some file systems write a file that is cut and filled again to the disk at
+  // once, and let its writer wait.
+  std::filesystem::remove(path);
+  std::ofstream stream(path, std::ios::binary);
   stream << bytes;
+}
+
+void overwrite_file(const std::string &path, const std::string &bytes) {
+  std::fstream stream(path, std::ios::binary | std::ios::in | std::ios::out);
+  stream << bytes;
+}
+
+void write_sparse_file(const std::string &path, const std::string &bytes) {
+  constexpr size_t kPage = 4096;
+  static const std::string zeroes(kPage, '\0');
+  std::filesystem::remove(path);
+  std::ofstream stream(path, std::ios::binary);
+  for (size_t at = 0; at < bytes.size(); at += kPage) {
+    const size_t length = std::min(kPage, bytes.size() - at);
+    if (bytes.compare(at, length, zeroes, 0, length) == 0) continue;
+    stream.seekp(static_cast<std::streamoff>(at));
+    stream.write(bytes.data() + at, static_cast<std::streamsize>(length));
+  }
+  stream.close();
+  std::filesystem::resize_file(path, bytes.size());
 }
 
 uint32_t word_at(const std::string &bytes, size_t offset) {

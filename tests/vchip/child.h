@@ -65,6 +65,10 @@ bool has_robust_futexes();
 
 std::string read_file(const std::string &path);
 void write_file(const std::string &path, const std::string &bytes);
+// In place: who has the file mapped sees it.
+void overwrite_file(const std::string &path, const std::string &bytes);
+// With a hole where a page is all zero.
+void write_sparse_file(const std::string &path, const std::string &bytes);
 
 // Words of an image's header, by their offset.
 enum HeaderOffset : size_t {

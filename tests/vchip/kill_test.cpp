@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <signal.h>
 #include <string>
 #include <unistd.h>
@@ -40,11 +39,6 @@ class Killed : public vchip_test::ImageTest {
     std::string bytes = read_file(image_);
     set_word(bytes, vchip_test::kWriterAt, writer);
     write_file(image_, bytes);
-  }
-  // In place: who has the image mapped sees it.
-  void overwrite(const std::string &bytes) {
-    std::fstream file(image_, std::ios::binary | std::ios::in | std::ios::out);
-    file << bytes;
   }
   // Somebody who has the image open, and does nothing.
   class Other {
@@ -129,7 +123,7 @@ TEST_F(Killed, AnInterruptedResetMayLeaveAnything) {
   EXPECT_EQ(run(image(), use).status, 0);
   EXPECT_EQ(interrupted(), 1u);
   Other other(*this);
-  overwrite(bytes);
+  vchip_test::overwrite_file(image_, bytes);
   EXPECT_EQ(run(image(), use).status, 0);
   EXPECT_EQ(other.end(), 0);
   EXPECT_EQ(writer(), 0u);
@@ -141,7 +135,7 @@ TEST_F(Killed, WhatNoResetLeftIsDamaged) {
   ruin(bytes);
   const auto is_refused = [] { return vchip_open() == nullptr ? 1 : 0; };
   Other other(*this);
-  overwrite(bytes);
+  vchip_test::overwrite_file(image_, bytes);
   EXPECT_EQ(run(image(), is_refused).status, 0);
   EXPECT_EQ(other.end(), 0);
   EXPECT_EQ(run(image(), is_refused).status, 0);
@@ -247,12 +241,13 @@ size_t kills_wanted() {
 
 // One is killed while seven others go on; each is followed by a new one.
 TEST_P(KilledWriters, ManyTimesInTheMiddle) {
-  constexpr uint32_t kWanted = 20;
+  constexpr uint32_t kWanted = 10;
   constexpr size_t kWriters = 8;
   const size_t at_least = kills_wanted();
   std::vector<pid_t> writers(kWriters);
   for (pid_t &writer : writers) writer = vchip_test::start(image(), write_forever);
-  for (size_t kills = 0; kills < at_least || interrupted() < kWanted; ++kills) {
+  size_t kills = 0;
+  for (; kills < at_least || interrupted() < kWanted; ++kills) {
     ASSERT_LT(kills, 100 * at_least) << "hit " << interrupted() << " calls";
     usleep(static_cast<useconds_t>(kills * 137 % 1500));
     pid_t &writer = writers[kills * 5 % kWriters];
@@ -267,6 +262,7 @@ TEST_P(KilledWriters, ManyTimesInTheMiddle) {
     expect_nothing_half_done();
   }
   EXPECT_EQ(writer(), 0u);
+  RecordProperty("kills", static_cast<int>(kills));
   RecordProperty("hits", static_cast<int>(interrupted()));
 }
 

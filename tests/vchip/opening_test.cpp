@@ -240,7 +240,7 @@ TEST_F(Opening, AHolderOutOfSightIsNamedByTheImage) {
   std::string bytes = read_file(image_);
   set_word(bytes, vchip_test::kOwnerAt, 0x3ffffffe);  // no such thread here
   set_word(bytes, vchip_test::kHolderAt, 0);
-  write_file(image_, bytes);
+  vchip_test::overwrite_file(image_, bytes);
   const vchip::ImageStatus status = vchip::image_status(image_);
   EXPECT_EQ(status.held, has_robust_futexes());
   if (status.held) {

@@ -80,10 +80,14 @@ class Vchipctl : public testing::Test {
     EXPECT_EQ(answer.status, 0) << answer.output;
     return json::parse(answer.output);
   }
+  static json ports(uint32_t unit) {
+    return dump("--unit " + std::to_string(unit) + " --block port");
+  }
+  static json medium(uint32_t unit, size_t port) { return ports(unit)[port]["medium"]; }
   static std::string linked(uint32_t unit) {
     std::string ports;
-    const json document = dump();
-    for (const json &port : document["units"][unit]["port"])
+    const json all = Vchipctl::ports(unit);
+    for (const json &port : all)
       if (port["port"] != VCHIP_CPU_PORT && port["link"]["up"] == true)
         ports.append(ports.empty() ? "" : " ").append(port["port"].dump());
     return ports;

@@ -96,9 +96,7 @@ class Waiting : public vchip_test::ImageTest, public testing::WithParamInterface
   std::string line(const std::string &text) const {
     return "swctl-vchip: image " + image_ + ": " + text + "\n";
   }
-  std::string holder() const {
-    return "process " + std::to_string(holder_) + " (vchip_image_test)";
-  }
+  std::string holder() const { return "process " + std::to_string(holder_) + " (vchip_lock_test)"; }
 
   pid_t holder_ = 0;
 };
@@ -210,13 +208,13 @@ TEST_P(Waiting, TheStatusTellsWithoutTheLock) {
   const vchip::ImageStatus status = vchip::image_status(image_);
   EXPECT_TRUE(status.held);
   EXPECT_EQ(status.holder, static_cast<uint32_t>(holder_));
-  EXPECT_EQ(status.holder_name, "vchip_image_test");
+  EXPECT_EQ(status.holder_name, "vchip_lock_test");
   EXPECT_TRUE(status.holder_stopped);
   EXPECT_GE(status.held_ms, 250u);
   EXPECT_LT(status.held_ms, 60000u);
   ASSERT_EQ(status.users.size(), 1u);
   EXPECT_EQ(status.users[0].process, static_cast<uint32_t>(holder_));
-  EXPECT_EQ(status.users[0].name, "vchip_image_test");
+  EXPECT_EQ(status.users[0].name, "vchip_lock_test");
   EXPECT_NEAR(status.users[0].since, static_cast<double>(time(nullptr)), 60);
   EXPECT_FALSE(status.more_users);
 }

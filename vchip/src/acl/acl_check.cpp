@@ -22,6 +22,7 @@ void check_field(Findings &findings, const AclRule &rule, size_t place) {
 }
 
 void check_rule(Findings &findings, const AclRule &rule, bool last) {
+  if (findings.is_empty(rule)) return;
   findings.flag("valid", rule.valid);
   findings.at_most("joined", rule.joined, last ? 0 : 1);
   findings.bits("written", rule.written, kAllFields);

@@ -2,6 +2,8 @@
 #include "document/findings.h"
 
 #include <cstdio>
+#include <cstring>
+#include <span>
 #include <utility>
 
 #include "common/numbers.h"
@@ -28,8 +30,15 @@ void Findings::ports(const char *name, const uint32_t &mask) {
     add(name, hex(mask) + ", expected ports 0 to " + std::to_string(VCHIP_PORTS - 1));
 }
 
+// Each byte equals the one before it, and the first is 0.
+bool Findings::are_zero(const void *bytes, size_t count) {
+  const auto *first = static_cast<const uint8_t *>(bytes);
+  return count == 0 || (first[0] == 0 && memcmp(first, first + 1, count - 1) == 0);
+}
+
 void Findings::zero_bytes(const char *name, const void *bytes, size_t count) {
   see(bytes, count);
+  if (are_zero(bytes, count)) return;
   const auto *first = static_cast<const uint8_t *>(bytes);
   for (size_t index = 0; index < count; ++index)
     if (first[index] != 0)
@@ -46,8 +55,7 @@ void Findings::watch(const void *start, size_t size) {
   seen_.assign(size, 0);
 }
 
-void Findings::see(const void *bytes, size_t count) {
-  if (seen_.empty()) return;
+void Findings::note(const void *bytes, size_t count) {
   const auto offset = static_cast<size_t>(static_cast<const uint8_t *>(bytes) - watched_);
   for (size_t index = offset; index < offset + count && index < seen_.size(); ++index)
     seen_[index] = 1;
@@ -61,7 +69,7 @@ void Findings::out_of_range(const char *name, uint64_t value, uint64_t lowest, u
 
 void Findings::add(const char *name, std::string text) {
   std::string word;
-  for (const Step &step : path_) {
+  for (const Step &step : std::span(path_, depth_)) {
     if (!word.empty()) word += '.';
     word += std::string(step.name) + '[' + std::to_string(step.index) + ']';
   }

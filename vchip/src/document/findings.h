@@ -53,6 +53,13 @@ class Findings {
     zero_bytes(name, &words, sizeof words);
   }
   void zero_bytes(const char *name, const void *bytes, size_t count);
+  // Whether all bytes are 0: most places of a table are empty, and where that is
+  // one of the things that a call leaves, nothing else need be looked at.
+  template <typename Words>
+  bool is_empty(const Words &words) {
+    see(&words, sizeof words);
+    return are_zero(&words, sizeof words);
+  }
 
   // What words say together; `text` says what holds where it does not.
   void rule(bool holds, const char *name, const std::string &text);
@@ -60,12 +67,13 @@ class Findings {
   // What check(element, index) says of each element of an array, under its name.
   template <typename Array, typename Check>
   void each(const char *name, const Array &array, Check check) {
-    size_t index = 0;
+    Step &step = path_[depth_++];
+    step = {name, 0};
     for (const auto &element : array) {
-      path_.push_back({name, index});
-      check(element, index++);
-      path_.pop_back();
+      check(element, step.index);
+      ++step.index;
     }
+    --depth_;
   }
   template <typename Array>
   void each_at_most(const char *name, const Array &array, uint64_t highest) {
@@ -92,11 +100,19 @@ class Findings {
       return static_cast<std::make_unsigned_t<Word>>(word);
     }
   }
-  void see(const void *bytes, size_t count);
+  void see(const void *bytes, size_t count) {
+    if (watched_ != nullptr) note(bytes, count);
+  }
+  void note(const void *bytes, size_t count);
+  static bool are_zero(const void *bytes, size_t count);
   void out_of_range(const char *name, uint64_t value, uint64_t lowest, uint64_t highest);
   void add(const char *name, std::string text);
 
-  std::vector<Step> path_;
+  static constexpr size_t kDepth = 4;  // of arrays within arrays
+
+  // A chip has many words, so a step into an array must cost little.
+  Step path_[kDepth] = {};
+  size_t depth_ = 0;
   std::vector<Finding> all_;
   const uint8_t *watched_ = nullptr;
   std::vector<uint8_t> seen_;

@@ -40,6 +40,7 @@ void AddressTable::check(Findings &findings) const {
   findings.is("unused", unused_, 0);
   findings.each("entries", slots_, [&](const Slot &slot, size_t number) {
     const auto index = static_cast<int32_t>(number);
+    if (!is_taken(index) && findings.is_empty(slot)) return;
     check_entry(findings, slot.entry);
     findings.is("unused", slot.unused, 0);
     findings.at_most("seen", slot.seen, now_);

@@ -40,9 +40,6 @@ struct McastPlace {
   Entry entry;
 };
 
-bool same_key(const chip_ip_mcast_entry &one, const chip_ip_mcast_entry &other);
-bool same_key(const chip_ip6_mcast_entry &one, const chip_ip6_mcast_entry &other);
-
 class McastIpBlock {
  public:
   using MissActions = std::array<FrameAction, kMissTypes>;
