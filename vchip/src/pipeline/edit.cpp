@@ -43,9 +43,10 @@ bool is_double(const Way &way, int32_t port) {
 // A trunk of which a VLAN names only some members is tagged as the lowest of
 // those.
 bool is_untagged(const Way &way, const Vlan &vlan, int32_t port) {
-  const uint32_t named = vlan.member & way.tables.group[static_cast<size_t>(port)];
-  const uint32_t lowest = named & ~(named - 1);
-  return (vlan.untagged & lowest) != 0;
+  const uint32_t group = way.tables.group[static_cast<size_t>(port)];
+  const uint32_t named = vlan.member & group;
+  const uint32_t one = named == group ? port_bit(port) : named & ~(named - 1);
+  return (vlan.untagged & one) != 0;
 }
 
 bool converts(const chip_vlan_egress_entry &entry, const Way &way, int32_t port, uint32_t vid) {
