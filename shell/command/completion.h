@@ -14,7 +14,7 @@ namespace swsh {
 // The words that may follow `words` and begin with `prefix`, with their help; no
 // place holders. Nothing if one of the words is wrong.
 std::vector<Expected> completions(const Node &root, const std::vector<std::string> &words,
-                                     const std::string &prefix);
+                                  const std::string &prefix);
 
 // The same for a whole command line: words[0] is the program, options may
 // follow, and the word at `index` is the one to complete.

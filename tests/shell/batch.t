@@ -132,8 +132,8 @@ Under -j a batch is one array, with an element for each command:
   ,{"line":8,"command":"port set 6 loopback on","status":0,"output":[]}
   ]
   $ swctl -j -b bad
-  [{"line":1,"command":"port set 1 loopback on","status":0,"output":[]}
   bad:2: port set 2 loopback: bad value "maybe", expected one of: on, off
+  [{"line":1,"command":"port set 1 loopback on","status":0,"output":[]}
   ,{"line":2,"command":"port set 2 loopback maybe","status":1,"output":{"error":{"message":"port set 2 loopback: bad value \"maybe\"","culprit":"maybe","expected":["on","off"],"suggestions":[],"status":1}}}
   ]
   [1]
