@@ -42,10 +42,19 @@ foreach(program vchipctl swctl-replay swctl-faults)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME ${program}.fish)
 endforeach()
 install(FILES docs/swctl.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/swctl)
-install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# The pages have the folders of the source tree, so that their links hold; but the
+# headers are not among them.
+file(RELATIVE_PATH swctl_doc_to_include /${CMAKE_INSTALL_DOCDIR} /${CMAKE_INSTALL_INCLUDEDIR})
+file(READ README.md swctl_readme)
+string(REPLACE "](include/" "](${swctl_doc_to_include}/" swctl_readme "${swctl_readme}")
+file(CONFIGURE OUTPUT README.md CONTENT "${swctl_readme}" @ONLY)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
+install(FILES ${PROJECT_BINARY_DIR}/README.md CHANGELOG.md CONTRIBUTING.md LICENSE
+  DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/port_status.c examples/linkwatch.c
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md"
+install(FILES cmake/mips-linux-gnu.cmake DESTINATION ${CMAKE_INSTALL_DOCDIR}/cmake)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md"
   PATTERN "*.svg" PATTERN "*.schema.json" PATTERN "man" EXCLUDE PATTERN "reference" EXCLUDE)
 
 # All that is installed, and nothing else.

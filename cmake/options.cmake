@@ -2,7 +2,7 @@
 # Compiler options that every target of the tree shares.
 add_library(swctl_options INTERFACE)
 target_compile_options(swctl_options INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror
+  -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${SWCTL_WARNINGS_AS_ERRORS}>:-Werror>
   # GCC's -Wconversion leaves these out in C++, Clang's does not.
   $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes>)

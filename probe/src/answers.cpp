@@ -13,8 +13,12 @@ constexpr int32_t kRefused = -1;
 
 Verdict verdict_of(const Call &recorded) {
   Verdict verdict{static_cast<int32_t>(recorded.result), {}};
-  for (const Argument &argument : recorded.arguments)
-    if (!argument.after.empty()) verdict.outputs.push_back({{argument.name, 0}, argument.after});
+  for (const Argument &argument : recorded.arguments) {
+    if (argument.after.empty()) continue;
+    Output &output = verdict.outputs.emplace_back();
+    output.place = {argument.name, 0};
+    output.values = argument.after;
+  }
   return verdict;
 }
 

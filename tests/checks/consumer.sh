@@ -51,4 +51,5 @@ for program in swctl vchipctl swctl-replay swctl-faults; do
   grep -q "^#compdef.* $program\b" "$prefix"/share/zsh/site-functions/_*
 done
 [ -s "$prefix/share/swctl/swctl.schema.json" ]
+python3 "$source_dir/tests/checks/links.py" "$prefix"
 echo "consumer: built with pkg-config and with CMake, 26 interfaces each; installed shell runs"

@@ -72,6 +72,8 @@ dpkg --root="$root" --log=/dev/null -i "$packages"/*.deb >"$work/dpkg.log" 2>&1 
   die "the packages cannot be installed"
 }
 
+python3 "$source_dir/tests/checks/links.py" "$root/usr/share/doc"
+
 inside vchipctl reset
 inside vchipctl link up 3
 said=$(inside swctl -j port show 3)

@@ -41,7 +41,7 @@ int32_t interface_of(int32_t port) {
 
 std::string port_name(int32_t port) {
   const int32_t interface = interface_of(port);
-  return interface >= 0 ? std::to_string(interface) : "p" + std::to_string(port);
+  return interface >= 0 ? std::to_string(interface) : std::string("p").append(std::to_string(port));
 }
 
 nlohmann::ordered_json port_json(int32_t port) {
