@@ -54,4 +54,11 @@ void expect_rule(const RuleKind &kind, int32_t index) {
     throw there_is_no(std::string(kind.word) + " rule", std::to_string(index));
 }
 
+void expect_translation(uint32_t unit, int32_t index) {
+  if (kNextTranslation.find() == nullptr) return;
+  const std::string number = std::to_string(index);
+  if (ask(kNextTranslation, "entry " + number, unit, index).index != index)
+    throw there_is_no("translation", number);
+}
+
 }  // namespace swsh

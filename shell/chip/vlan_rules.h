@@ -30,13 +30,17 @@ const RuleKind &rule_kind(const std::string &word);
 
 inline constexpr auto kNextRule = SWSH_OPTIONAL_CALL(swctl_platform_entity_rule_next);
 
+inline constexpr auto kNextTranslation = SWSH_OPTIONAL_CALL(swctl_platform_vlan_egress_next);
+
 // "mac rule 3"
 std::string rule_text(const RuleKind &kind, int32_t index);
 
-// Throw a CommandError of wrong usage if the rule is there, or is not there.
+// Throw a CommandError of wrong usage if the rule or the
+// translation is there, or is not there.
 // Where the platform cannot tell, they do nothing.
 void expect_free(const RuleKind &kind, int32_t index);
 void expect_rule(const RuleKind &kind, int32_t index);
+void expect_translation(uint32_t unit, int32_t index);
 
 }  // namespace swsh
 

@@ -141,6 +141,7 @@ Answer add_egress(const Arguments &arguments, const Context &context) {
 }
 
 Answer delete_egress(const Arguments &arguments, const Context &context) {
+  expect_translation(context.unit, arguments.i32("INDEX"));
   perform(SWSH_CALL(user_vlan_translate_egress_delete), egress_text(arguments), kLead, context.unit,
           arguments.u32("INDEX"));
   return {};

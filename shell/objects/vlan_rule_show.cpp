@@ -156,7 +156,7 @@ Record egress_record(const Interfaces &interfaces, const swctl_platform_vlan_egr
 Answer show_egress(const Arguments &, const Context &context) {
   const Interfaces interfaces;
   Answer answer = {Shape::table, {}, ""};
-  each_record(SWSH_OPTIONAL_CALL(swctl_platform_vlan_egress_next), "entry", context.unit, 0,
+  each_record(kNextTranslation, "entry", context.unit, 0,
               [&](const swctl_platform_vlan_egress &egress) {
                 answer.records.push_back(egress_record(interfaces, egress));
               });
@@ -172,7 +172,6 @@ Node vlan_rule_show_command() {
   return {.name = "show",
           .help = "Show the rules that the adapter keeps",
           .positional = {{.name = "KIND", .type = choice(kinds), .help = "Only rules of a kind"}},
-          .details = "A rule that is missing was not taken: vlan rule add cannot tell.\n",
           .run = show_rules};
 }
 

@@ -36,6 +36,14 @@ answer for a filter.
   > vlan set 99 tagged 1
   > vlan port add 99 tagged 1
   > vlan port del 99 1
+  > vlan rule del translation 2
+  > vlan rule del double-tag 2
+  > vlan rule del mac 2
+  > vlan rule del ip4 2
+  > vlan rule del voice 2
+  > vlan rule del protocol 2
+  > vlan translate del 3
+  > vlan translate del 512
   > END
   swctl: acl show 9: there is no rule 9
   status 1
@@ -88,6 +96,22 @@ answer for a filter.
   swctl: vlan port add 99 tagged 1: there is no VLAN 99
   status 1
   swctl: vlan port del 99 1: there is no VLAN 99
+  status 1
+  swctl: vlan rule del translation 2: there is no translation rule 2
+  status 1
+  swctl: vlan rule del double-tag 2: there is no double-tag rule 2
+  status 1
+  swctl: vlan rule del mac 2: there is no mac rule 2
+  status 1
+  swctl: vlan rule del ip4 2: there is no ip4 rule 2
+  status 1
+  swctl: vlan rule del voice 2: there is no voice rule 2
+  status 1
+  swctl: vlan rule del protocol 2: there is no protocol rule 2
+  status 1
+  swctl: vlan translate del 3: there is no translation 3
+  status 1
+  swctl: vlan translate del 512: there is no translation 512
   status 1
 
 In JSON it is an error as any other:
