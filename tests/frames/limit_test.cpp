@@ -121,7 +121,7 @@ TEST_P(EgressLimit, SendsWhenTheBucketHoldsTheFrame) {
   advance(3600 * kSecond);
   const std::vector<Left> held = taken(2);
   ASSERT_EQ(held.size(), kHeld);
-  for (uint64_t each = 0; each < kHeld; ++each) {
+  for (size_t each = 0; each < held.size(); ++each) {
     const uint64_t missing = (at_once + each + 1) * wire - kBucket;
     const uint64_t earned = rate * kBytesPerStep;
     EXPECT_EQ(held[each].time, (missing * kSecond + earned - 1) / earned);

@@ -32,9 +32,9 @@ class Tags : public frames::Switch {
     chip_vlan_egress_entry entry = {};
     entry.valid = 1;
     entry.vid = vid;
-    entry.ignore_vid = vid == 0 ? 1 : 0;
+    entry.ignore_vid = static_cast<uint8_t>(vid == 0 ? 1 : 0);
     entry.ignore_second_key = 1;
-    entry.ignore_port = port < 0 ? 1 : 0;
+    entry.ignore_port = static_cast<uint8_t>(port < 0 ? 1 : 0);
     entry.port = port < 0 ? 0 : static_cast<uint32_t>(port);
     entry.new_vid = new_vid;
     ASSERT_EQ(rtk_vlan_egrVlanCnvtEntry_set(0, index, &entry), 0);
