@@ -105,7 +105,8 @@ void add_frame_settings(Record &record, const Context &context, const Port &port
   const auto read = [&](const auto &getter) { return read_port(context, port, getter); };
   record.add_detail("mtu", int64_t{read(kMtuGet)});
   record.add_detail("learning", word_value(learn_modes(), read(kLearnGet)));
-  record.add_detail("isolation", isolation(context, port));
+  const std::vector<int64_t> reached = isolation(context, port);
+  record.add_detail("isolation", reached, reached.empty() ? kNoPorts : "");
   record.add_detail("vlan", int64_t{read(SWSH_CALL(user_port_untagged_vlan_get))});
   add_written(record, "filter", SWSH_OPTIONAL_CALL(swctl_platform_port_filter_get), context, port);
   add_switch(record, "dtag", read(kDtagGet) != 0);

@@ -34,15 +34,14 @@ void Elements::add(int64_t line, const std::string &command, const Outcome &outc
 }
 
 void Elements::end() {
-  if (array_) write(format_ == Format::pretty && any_ ? "\n]\n" : "]\n");
+  if (array_) write("]\n");
   array_.reset();
 }
 
-// On one line each, with its line end at once.
+// With its line end at once.
 std::string Elements::in_array_text(const std::string &element) const {
-  const std::string separator = any_ ? "," : "";
-  if (format_ == Format::pretty) return separator + '\n' + indented(element);
-  return separator + element + '\n';
+  if (format_ == Format::pretty) return (any_ ? "  ,\n" : "\n") + indented(element) + '\n';
+  return (any_ ? "," : "") + element + '\n';
 }
 
 void Elements::write(const std::string &text) {

@@ -148,7 +148,8 @@ Under -j a batch is one array, with an element for each command:
       "command": "port set 1 loopback on",
       "status": 0,
       "output": []
-    },
+    }
+    ,
     {
       "line": 2,
       "command": "port set 2 loopback maybe",
@@ -165,7 +166,8 @@ Under -j a batch is one array, with an element for each command:
           "status": 1
         }
       }
-    },
+    }
+    ,
     {
       "line": 4,
       "command": "port set 3 loopback off",

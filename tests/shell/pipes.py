@@ -82,6 +82,19 @@ def talk_in_pretty_json():
     end(swctl, 0)
 
 
+def talk_to_pretty_batch():
+    """Each element of the array is there, with its line end, before the next command."""
+    swctl = start("-p", "-b", "-")
+    shown = ""
+    for number in range(3):
+        exchange(swctl, "flood show")
+        shown += "".join(iter(swctl.stdout.readline, "  }\n")) + "  }\n"
+        check("-p -b", len(json.loads(shown + "]")) == number + 1, shown)
+    swctl.stdin.close()
+    check("the array is closed", swctl.stdout.read() == "]\n", "more came")
+    check("the status", swctl.wait() == 0, swctl.returncode)
+
+
 def kill_between(signal_number):
     """A batch whose commands have been answered and that waits for more."""
     swctl = start("-j", "-b", "-")
@@ -146,6 +159,7 @@ def main():
         talk_in_text()
         talk_in_json(Checker(schema, commands_of("swctl")))
         talk_in_pretty_json()
+        talk_to_pretty_batch()
         for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
             kill_between(number)
             kill_within(number)

@@ -136,6 +136,8 @@ All front ports, and no port at all, are words:
   $ swctl port show all | wc -l
   27
   $ swctl port set 3 isolation none
+  $ swctl port show 3 detail | grep isolation
+  isolation     none
   $ swctl -j port show 3 detail | jq -c .[].isolation
   []
   $ swctl port set none admin on
