@@ -120,6 +120,15 @@ TEST_F(Egress, WhatIsTooLongIsNotReceived) {
   EXPECT_EQ(oversize.low, 1u);
 }
 
+TEST_F(Egress, TheLongestFramePassesAndGetsATag) {
+  ASSERT_EQ(rtk_switch_maxPktLenLinkSpeed_set(0, 1, 16383), 0);
+  set_vlan(1, mask({1, 2, 3}), mask({1, 2}));
+  const Bytes frame = plain(kBroadcast, station(1), VCHIP_FRAME_MAX);
+  arrive(1, frame);
+  EXPECT_EQ(only(2).bytes, frame);
+  EXPECT_EQ(only(3).bytes.size(), frame.size() + 4);
+}
+
 TEST_F(Egress, LengthIsByTheClassOfTheSpeed) {
   ASSERT_EQ(rtk_switch_maxPktLenLinkSpeed_set(0, 0, 100), 0);
   ASSERT_EQ(rtk_switch_maxPktLenLinkSpeed_set(0, 1, 200), 0);

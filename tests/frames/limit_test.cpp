@@ -105,6 +105,27 @@ INSTANTIATE_TEST_SUITE_P(RatesAndSizes, EveryLimit,
                                           testing::Values(64u, 1000u, 1518u)),
                          limit_name);
 
+// What came until the change came at the old rate.
+TEST_P(EveryLimit, AnotherRateHoldsFromItsSettingOn) {
+  const auto &[limit, rate, wire] = GetParam();
+  limit.set(rate);
+  while (passes(wire)) {
+  }
+  const uint64_t cost = limit.cost(wire);
+  uint64_t held = limit.bucket % cost * kSecond;
+  // Half of what is missing comes at this rate, the rest at three times it.
+  const uint64_t half = (cost * kSecond - held) / 2 / limit.earned(rate);
+  advance(half);
+  held += half * limit.earned(rate);
+  limit.set(3 * rate);
+  const uint64_t earned = limit.earned(3 * rate);
+  const uint64_t rest = (cost * kSecond - held + earned - 1) / earned;
+  advance(rest - 1);
+  EXPECT_FALSE(passes(wire));
+  advance(1);
+  EXPECT_TRUE(passes(wire));
+}
+
 class EgressLimit : public frames::Switch,
                     public testing::WithParamInterface<std::tuple<uint32_t, uint32_t>> {};
 

@@ -127,6 +127,81 @@ TEST_F(Shares, AWeightOf0IsStrict) {
   EXPECT_GT(sum[3], 9900u);
 }
 
+// Frames of equal length by the queue, while only these have any.
+class SomeQueues : public Queues {
+ protected:
+  static constexpr size_t kLength = 996;  // 1,000 bytes on the wire: one a millisecond
+
+  static void fill(uint32_t queue, size_t frames) {
+    for (size_t each = 0; each < frames; ++each) arrive(1, frame_of(queue, kLength + 4));
+  }
+  static void empty_bucket() {
+    fill(0, 20);
+    advance((20 * 1000 - 16384) * kSecond / 1000000);  // until the last has left
+    EXPECT_EQ(count(kOut), 20u);
+  }
+  static std::array<size_t, 8> sent_in(uint64_t milliseconds) {
+    advance(milliseconds * kSecond / 1000);
+    std::array<size_t, 8> sum = {};
+    for (const Left &left : taken(kOut)) ++sum[queue_of(left)];
+    return sum;
+  }
+};
+
+TEST_F(SomeQueues, ShareWhatTheIdleOnesLeave) {
+  schedule({1, 2, 3, 4, 5, 6, 7, 8}, kRoundRobin);
+  empty_bucket();
+  fill(2, 500);
+  fill(5, 500);
+  auto sum = sent_in(300);
+  EXPECT_NEAR(static_cast<double>(sum[2]), 100, 1);
+  EXPECT_NEAR(static_cast<double>(sum[5]), 200, 1);
+  sum = sent_in(460);
+  EXPECT_EQ(sum[5], 300u) << "all that it had";
+  EXPECT_EQ(sum[2], 160u) << "and alone it gets everything";
+}
+
+TEST_F(SomeQueues, AnEmptyOneHasSavedNothing) {
+  schedule({1, 1, 1, 1, 1, 1, 1, 1}, kRoundRobin);
+  empty_bucket();
+  fill(2, 900);
+  sent_in(300);
+  fill(5, 300);
+  const auto sum = sent_in(200);
+  EXPECT_NEAR(static_cast<double>(sum[2]), 100, 1) << "the newcomer gets its share, not all";
+  EXPECT_NEAR(static_cast<double>(sum[5]), 100, 1);
+}
+
+TEST_F(SomeQueues, WeightedOnesShareWhatTheStrictLeave) {
+  schedule({1, 2, 3, 4, 5, 6, 7, 8}, kRoundRobin);
+  ASSERT_EQ(rtk_qos_queueStrictEnable_set(0, kOut, 1, 1), 0);
+  empty_bucket();
+  fill(1, 150);
+  fill(2, 500);
+  fill(5, 500);
+  auto sum = sent_in(100);
+  EXPECT_EQ(sum[1], 100u);
+  sum = sent_in(350);
+  EXPECT_EQ(sum[1], 50u);
+  EXPECT_NEAR(static_cast<double>(sum[2]), 100, 1);
+  EXPECT_NEAR(static_cast<double>(sum[5]), 200, 1);
+}
+
+TEST_F(SomeQueues, AnotherLimitHoldsFromItsSettingOn) {
+  fill(0, 16);
+  limit(1);
+  const std::vector<Left> first = taken(kOut);
+  EXPECT_EQ(first.size(), 16u);
+  const Bytes frame = frame_of(0, 1000);
+  arrive(1, frame);
+  const uint64_t missing = 1000 - (16384 - 16 * 1000);
+  advance(kSecond / 10);  // 200 bytes
+  limit(1000);
+  advance(kSecond);
+  ASSERT_GT(missing, 200u);
+  EXPECT_EQ(only(kOut).time, kSecond / 10 + (missing - 200) * kSecond / 2000000);
+}
+
 TEST_F(Queues, OfTwoStrictQueuesTheHigherIsFirst) {
   schedule({0, 0, 0, 0, 0, 0, 0, 0}, kRoundRobin);
   for (int each = 0; each < 17; ++each) arrive(1, frame_of(0, 1020));
@@ -232,6 +307,30 @@ TEST_F(Pause, HoldsForItsQuantaAtTheSpeedOfTheLink) {
   ASSERT_EQ(left.size(), 1u);
   EXPECT_EQ(left[0].time, 51200u);
   EXPECT_EQ(drops(kOut).taken, 1u);
+}
+
+TEST_F(Pause, IsLongerOnASlowerLink) {
+  const std::pair<uint32_t, uint64_t> speeds[] = {{VCHIP_ABILITY_100_FULL, 5120},
+                                                  {VCHIP_ABILITY_10_FULL, 51200}};
+  for (const auto &[ability, quantum] : speeds) {
+    const vchip_partner_t slow = {1, ability | VCHIP_ABILITY_PAUSE};
+    ASSERT_EQ(vchip_cable_plug(0, kOut, &slow), 0);
+    const uint64_t start = vchip_clock();
+    arrive(kOut, pause(3));
+    arrive(1, frame_of(0));
+    EXPECT_EQ(count(kOut), 0u);
+    advance(kSecond);
+    EXPECT_EQ(only(kOut).time, start + 3 * quantum);
+  }
+}
+
+TEST_F(Pause, OtherOpcodesAreTakenWithoutEffect) {
+  for (const uint32_t opcode : {0u, 2u, 0x0101u}) {
+    const Bytes frame =
+        Maker(0x0180c2000001, station(5)).type(0x8808).half(opcode).half(1000).bytes();
+    EXPECT_EQ(out(kOut, frame), 0u);
+    EXPECT_EQ(out(1, frame_of(0)), mask({kOut}));
+  }
 }
 
 TEST_F(Pause, TheLastOneCounts) {

@@ -7,9 +7,12 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <set>
 #include <sstream>
+
+#include "random_settings.h"
 
 namespace frames {
 namespace {
@@ -158,6 +161,76 @@ TEST_P(AnySetting, SendsAFrameAnotherWay) {
   prepare();
   GetParam().traffic();
   EXPECT_TRUE(outcome() == without) << "the same chip has to send them the same way";
+}
+
+// Calls of the other table, with words that other settings would show.
+struct Quiet {
+  const char *call;
+  std::function<int32_t()> set;
+};
+#define SWCTL_QUIET(call, arguments)      \
+  {                                       \
+#call, [=] { return call arguments; } \
+  }
+
+std::vector<Quiet> quiet_settings(uint32_t word, int32_t port) {
+  const uint32_t bit = word % 2;
+  const auto which = static_cast<uint32_t>(port);
+  static const uint32_t codes[CHIP_ACL_TEMPLATE_FIELDS] = {8, 7, 6};
+  static const uint32_t ports = mask({1, 2});
+  return {
+      SWCTL_QUIET(rtk_acl_meterMode_set, (0, word % 9, bit)),
+      SWCTL_QUIET(rtk_acl_statByteCnt_clear, (0, word % 9)),
+      SWCTL_QUIET(rtk_acl_statPktCnt_clear, (0, word % 9)),
+      SWCTL_QUIET(rtk_acl_template_set, (0, word % 8, codes)),
+      SWCTL_QUIET(rtk_acl_templateSelector_set, (0, word % 12, 1, 2, 3)),
+      SWCTL_QUIET(rtk_diag_rtctEnable_set, (0, &ports)),
+      SWCTL_QUIET(rtk_eee_portEnable_set, (0, port, bit)),
+      SWCTL_QUIET(rtk_port_backpressureEnable_set, (0, port, bit)),
+      SWCTL_QUIET(rtk_port_phyCrossOverMode_set, (0, port, word % 3)),
+      SWCTL_QUIET(rtk_qos_1pDfltPriSrcSel_set, (0, bit)),
+      SWCTL_QUIET(rtk_rate_stormControlExceed_reset, (0, port, word % 5)),
+      SWCTL_QUIET(rtk_rate_stormControlTypeSel_set, (0, port, word % 5, bit)),
+      SWCTL_QUIET(rtk_stat_port_reset, (0, port)),
+      SWCTL_QUIET(rtk_switch_pkt2CpuTypeFormat_set, (0, which % 8, word % 4)),
+      SWCTL_QUIET(rtk_vlan_igrVlanCnvtBlkMode_set, (0, which % 3, word % 3)),
+  };
+}
+
+TEST(EverySetting, WithoutEffectIsInTheOtherTable) {
+  Names names;
+  for (const Quiet &quiet : quiet_settings(0, 1)) names.insert(quiet.call);
+  EXPECT_EQ(names_of(rows_under(kWithoutEffect)), names);
+}
+
+class QuietSettings : public Switch {
+ protected:
+  // What becomes of random frames on a chip with random settings, whether these
+  // calls are made in between or not.
+  static std::string outcome_of(uint32_t seed, bool quiet) {
+    power_on();
+    std::mt19937 random(seed);
+    set_at_random(random);
+    left();
+    for (int each = 0; each < 150; ++each) {
+      const Bytes frame = frame_at_random(random);
+      const auto port = static_cast<int32_t>(random() % VCHIP_CPU_PORT);
+      const auto word = static_cast<uint32_t>(random());
+      arrive(port, frame);
+      if (each % 10 == 0) advance(random() % kSecond);
+      for (const Quiet &setting : quiet_settings(word, port))
+        if (quiet) EXPECT_EQ(setting.set(), 0) << setting.call;
+    }
+    return outcome();
+  }
+};
+
+TEST_F(QuietSettings, SendNoFrameAnotherWay) {
+  for (uint32_t seed = 1; seed <= 6; ++seed) {
+    const std::string without = outcome_of(seed, false);
+    EXPECT_GT(without.size(), 1000u);
+    EXPECT_TRUE(outcome_of(seed, true) == without) << "seed " << seed;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, AnySetting, testing::ValuesIn(settings()),

@@ -242,6 +242,10 @@ uint32_t priority_by(const Way &way, uint32_t source) {
 void prioritise(Way &way) {
   if (way.assigned_priority != kUnset) {
     way.priority = way.assigned_priority;
+    if (way.told())
+      way.tell("vlan", "priority",
+               "internal priority " + number_text(way.priority) + " by the rule",
+               "adp_fp_add_entity_action");
     return;
   }
   const Source source = heaviest(way);
