@@ -7,6 +7,8 @@ status 2.
 """
 import os
 import pathlib
+import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -21,6 +23,8 @@ CONSTANT, HEADER = 28, 4096
 # Where an image tells who took its lock last and who has it open.
 HOLDERS = slice(64, 4096)
 
+SCENARIO = pathlib.Path(__file__).parents[1] / "scenarios/flood-mask"
+FRAME = "ffffffffffff020000000001" + "0800" + "00" * 46
 BATCH = "port set 2 admin off\nport show 2\n"
 COMMANDS = [
     ["swctl", "port", "show"],
@@ -38,6 +42,22 @@ COMMANDS = [
     ["vchipctl", "trace", "on"],
     ["vchipctl", "trace", "show"],
     ["vchipctl", "link", "up", "1-4"],
+    ["vchipctl", "status"],
+    ["vchipctl", "check"],
+    ["vchipctl", "medium", "25", "fibre"],
+    ["vchipctl", "learn", "02:00:00:00:00:01", "--port", "3"],
+    ["vchipctl", "mark", "02:00:00:00:00:02"],
+    ["vchipctl", "rule-count", "1", "2", "128"],
+    ["vchipctl", "time", "1"],
+    ["vchipctl", "pair", "3", "A", "open"],
+    ["vchipctl", "counter", "3", "1", "set", "7"],
+    ["vchipctl", "storm", "3", "1"],
+    ["vchipctl", "send", "1", FRAME],
+    ["vchipctl", "explain", "1", FRAME],
+    ["vchipctl", "play", "scenario"],
+    ["vchipctl", "play", "no-such-folder"],
+    ["vchipctl", "drops", "--all"],
+    ["vchipctl", "queues"],
     ["vchipctl", "help"],
     ["vchipctl", "--help"],
     ["vchipctl", "--version"],
@@ -48,6 +68,7 @@ COMMANDS = [
     ["swctl-replay", "no-such-file"],
     ["swctl-faults", "--help"],
     ["swctl-faults", "--", "no-such-program"],
+    ["swctl-faults", "--", "swctl", "port", "show", "3"],
 ]
 PROBED_COMMANDS = [
     ["swctl", "port", "show", "1-4"],
@@ -104,8 +125,17 @@ def sweep(directory, command, probe):
             yield f"{' '.join(command)} {probe} without {closed}: {difference}"
 
 
+def left_out():
+    """The commands of vchipctl that are not among those above."""
+    shown = subprocess.run(["vchipctl", "--help"], capture_output=True, text=True, check=True).stdout
+    listed = re.search(r"^Subcommands:\n(.*?)\n\n", shown, re.DOTALL | re.MULTILINE)[1]
+    swept = {command[1] for command in COMMANDS if command[0] == "vchipctl"}
+    return set(re.findall(r"^  (\S+)", listed, re.MULTILINE)) - swept
+
+
 def prepare(directory):
-    """An image with something in it, a recording and a batch."""
+    """An image with something in it, a recording, a batch and a scenario."""
+    shutil.copytree(SCENARIO, directory / "scenario")
     environment = dict(os.environ, VCHIP_IMAGE=str(directory / "chip.img"), SWPROBE="record:calls")
     (directory / "batch").write_text(BATCH)
     subprocess.run(["swctl", "-b", "batch"], cwd=directory, env=environment, check=True,
@@ -121,7 +151,8 @@ def main():
         prepare(directory)
         runs = [(command, {}) for command in COMMANDS]
         runs += [(command, probe) for command in PROBED_COMMANDS for probe in PROBES]
-        problems = [problem for run in runs for problem in sweep(directory, *run)]
+        problems = [f"vchipctl {command} is not tried" for command in left_out()]
+        problems += [problem for run in runs for problem in sweep(directory, *run)]
     for problem in problems:
         print(problem, file=sys.stderr)
     print(f"{len(runs) * len(SUBSETS)} runs")

@@ -26,13 +26,18 @@ std::string shell_path() {
   return !fault && access(beside.c_str(), X_OK) == 0 ? beside : kShell;
 }
 
-// Nothing to read, and standard output left to the results of this program.
+// Nothing to read, and standard output left to the results of this program. There may
+// be no standard error.
 class Streams {
  public:
   Streams() {
     posix_spawn_file_actions_init(&actions_);
     posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions_, STDERR_FILENO, STDOUT_FILENO);
+    if (fcntl(STDERR_FILENO, F_GETFD) >= 0) {
+      posix_spawn_file_actions_adddup2(&actions_, STDERR_FILENO, STDOUT_FILENO);
+    } else {
+      posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    }
   }
   Streams(const Streams &) = delete;
   Streams &operator=(const Streams &) = delete;
