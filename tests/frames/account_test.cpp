@@ -62,4 +62,23 @@ TEST_F(Account, IsSetTo0) {
   EXPECT_EQ(vchip_drops_clear(2, 1), VCHIP_E_UNIT);
 }
 
+TEST_F(Account, AResetAndACloseEmptyTheQueues) {
+  for (const bool close : {false, true}) {
+    SetUp();
+    ASSERT_EQ(rtk_rate_egrBandwidthCtrlRate_set(0, 2, 1), 0);
+    ASSERT_EQ(rtk_rate_egrBandwidthCtrlEnable_set(0, 2, 1), 0);
+    for (int each = 0; each < 30; ++each)
+      arrive(1, frames::plain(frames::kBroadcast, frames::station(2), 1000));
+    advance(1);
+    EXPECT_NE(vchip_clock_next(), UINT64_MAX) << "some wait";
+    if (close)
+      vchip_close();
+    else
+      ASSERT_EQ(vchip_reset(), 0);
+    EXPECT_EQ(vchip_frames_ready(0), 0u);
+    EXPECT_EQ(vchip_clock_next(), UINT64_MAX);
+    EXPECT_EQ(vchip_clock(), 0u) << "a private chip is gone when it is closed";
+  }
+}
+
 }  // namespace

@@ -4,10 +4,11 @@
 #include <swctl-vchip/memory.h>
 #include <swctl/platform/sdk.h>
 
+#include <algorithm>
 #include <random>
 
 #include "random_settings.h"
-#include "switch.h"
+#include "rule_maker.h"
 
 namespace {
 
@@ -55,6 +56,68 @@ TEST_F(Explain, SaysWhatThenHappensAndChangesNothing) {
     }
   }
   EXPECT_GT(left, 500u);
+}
+
+// The counters of vchip_drops_t, by the names that the dump has.
+constexpr const char *kDropNames[] = {"received", "forwarded", "taken", "attack", "ingress-rate",
+                                      "vlan",     "filter",    "trap",  "state",  "learn",
+                                      "rule",     "lookup",    "storm", "egress", "port",
+                                      "length",   "queue",     "loop",  "held"};
+
+TEST_F(Explain, NamesTheStepThatCounts) {
+  constexpr size_t kFirstReason = 3;
+  constexpr size_t kReasons = 16;  // those at the port of exit have no step of the frame's
+  std::array<bool, std::size(kDropNames)> seen = {};
+  for (uint32_t seed = 30; seed < 50; ++seed) {
+    SetUp();
+    std::mt19937 random(seed);
+    frames::set_at_random(random);
+    for (int32_t port = 0; port < VCHIP_PORTS; ++port)
+      ASSERT_EQ(rtk_diag_portMacLocalLoopbackEnable_set(0, port, port == 3 ? 1 : 0), 0);
+    // Port 0 has spent what it may receive.
+    ASSERT_EQ(rtk_rate_igrBandwidthCtrlRate_set(0, 0, 0), 0);
+    ASSERT_EQ(rtk_rate_igrBandwidthCtrlEnable_set(0, 0, 1), 0);
+    for (int each = 0; each < 80; ++each)
+      arrive(0, frames::plain(frames::station(1), frames::station(2), 280));
+    for (int each = 0; each < 60; ++each) {
+      const Bytes frame = frames::frame_at_random(random);
+      const auto port = static_cast<int32_t>(random() % (each % 2 == 0 ? VCHIP_PORTS : 4));
+      const vchip::Explanation explanation = explained(port, frame);
+      ASSERT_EQ(vchip_drops_clear(0, port), 0);
+      arrive(port, frame);
+      const vchip_drops_t drops_after = drops(port);
+      const auto *counts = reinterpret_cast<const uint64_t *>(&drops_after);
+      for (size_t place = kFirstReason; place < kReasons; ++place) {
+        // What turns at port 3 comes in there too.
+        if (port == 3 || counts[place] == 0) continue;
+        EXPECT_TRUE(explanation.dropped);
+        EXPECT_EQ(explanation.dropped_at, kDropNames[place]) << "seed " << seed;
+        seen[place] = true;
+      }
+      if (explanation.dropped && port != 3) {
+        EXPECT_EQ(drops_after.forwarded + drops_after.taken, 0u);
+      }
+    }
+  }
+  for (size_t place = kFirstReason; place < kReasons; ++place)
+    EXPECT_TRUE(seen[place]) << kDropNames[place];
+}
+
+TEST_F(Explain, SaysTheInternalPriority) {
+  ASSERT_EQ(rtk_qos_1pPriRemap_set(0, 5, 3), 0);
+  const auto says = [&](const char *what) {
+    const Bytes frame =
+        frames::Maker(frames::station(1), frames::station(2)).tag(1, 5).type(0x88b5).bytes();
+    const vchip::Explanation explanation = explained(2, frame);
+    return std::ranges::any_of(explanation.steps, [&](const vchip::ExplainedStep &step) {
+      return step.why.find(what) != std::string::npos;
+    });
+  };
+  EXPECT_TRUE(says("internal priority 3 by the inner tag"));
+  frames::BoardRule(ADP_FP_ENTITY_MAC_VLAN, 0).priority(6).add();
+  EXPECT_TRUE(says("internal priority 6"));
+  frames::Rule(5).from(frames::mask({2})).priority(7).enable();
+  EXPECT_TRUE(says("internal priority 7"));
 }
 
 TEST_F(Explain, NamesTheStepAndTheSettingThatDropped) {
