@@ -144,6 +144,9 @@ class AnySetting : public Switch, public testing::WithParamInterface<Setting> {
     power_on();
     for (uint32_t entity = 0; entity < 40; ++entity) adp_fp_delete_entity_rule(entity, 0, 0);
     if (GetParam().prepare != nullptr) GetParam().prepare();
+    // The chip has switched with these settings, so that one that it would only
+    // look at later shows.
+    send(27, Maker(kBroadcast, station(99)).tag(4095).type(0x88b5).bytes());
     left();
   }
 };
