@@ -117,12 +117,13 @@ Flow flow_of(uint32_t from, uint32_t to, const Setup &setup) {
 }
 
 void take_all() {
-  uint8_t room[kBatch][64];
-  vchip_frame_t frames[kBatch];
-  for (uint32_t place = 0; place < kBatch; ++place) frames[place] = {room[place], 64, 0, 0, 0, 0};
+  constexpr uint32_t kTaken = 32;
+  uint8_t room[kTaken][64];
+  vchip_frame_t frames[kTaken];
+  for (uint32_t place = 0; place < kTaken; ++place) frames[place] = {room[place], 64, 0, 0, 0, 0};
   for (uint32_t ready = vchip_frames_ready(0); ready != 0; ready &= ready - 1) {
     const int32_t port = __builtin_ctz(ready);
-    while (vchip_frames_leave(0, port, frames, kBatch) == static_cast<int32_t>(kBatch)) {
+    while (vchip_frames_leave(0, port, frames, kTaken) == static_cast<int32_t>(kTaken)) {
     }
   }
 }

@@ -16,16 +16,24 @@ constexpr uint32_t kHashMask = (1u << kHashBits) - 1;
 static_assert(kBuckets == 1 << kHashBits);
 
 uint64_t number_of(const uint8_t *mac) {
-  uint64_t number = 0;
-  for (int byte = 0; byte < SWCTL_MAC_BYTES; ++byte) number = number << 8 | mac[byte];
-  return number;
+  // Two halves that a compiler reads at once.
+  const uint32_t high = static_cast<uint32_t>(mac[0]) << 8 | mac[1];
+  const uint32_t low = static_cast<uint32_t>(mac[2]) << 24 | static_cast<uint32_t>(mac[3]) << 16 |
+                       static_cast<uint32_t>(mac[4]) << 8 | mac[5];
+  return static_cast<uint64_t>(high) << 32 | low;
 }
 
-bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, const uint8_t *mac) {
-  return entry.vid == vid && memcmp(entry.mac, mac, sizeof entry.mac) == 0;
+bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, uint64_t number) {
+  return entry.vid == vid && number_of(entry.mac) == number;
 }
 
 constexpr uint64_t kBucketMask = (uint64_t{1} << kPlaces) - 1;
+
+int32_t bucket_of(uint32_t vid, uint64_t number) {
+  const uint64_t hash =
+      vid ^ number ^ number >> kHashBits ^ number >> 2 * kHashBits ^ number >> 3 * kHashBits;
+  return static_cast<int32_t>(hash & kHashMask);
+}
 
 // No entry can age.
 constexpr uint64_t kNobody = UINT64_MAX;
@@ -38,10 +46,7 @@ bool is_whole(const chip_l2_ucast_entry &entry) {
 }  // namespace
 
 int32_t bucket_of(uint32_t vid, const uint8_t *mac) {
-  const uint64_t number = number_of(mac);
-  const uint64_t hash =
-      vid ^ number ^ number >> kHashBits ^ number >> 2 * kHashBits ^ number >> 3 * kHashBits;
-  return static_cast<int32_t>(hash & kHashMask);
+  return bucket_of(vid, number_of(mac));
 }
 
 void AddressTable::power_on() {
@@ -76,13 +81,14 @@ void AddressTable::set_taken(int32_t index, bool taken) {
 }
 
 int32_t AddressTable::find(uint32_t vid, const uint8_t *mac) const {
-  const int32_t first = bucket_of(vid, mac) * kPlaces;
+  const uint64_t number = number_of(mac);
+  const int32_t first = bucket_of(vid, number) * kPlaces;
   const auto bit = static_cast<uint32_t>(first);
   // The places of a bucket are in one word.
   uint64_t taken = taken_[bit / kWordBits] >> bit % kWordBits & kBucketMask;
   for (; taken != 0; taken &= taken - 1) {
     const int32_t index = first + std::countr_zero(taken);
-    if (has_key(entry(index), vid, mac)) return index;
+    if (has_key(entry(index), vid, number)) return index;
   }
   return kNoIndex;
 }

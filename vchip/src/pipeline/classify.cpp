@@ -27,10 +27,11 @@ bool is_outer_type(const Way &way, uint32_t type) {
 }
 
 // Reads a tag at the place where the type is expected, and passes it.
-void take_tag(Way &way, Tag &tag, uint32_t &type) {
+Tag take_tag(Way &way, uint32_t &type) {
   type = way.frame.type_at(way.type_at);
-  tag = tag_at(way.frame, way.type_at);
+  const Tag tag = tag_at(way.frame, way.type_at);
   way.type_at += kTagBytes;
+  return tag;
 }
 
 bool has_tag(const Way &way, bool (*is_type)(const Way &, uint32_t)) {
@@ -209,32 +210,22 @@ constexpr const char *kSourceNames[kPrioritySources] = {"the DSCP", "the inner t
                                                         "the outer tag", "the port's inner default",
                                                         "the port's outer default"};
 
-struct Source {
-  uint32_t weight;
-  uint32_t number;
-};
-
-// The heaviest of the sources that the frame has; of equals the first.
-Source heaviest(const Way &way) {
-  const bool inner = inner_tag(way).there;
+uint32_t priority_source(const Way &way) {
   const bool outer = way.double_tag && way.tag.there;
-  const bool has[kPrioritySources] = {way.layers.ip(), inner, outer, true, true};
-  const auto &weights = way.unit.qos.maps().groups[way.unit.qos.port(way.port).group];
-  Source best = {0, kPrioritySources};
-  for (uint32_t source = 0; source < kPrioritySources; ++source)
-    if (has[source] && (best.number == kPrioritySources || weights[source] > best.weight))
-      best = {weights[source], source};
-  return best;
+  const uint32_t there = (way.layers.ip() ? 1u << kDscpSource : 0) |
+                         (inner_tag(way).there ? 1u << kInnerTagSource : 0) |
+                         (outer ? 1u << kOuterTagSource : 0);
+  return way.tables.priority_source[static_cast<size_t>(way.port)][there];
 }
 
 uint32_t priority_by(const Way &way, uint32_t source) {
   const QosMaps &maps = way.unit.qos.maps();
   const QosPort &port = way.unit.qos.port(way.port);
   switch (source) {
-    case 0: return maps.dscp[way.layers.traffic >> 2];
-    case 1: return maps.inner[inner_tag(way).priority];
-    case 2: return maps.outer[way.tag.drop_eligible ? 1 : 0][way.tag.priority];
-    case 3: return port.inner_priority;
+    case kDscpSource: return maps.dscp[way.layers.traffic >> 2];
+    case kInnerTagSource: return maps.inner[inner_tag(way).priority];
+    case kOuterTagSource: return maps.outer[way.tag.drop_eligible ? 1 : 0][way.tag.priority];
+    case kInnerPortSource: return port.inner_priority;
     default: return port.outer_priority;
   }
 }
@@ -248,13 +239,12 @@ void prioritise(Way &way) {
                "adp_fp_add_entity_action");
     return;
   }
-  const Source source = heaviest(way);
-  way.priority = priority_by(way, source.number);
+  const uint32_t source = priority_source(way);
+  way.priority = priority_by(way, source);
   if (way.told())
-    way.tell(
-        "vlan", "priority",
-        "internal priority " + number_text(way.priority) + " by " + kSourceNames[source.number],
-        "rtk_qos_priSelGroup_set");
+    way.tell("vlan", "priority",
+             "internal priority " + number_text(way.priority) + " by " + kSourceNames[source],
+             "rtk_qos_priSelGroup_set");
 }
 
 }  // namespace
@@ -262,11 +252,11 @@ void prioritise(Way &way) {
 void read_tags(Way &way) {
   way.double_tag = way.unit.tag.port(way.port).double_tag != 0;
   if (!way.double_tag) {
-    if (has_tag(way, is_inner_type)) take_tag(way, way.tag, way.tag_type);
+    if (has_tag(way, is_inner_type)) way.tag = take_tag(way, way.tag_type);
     way.received = way.tag;
   } else {
-    if (has_tag(way, is_outer_type)) take_tag(way, way.tag, way.tag_type);
-    if (has_tag(way, is_inner_type)) take_tag(way, way.inner, way.inner_type);
+    if (has_tag(way, is_outer_type)) way.tag = take_tag(way, way.tag_type);
+    if (has_tag(way, is_inner_type)) way.inner = take_tag(way, way.inner_type);
     way.received = way.tag;
     // A port that does not keep the outer tag takes it off and looks at it no more.
     way.outer_removed = way.tag.there && way.unit.tag.port(way.port).ingress_keep.outer == 0;

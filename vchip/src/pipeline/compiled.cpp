@@ -73,6 +73,25 @@ void compile_mirrors(Compiled &to, const MirrorBlock &block) {
   }
 }
 
+uint8_t controlled_storms(const RateBlock &rate, int32_t port) {
+  uint32_t types = 0;
+  for (uint32_t type = 0; type < kStormTypes; ++type)
+    if (rate.storm(port, type).controlled != 0) types |= 1u << type;
+  return static_cast<uint8_t>(types);
+}
+
+// The heaviest of the sources that a frame has, of equals the first. Each has
+// the port's defaults.
+uint8_t heaviest(const QosBlock &qos, int32_t port, uint32_t there) {
+  const auto &weights = qos.maps().groups[qos.port(port).group];
+  const uint32_t has = there | 1u << kInnerPortSource | 1u << kOuterPortSource;
+  uint32_t best = kPrioritySources;
+  for (uint32_t source = 0; source < kPrioritySources; ++source)
+    if ((has >> source & 1) != 0 && (best == kPrioritySources || weights[source] > weights[best]))
+      best = source;
+  return static_cast<uint8_t>(best);
+}
+
 }  // namespace
 
 void PlaceIndex::start(uint32_t places) {
@@ -121,8 +140,13 @@ void compile_ports(Compiled &to, const Unit &unit) {
   compile_trunks(to, unit.trunk);
   compile_instances(to, unit.stp);
   compile_mirrors(to, unit.mirror);
-  for (int32_t port = 0; port < VCHIP_PORTS; ++port)
-    to.may_reach[static_cast<size_t>(port)] = to.expand(unit.flood.isolation(port));
+  for (int32_t port = 0; port < VCHIP_PORTS; ++port) {
+    const auto place = static_cast<size_t>(port);
+    to.may_reach[place] = to.expand(unit.flood.isolation(port));
+    to.storms[place] = controlled_storms(unit.rate, port);
+    for (uint32_t there = 0; there < to.priority_source[place].size(); ++there)
+      to.priority_source[place][there] = heaviest(unit.qos, port, there);
+  }
 }
 
 void compile_groups(Compiled &to, const Unit &unit) {

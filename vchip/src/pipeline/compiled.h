@@ -22,6 +22,14 @@ struct Unit;
 
 inline constexpr uint8_t kTrunkless = 0xff;
 
+// Where a frame's priority may come from, in the order in which equal weights
+// count.
+inline constexpr uint32_t kDscpSource = 0;
+inline constexpr uint32_t kInnerTagSource = 1;
+inline constexpr uint32_t kOuterTagSource = 2;
+inline constexpr uint32_t kInnerPortSource = 3;
+inline constexpr uint32_t kOuterPortSource = 4;
+
 // Finds a place of a small table by a hash of its key. The table is asked
 // whether the place is the right one.
 class PlaceIndex {
@@ -61,6 +69,9 @@ struct Compiled {
   std::array<uint8_t, VCHIP_PORTS> trunk = {};
   std::array<uint32_t, VCHIP_PORTS> group = {};      // the port, or its whole trunk
   std::array<uint32_t, VCHIP_PORTS> may_reach = {};  // isolation
+  std::array<uint8_t, VCHIP_PORTS> storms = {};      // controlled types, a bit each
+  // The source of a frame's priority, by which of the first three it has.
+  std::array<std::array<uint8_t, 8>, VCHIP_PORTS> priority_source = {};
   std::array<uint32_t, kInstances> forwarding = {};
   std::array<uint32_t, kInstances> learning = {};  // learns: learning or forwarding
 

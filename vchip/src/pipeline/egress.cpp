@@ -26,11 +26,14 @@ uint32_t choose_members(const Way &way, uint32_t ports) {
   return chosen;
 }
 
+void tell_lost(const Way &way, uint32_t lost, const char *what, const char *setting) {
+  if (lost != 0) way.tell("egress", "without", ports_text(lost) + what, setting);
+}
+
 // Tells the ports that a setting takes away.
-uint32_t keep(const Way &way, uint32_t ports, uint32_t allowed, const char *what,
-              const char *setting) {
-  const uint32_t lost = ports & ~allowed;
-  if (lost != 0 && way.told()) way.tell("egress", "without", ports_text(lost) + what, setting);
+inline uint32_t keep(const Way &way, uint32_t ports, uint32_t allowed, const char *what,
+                     const char *setting) {
+  if (way.told()) tell_lost(way, ports & ~allowed, what, setting);
   return ports & allowed;
 }
 

@@ -195,10 +195,12 @@ Verdict lookup_step(Way &way) {
 Verdict storm_step(Way &way) {
   if (way.redirected || way.from_cpu) return Verdict::go_on;
   const RateBlock &rate = way.unit.rate;
-  const uint32_t types = storm_types(way);
+  const uint32_t controlled = way.tables.storms[static_cast<size_t>(way.port)];
+  if (controlled == 0) return Verdict::go_on;
+  const uint32_t types = controlled & storm_types(way);
   for (uint32_t type = 0; type < kStormTypes; ++type) {
     const Storm &storm = rate.storm(way.port, type);
-    if ((types >> type & 1) == 0 || storm.controlled == 0) continue;
+    if ((types >> type & 1) == 0) continue;
     const uint64_t tokens = rate.storm_tokens(way.frame.wire());
     const bool exceeded = storm.bucket.level_at(rate.storm_fill(way.port, type), way.now) < tokens;
     const auto why = [&] {

@@ -7,7 +7,9 @@
 namespace vchip {
 namespace {
 
-constexpr uint32_t kHeads = 4096;
+// A few heads a rule, so that few rules share one, and no more: they are read
+// for every frame.
+constexpr uint32_t kHeadsARule = 4;
 constexpr uint64_t kHashFactor = 0x9e3779b97f4a7c15;
 
 constexpr size_t kTemplate = place_of_field(CHIP_ACL_FIELD_TEMPLATE);
@@ -138,6 +140,11 @@ void RuleIndex::compile(const AclBlock &block) {
   rules_.clear();
   heads_.clear();
   asks_for_class_ = false;
+  uint32_t rules = 0;
+  for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number)
+    if (block.rule(number).valid != 0) ++rules;
+  if (rules == 0) return;
+  heads_.assign(std::bit_ceil(rules * kHeadsARule), 0);
   for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number) {
     if (block.rule(number).valid == 0) continue;
     asks_for_class_ = asks_for_class_ || is_by_class(block.rule(number));
@@ -158,7 +165,6 @@ uint32_t RuleIndex::table_for(const AclBlock &block, uint32_t number) {
 
 // Rules come in by number, so appending keeps a chain in order.
 void RuleIndex::insert(const AclBlock &block, uint32_t number) {
-  if (heads_.empty()) heads_.assign(kHeads, 0);
   const AclRule &rule = block.rule(number);
   const uint32_t table = table_for(block, number);
   tables_[table].ports |= ports_of(rule);
@@ -166,7 +172,7 @@ void RuleIndex::insert(const AclBlock &block, uint32_t number) {
                                 [&](size_t word) { return word_of(rule.data, word); });
   rules_.push_back({hash, static_cast<uint16_t>(number), 0});
   const auto place = static_cast<uint16_t>(rules_.size());
-  uint16_t *end = &heads_[hash % kHeads];
+  uint16_t *end = &heads_[hash & (heads_.size() - 1)];
   while (*end != 0) end = &rules_[*end - 1u].next;
   *end = place;
 }
@@ -176,7 +182,7 @@ int32_t RuleIndex::search(const AclBlock &block, const Table &table, uint32_t pl
   const FrameFields &fields = fields_of(key, table.by_class);
   const uint32_t hash = hash_of(block.rule(table.first), table.words, place,
                                 [&](size_t word) { return fields.words[word]; });
-  for (uint16_t at = heads_[hash % kHeads]; at != 0; at = rules_[at - 1u].next) {
+  for (uint16_t at = heads_[hash & (heads_.size() - 1)]; at != 0; at = rules_[at - 1u].next) {
     const Rule &rule = rules_[at - 1u];
     if (best >= 0 && rule.number > best) break;
     if (rule.hash != hash || !equals(block.rule(rule.number), fields.words)) continue;

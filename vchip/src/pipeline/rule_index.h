@@ -65,7 +65,7 @@ class RuleIndex {
 
   std::vector<Table> tables_;  // by `first`
   std::vector<Rule> rules_;
-  std::vector<uint16_t> heads_;  // place + 1 in rules_; 0: none
+  std::vector<uint16_t> heads_;  // place + 1 in rules_; 0: none; a power of two of them
   bool asks_for_class_ = false;
 };
 
