@@ -226,6 +226,16 @@ TEST_F(Learning, AgesExactly) {
   EXPECT_EQ(out(2, plain(station(1), station(2))), mask({1, 3}));
 }
 
+TEST_F(Learning, WithoutAgingAnAddressStays) {
+  ASSERT_EQ(rtk_l2_aging_set(0, 0), 0);
+  arrive(1, from(1));
+  advance(10000000 * kSecond);
+  EXPECT_TRUE(is_known(station(1)));
+  ASSERT_EQ(rtk_l2_aging_set(0, 10), 0);
+  advance(1);
+  EXPECT_FALSE(is_known(station(1))) << "it is older than that";
+}
+
 TEST_F(Learning, AgesByTheClockAndWithoutItAddUp) {
   ASSERT_EQ(rtk_l2_aging_set(0, 10), 0);
   arrive(1, from(1));

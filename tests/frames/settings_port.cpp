@@ -67,7 +67,7 @@ std::vector<Setting> all() {
   return {
       SWCTL_SETTING(rtk_port_adminEnable_set, (0, 2, 0), nullptr, flood),
       SWCTL_SETTING(rtk_port_phyAutoNegoEnable_set, (0, 1, 0), forced_mode_of_100, long_frame),
-      SWCTL_SETTING(rtk_port_phyAutoNegoAbility_set, (0, 2, &kNoAbility), nullptr, flood),
+      SWCTL_SETTING(rtk_port_phyAutoNegoAbility_set, (0, 1, &kNoAbility), nullptr, flood),
       SWCTL_SETTING(rtk_port_phyForceModeAbility_set, (0, 1, kSpeed100, 1, 0), forced, long_frame),
       SWCTL_SETTING(rtk_port_flowCtrlEnable_set, (0, 2, 0), nullptr, pause_then_frame),
       SWCTL_SETTING(rtk_diag_portMacLocalLoopbackEnable_set, (0, 2, 1), nullptr, flood),

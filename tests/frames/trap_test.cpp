@@ -351,6 +351,21 @@ TEST_F(Traps, TheProcessorsOwnAreNotTrapped) {
   EXPECT_EQ(out(kCpu, igmp()), mask({1, 2}));
 }
 
+TEST_F(Traps, TypesOfPortsAreNotSetSwitchWide) {
+  type(19, kToCpu);
+  type(21, kToCpu);
+  ASSERT_EQ(set_bpdu(kForwardIt), 0);
+  ASSERT_EQ(set_lldp(kForwardIt), 0);
+  EXPECT_EQ(out(1, Maker(kReserved, station(1)).half(38).bytes()), mask({2, 3}));
+  EXPECT_EQ(out(1, Maker(kReserved + 0xe, station(1)).type(0x88cc).bytes()), mask({2, 3}));
+  for (uint32_t number = 0; number < 32; ++number) {
+    if (number == 19 || number == 21) continue;
+    ASSERT_EQ(rtk_trap_portMgmtFrameAction_set(0, 1, number, kDropIt), 0);
+  }
+  type(5, kForwardIt);
+  EXPECT_EQ(out(1, igmp()), mask({2, 3})) << "nor the others by port";
+}
+
 TEST_F(Traps, NoOtherTypeHasAnEffect) {
   for (uint32_t number = 0; number < 32; ++number) {
     if (number == 4 || number == 5 || number == 24) continue;
