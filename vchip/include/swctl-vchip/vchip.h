@@ -174,7 +174,8 @@ typedef struct vchip_station_t vchip_station_t;
  * A new address becomes an entry without flags. One that was learned moves to
  * this port and is young again. A static one stays; if it belongs elsewhere,
  * bit 0 of its state word is set: a violation. An entry that drops what it sends
- * (flag 0x02) is left as it is.
+ * (flag 0x02) learns as any other; a frame through vchip_frame_arrive() leaves it as
+ * it is.
  *
  * @param unit    switch unit
  * @param port    chip port, the CPU port included

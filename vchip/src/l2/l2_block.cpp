@@ -71,8 +71,6 @@ Learn L2Block::plan(int32_t index, const Source &source) const {
     return table_.is_full(source.vid, source.mac) ? Learn::full : Learn::add;
   }
   const chip_l2_ucast_entry &entry = table_.entry(index);
-  // What it sends is dropped, so it is seen nowhere.
-  if ((entry.flags & kFilterSourceFlag) != 0) return Learn::nothing;
   if (is_static(entry)) {
     const bool violates = !is_at(entry, source) && (entry.flags & kViolationIgnoredFlag) == 0;
     return violates ? Learn::violation : Learn::nothing;

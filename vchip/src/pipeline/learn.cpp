@@ -20,11 +20,17 @@ bool is_learnable(const Way &way) {
   return way.source != 0 || way.unit.defaults.zero_source_learned();
 }
 
-// What the entry of the source becomes.
+bool is_filtered(const Way &way) {
+  return way.source_index != kNoIndex &&
+         (way.unit.l2.table().entry(way.source_index).flags & kFilterSourceFlag) != 0;
+}
+
+// What the entry of the source becomes. One that drops what it sends is seen
+// nowhere.
 void plan(Way &way) {
   way.source_vid = way.vid;
   way.source_index = way.unit.l2.table().find(way.vid, way.frame.bytes + kMacBytes);
-  if (!is_learnable(way)) return;
+  if (!is_learnable(way) || is_filtered(way)) return;
   const Learn learn = way.unit.l2.plan(way.source_index, source_of(way));
   if (learns(way) || learn == Learn::violation) way.effects.learn = learn;
 }
@@ -76,11 +82,6 @@ Verdict new_address(Way &way) {
 uint32_t instance_of(const Way &way) {
   const bool exists = way.vid < kVlanIds && way.unit.vlan.exists(way.vid);
   return exists ? way.unit.vlan.vlan(way.vid).stg : kCommonInstance;
-}
-
-bool is_filtered(const Way &way) {
-  return way.source_index != kNoIndex &&
-         (way.unit.l2.table().entry(way.source_index).flags & kFilterSourceFlag) != 0;
 }
 
 }  // namespace
