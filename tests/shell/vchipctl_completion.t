@@ -12,7 +12,7 @@ Completion of vchipctl in bash. It asks the program.
 Commands, and what stands behind them:
 
   $ bash ask "$TESTDIR" vchipctl d
-  drops dump
+  diff drops dump
   $ bash ask "$TESTDIR" vchipctl link ""
   down up
   $ bash ask "$TESTDIR" vchipctl drops c

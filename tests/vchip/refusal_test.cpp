@@ -92,7 +92,7 @@ uint32_t check_of(const std::string &bytes) {
 TEST_F(Refusal, TheGoodImageIsAsDescribed) {
   EXPECT_EQ(good_.substr(0, 8), "SWVCHIP\n");
   EXPECT_EQ(word_at(good_, vchip_test::kByteOrderAt), 0x01020304u);
-  EXPECT_EQ(word_at(good_, vchip_test::kVersionAt), 2u);
+  EXPECT_EQ(word_at(good_, vchip_test::kVersionAt), 3u);
   EXPECT_EQ(word_at(good_, vchip_test::kSizeAt), good_.size());
   EXPECT_EQ(word_at(good_, vchip_test::kCheckAt), check_of(good_));
   EXPECT_EQ(word_at(good_, vchip_test::kWriterAt), 0u);

@@ -63,7 +63,8 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 
 TEST_F(Vchipctl, WrongWordsAreNamed) {
   const std::string all =
-      "expected reset, dump, status, check, link, medium, learn, mark, rule-count, time, pair, "
+      "expected reset, dump, status, check, convert, diff, link, medium, learn, mark, rule-count, "
+      "time, pair, "
       "counter, "
       "storm, send, explain, play, drops, queues, trace, help";
   expect_wrong("", "a command is missing: " + all);
@@ -378,6 +379,89 @@ constexpr const char *kNumberPlaces[] = {
 
 // A word is wrong wherever it stands; that all words are told apart from
 // numbers is looked at in one place, for a command takes a while to start.
+TEST_F(Vchipctl, DiffNamesWhatDiffers) {
+  const std::string other = directory_ + "/other.img", file = directory_ + "/dump.json";
+  expect_done("reset");
+  expect_done("--image " + other + " reset");
+  const std::string both = "diff " + image_ + " " + other;
+  expect_done(both);
+  expect_done("--image " + other + " medium 25 fibre --unit 1");
+  expect_done("--image " + other + " learn 02:00:5e:00:00:01 --port 3 --vlan 10");
+  const std::string address =
+      R"({"index":468,"vid":10,"mac":"02:00:5e:00:00:01","port":2,"trunk":0,)"
+      R"("flags":{"word":0,"names":[]},"violation":false,"state":0,)"
+      R"("aux":0,"extra":0,"age":0})";
+  const std::string text =
+      "units[unit=0].l2.ports[port=2].learned: 0 -> 1\n"
+      "units[unit=0].l2.addresses[vid=10,mac=02:00:5e:00:00:01]: nothing -> " +
+      address + "\nunits[unit=1].port[port=24].medium: \"copper\" -> \"fibre\"\n";
+  EXPECT_EQ(run(both).output, text);
+  EXPECT_EQ(run(both).status, 1);
+  std::ofstream(file) << printed("--image " + other + " dump");
+  expect_done("diff " + other + " " + file);
+  EXPECT_EQ(run("diff " + image_ + " " + file).output, text);
+  const Answer answer = run(both + " -j");
+  EXPECT_EQ(answer.status, 1);
+  const json expected = {
+      {{"path", "units[unit=0].l2.ports[port=2].learned"}, {"a", 0}, {"b", 1}},
+      {{"path", "units[unit=0].l2.addresses[vid=10,mac=02:00:5e:00:00:01]"},
+       {"b", json::parse(address)}},
+      {{"path", "units[unit=1].port[port=24].medium"}, {"a", "copper"}, {"b", "fibre"}}};
+  EXPECT_EQ(json::parse(answer.output), expected);
+  EXPECT_EQ(printed("diff " + image_ + " " + image_ + " --json"), "[]\n");
+}
+
+TEST_F(Vchipctl, WhatCannotBeCompared) {
+  expect_done("reset");
+  const std::string none = directory_ + "/none", bad = directory_ + "/bad";
+  expect_refused("diff " + image_ + " " + none, "image " + none + ": there is no such file");
+  EXPECT_FALSE(std::filesystem::exists(none));
+  std::ofstream(bad) << "{ \"units\": ";
+  expect_refused("diff " + bad + " " + image_, "dump " + bad + ": is no JSON object");
+  std::ofstream(bad) << "hello\n";
+  expect_refused("diff " + bad + " " + image_,
+                 "image " + bad + ": not a virtual chip image");
+  expect_wrong("diff " + image_, "B is required");
+}
+
+TEST_F(Vchipctl, ADumpBecomesAnImage) {
+  expect_done("link up 3 --unit 1");
+  expect_done("learn 02:00:5e:00:00:01 --port 3 --vlan 10");
+  const std::string file = directory_ + "/dump.json", other = directory_ + "/other.img";
+  std::ofstream(file) << printed("dump");
+  expect_done("convert " + file + " " + other);
+  expect_done("diff " + image_ + " " + other);
+  expect_done("check --image " + other);
+  expect_refused("convert " + file + " " + other, "image " + other + ": exists already");
+  const std::string again = directory_ + "/again.img";
+  expect_done("convert " + image_ + " " + again);
+  expect_done("diff " + file + " " + again);
+}
+
+TEST_F(Vchipctl, WhatADumpHasAndTheChipHasNot) {
+  const std::string file = directory_ + "/dump.json", other = directory_ + "/other.img";
+  const std::string line = "convert " + file + " " + other;
+  const auto write = [&](const std::string &words) {
+    std::ofstream(file) << R"({"byte_order": "little", "words": )" << words << "}";
+  };
+  write(R"({"units[1].vlan.colour[7]": 5, "units[1].vlan.pvids[3]": 9})");
+  EXPECT_EQ(printed(line), "left out: units[1].vlan.colour[7] = 5\n");
+  EXPECT_EQ(dump("--image " + other + " --unit 1 --block vlan")["pvid"][3], 9);
+  std::filesystem::remove(other);
+  EXPECT_EQ(json::parse(printed(line + " -j"))["left_out"],
+            json::parse(R"(["units[1].vlan.colour[7] = 5"])"));
+  std::filesystem::remove(other);
+  write(R"({"units[1].vlan.pvids[3]": 5000})");
+  expect_refused(line, "image " + other +
+                           ": 1 words that no call could have left, the first of unit 1, "
+                           "vlan.pvids[3]: 5000, expected 1 to 4094");
+  write(R"({"units[1].vlan.pvids[3]": "9"})");
+  expect_refused(line, "dump " + file + ": 'units[1].vlan.pvids[3]' has no number from 0 on");
+  write("7");
+  expect_refused(line, "dump " + file + ": has no 'words', which name what an image holds");
+  EXPECT_FALSE(std::filesystem::exists(other));
+}
+
 TEST_F(Vchipctl, ANumberIsANumber) {
   expect_done("reset");
   const std::string before = printed("dump");

@@ -69,6 +69,16 @@ struct CheckWords {
   bool json = false;
 };
 
+struct ConvertWords {
+  std::string from, to;
+  bool json = false;
+};
+
+struct DiffWords {
+  std::string a, b;
+  bool json = false;
+};
+
 struct PairWords {
   std::string unit = "0";
   std::string ports;
@@ -106,6 +116,8 @@ void trace(const std::string &word);
 void dump(const DumpWords &words);
 void status(const StatusWords &words);
 void check(const CheckWords &words);
+void convert(const ConvertWords &words);
+void diff(const DiffWords &words);
 
 }  // namespace vchipctl
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <swctl-vchip/view.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "commands.h"
+#include "documents.h"
 #include "images.h"
 #include "usage_error.h"
 #include "words.h"
@@ -57,8 +56,7 @@ Json selected(const Json &document, const DumpWords &words) {
 }
 
 Json dump_of(const std::string &image, const DumpWords &words) {
-  open_image(image);
-  return selected(Json::parse(vchip::dump_json(-1)), words);
+  return selected(document_of(image), words);
 }
 
 // One of several: a part does not say of which image it is.

@@ -62,6 +62,11 @@ std::vector<std::string> find_images(const std::string &word) {
   return names;
 }
 
+const std::string &existing_image(const std::string &path) {
+  if (!exists(path)) throw Refused("image " + path + ": there is no such file");
+  return path;
+}
+
 void open_image(const std::string &path) {
   setenv("VCHIP_IMAGE", path.c_str(), 1);
   vchip_close();

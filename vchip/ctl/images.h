@@ -16,6 +16,9 @@ std::vector<std::string> find_images(const std::string &word);
 bool names_many(const std::string &word);
 
 // The same for one image, which the chip of this process becomes.
+// The path again; throws Refused if no such file is there.
+const std::string &existing_image(const std::string &path);
+
 void open_image(const std::string &path);
 
 // Does the work for each. Where one of several refuses, that is said and the

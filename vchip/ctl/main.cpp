@@ -18,11 +18,13 @@
 
 namespace {
 
+using vchipctl::Differ;
 using vchipctl::Refused;
 using vchipctl::UsageError;
 
 constexpr int kWrongUsage = 1;
 constexpr int kRefused = 2;
+constexpr int kDiffer = 1;
 
 constexpr const char *kPurpose = "What the world does to a virtual switch chip";
 constexpr const char *kImage =
@@ -37,7 +39,8 @@ constexpr const char *kPartner =
     "1000-full, pause, asymmetric-pause; all but 1000-half and asymmetric-pause if not given";
 constexpr const char *kUnit = "Switch unit, 0 or 1; 0 if not given";
 constexpr const char *kVlan = "VLAN, 0 to 4095; 1 if not given";
-constexpr const char *kFooter = "Exit status: 0 done, 1 wrong words, 2 refused.";
+constexpr const char *kFooter =
+    "Exit status: 0 done, 1 wrong words, or diff has found something, 2 refused.";
 
 // The words of the command line, and what to do with them.
 struct CommandLine {
@@ -55,6 +58,8 @@ struct CommandLine {
   vchipctl::FrameLines frames;
   vchipctl::StatusWords status;
   vchipctl::CheckWords check;
+  vchipctl::ConvertWords convert;
+  vchipctl::DiffWords diff;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
@@ -95,6 +100,29 @@ void add_check(CLI::App &app, CommandLine &line) {
       line.check.images = images;
       vchipctl::check(line.check);
     };
+  });
+}
+
+void add_convert(CLI::App &app, CommandLine &line) {
+  CLI::App *convert = app.add_subcommand(
+      "convert", "Make an image of one of another version or machine, or of a dump");
+  convert->add_option("OLD", line.convert.from, "The image, or the dump")->required();
+  convert->add_option("NEW", line.convert.to, "The new image, which is not there yet")->required();
+  convert->add_flag("-j,--json", line.convert.json, "As JSON");
+  convert->callback([&line] {
+    line.own_chip = true;
+    line.run = [&line] { vchipctl::convert(line.convert); };
+  });
+}
+
+void add_diff(CLI::App &app, CommandLine &line) {
+  CLI::App *diff = app.add_subcommand("diff", "Name what differs between two images or dumps");
+  diff->add_option("A", line.diff.a, "An image, or a dump of one")->required();
+  diff->add_option("B", line.diff.b, "Another")->required();
+  diff->add_flag("-j,--json", line.diff.json, "As JSON");
+  diff->callback([&line] {
+    line.own_chip = true;
+    line.run = [&line] { vchipctl::diff(line.diff); };
   });
 }
 
@@ -196,6 +224,8 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_dump(app, line);
   add_status(app, line);
   add_check(app, line);
+  add_convert(app, line);
+  add_diff(app, line);
   add_link(app, line);
   add_medium(app, line);
   add_addresses(app, line);
@@ -280,14 +310,18 @@ void run(const CLI::App &app, const CommandLine &line) {
 }
 
 // Runs what the words ask for; help and version are printed at once.
-void parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv) {
+int parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv) {
+  int status = 0;
   try {
     app.parse(argc, argv);
     run(app, line);
   } catch (const CLI::Success &success) {
     app.exit(success);
+  } catch (const Differ &) {
+    status = kDiffer;
   }
   expect_printed();
+  return status;
 }
 
 }  // namespace
@@ -297,8 +331,7 @@ int main(int argc, char **argv) {
   CommandLine line;
   add_commands(app, line);
   try {
-    parse_and_run(app, line, argc, argv);
-    return 0;
+    return parse_and_run(app, line, argc, argv);
   } catch (const CLI::ParseError &error) {
     return complain(explain(app, error), kWrongUsage);
   } catch (const UsageError &error) {

@@ -18,6 +18,9 @@ struct Refused : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Two that were compared differ. Nothing went wrong, and all was said.
+struct Differ {};
+
 // For the result of a control: whatever is not 0 is a refusal.
 inline void expect_done(int32_t result) {
   if (result != 0) throw Refused(vchip_result_text(result));

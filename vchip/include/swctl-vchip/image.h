@@ -64,6 +64,26 @@ SWCTL_API std::vector<Fault> image_faults(const std::string &path);
 // The same for the chip of this process, in one locked step.
 SWCTL_API std::vector<Fault> chip_faults();
 
+// Makes an image `to`, which must not exist, of one that another version of the
+// chip made, one with another layout or one on a machine of the other byte order,
+// and that nobody uses: each word is brought over by its name, and what there is
+// no word for stays as after power-on. Answers the words that have no place and
+// were not 0. Throws as image_status() does, and then makes nothing.
+SWCTL_API std::vector<std::string> convert_image(const std::string &from, const std::string &to);
+
+// A word of a chip, such as "units[1].vlan.vlans[7].member".
+struct WordValue {
+  std::string name;
+  uint64_t value;
+};
+
+// The words of the chip of this process that are not as after power-on, in one
+// locked step; and an image of a chip with such words, from a machine whose first
+// byte of a word is the lowest, or the highest. Else as convert_image().
+SWCTL_API std::vector<WordValue> chip_words();
+SWCTL_API std::vector<std::string> make_image_of(const std::vector<WordValue> &words,
+                                                 bool lowest_first, const std::string &to);
+
 }  // namespace vchip
 
 #endif

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <string>
+
 #include "acl/acl_block.h"
 #include "document/findings.h"
 
@@ -6,6 +8,21 @@ namespace vchip {
 namespace {
 
 constexpr uint32_t kAllFields = (uint32_t{1} << kAclFields.size()) - 1;
+
+// Numbers are in the order of the machine, addresses in that of a frame.
+size_t width_of(const AclField &field, size_t bytes) {
+  const bool is_address = field.style == FieldStyle::mac || field.style == FieldStyle::ip6;
+  return is_address ? 1 : bytes;
+}
+
+void name_field(Findings &findings, const AclRule &rule, size_t place) {
+  const size_t start = start_of_field(place);
+  const size_t bytes = start_of_field(place + 1) - start;
+  const std::string name = kAclFields[place].name;
+  const size_t width = width_of(kAclFields[place], bytes);
+  findings.any_bytes(("data." + name).c_str(), rule.data + start, bytes, width);
+  findings.any_bytes(("mask." + name).c_str(), rule.mask + start, bytes, width);
+}
 
 // Bytes of a field that was not written are 0. The first byte of one that was
 // is limited, where the field has only that one.
@@ -27,8 +44,8 @@ void check_rule(Findings &findings, const AclRule &rule, bool last) {
   findings.at_most("joined", rule.joined, last ? 0 : 1);
   findings.bits("written", rule.written, kAllFields);
   findings.flag("has_action", rule.has_action);
-  findings.any(rule.data);
-  findings.any(rule.mask);
+  for (size_t place = 0; findings.is_observed() && place < kAclFields.size(); ++place)
+    name_field(findings, rule, place);
   for (size_t place = 0; place < kAclFields.size(); ++place) check_field(findings, rule, place);
   constexpr size_t kEnd = start_of_field(kAclFields.size());
   findings.zero_bytes("data", rule.data + kEnd, kMatchBytes - kEnd);
@@ -51,7 +68,7 @@ void AclBlock::check(Findings &findings) const {
   });
   // The words of an action are whatever was set.
   findings.each("actions", actions_, [&](const chip_acl_action &action, size_t number) {
-    findings.any(action);
+    findings.any("word", action.word);
     if (rules_[number].has_action == 0) findings.zero("words", action);
   });
 }

@@ -10,10 +10,10 @@ void MeterBlock::check(Findings &findings) const {
     const uint32_t slot = meter.entry.burst_slot;
     findings.flag("enable", meter.entry.enable);
     findings.at_most("rate", meter.entry.rate, kMaxMeterRate);
-    findings.at_most("burst_slot", slot, CHIP_ACL_BURST_SLOTS - 1);
-    findings.any(meter.entry);
+    findings.at_most("burst_slot", meter.entry.burst_slot, CHIP_ACL_BURST_SLOTS - 1);
     findings.at_most("mode", meter.mode, kMaxMeterMode);
-    findings.any(meter.bucket);
+    findings.any("bucket.level", meter.bucket.level);
+    findings.any("bucket.time", meter.bucket.time);
     // The slot says how much the bucket holds.
     if (slot < CHIP_ACL_BURST_SLOTS && meter.bucket.level != kFull)
       findings.at_most("bucket.level", meter.bucket.level,
@@ -24,8 +24,8 @@ void MeterBlock::check(Findings &findings) const {
 
 // Whatever was counted.
 void AclCountBlock::check(Findings &findings) const {
-  findings.any(packets_);
-  findings.any(bytes_);
+  findings.any("packets", packets_);
+  findings.any("bytes", bytes_);
 }
 
 }  // namespace vchip

@@ -2,7 +2,10 @@
 // Looks at every word of every block, and at what blocks say together.
 #include "chip/check.h"
 
+#include <utility>
+
 #include "document/findings.h"
+#include "image/sparse.h"
 
 namespace vchip {
 namespace {
@@ -78,6 +81,18 @@ std::vector<Fault> faults_of(const State &state) {
   }
   check_clocks(faults, state);
   return faults;
+}
+
+void recover_copy(State &state) {
+  const uint32_t writer = std::exchange(state.header.writer, kNoWriter);
+  if (writer == kNoWriter) return;
+  ++state.header.interrupted_writes;
+  if (writer == kResetting) {
+    zero_private(&state.platform, sizeof(State) - sizeof(Header));
+    power_on(state);
+  } else if (is_sound(state)) {
+    repair_state(state);
+  }
 }
 
 }  // namespace vchip

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "chip/process.h"
+#include "chip/viewing.h"
 #include "image/sparse.h"
 
 namespace vchip {
@@ -15,6 +16,12 @@ Copy::Copy(const Locked &) : state_(static_cast<State *>(private_memory(sizeof(S
 
 Copy::~Copy() {
   give_back_memory(state_, sizeof(State));
+}
+
+Copy take_copy(std::string &image) {
+  Viewing chip;
+  image = chip.image_path();
+  return Copy(chip.locked());
 }
 
 }  // namespace vchip

@@ -23,6 +23,10 @@ class Copy {
   State *state_;
 };
 
+// Of the chip of this process, in one locked step, with its image's name. Throws
+// what Viewing throws.
+Copy take_copy(std::string &image);
+
 }  // namespace vchip
 
 #endif

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <new>
 #include <stdexcept>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -13,7 +12,9 @@
 
 #include "chip/check.h"
 #include "chip/process.h"
+#include "chip/scratch.h"
 #include "chip/settings.h"
+#include "chip/words.h"
 #include "image/image.h"
 #include "image/sparse.h"
 
@@ -45,7 +46,7 @@ class NobodyInside {
 class LookedAt {
  public:
   explicit LookedAt(const std::string &path)
-      : file_(view_image(path, {sizeof(State), state_layout()})) {
+      : file_(view_image(path, {kImageSize, state_layout()})) {
     if (!file_.refusal.empty()) throw std::runtime_error("image " + path + ": " + file_.refusal);
   }
   ~LookedAt() {
@@ -96,44 +97,19 @@ void view_holder(ImageStatus &status, const LookedAt &image) {
   status.held_ms = status.held ? holder.held_ms : 0;
 }
 
-// A chip's worth of private memory.
-class Scratch {
- public:
-  Scratch() : state_(static_cast<State *>(private_memory(sizeof(State)))) {
-    if (state_ == nullptr) throw std::bad_alloc();
-  }
-  ~Scratch() { give_back_memory(state_, sizeof(State)); }
-  Scratch(const Scratch &) = delete;
-  Scratch &operator=(const Scratch &) = delete;
-  State &state() { return *state_; }
-
- private:
-  State *state_;
-};
-
-// As the next call would: an interrupted reset is done again, the rest repaired.
-void repair_copy(State &state) {
-  if (state.header.writer == kNoWriter) return;
-  if (state.header.writer == kResetting) {
-    zero_private(&state.platform, sizeof(State) - sizeof(Header));
-    power_on(state);
-  } else if (is_sound(state)) {
-    repair_state(state);
-  }
-}
-
 }  // namespace
 
 std::vector<Fault> image_faults(const std::string &path) {
   const NobodyInside quiet;
   const LookedAt image(path);
-  Scratch copy;
+  Scratch<sizeof(State)> scratch;
+  State &copy = *static_cast<State *>(scratch.memory());
   // Nobody begins to use it meanwhile.
   const LockedDoor door(image.descriptor());
-  if (!read_sparse(image.descriptor(), &copy.state(), sizeof(State)))
+  if (!read_sparse(image.descriptor(), &copy, sizeof(State)))
     throw std::runtime_error("image " + path + ": cannot be read");
-  repair_copy(copy.state());
-  return faults_of(copy.state());
+  recover_copy(copy);
+  return faults_of(copy);
 }
 
 ImageStatus image_status(const std::string &path) {

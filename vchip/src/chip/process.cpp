@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "chip/settings.h"
+#include "chip/words.h"
 #include "common/standard_error.h"
 #include "image/image.h"
 #include "image/sparse.h"
@@ -52,13 +53,6 @@ __attribute__((constructor)) void watch_forks() {
   pthread_atfork(before_fork, unlock_threads, in_child);
 }
 
-void make_state(void *memory) {
-  State &state = *static_cast<State *>(memory);
-  state.header = make_header(sizeof(State), state_layout());
-  ++state.header.revision;
-  power_on(state);
-}
-
 int32_t refuse(Process &own, const std::string &why) {
   own.refusal = own.path.empty() ? why : "image " + own.path + ": " + why;
   return VCHIP_E_IMAGE;
@@ -94,8 +88,9 @@ std::string describe_holder(const Process &own) {
   return holder.stopped ? text + ", which is stopped" : text;
 }
 
-void tell_wait(Process &own) {
-  if (own.wait_told) return;
+// Once, however many locks the call waits for, and however many calls give up.
+void tell_wait(Process &own, Patience &patience) {
+  if (!patience.tell() || own.wait_told) return;
   own.wait_told = true;
   write_error_line("swctl-vchip: image " + own.path + ": waiting for " + describe_holder(own));
 }
@@ -181,7 +176,8 @@ void note_file(Process &own) {
 }
 
 int32_t open_shared(Process &own, Patience &patience) {
-  const OpenedImage image = open_image(own.path, {sizeof(State), state_layout(), make_state});
+  const OpenedImage image =
+      open_image(own.path, {kImageSize, state_layout(), sizeof(State), make_image});
   if (image.memory == nullptr) return refuse(own, image.refusal);
   own.descriptor = image.descriptor;
   own.state = static_cast<State *>(image.memory);
@@ -263,7 +259,7 @@ int32_t lock_image(Process &own, Patience &patience) {
   auto outcome = ImageLock::Outcome::busy;
   while (outcome == ImageLock::Outcome::busy) {
     const uint64_t until = patience.next_look();
-    if (patience.waited() >= kUntilTold) tell_wait(own);
+    if (patience.waited() >= kUntilTold) tell_wait(own, patience);
     if (patience.exhausted()) return give_up(own, describe_holder(own));
     outcome = own.lock.lock_until(until);
   }

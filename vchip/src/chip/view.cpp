@@ -29,12 +29,6 @@ void dump_chip(Dump &document, const State &state, const std::string &image) {
   });
 }
 
-Copy take_copy(std::string &image) {
-  Viewing chip;
-  image = chip.image_path();
-  return Copy(chip.locked());
-}
-
 }  // namespace
 
 std::string dump_json(int indent) {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -18,12 +19,23 @@ struct Finding {
   std::string text;  // "0x20000000, expected ports 0 to 28"
 };
 
+// A word of a block: the first, where arrays hold several.
+struct DescribedWord {
+  struct Array {
+    size_t count, stride;
+  };
+  std::string name;  // "vlans[].member"
+  const void *at;
+  size_t width;
+  std::vector<Array> arrays;  // one for each [] of the name
+};
+
 class Findings {
  public:
   // A word is between the two, at most a number, 0 or 1, exactly a number.
   template <typename Word>
   void in(const char *name, const Word &word, uint64_t lowest, uint64_t highest) {
-    see(&word, sizeof word);
+    see(name, &word, sizeof word);
     const uint64_t value = number(word);
     if (value < lowest || value > highest) out_of_range(name, value, lowest, highest);
   }
@@ -42,11 +54,17 @@ class Findings {
   // It has no other bits than these.
   void bits(const char *name, const uint32_t &word, uint32_t allowed);
   void ports(const char *name, const uint32_t &mask);
-  // Anything may stand there.
+  // Anything may stand there: in a word, or in each of an array.
   template <typename Words>
-  void any(const Words &words) {
-    see(&words, sizeof words);
+  void any(const char *name, const Words &words) {
+    if constexpr (std::is_arithmetic_v<Words> || std::is_enum_v<Words>) {
+      see(name, &words, sizeof words);
+    } else if (is_observed()) {
+      each(name, words, [&](const auto &element, size_t) { any("", element); });
+    }
   }
+  // Bytes that are read as words of that width.
+  void any_bytes(const char *name, const uint8_t *bytes, size_t count, size_t width);
   // All bytes are 0.
   template <typename Words>
   void zero(const char *name, const Words &words) {
@@ -57,9 +75,12 @@ class Findings {
   // one of the things that a call leaves, nothing else need be looked at.
   template <typename Words>
   bool is_empty(const Words &words) {
-    see(&words, sizeof words);
-    return are_zero(&words, sizeof words);
+    cover(&words, sizeof words);
+    return describes_ == nullptr && are_zero(&words, sizeof words);
   }
+
+  // Whether words in which anything may stand need be named at all.
+  bool is_observed() const { return watched_ != nullptr || describes_ != nullptr; }
 
   // What words say together; `text` says what holds where it does not.
   void rule(bool holds, const char *name, const std::string &text);
@@ -68,10 +89,11 @@ class Findings {
   template <typename Array, typename Check>
   void each(const char *name, const Array &array, Check check) {
     Step &step = path_[depth_++];
-    step = {name, 0};
+    step = {name, 0, std::size(array), sizeof *std::begin(array)};
     for (const auto &element : array) {
       check(element, step.index);
       ++step.index;
+      if (describes_ != nullptr) break;  // they are all alike
     }
     --depth_;
   }
@@ -82,6 +104,10 @@ class Findings {
 
   const std::vector<Finding> &all() const { return all_; }
 
+  // Instead of looking at what words hold, notes what they are called and where
+  // they are: one element of each array. Words that are always 0 are left out.
+  void describe(std::vector<DescribedWord> &words) { describes_ = &words; }
+
   // For a test: the bytes that were named, of those from `start` on.
   void watch(const void *start, size_t size);
   const std::vector<uint8_t> &seen() const { return seen_; }
@@ -90,6 +116,7 @@ class Findings {
   struct Step {
     const char *name;
     size_t index;
+    size_t count, stride;
   };
 
   template <typename Word>
@@ -100,10 +127,16 @@ class Findings {
       return static_cast<std::make_unsigned_t<Word>>(word);
     }
   }
-  void see(const void *bytes, size_t count) {
-    if (watched_ != nullptr) note(bytes, count);
+  void see(const char *name, const void *word, size_t width) {
+    if (!is_observed()) return;
+    cover(word, width);
+    if (describes_ != nullptr) note(name, word, width);
   }
-  void note(const void *bytes, size_t count);
+  void cover(const void *bytes, size_t count) {
+    if (watched_ != nullptr) mark(bytes, count);
+  }
+  void mark(const void *bytes, size_t count);
+  void note(const char *name, const void *word, size_t width);
   static bool are_zero(const void *bytes, size_t count);
   void out_of_range(const char *name, uint64_t value, uint64_t lowest, uint64_t highest);
   void add(const char *name, std::string text);
@@ -116,6 +149,7 @@ class Findings {
   std::vector<Finding> all_;
   const uint8_t *watched_ = nullptr;
   std::vector<uint8_t> seen_;
+  std::vector<DescribedWord> *describes_ = nullptr;
 };
 
 }  // namespace vchip

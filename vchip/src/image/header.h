@@ -27,7 +27,7 @@ struct Header {
   // Changed under the lock.
   uint32_t writer;
   uint32_t interrupted_writes;
-  uint32_t reserved;
+  uint32_t words_at;  // where the list of the words begins, written once
   uint64_t revision;  // counts the changes of settings
   uint32_t more_reserved[4];
   // The lock, and who took it last and when: its place among the openers, and
@@ -64,6 +64,11 @@ Header make_header(uint32_t size, uint32_t layout);
 
 // Why `header` is not that of an image with this size and layout; null if it is.
 const char *header_fault(const Header &header, uint32_t size, uint32_t layout);
+
+// The same for an image of any version whose words can be brought over, and
+// whether they are in the other byte order. The first words of the header are
+// the same in all of them.
+const char *foreign_fault(const uint8_t *bytes, size_t size, bool &turned);
 
 }  // namespace vchip
 

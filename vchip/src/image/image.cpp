@@ -41,29 +41,30 @@ int open_beside(const std::string &path, std::string &name) {
   return descriptor;
 }
 
-// Empty: done.
-std::string write_image(int descriptor, const ImageFormat &format) {
-  void *memory = private_memory(format.size);
-  if (memory == nullptr) return system_fault("cannot be made");
-  format.make(memory);
-  const bool written = write_sparse(descriptor, memory, format.size);
-  std::string fault = written ? "" : system_fault("cannot be written");
-  give_back_memory(memory, format.size);
-  return fault;
-}
-
 // Makes the image under another name and links it to its own when it is whole.
-// Losing against another creator is success: there is an image then.
-std::string make_image(const std::string &path, const ImageFormat &format) {
+// Empty: done, or there is another by now, as `exists` says.
+std::string link_image(const std::string &path, const void *memory, size_t size, bool &exists) {
   std::string name;
   const int descriptor = open_beside(path, name);
   if (descriptor < 0 && errno == ENOENT) return "its directory does not exist";
   if (descriptor < 0) return system_fault("cannot be made");
-  std::string fault = write_image(descriptor, format);
+  const bool written = write_sparse(descriptor, memory, size);
+  std::string fault = written ? "" : system_fault("cannot be written");
   if (close(descriptor) != 0 && fault.empty()) fault = system_fault("cannot be written");
-  if (fault.empty() && link(name.c_str(), path.c_str()) != 0 && errno != EEXIST)
-    fault = system_fault("cannot be made");
+  exists = fault.empty() && link(name.c_str(), path.c_str()) != 0;
+  if (exists && errno != EEXIST) fault = system_fault("cannot be made");
   unlink(name.c_str());
+  return fault;
+}
+
+// Losing against another creator is success: there is an image then.
+std::string make_image(const std::string &path, const ImageFormat &format) {
+  void *memory = private_memory(format.size);
+  if (memory == nullptr) return system_fault("cannot be made");
+  format.make(memory);
+  bool exists = false;
+  std::string fault = link_image(path, memory, format.size, exists);
+  give_back_memory(memory, format.size);
   return fault;
 }
 
@@ -126,6 +127,12 @@ OpenedImage refused(std::string why) {
 
 }  // namespace
 
+std::string write_new_image(const std::string &path, const void *memory, size_t size) {
+  bool exists = false;
+  const std::string fault = link_image(path, memory, size, exists);
+  return fault.empty() && exists ? "exists already" : fault;
+}
+
 int open_descriptor(const std::string &path) {
   return open_high(path, O_RDWR | kOtherFlags);
 }
@@ -147,7 +154,7 @@ OpenedImage open_image(const std::string &path, const ImageFormat &format) {
     const int descriptor = open_descriptor(path);
     if (descriptor < 0 && errno == ENOENT) continue;
     if (descriptor < 0) return refused(system_fault("cannot be opened"));
-    OpenedImage image = map_image(descriptor, format, format.size, PROT_READ | PROT_WRITE);
+    OpenedImage image = map_image(descriptor, format, format.mapped, PROT_READ | PROT_WRITE);
     image.made = made;
     return image;
   }

@@ -13,6 +13,7 @@ namespace vchip {
 struct ImageFormat {
   uint32_t size;
   uint32_t layout;
+  uint32_t mapped = 0;  // bytes, from the first on
   // Writes a whole new image, header included, into `size` bytes of zeroes.
   void (*make)(void *memory) = nullptr;
 };
@@ -26,6 +27,10 @@ struct OpenedImage {
 
 // Maps the image `path`, making it first if there is no such file.
 OpenedImage open_image(const std::string &path, const ImageFormat &format);
+
+// Makes an image of these bytes under a name that there is not. Answers why not;
+// empty: done.
+std::string write_new_image(const std::string &path, const void *memory, size_t size);
 
 // Opens the file for reading and writing, without a look at it.
 int open_descriptor(const std::string &path);

@@ -4,6 +4,7 @@
 #define VCHIP_IMAGE_PATIENCE_H
 
 #include <cstdint>
+#include <utility>
 
 namespace vchip {
 
@@ -25,12 +26,15 @@ class Patience {
   // As of the last look.
   uint64_t waited() const { return now_ - start_; }
   bool exhausted() const { return waited() >= limit_; }
+  // Whether the user is to be told for whom the call waits: once.
+  bool tell() { return !std::exchange(told_, true); }
 
  private:
   uint64_t (*ask_)();
   uint64_t limit_ = kForever;
   uint64_t start_ = 0;
   uint64_t now_ = 0;
+  bool told_ = false;
 };
 
 }  // namespace vchip

@@ -11,13 +11,17 @@ namespace {
 
 // Also of an entry that is no more: what it held stays.
 void check_entry(Findings &findings, const chip_l2_ucast_entry &entry) {
-  findings.any(entry);
   findings.at_most("vid", entry.vid, kVlanIds - 1);
   findings.rule(on_station(entry.mac) == 0, "mac", "is a group address");
+  findings.any("mac", entry.mac);
   findings.zero("padding", entry.padding);
   findings.at_most("port", entry.port, VCHIP_PORTS - 1);
   findings.at_most("trunk", entry.trunk, kTrunkGroups - 1);
+  findings.any("flags", entry.flags);
+  findings.any("state", entry.state);
+  findings.any("aux", entry.aux);
   findings.zero("rest", entry.rest);
+  findings.any("extra", entry.extra);
 }
 
 }  // namespace
@@ -34,9 +38,9 @@ void AddressTable::check_place(Findings &findings, int32_t index) const {
 
 void AddressTable::check(Findings &findings) const {
   std::array<uint32_t, VCHIP_PORTS> counted = {};
-  findings.any(taken_);
-  findings.any(now_);
-  findings.any(oldest_);
+  findings.any("taken", taken_);
+  findings.any("now", now_);
+  findings.any("oldest", oldest_);
   findings.is("unused", unused_, 0);
   findings.each("entries", slots_, [&](const Slot &slot, size_t number) {
     const auto index = static_cast<int32_t>(number);

@@ -14,7 +14,7 @@ void GroupBlock::check(Findings &findings) const {
   findings.each("groups", groups_, [&](const Group &group, size_t number) {
     const auto index = static_cast<int32_t>(number);
     const bool exists = group.exists != 0;
-    findings.any(group);
+    findings.any("mac", group.mac);
     findings.flag("exists", group.exists);
     findings.in("mask", group.mask, exists ? 1 : 0, kPortMasks - 1);
     findings.at_most("vid", group.vid, kVlanIds - 1);

@@ -12,13 +12,21 @@ bool has_before(const Table &table, size_t index) {
   return false;
 }
 
+void name_address(Findings &findings, const char *name, const uint32_t &address) {
+  findings.any(name, address);
+}
+void name_address(Findings &findings, const char *name, const chip_ip6_address &address) {
+  findings.any(name, address.bytes);
+}
+
 // What an entry that was removed had stays.
 template <typename Table>
 void check_table(Findings &findings, const char *name, const Table &table) {
   findings.each(name, table, [&](const auto &place, size_t index) {
-    findings.any(place);
     findings.flag("used", place.used);
     findings.in("vid", place.entry.vid, place.used != 0 ? kFirstVlan : 0, kLastVlan);
+    name_address(findings, "address_a", place.entry.address_a);
+    name_address(findings, "address_b", place.entry.address_b);
     findings.zero("zero", place.entry.zero);
     findings.zero("rest", place.entry.rest);
     findings.ports("ports", place.entry.ports);

@@ -15,9 +15,14 @@ void MirrorBlock::check(Findings &findings) const {
     findings.flag("field7", group.field7);
     findings.flag("field12", group.field12);
     findings.flag("field15", group.field15);
-    for (const uint32_t *field : {&group.field5, &group.field6, &group.field8, &group.field9,
-                                  &group.field10, &group.field11, &group.field13, &group.field14})
-      findings.any(*field);
+    findings.any("field5", group.field5);
+    findings.any("field6", group.field6);
+    findings.any("field8", group.field8);
+    findings.any("field9", group.field9);
+    findings.any("field10", group.field10);
+    findings.any("field11", group.field11);
+    findings.any("field13", group.field13);
+    findings.any("field14", group.field14);
   });
 }
 

@@ -20,11 +20,12 @@ void check_text(Findings &findings, const char *name, const char (&text)[kTraceT
 
 // The record that comes next may be what a killed call has left of it.
 void PlatformBlock::check(Findings &findings) const {
-  findings.any(log_lines_);
-  findings.any(trace_);
+  findings.any("log_lines", log_lines_);
+  findings.any("trace", trace_);
   findings.at_most("next", next_, kTraceRecords - 1);
   findings.each("records", records_, [&](const Record &record, size_t index) {
-    findings.any(record);
+    findings.any("location", record.location);
+    findings.any("message", record.message);
     findings.flag("whole", record.whole);
     if (record.whole == 0 || index == next_) return;
     check_text(findings, "location", record.location);

@@ -15,7 +15,7 @@ constexpr uint32_t kHighestFault = VCHIP_FAULTS_ALL;
 
 void check_wires(Findings &findings, const WirePair &wires) {
   findings.at_most("faults", wires.faults, kHighestFault);
-  findings.any(wires.length);
+  findings.any("length", wires.length);
 }
 
 }  // namespace

@@ -1,20 +1,24 @@
 // SPDX-License-Identifier: MIT
+#include <string>
+
 #include "document/findings.h"
 #include "rate/rate_block.h"
 
 namespace vchip {
 namespace {
 
-void check_bucket(Findings &findings, const Bucket &bucket, const Fill &fill) {
-  findings.any(bucket);
-  if (bucket.level != kFull) findings.at_most("bucket.level", bucket.level, fill.size);
+void check_bucket(Findings &findings, const std::string &name, const Bucket &bucket,
+                  const Fill &fill) {
+  const std::string level = name + "bucket.level";
+  findings.any(level.c_str(), bucket.level);
+  findings.any((name + "bucket.time").c_str(), bucket.time);
+  if (bucket.level != kFull) findings.at_most(level.c_str(), bucket.level, fill.size);
 }
 
-void check_bandwidth(Findings &findings, const char *limited, const char *rate,
-                     const Bandwidth &limit) {
-  findings.flag(limited, limit.limited);
-  findings.at_most(rate, limit.rate, kMaxBandwidth);
-  check_bucket(findings, limit.bucket, RateBlock::fill_of(limit));
+void check_bandwidth(Findings &findings, const std::string &name, const Bandwidth &limit) {
+  findings.flag((name + "limited").c_str(), limit.limited);
+  findings.at_most((name + "rate").c_str(), limit.rate, kMaxBandwidth);
+  check_bucket(findings, name, limit.bucket, RateBlock::fill_of(limit));
 }
 
 }  // namespace
@@ -27,15 +31,15 @@ void RateBlock::check_storm(Findings &findings, int32_t port, uint32_t type) con
   findings.at_most("selection", own.selection, front ? 1 : 0);
   findings.in("rate", own.rate, front ? 0 : kMaxStormRate, kMaxStormRate);
   findings.at_most("exceeded", own.exceeded, front ? 1 : 0);
-  check_bucket(findings, own.bucket, storm_fill(port, type));
+  check_bucket(findings, "", own.bucket, storm_fill(port, type));
 }
 
 void RateBlock::check(Findings &findings) const {
   findings.at_most("storm_mode", storm_mode_, kCountPackets);
   findings.each_at_most("storm_burst", storm_burst_, kMaxStormBurst);
   findings.each("ports", ports_, [&](const Port &port, size_t number) {
-    check_bandwidth(findings, "ingress.limited", "ingress.rate", port.ingress);
-    check_bandwidth(findings, "egress.limited", "egress.rate", port.egress);
+    check_bandwidth(findings, "ingress.", port.ingress);
+    check_bandwidth(findings, "egress.", port.egress);
     findings.each("storm", port.storm, [&](const Storm &, size_t type) {
       check_storm(findings, static_cast<int32_t>(number), static_cast<uint32_t>(type));
     });

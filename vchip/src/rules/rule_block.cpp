@@ -20,6 +20,37 @@ void RuleBlock::remove(uint32_t place) {
   std::atomic_ref<uint32_t>(rules_[place].exists).exchange(0);
 }
 
+namespace {
+
+uint32_t width_of(Reading reading) {
+  switch (reading) {
+    case Reading::mac: return 1;
+    case Reading::half:
+    case Reading::ethertype: return sizeof(uint16_t);
+    case Reading::ip4:
+    case Reading::ports:
+    case Reading::word: break;
+  }
+  return sizeof(uint32_t);
+}
+
+void turn(RuleQualifier &qualifier) {
+  const QualifierKind *kind = qualifier_kind(qualifier.kind);
+  if (kind == nullptr) return;
+  const uint32_t width = width_of(kind->reading);
+  for (uint32_t at = 0; at + width <= SWCTL_PLATFORM_RULE_BYTES; at += width) {
+    std::reverse(qualifier.value + at, qualifier.value + at + width);
+    std::reverse(qualifier.mask + at, qualifier.mask + at + width);
+  }
+}
+
+}  // namespace
+
+void RuleBlock::turn_values() {
+  for (Rule &rule : rules_)
+    for (RuleQualifier &qualifier : rule.area.qualifier) turn(qualifier);
+}
+
 void RuleBlock::each_rule(
     const std::function<void(const EntityKind &, uint32_t, const RuleArea &)> &visit) const {
   for (const EntityKind &kind : kEntityKinds)

@@ -25,6 +25,8 @@ class RuleBlock {
   bool has(uint32_t place) const { return rules_[place].exists != 0; }
   void add(uint32_t place, const RuleArea &area);
   void remove(uint32_t place);
+  // The values of rules come from a machine of the other byte order.
+  void turn_values();
   // By kind, then by index.
   void each_rule(
       const std::function<void(const EntityKind &, uint32_t, const RuleArea &)> &visit) const;

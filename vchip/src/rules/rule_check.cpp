@@ -22,14 +22,30 @@ void check_list(Findings &findings, const char *name, const List &list, uint32_t
   });
 }
 
+void name_words(Findings &findings, const RuleArea &area) {
+  findings.any("actions", area.actions);
+  findings.any("qualifiers", area.qualifiers);
+  findings.each("action", area.action, [&](const RuleAction &action, size_t) {
+    findings.any("kind", action.kind);
+    findings.any("value", action.value);
+  });
+  findings.each("qualifier", area.qualifier, [&](const RuleQualifier &qualifier, size_t) {
+    findings.any("kind", qualifier.kind);
+    findings.any("length", qualifier.length);
+    findings.any("masked", qualifier.masked);
+    findings.any("value", qualifier.value);
+    findings.any("mask", qualifier.mask);
+  });
+}
+
 }  // namespace
 
 // What is behind the counts, and in a place without a rule, is what the caller's
 // record had there.
 void RuleBlock::check(Findings &findings) const {
   findings.each("rules", rules_, [&](const Rule &rule, size_t) {
-    findings.any(rule);
     findings.flag("exists", rule.exists);
+    name_words(findings, rule.area);
     if (rule.exists == 0) return;
     findings.at_most("actions", rule.area.actions, kActionKinds);
     findings.at_most("qualifiers", rule.area.qualifiers, kQualifierKinds);

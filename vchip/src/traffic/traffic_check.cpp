@@ -7,12 +7,12 @@
 namespace vchip {
 
 void TimeBlock::check(Findings &findings) const {
-  findings.any(clock_);
+  findings.any("clock", clock_);
 }
 
 void DropBlock::check(Findings &findings) const {
   findings.each("ports", ports_, [&](const Counts &counts, size_t) {
-    findings.any(counts);
+    findings.any("counts", counts);
     uint64_t sum = 0;
     for (auto fate = static_cast<size_t>(kFirstSummand); fate <= static_cast<size_t>(kLastSummand);
          ++fate)
@@ -25,7 +25,15 @@ void DropBlock::check(Findings &findings) const {
 }
 
 void QueueBlock::check(Findings &findings) const {
-  findings.each("ports", ports_, [&](const Port &port, size_t) { findings.any(port); });
+  findings.each("ports", ports_, [&](const Port &port, size_t) {
+    findings.each("queues", port.queues, [&](const QueueCounts &queue, size_t) {
+      findings.any("waiting", queue.waiting);
+      findings.any("sent", queue.sent);
+      findings.any("bytes", queue.bytes);
+      findings.any("dropped", queue.dropped);
+    });
+    findings.any("paused_until", port.paused_until);
+  });
 }
 
 }  // namespace vchip

@@ -23,7 +23,7 @@ void check_keys(Findings &findings, const chip_vlan_egress_entry &entry) {
   findings.at_most("vid", entry.vid, whole && entry.ignore_vid == 0 ? kVlanIds - 1 : kAny);
   findings.flag("ignore_second_key", entry.ignore_second_key);
   check_gap(findings, entry.ignore_second_key, entry.second_key);
-  findings.any(entry.second_key);
+  findings.any("second_key", entry.second_key);
   findings.flag("ignore_port", entry.ignore_port);
   check_gap(findings, entry.ignore_port, entry.port);
   findings.at_most("port", entry.port, whole && entry.ignore_port == 0 ? VCHIP_PORTS - 1 : kAny);
@@ -35,9 +35,12 @@ void ConversionBlock::check(Findings &findings) const {
   findings.each("egress", egress_, [&](const chip_vlan_egress_entry &entry, size_t) {
     findings.flag("valid", entry.valid);
     check_keys(findings, entry);
-    for (const uint32_t *field : {&entry.field6, &entry.field7, &entry.field10, &entry.field11,
-                                  &entry.field13, &entry.field14})
-      findings.any(*field);
+    findings.any("field6", entry.field6);
+    findings.any("field7", entry.field7);
+    findings.any("field10", entry.field10);
+    findings.any("field11", entry.field11);
+    findings.any("field13", entry.field13);
+    findings.any("field14", entry.field14);
     findings.at_most("new_vid", entry.new_vid, kVlanIds - 1);
   });
   findings.each_at_most("modes", modes_, kMaxBlockMode);

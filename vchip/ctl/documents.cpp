@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "documents.h"
+
+#include <swctl-vchip/image.h>
+#include <swctl-vchip/view.h>
+
+#include <bit>
+#include <fstream>
+
+#include "images.h"
+#include "usage_error.h"
+
+namespace vchipctl {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+}  // namespace
+
+bool is_document(const std::string &path) {
+  std::ifstream stream(path);
+  char first = 0;
+  return stream >> first && first == '{';
+}
+
+Json read_document(const std::string &path) {
+  std::ifstream stream(path);
+  if (!stream) throw Refused("dump " + path + ": cannot be read");
+  Json document = Json::parse(stream, nullptr, false);
+  if (!document.is_object()) throw Refused("dump " + path + ": is no JSON object");
+  return document;
+}
+
+Json document_of(const std::string &image) {
+  open_image(image);
+  Json document = Json::parse(vchip::dump_json(-1));
+  document["byte_order"] = std::endian::native == std::endian::little ? "little" : "big";
+  Json words = Json::object();
+  for (const auto &[name, value] : vchip::chip_words()) words[name] = value;
+  document["words"] = std::move(words);
+  return document;
+}
+
+}  // namespace vchipctl
