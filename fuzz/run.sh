@@ -23,9 +23,12 @@ run_target() {
   if [ -f "$here/dictionaries/$target.dict" ]; then
     dictionary=("-dict=$here/dictionaries/$target.dict")
   fi
+  # Settings of their own each time; the log has their number.
+  export SWFUZZ_SETTINGS=$RANDOM
+  echo "SWFUZZ_SETTINGS=$SWFUZZ_SETTINGS" >"$work/log"
   "$build/bin/${target}_fuzz" "${dictionary[@]}" -max_total_time="$each" -timeout=20 -entropic=0 -max_len=2048 \
     -close_fd_mask=3 -print_final_stats=1 -artifact_prefix="$build/findings/$target-" \
-    "$work/corpus" "$here/corpus/$target" >"$work/log" 2>&1 || touch "$work/failed"
+    "$work/corpus" "$here/corpus/$target" >>"$work/log" 2>&1 || touch "$work/failed"
 }
 
 statistic() { sed -n "s/^stat::$1: *//p" "$build/fuzz/runs/$2/log"; }

@@ -3,7 +3,9 @@
 
 #include <swctl-vchip/vchip.h>
 
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -46,10 +48,16 @@ Memory map_privately(const std::string &shown, const std::string &path) {
 }
 
 // What was written is forgotten by giving the pages back; a reset writes every
-// block of both units instead.
+// block of both units instead. What the process has worked out from settings is
+// known by their revision, so each chip gets one that none had before.
 void renew_chip() {
+  constexpr size_t kRevisionAt = 40;  // of the image's header
+  constexpr uint64_t kApart = uint64_t{1} << 32;
   static const Memory memory = make_chip();
+  static uint64_t revision = 0;
   madvise(memory.at, memory.size, MADV_DONTNEED);
+  revision += kApart;
+  memcpy(static_cast<uint8_t *>(memory.at) + kRevisionAt, &revision, sizeof revision);
 }
 
 }  // namespace swfuzz
