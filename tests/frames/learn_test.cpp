@@ -160,6 +160,15 @@ TEST_F(Learning, AStaticEntryElsewhereIsAViolation) {
   EXPECT_EQ(entry_of(station(4)).state & kViolation, 0u) << "where it is bound to be";
 }
 
+TEST_F(Learning, AViolationIsOneInEveryMode) {
+  for (const uint32_t mode : {1u, 2u}) {
+    act(1, mode, kForwardIt);
+    bind(station(mode), 3);
+    EXPECT_EQ(out(1, from(mode)), mask({2, 3}));
+    EXPECT_EQ(entry_of(station(mode)).state & kViolation, kViolation);
+  }
+}
+
 TEST_F(Learning, AFilteredSourceIsDroppedBeforeEverythingElse) {
   bind(station(1), 1, 2);
   EXPECT_EQ(out(1, from(1)), 0u);

@@ -192,6 +192,15 @@ TEST_F(Lookup, MissesOfIpMulticastHaveActions) {
   }
 }
 
+TEST_F(Lookup, MissesOfTheProcessorHaveThoseOfItsPort) {
+  set_vlan(1, kMembers | mask({kCpu}), kMembers | mask({kCpu}));
+  ASSERT_EQ(rtk_l2_portLookupMissAction_set(0, 1, 0, kDropIt), 0);
+  EXPECT_EQ(out(kCpu, ip4()), kMembers);
+  ASSERT_EQ(rtk_l2_portLookupMissAction_set(0, kCpu, 0, kDropIt), 0);
+  EXPECT_EQ(out(kCpu, ip4()), 0u);
+  EXPECT_EQ(drops(kCpu).lookup, 1u);
+}
+
 TEST_F(Lookup, TheOtherMissActionsHaveNoEffect) {
   for (uint32_t type = 2; type < 6; ++type)
     ASSERT_EQ(rtk_l2_portLookupMissAction_set(0, 1, type, kDropIt), 0);

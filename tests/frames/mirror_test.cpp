@@ -122,6 +122,10 @@ TEST_F(Mirror, ADisabledGroupCopiesNothing) {
   entry.egress = mask({2});
   ASSERT_EQ(rtk_mirror_group_set(0, 0, &entry), 0);
   EXPECT_EQ(out(1, untagged()), mask({2}));
+  mirror(1, mask({1}), mask({2}), 10);
+  arrive(1, untagged());
+  EXPECT_EQ(count(10), 2u);
+  EXPECT_EQ(left(), mask({2})) << "nor does one beside it";
 }
 
 TEST_F(Mirror, TheMasksDecideAboutTheProcessor) {

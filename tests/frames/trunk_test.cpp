@@ -163,6 +163,15 @@ TEST_F(Trunk, AVlanThatNamesAMemberNamesAll) {
   }
 }
 
+TEST_F(Trunk, ARuleSendsToAMemberOfTheTrunksVlans) {
+  make_vlan(20, mask({1, 5}));
+  frames::Rule(5).from(mask({1})).redirect(6).enable();
+  const Bytes tagged = Maker(kBroadcast, station(1)).tag(20, 3).type(0x88b5).bytes();
+  EXPECT_EQ(through(1, tagged, 6), tagged);
+  set_vlan(20, mask({1, 5}), mask({5}));
+  EXPECT_EQ(through(1, tagged, 6), plain(kBroadcast, station(1))) << "untagged as port 5";
+}
+
 TEST_F(Trunk, AVlanThatNamesAllTagsEachAsItSays) {
   make_vlan(20, mask({1}) | kMembers, mask({4, 6}));
   ASSERT_EQ(rtk_vlan_portPvid_set(0, 1, 20), 0);

@@ -122,8 +122,7 @@ NewTags foreign_tags(const Way &way) {
 
 bool is_member(const Way &way, int32_t port) {
   if (way.vid >= kVlanIds || !way.unit.vlan.exists(way.vid)) return false;
-  const uint32_t members = way.unit.vlan.vlan(way.vid).member;
-  return ((way.redirected ? members : way.tables.expand(members)) & port_bit(port)) != 0;
+  return (way.tables.expand(way.unit.vlan.vlan(way.vid).member) & port_bit(port)) != 0;
 }
 
 // The inner tag of a port is its only one, or the one inside in double-tag mode.

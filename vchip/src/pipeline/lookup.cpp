@@ -142,9 +142,8 @@ Verdict flood(Way &way, uint32_t type) {
 // The miss actions of IP multicast alone have a meaning.
 Verdict missed(Way &way, uint32_t type) {
   constexpr const char *kSetting = "rtk_l2_portLookupMissAction_set";
-  const FrameAction action = type <= kMissIp6 && !way.from_cpu
-                                 ? way.unit.mcast_ip.miss_actions(way.port)[type]
-                                 : FrameAction::forward;
+  const FrameAction action =
+      type <= kMissIp6 ? way.unit.mcast_ip.miss_actions(way.port)[type] : FrameAction::forward;
   const auto why = [&] {
     return std::string("an unknown group of ") + kMissNames[type] + ", to be " +
            action_text(action);
