@@ -137,7 +137,7 @@ class MemoryComparison {
       : word_(word), one_(one), other_(other), visit_(visit), index_(word.arrays.size()) {}
 
   void run(size_t depth, uint64_t offset) {
-    if (memcmp(one_ + offset, other_ + offset, span(depth)) == 0) return;
+    if (memcmp(one_ + offset, other_ + offset, static_cast<size_t>(span(depth))) == 0) return;
     if (depth == index_.size()) return visit_(index_);
     const auto [count, stride] = word_.arrays[depth];
     for (uint64_t &number = index_[depth] = 0; number < count; ++number)
