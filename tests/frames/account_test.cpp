@@ -27,7 +27,7 @@ class Account : public frames::Switch {
 TEST_F(Account, ReceivedIsForwardedAndTakenAndTheReasons) {
   std::array<bool, 19> seen = {};
   for (uint32_t seed = 1; seed <= 40; ++seed) {
-    SetUp();
+    power_on();
     std::mt19937 random(seed);
     frames::set_at_random(random);
     for (int each = 0; each < 400; ++each) {

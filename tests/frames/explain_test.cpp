@@ -29,7 +29,7 @@ class Explain : public frames::Switch {
 TEST_F(Explain, SaysWhatThenHappensAndChangesNothing) {
   size_t left = 0;
   for (uint32_t seed = 1; seed <= 12; ++seed) {
-    SetUp();
+    power_on();
     std::mt19937 random(seed);
     frames::set_at_random(random);
     for (int each = 0; each < 60; ++each) {

@@ -155,7 +155,7 @@ TEST_F(Cancel, LeavesNoLockNoClosedSocketAndNoMemory) {
     for (const Ending &ending : endings()) {
       for (const std::string &moment : kMoments) {
         SCOPED_TRACE(std::string(subject.name) + ", " + ending.name + ", in " + moment);
-        KmsgTest::SetUp();
+        begin_again();
         subject.prepare();
         ending.script();
         const std::multiset<int> before = stored();

@@ -80,7 +80,7 @@ Lines system_calls(const Lines &calls) {
   return kept;
 }
 
-void KmsgTest::SetUp() {
+void KmsgTest::begin_again() {
   world() = {};
   swctl::thread_sockets = {PTHREAD_MUTEX_INITIALIZER, {}, 0, 0};
 }

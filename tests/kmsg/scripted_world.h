@@ -93,8 +93,9 @@ Lines system_calls(const Lines &calls);
 // A fresh world over an empty table that was not cleared yet.
 class KmsgTest : public testing::Test {
  protected:
-  void SetUp() override;
+  void SetUp() override { begin_again(); }
   void TearDown() override;
+  static void begin_again();
 };
 
 // Ends in a child process: 0 if the work came to its end, SIGALRM if it had to

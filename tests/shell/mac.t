@@ -172,7 +172,7 @@ Flush:
   swctl: mac flush trunk 5: a trunk is flushed within a VLAN, expected vlan beside trunk
   [1]
   $ swctl mac flush all port 3
-  swctl: mac flush all port 3: all stands alone or with static
+  swctl: mac flush all port 3: all comes alone or with static
   [1]
   $ swctl mac flush port 3
   $ swctl mac show
@@ -192,17 +192,36 @@ Flush:
   $ swctl mac flush all
   $ swctl mac show
 
-Changes as they happen:
+Changes as they happen. The monitor knows what there is once it has read the
+table; a second reading says so:
 
-  $ (sleep 2; vchipctl learn 02:00:00:00:00:08 --port 7; sleep 2; vchipctl time 60) &
-  $ swctl mac monitor seconds 8 interval 50
+  $ await() {
+  >   for try in $(seq 600); do
+  >     test "$(grep -c "$1" "$2")" -ge "$3" && return
+  >     sleep 0.1
+  >   done
+  >   echo "no $1 in $2"
+  > }
+  $ monitor() {
+  >   : >calls
+  >   (SWPROBE=trace:calls swctl "$@" interval 50 >seen & echo $! >process)
+  >   await rtk_l2_nextValidAddr_get calls 2
+  > }
+  $ monitor mac monitor seconds 120
+  $ vchipctl learn 02:00:00:00:00:08 --port 7
+  $ await added seen 1
+  $ vchipctl time 60
+  $ await removed seen 1
+  $ kill $(cat process)
+  $ cat seen
   added  1  02:00:00:00:00:08  7  0  dynamic  no
   removed  1  02:00:00:00:00:08  7  0  dynamic  no
-  $ wait
-  $ (sleep 2; vchipctl learn 02:00:00:00:00:08 --port 7) &
-  $ swctl -j mac monitor seconds 5 interval 50 port 7
+  $ monitor -j mac monitor seconds 3 port 7
+  $ vchipctl learn 02:00:00:00:00:09 --port 8
+  $ vchipctl learn 02:00:00:00:00:08 --port 7
+  $ await added seen 1
+  $ cat seen
   {"event":"added","vlan":1,"mac":"02:00:00:00:00:08","port":7,"trunk":0,"type":"dynamic","violation":false,"flags":0,"aux":0,"chip_port":6}
-  $ wait
   $ echo 'mac monitor seconds 1' | swctl
   stdin:1: mac monitor seconds 1: monitor shows changes as they happen, not in a batch
   [1]
