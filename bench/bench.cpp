@@ -18,7 +18,7 @@ constexpr int32_t kPort = 5;
 // two nanoseconds, so one more jump shows.
 constexpr double kPassThroughLimit = 1.6;
 
-// The body is a template argument, so that it stands in the loop itself and
+// The body is a template argument, so that it is in the loop itself and
 // nothing but the calls is timed.
 template <void (*Body)()>
 void loop(benchmark::State &state) {

@@ -72,7 +72,7 @@ static struct vlan *find(struct plan *plan, uint32_t vid) {
   return NULL;
 }
 
-/* Reads a number from 1 to `most`, and moves on behind it. */
+/* Reads a number from 1 to `most`, and moves on past it. */
 static bool read_number(const char **text, long most, int *number) {
   if (**text < '0' || **text > '9') return false;
   char *end = NULL;
@@ -110,7 +110,7 @@ static struct fault read_members(struct vlan *vlan, char **rest) {
     if (strcmp(word, "tagged") == 0) ports = &vlan->tagged;
     if (ports == NULL) return (struct fault){"expected untagged or tagged, not", word};
     const char *list = strtok_r(NULL, " \t\n", rest);
-    if (list == NULL) return (struct fault){"no ports behind", word};
+    if (list == NULL) return (struct fault){"no ports after", word};
     if (!read_ports(list, ports)) return (struct fault){"no list of ports 1-26", list};
   }
   if ((vlan->untagged.word[0] & vlan->tagged.word[0]) != 0)

@@ -41,8 +41,7 @@ struct Refused : std::runtime_error {
 };
 
 void add_words(CLI::App &app, CommandLine &line) {
-  app.add_option("PROGRAM", line.settings.words, "The program and its words, behind --")
-      ->required();
+  app.add_option("PROGRAM", line.settings.words, "The program and its words, after --")->required();
   app.add_flag("-j,--json", line.json, "Print one JSON object");
   app.add_option("--junit", line.junit, "Write JUnit XML to this file too");
   app.add_option("-t,--timeout", line.settings.seconds, "Seconds that a run may take; 10")

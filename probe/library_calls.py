@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """library_calls.py HEADERS OUTPUT SHAPES...
 
-Writes the list of libswctl's functions that the probe stands in front of: from
+Writes the list of libswctl's functions that the probe wraps: from
 the declarations in the public headers, and from what their texts say about
 each address.
 
@@ -101,7 +101,7 @@ def form_of(name, element, many):
 
 
 def count_of(function, text):
-    """Elements behind an address, as an expression; None if nobody says."""
+    """Elements at an address, as an expression; None if nobody says."""
     match = re.search(r"(?:`(\w+)`|::(\w+)|\b(\w+)) (?:bytes?|words?)\b", text)
     if not match:
         return None
@@ -135,8 +135,8 @@ class Lister:
     def address(parameter):
         return ("val", parameter.declared, parameter.declared, parameter.name, 1, "hex")
 
-    def behind(self, function, parameter):
-        """The argument of an address: what is behind it, or itself."""
+    def there(self, function, parameter):
+        """The argument of an address: what is there, or itself."""
         text = self.headers.told(function, parameter.name)
         element = parameter.element
         if element == "char":
@@ -166,7 +166,7 @@ class Lister:
     def argument(self, function, parameter):
         if parameter.pointee is None:
             return self.value(parameter)
-        return self.behind(function, parameter)
+        return self.there(function, parameter)
 
     def call(self, function):
         tail = "TAIL_OPEN" if function.open else "TAIL_NONE"

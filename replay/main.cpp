@@ -38,7 +38,7 @@ void add_words(CLI::App &app, CommandLine &line) {
                  "A recording; several are replayed in turn; - is standard input")
       ->required();
   app.add_flag("-j,--json", line.json, "Print one JSON object");
-  app.add_flag("-k,--keep-going", line.keep_going, "Go on behind an answer that differs");
+  app.add_flag("-k,--keep-going", line.keep_going, "Go on after an answer that differs");
   app.set_version_flag("-V,--version", "swctl-replay " SWCTL_VERSION, "Print the version and end");
   app.footer(kFooter);
 }

@@ -42,7 +42,7 @@ Fault wrong_usage(std::string message, std::optional<std::string> culprit,
 std::string fault_line(const Fault &fault);
 
 // How a command's handler reports a fault. It may leave the context empty;
-// whoever runs the command fills in its words.
+// what runs the command fills in its words.
 class CommandError : public std::exception {
  public:
   explicit CommandError(Fault fault) : fault_(std::move(fault)) {}

@@ -11,7 +11,7 @@
 
 namespace swsh {
 
-// While there is one, the signal INT leaves a mark for whoever is running. If
+// While there is one, the signal INT leaves a mark for what is running. If
 // another comes within a second and nobody has taken the mark, it ends the
 // program.
 class Interrupts {

@@ -12,7 +12,7 @@ constexpr int kMacBase = 16;
 constexpr unsigned kMacByteBits = 8;
 constexpr unsigned kMacByteMask = 0xff;
 
-// How many bytes stand between two of these, if they separate bytes at all.
+// How many bytes are between two of these, if they separate bytes at all.
 size_t mac_group_of(char separator) {
   switch (separator) {
     case ':':

@@ -29,7 +29,7 @@ Range bad_range(std::string_view culprit, const std::string &what) {
 
 Range parse_range(std::string_view item, int64_t low, int64_t high) {
   if (item.empty()) return {0, 0, "a number is missing"};
-  // The search starts behind the first character: that may be a minus sign.
+  // The search starts after the first character: that may be a minus sign.
   const size_t dash = item.find('-', 1);
   const std::string_view start = item.substr(0, dash);
   const std::string_view end = dash == std::string_view::npos ? start : item.substr(dash + 1);

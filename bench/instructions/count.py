@@ -6,7 +6,7 @@ Usage: count.py PROGRAM LIBRARY [OUTPUT.json]
 
 PROGRAM calls every function of LIBRARY once against the virtual chip and marks
 each call. A function's own instructions are those of the library, and of libc
-on its behalf; the platform's are those behind the calls that leave the library.
+on its behalf; the platform's are those that the calls out of the library lead to.
 """
 import collections
 import json

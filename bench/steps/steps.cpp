@@ -2,7 +2,7 @@
 // Times every function that makes more than one call of the platform, against
 // the same calls made directly, on the virtual chip.
 //
-// The program runs twice. First, behind the probe, it learns: what each function
+// The program runs twice. First, with the probe, it learns: what each function
 // calls is in the recording that STEPS_LEARN announces, between marks. Then,
 // without the probe, STEPS_RECORDING names that recording, and rounds through the
 // library take turns with rounds of the recorded calls.

@@ -2,7 +2,7 @@
 """calls.py FILE.def
 
 Doxygen's filter for the lists of platform calls: writes each call as a
-prototype, with the comment that stands over it. What the words of a list mean
+prototype, with the comment above it. What the words of a list mean
 is read from calls_begin.h.
 """
 import pathlib
@@ -15,7 +15,7 @@ PART = re.compile(r"/\*(.*?)\*/|SWCTL_CALL\((.*?)\)$", re.DOTALL | re.MULTILINE)
 
 
 def split(text):
-    """The parts between the commas that stand in no parentheses."""
+    """The parts between the commas outside parentheses."""
     parts, depth = [""], 0
     for character in text:
         depth += (character == "(") - (character == ")")

@@ -5,9 +5,9 @@
 //
 // Beside the list:
 // - No address is null: frame.h calls a null address the caller's error.
-// - Behind an address stands one element of its type (a byte address is an
+// - An address leads to one element of its type (a byte address is an
 //   Ethernet address, an area without a type a unicast entry) unless the list
-//   gives its bytes. They stand in memory of exactly that size.
+//   gives its bytes. They are in memory of exactly that size.
 // - Addresses of functions and files are real ones.
 // - A message to the kernel is one that MSG_CreateMessage() or
 //   MSG_CreateUserToKernelMessage() made, and a thread's socket is taken only

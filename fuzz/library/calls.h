@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every exported function but those of the kernel channel, and what the world
-// does to the chip, in any order and with any arguments.
+// Every exported function but those of the kernel channel, and what happens
+// to the chip from outside, in any order and with any arguments.
 #ifndef SWCTL_FUZZ_LIBRARY_CALLS_H
 #define SWCTL_FUZZ_LIBRARY_CALLS_H
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bytes that a fuzzer made up, read as arguments. Behind their end
+// The bytes that a fuzzer made up, read as arguments. After their end
 // everything is 0, so that every input is one that a target can run.
 #ifndef SWCTL_FUZZ_SUPPORT_INPUT_H
 #define SWCTL_FUZZ_SUPPORT_INPUT_H

@@ -34,7 +34,7 @@ MemoryFile &other_file() {
 
 // The function that would have been called.
 template <class Function>
-Function behind(Function, const char *name) {
+Function replaced(Function, const char *name) {
   return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
@@ -93,7 +93,7 @@ using namespace swfuzz;
 extern "C" {
 
 FILE *fopen(const char *path, const char *mode) {
-  static const auto real = behind(&fopen, "fopen");
+  static const auto real = replaced(&fopen, "fopen");
   if (!staged) return real(path, mode);
   const std::string name = path;
   if (name.empty() || name.ends_with('/')) {
@@ -106,13 +106,13 @@ FILE *fopen(const char *path, const char *mode) {
 
 // The cable test waits for its result.
 unsigned sleep(unsigned seconds) {
-  static const auto real = behind(&sleep, "sleep");
+  static const auto real = replaced(&sleep, "sleep");
   return staged ? 0 : real(seconds);
 }
 
 // Commands that repeat themselves wait in between.
 int nanosleep(const timespec *wanted, timespec *left) {
-  static const auto real = behind(&nanosleep, "nanosleep");
+  static const auto real = replaced(&nanosleep, "nanosleep");
   if (!staged) return real(wanted, left);
   if (++sleeps > kSleeps) throw SleptEnough();
   return 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Fault plans, and library calls that they stand in for.
+// Fault plans, and library calls that they answer.
 #include <swctl-probe/probe.h>
 
 #include <sstream>

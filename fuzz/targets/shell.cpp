@@ -53,7 +53,7 @@ swsh::Settings settings_of(Input &input) {
   std::vector<char *> arguments;
   for (std::string &word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  optind = 0;  // getopt() begins anew
+  optind = 0;  // getopt() begins again
   return swsh::read_options(static_cast<int>(words.size()), arguments.data());
 }
 

@@ -164,7 +164,7 @@ uint32_t through_bare_calls(uint32_t word) {
   const void *reply = copy_of_reply(buffer + NLMSG_HDRLEN);
   free(buffer);
   free(message);
-  return answer_in(reply);  // which stays allocated, as behind the library
+  return answer_in(reply);  // which stays allocated, as after the library
 }
 
 uint32_t through_bare_calls_one_datagram(uint32_t word) {

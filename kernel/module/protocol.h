@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /*
  * The messages of netlink protocol 30 as the kernel's switch module reads
- * them, behind the netlink header, in the order of the host. The module and
+ * them, after the netlink header, in the order of the host. The module and
  * its test include it; programs use <swctl/kmsg.h>.
  */
 #ifndef SWCTL_KERNEL_PROTOCOL_H
@@ -27,7 +27,7 @@ struct switch_header {
 
 struct switch_data {
   __u16 length;
-  __u8 bytes[SWITCH_DATA_BYTES]; /* zeros behind `length` */
+  __u8 bytes[SWITCH_DATA_BYTES]; /* zeros after `length` */
 };
 
 /* What is asked for in a data request, and the word that answers it. */

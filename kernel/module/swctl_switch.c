@@ -5,7 +5,7 @@
  * place; this one has registers instead of a switch.
  *
  * A message that is not sound is dropped without an answer, and so is one from
- * a sender without CAP_NET_ADMIN. How many were answered and dropped stands in
+ * a sender without CAP_NET_ADMIN. How many were answered and dropped is in
  * /sys/module/swctl_switch/parameters. Every message is logged at debug level
  * (dyndbg=+p).
  */
@@ -67,7 +67,7 @@ static const char *header_fault(const struct switch_header *header) {
 static const char *data_fault(const struct switch_data *data) {
   if (data->length > SWITCH_DATA_BYTES) return "data length";
   if (memchr_inv(data->bytes + data->length, 0, SWITCH_DATA_BYTES - data->length))
-    return "bytes behind the data";
+    return "bytes after the data";
   return NULL;
 }
 

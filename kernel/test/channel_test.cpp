@@ -205,7 +205,7 @@ TEST(Module, DropsWhatIsNotSound) {
   messages[1].header.msgType = SWITCH_DATA + 1;
   messages[2].header.reserved = 1;
   messages[3].data.length = SWITCH_DATA_BYTES + 1;
-  messages[4].data.bytes[4] = 1;  // behind the data
+  messages[4].data.bytes[4] = 1;  // after the data
   const int before = counter("dropped");
   for (const Message &message : messages) EXPECT_FALSE(is_answered(message));
   EXPECT_EQ(counter("dropped") - before, 5);
@@ -347,7 +347,7 @@ TEST(Threads, ReleasedPlacesAreTakenAgain) {
   crowd.leave();
 }
 
-// What a command prints, and its status behind it.
+// What a command prints, and its status after it.
 std::string output_of(const std::string &command) {
   FILE *pipe = popen((command + " 2>&1; echo [$?]").c_str(), "r");
   std::string output;

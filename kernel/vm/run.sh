@@ -5,7 +5,7 @@
 # modules that fetch.sh chose and the programs,
 # and boots the kernel that fetch.sh put into DIR with it, in software emulation.
 # Runs the first program, shows what it printed and ends with its status. The
-# whole log of the machine stands in DIR/vm.log and is shown if something goes
+# whole log of the machine is in DIR/vm.log and is shown if something goes
 # wrong.
 # Ends with 77 if what the machine needs is not there.
 set -euo pipefail

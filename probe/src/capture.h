@@ -11,7 +11,7 @@
 
 namespace swprobe {
 
-// Where an argument's elements are: behind the pointer that was passed, or the
+// Where an argument's elements are: at the pointer that was passed, or the
 // passed value itself.
 struct Address {
   const void *at;

@@ -72,7 +72,7 @@ Result missing() {
 #define SWPROBE_TAIL_NONE
 #define SWPROBE_TAIL_OPEN , ...
 
-// What an ellipsis stands for is not handed on: the library reads none of it.
+// What an ellipsis takes is not handed on: the library reads none of it.
 #define SWPROBE_LIBRARY_INTERPOSE(result, name, tail, ...)               \
   static constexpr auto swprobe_infos_##name =                           \
       swprobe::list_of(SWPROBE_LIST(SWPROBE_LIBRARY_INFO, __VA_ARGS__)); \

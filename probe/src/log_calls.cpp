@@ -46,7 +46,7 @@ constinit Site trace_add_site{"sys_trace_add_log", kTraceAddArguments, false};
 using swprobe::Address;
 using swprobe::Observation;
 
-// The values behind an ellipsis cannot be handed on, so the text is made here.
+// The values of an ellipsis cannot be handed on, so the text is made here.
 void Log_logging_func(int32_t level, int32_t option, const char *tag, const char *format, ...) {
   va_list values;
   va_start(values, format);

@@ -29,7 +29,7 @@ struct Known {
   const Field *field;
 };
 
-// What is behind the name of an Argument of this call.
+// What the name of an Argument of this call leads to.
 std::optional<Known> find_argument(const Site &site, const std::string &name);
 
 }  // namespace swprobe

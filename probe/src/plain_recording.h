@@ -35,7 +35,7 @@ class PlainRecording {
  private:
   TextBuffer inputs_;         // every argument as far as it is known before the call
   std::vector<size_t> ends_;  // of each of them
-  TextBuffer rest_;           // all behind the number
+  TextBuffer rest_;           // all after the number
   TextBuffer line_;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// All that stands in for the platform: the fault plan and the scripted answers.
+// All that answers for the platform: the fault plan and the scripted answers.
 #ifndef SWCTL_PROBE_PLAN_H
 #define SWCTL_PROBE_PLAN_H
 

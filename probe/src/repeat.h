@@ -56,7 +56,7 @@ void keep_updated(std::span<const ArgumentInfo> infos, std::vector<Room> &rooms,
                   std::vector<Updated> &updated);
 void restore(const std::vector<Updated> &updated);
 
-// First the values, then the addresses: how much is behind those may be said
+// First the values, then the addresses: how much is at those may be said
 // by the values.
 template <class T>
 void fill_value(const ArgumentInfo &info, T &argument, const Call &recorded) {
@@ -82,7 +82,7 @@ class PreparedCall {
   virtual void make() = 0;
 };
 
-// With its arguments and what is behind those that are addresses. What the call
+// With its arguments and what is at those that are addresses. What the call
 // updates is as recorded each time.
 template <class... Types>
 class PreparedListedCall : public PreparedCall {

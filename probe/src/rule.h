@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One line of a fault plan: which calls it stands in for, and what it answers.
+// One line of a fault plan: which calls it answers, and what.
 #ifndef SWCTL_PROBE_RULE_H
 #define SWCTL_PROBE_RULE_H
 
@@ -50,11 +50,11 @@ struct Rule {
 
 // Throws std::invalid_argument naming the wrong word.
 Rule parse_rule(const std::string &text);
-// The rule that stands for answer().
+// The rule that has the same effect as answer().
 Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer);
 
 // The rules of a plan file, or of a list with ';' between them. Errors begin
-// with where the wrong rule stands. Throws std::runtime_error.
+// with where the wrong rule is. Throws std::runtime_error.
 std::vector<Rule> read_plan(const std::string &path);
 std::vector<Rule> parse_plan(const std::string &source, const std::string &text);
 

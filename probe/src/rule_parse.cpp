@@ -81,7 +81,7 @@ class Parser {
 
   void parse_output() {
     const std::string word = next("'out'");
-    if (word != "out") bad_rule(quoted(word) + " stands where 'out' or the end is expected");
+    if (word != "out") bad_rule(quoted(word) + " is where 'out' or the end is expected");
     const std::string name = next("the name of an output");
     Output output{place_of(name), {}};
     const std::vector<Known> known = arguments_like(name, output.place);

@@ -24,7 +24,7 @@ std::vector<std::string> words_of(const std::string &text);
 std::vector<const Site *> calls_like(const std::string &pattern);
 
 // Calls take(place, rule) for each rule of a file: without its comment, and
-// where it stands. Throws std::runtime_error if the file cannot be read.
+// where it is. Throws std::runtime_error if the file cannot be read.
 void each_rule(const std::string &path,
                const std::function<void(const std::string &, const std::string &)> &take);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the elements behind an argument lie in memory.
+// How the elements of an argument lie in memory.
 #ifndef SWCTL_PROBE_SHAPE_H
 #define SWCTL_PROBE_SHAPE_H
 
@@ -40,7 +40,7 @@ constexpr Field field(std::string_view name, size_t offset, Form form) {
           form};
 }
 
-// The customisation point. A record that stands in a list of calls is
+// The customisation point. A record in a list of calls is
 // described once, in shapes.h, by its fields in the order to show them:
 //
 //     template <>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The records that stand in the lists of calls, each described once; see
+// The records in the lists of calls, each described once; see
 // Shape in shape.h.
 #ifndef SWCTL_PROBE_SHAPES_H
 #define SWCTL_PROBE_SHAPES_H
@@ -16,7 +16,7 @@
 
 namespace swprobe {
 
-// The adapter's own area is left out: what went into it stands in the calls
+// The adapter's own area is left out: what went into it is in the calls
 // that put it there.
 template <>
 struct Shape<adp_fp_entity_rule_t> {

@@ -14,7 +14,7 @@ void *Site::find_next() {
   found = dlsym(RTLD_NEXT, name);
   next.store(found, std::memory_order_relaxed);
   if (found == nullptr && !missed.exchange(true)) {
-    complain(std::string("no library behind the probe has ") + name +
+    complain(std::string("no library after the probe has ") + name +
              (has_result ? "; it answers -1" : "; it does nothing"));
   }
   return found;

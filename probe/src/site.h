@@ -45,7 +45,7 @@ struct Site {
   void *find_next();
 };
 
-// Every call of the platform that the probe stands in front of.
+// Every call of the platform that the probe wraps.
 std::span<Site *const> known_calls();
 // Every function of the library, which makes those calls.
 std::span<Site *const> known_library_calls();

@@ -8,7 +8,6 @@
 #include <limits>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"
@@ -237,7 +236,7 @@ Record action_record(const ReadAction &action) {
 Parameter action_parameter() {
   Parameter parameter = {.name = "action",
                          .type = text(),
-                         .help = "Actions with commas between, parameters behind colons"};
+                         .help = "Actions with commas between, parameters after colons"};
   return parameter;
 }
 

@@ -22,7 +22,7 @@ struct PlannedAction {
 };
 
 // The value of the keyword `action`: names with commas between, each with its
-// parameters behind colons, "meter:3,priority:5".
+// parameters after colons, "meter:3,priority:5".
 Parameter action_parameter();
 
 // Throws a CommandError of wrong usage.

@@ -156,7 +156,7 @@ void expect_no_host_bits(Notation notation, const MatchValue &value, const Halve
   for (size_t byte = 0; byte < kAddressBytes; ++byte)
     subnet.address[byte] &= subnet.address_mask[byte];
   if (subnet.number == value.number && subnet.address == value.address) return;
-  throw std::invalid_argument("has bits behind its length; the subnet is " +
+  throw std::invalid_argument("has bits after its length; the subnet is " +
                               value_text(notation, subnet) + '/' + halves.mask);
 }
 

@@ -7,7 +7,6 @@
 #include <stdexcept>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "number_list.h"

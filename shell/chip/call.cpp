@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "chip/platform.h"
 #include "chip/ports.h"
-#include "chip/sentence.h"
 #include "fault.h"
 
 namespace swsh {

@@ -16,6 +16,9 @@
 
 namespace swsh {
 
+// The leading argument of every function of the library, which none reads.
+inline constexpr uint32_t kLead = 0;
+
 struct Port;
 
 template <typename Function_>

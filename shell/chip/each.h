@@ -8,11 +8,15 @@
 
 #include "chip/ports.h"
 #include "fault.h"
+#include "number_list.h"
 
 namespace swsh {
 
 // The error, which says with which numbers all had gone well before.
-[[noreturn]] void fail_after(const CommandError &error, const std::vector<int64_t> &done);
+[[noreturn]] inline void fail_after(const CommandError &error, const std::vector<int64_t> &done) {
+  if (done.empty()) throw error;
+  throw with_note(error, "already done: " + number_list_text(done));
+}
 
 // Takes a step with each thing in turn; number_of() says what it is called. A
 // step that throws a CommandError ends it, as fail_after() does.

@@ -9,7 +9,6 @@
 
 #include "chip/address_table.h"
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/progress.h"
 #include "chip/vlans.h"

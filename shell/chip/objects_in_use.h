@@ -9,7 +9,7 @@
 namespace swsh {
 
 // The files that define the function, in the order in which a call would find
-// them: all but the last stand between the caller and the one that answers. The
+// them: all but the last are between the caller and the one that answers. The
 // program itself, which sees every call to the platform, does not count.
 std::vector<std::string> files_beyond_program(const char *function);
 

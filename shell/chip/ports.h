@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "command/table.h"
 
 namespace swsh {

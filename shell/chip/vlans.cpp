@@ -7,7 +7,6 @@
 
 #include "chip/absent.h"
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"

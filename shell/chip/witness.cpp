@@ -55,7 +55,7 @@ void Witness::note(const char *name, int32_t result) {
 
 }  // namespace swsh
 
-// The program stands in front of every library in the order in which calls are
+// The program comes before every library in the order in which calls are
 // looked up: what the library asks of the platform passes here. Names of our own
 // have a prefix, since the arguments of a call are in scope under theirs.
 // clang-format off

@@ -113,7 +113,7 @@ std::string parameters_text(const Node &node, size_t width) {
 std::string children_text(const Node &node, bool is_root, size_t width) {
   std::vector<Line> lines;
   for (const Node &child : node.children) lines.push_back({child.name, child.help});
-  lines.push_back({kHelpWord, "Say what may come next, here and behind every word"});
+  lines.push_back({kHelpWord, "Say what may come next, here and after every word"});
   return (is_root ? "\nObjects:\n" : "\nCommands:\n") + lines_text(lines, width);
 }
 

@@ -18,7 +18,7 @@ std::string escaped(const std::string &text) {
   return all;
 }
 
-// A word behind a macro: it must not be taken for a macro of its own, as a
+// A word after a macro: it must not be taken for a macro of its own, as a
 // short one or a lone sign might be.
 std::string argument(const std::string &word) {
   constexpr size_t kLongestMacro = 3;
@@ -81,7 +81,7 @@ std::string parameter_item(const Parameter &parameter, const std::string &head) 
   return item(head, sentences(text + '.') + list("Ds -compact", choices));
 }
 
-// A head may grow long, so it stands on lines of its own.
+// A head may grow long, so it has lines of its own.
 std::string command_item(const Node &node, const std::string &path) {
   std::string head, words;
   const auto add = [&](const Parameter &parameter, const std::string &name) {

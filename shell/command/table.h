@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The form of the command table. Everything the shell knows about its commands
-// stands in such a table: parsing, help, completion and error messages are
+// is in such a table: parsing, help, completion and error messages are
 // drawn from it.
 #ifndef SWCTL_SHELL_COMMAND_TABLE_H
 #define SWCTL_SHELL_COMMAND_TABLE_H

@@ -144,7 +144,7 @@ class Walker {
   }
 
   void reject_value(const Parameter &parameter, const std::string &word, const std::string &fault) {
-    // An optional value stands where keywords may stand too: say both.
+    // An optional value is where keywords may be too: say both.
     std::vector<std::string> wanted =
         pending_ == nullptr ? expected_words() : value_expected(parameter.type);
     std::string message = "bad value " + quoted(word);

@@ -13,10 +13,10 @@
 
 namespace swsh {
 
-// The word that asks for help wherever it stands, as -h and --help do.
+// The word that asks for help wherever it is, as -h and --help do.
 inline constexpr char kHelpWord[] = "help";
 
-// Something that may stand at a position.
+// Something that may be at a position.
 struct Expected {
   std::string word;  // the word itself, or the place holder of a value
   std::string help;
@@ -28,9 +28,9 @@ struct Walk {
   std::vector<std::string> path;  // the good words, abbreviations written out
   Arguments arguments;
   bool help = false;  // help was asked for; the words after it were not read
-  // What may stand behind the good words.
+  // What may follow the good words.
   std::vector<Expected> expected;
-  std::optional<Fault> wrong;    // a word that may not stand where it does
+  std::optional<Fault> wrong;    // a word that may not be where it is
   std::optional<Fault> missing;  // the words are good, but not enough to run
 
   bool runnable() const { return !help && !wrong && !missing; }

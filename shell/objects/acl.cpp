@@ -8,7 +8,6 @@
 #include "acl/rules.h"
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"

@@ -4,10 +4,9 @@
 #include <algorithm>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
+#include "chip/platform.h"
 #include "chip/ports.h"
-#include "chip/unit_zero.h"
 #include "objects/registry.h"
 
 namespace swsh {

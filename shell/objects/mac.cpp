@@ -6,7 +6,6 @@
 #include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -107,7 +106,7 @@ Answer flush(const Arguments &arguments, const Context &context) {
   expect_unit_0(context);
   const bool selected = arguments.has("vlan") || arguments.has("port") || arguments.has("trunk");
   if (arguments.has("all") && selected) {
-    throw CommandError(wrong_usage("all stands alone or with static", "all"));
+    throw CommandError(wrong_usage("all comes alone or with static", "all"));
   }
   if (!arguments.has("all") && !selected) {
     throw CommandError(wrong_usage("missing keyword", std::nullopt, {"vlan", "port", "all"}));

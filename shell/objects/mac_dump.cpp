@@ -6,8 +6,8 @@
 
 #include "chip/absent.h"
 #include "chip/address_table.h"
+#include "chip/call.h"
 #include "chip/l2_walk.h"
-#include "chip/lead.h"
 #include "fault.h"
 #include "objects/mac.h"
 #include "text.h"
@@ -114,7 +114,7 @@ Node file_command(const char *name, const char *help, Handler run) {
                     .type = flag(),
                     .help = "Multicast groups instead of addresses"}},
       .details =
-          "A dump holds the chip's records as they lie in memory: it is read on a\n"
+          "A dump holds the chip's records as they are in memory: it is read on a\n"
           "machine of the same byte order.\n",
       .run = run,
   };

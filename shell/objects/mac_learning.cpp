@@ -9,7 +9,6 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/ports.h"
 #include "fault.h"
 #include "objects/mac.h"

@@ -7,7 +7,6 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/l2_walk.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "fault.h"
 #include "number_list.h"
@@ -94,7 +93,7 @@ bool has_ports(const Context &context, const User_mcast_addr_t &group) {
   });
 }
 
-// Gives a group other ports. The library deletes the group and adds it anew:
+// Gives a group other ports. The library deletes the group and adds it again:
 // where that fails, the group that there was is added again.
 template <typename Called>
 void change_ports(const Context &context, const Called &called, const User_mcast_addr_t &before,

@@ -12,7 +12,6 @@
 #include "chip/address_table.h"
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
@@ -44,7 +43,7 @@ Address parse(const std::string &word) {
   return address;
 }
 
-// What a command names. Without a source, all zeros stand for every one.
+// What a command names. Without a source, all zeros are every one.
 struct Entry {
   Address group;
   Address source;

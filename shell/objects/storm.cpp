@@ -3,7 +3,6 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/ports.h"
 #include "objects/registry.h"
 

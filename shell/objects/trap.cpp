@@ -7,7 +7,6 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "chip/ports.h"
 #include "fault.h"
@@ -179,10 +178,9 @@ Node trap_object() {
               {.name = "show",
                .help = "Show what becomes of protocol frames",
                .positional = {frames_parameter(false)},
-               .details =
-                   "Ports that do the same stand on one line. An action that trap set does not\n"
-                   "have is the chip's code. passes_blocked: whether frames are taken from\n"
-                   "ports that spanning tree blocks.\n",
+               .details = "Ports that do the same share a line. An action that trap set does not\n"
+                          "have is the chip's code. passes_blocked: whether frames are taken from\n"
+                          "ports that spanning tree blocks.\n",
                .run = show_traps},
               {.name = "set",
                .help = "Say what becomes of protocol frames",

@@ -7,11 +7,10 @@
 #include "chip/absent.h"
 #include "chip/address_table.h"
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
+#include "chip/platform.h"
 #include "chip/ports.h"
-#include "chip/unit_zero.h"
 #include "objects/registry.h"
 #include "text.h"
 
@@ -135,7 +134,7 @@ Type hash_fields() {
 Node trunk_object() {
   return {
       .name = "trunk",
-      .help = "Trunks: ports that stand for one link",
+      .help = "Trunks: ports that work as one link",
       .children =
           {
               {.name = "show",

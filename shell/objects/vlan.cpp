@@ -6,7 +6,6 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/ports.h"
 #include "chip/vlans.h"

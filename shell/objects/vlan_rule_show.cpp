@@ -8,7 +8,7 @@
 
 #include "acl/match_value.h"
 #include "chip/optional_call.h"
-#include "chip/unit_zero.h"
+#include "chip/platform.h"
 #include "chip/vlan_rules.h"
 #include "objects/vlan_rule.h"
 #include "text.h"

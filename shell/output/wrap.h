@@ -13,7 +13,7 @@ namespace swsh {
 // What a reader has who is no terminal.
 inline constexpr size_t kUsualWidth = 80;
 
-// Columns of the terminal behind the descriptor; nothing if there is none. The
+// Columns of the terminal at the descriptor; nothing if there is none. The
 // variable COLUMNS comes first, as everywhere.
 std::optional<size_t> terminal_width(int descriptor);
 
@@ -22,7 +22,7 @@ size_t text_width(int descriptor);
 
 // The parts in lines, with a space between two of a line. The first line begins
 // at the column `start`, the others after `indent` spaces. No line is longer than
-// `width` but for one part that is. Without a line end behind the last.
+// `width` but for one part that is. Without a line end after the last.
 std::string wrapped(const std::vector<std::string> &parts, size_t start, size_t indent,
                     size_t width);
 

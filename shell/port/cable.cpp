@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "port/commands.h"
 #include "text.h"
 

@@ -3,9 +3,8 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
-#include "chip/unit_zero.h"
+#include "chip/platform.h"
 #include "fault.h"
 #include "port/commands.h"
 #include "port/mode.h"
@@ -67,7 +66,7 @@ void apply_mode(const Arguments &arguments, const Context &context, const Plan &
   }
 }
 
-// A keyword that stands on its own, and what to do about it.
+// A keyword that needs no other, and what to do about it.
 struct Setting {
   Parameter keyword;
   void (*apply)(const Arguments &, const Context &, const Port &);

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/optional_call.h"
 #include "port/commands.h"
 #include "port/mode.h"
@@ -172,7 +171,7 @@ Node port_show_command() {
           "Without PORTS, all front ports.\n"
           "Speed and duplex are those in operation; with the link down, those forced or,\n"
           "under autonegotiation, those advertised: several speeds or none are unknown,\n"
-          "duplex both stands for both or neither.\n",
+          "duplex both means both or neither.\n",
       .run = show,
   };
 }

@@ -7,7 +7,6 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "fault.h"
 #include "port/commands.h"
 

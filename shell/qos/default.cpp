@@ -3,8 +3,8 @@
 
 #include "chip/each.h"
 #include "chip/limits.h"
+#include "chip/platform.h"
 #include "chip/ports.h"
-#include "chip/unit_zero.h"
 #include "qos/commands.h"
 
 namespace swsh {

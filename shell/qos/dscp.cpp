@@ -4,7 +4,7 @@
 #include "chip/call.h"
 #include "chip/each.h"
 #include "chip/limits.h"
-#include "chip/unit_zero.h"
+#include "chip/platform.h"
 #include "qos/commands.h"
 
 namespace swsh {

@@ -3,7 +3,7 @@
 
 #include "chip/call.h"
 #include "chip/limits.h"
-#include "chip/unit_zero.h"
+#include "chip/platform.h"
 #include "qos/commands.h"
 
 namespace swsh {

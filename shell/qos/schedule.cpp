@@ -4,7 +4,7 @@
 #include <numeric>
 
 #include "chip/call.h"
-#include "chip/unit_zero.h"
+#include "chip/platform.h"
 #include "fault.h"
 #include "number_list.h"
 #include "qos/commands.h"

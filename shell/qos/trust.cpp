@@ -4,8 +4,8 @@
 
 #include "chip/each.h"
 #include "chip/optional_call.h"
+#include "chip/platform.h"
 #include "chip/ports.h"
-#include "chip/unit_zero.h"
 #include "qos/commands.h"
 #include "text.h"
 

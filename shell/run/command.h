@@ -32,7 +32,7 @@ Value outcome_value(const Outcome &outcome);
 // How outcomes are shown.
 struct Style {
   Format format = Format::human;
-  bool echo_status = false;  // a line "status N" behind every outcome
+  bool echo_status = false;  // a line "status N" after every outcome
 };
 
 // One line on standard error, wrapped if that is a terminal: `place`, a colon and
@@ -41,7 +41,7 @@ void complain(const std::string &place, const Fault &fault);
 // The fault of an outcome, or its notes.
 void complain(const std::string &place, const Outcome &outcome);
 
-// Shows the answer on the output, or the fault: on standard error behind
+// Shows the answer on the output, or the fault: on standard error after
 // `place` and, where the format is JSON, on the output too. Returns the status.
 Status report(const Outcome &outcome, const std::string &place, const Style &style,
               DataOutput &output);

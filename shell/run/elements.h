@@ -29,7 +29,7 @@ class Elements {
 
   Format format_;
   DataOutput &output_;
-  std::optional<ArrayEnd> array_;  // none if each element stands alone
+  std::optional<ArrayEnd> array_;  // none if each element is by itself
   bool any_ = false;
 };
 

@@ -14,7 +14,7 @@ namespace swsh {
 
 // What the editor asks about the line in front of the cursor.
 struct LineHelper {
-  // The words that may stand where the cursor is.
+  // The words that may be where the cursor is.
   std::function<std::vector<std::string>(const std::string &line)> completions;
   // The part of the line that such a word would replace.
   std::function<std::string(const std::string &line)> partial_word;

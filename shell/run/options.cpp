@@ -119,7 +119,7 @@ const std::vector<Option> &options() {
       {"pretty", 'p', "", "Answer in JSON on indented lines"},
       {"batch", 'b', "FILE", "Run the commands of a file, - for standard input"},
       {"force", 0, "", "In a batch, go on after a command that failed"},
-      {"echo-status", 0, "", "Behind each answer, a line with the status of its command"},
+      {"echo-status", 0, "", "After each answer, a line with the status of its command"},
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},
       {"Version", 'V', "", "Show the version of the program"},
@@ -199,7 +199,7 @@ Settings read_options(int argc, char **argv) {
     if (code == kEnd) break;
     reader.take(code, argv[at], optarg);
   }
-  // What is to be completed is not obeyed, and what stands behind -- is words.
+  // What is to be completed is not obeyed, and what follows -- is words.
   const bool only_words = settings.completion_index || optind != at;
   if (only_words) {
     settings.words.assign(argv + optind, argv + argc);

@@ -25,7 +25,7 @@ const std::vector<Option> &options();
 std::string option_usage(const Option &option);
 // Whether the word, an option in any of its spellings, is followed by a value.
 bool option_takes_value(const std::string &word);
-// The option that the word spells in full, as those behind the object must be:
+// The option that the word spells in full, as those after the object must be:
 // -j, -json or --json. Null if it is none.
 const Option *spelled_option(const std::string &word);
 
@@ -47,7 +47,7 @@ struct Settings {
   Style style() const;
 };
 
-// Options stand in front of the command or, spelled in full, among its words; a
+// Options come before the command or, spelled in full, among its words; a
 // word -- makes the rest words. Reads the whole line even if an option is wrong,
 // so that -j is known when the fault is reported.
 Settings read_options(int argc, char **argv);

@@ -10,7 +10,7 @@ namespace swsh {
 
 struct Line {
   std::vector<std::string> words;
-  // A blank, or nothing, stands behind the last word: the next word is new.
+  // A blank, or nothing, follows the last word: the next word is new.
   bool at_new_word = true;
   std::string fault;  // empty: the line is good
 };

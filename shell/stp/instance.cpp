@@ -5,7 +5,6 @@
 
 #include "chip/absent.h"
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 
 namespace swsh {

@@ -2,7 +2,6 @@
 #include <swctl/stp.h>
 
 #include "chip/call.h"
-#include "chip/lead.h"
 #include "stp/commands.h"
 #include "stp/instance.h"
 

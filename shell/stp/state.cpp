@@ -10,7 +10,7 @@ namespace swsh {
 namespace {
 
 std::vector<Choice> states() {
-  return {{"disabled", USER_STP_DISABLED, "Takes part in nothing"},
+  return {{"disabled", USER_STP_DISABLED, "Takes, sends and learns nothing"},
           {"blocking", USER_STP_BLOCKING, "Neither learns nor forwards"},
           {"listening", USER_STP_LISTENING, "Waits before it learns"},
           {"learning", USER_STP_LEARNING, "Learns and does not forward"},

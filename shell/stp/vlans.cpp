@@ -8,7 +8,6 @@
 
 #include "chip/call.h"
 #include "chip/each.h"
-#include "chip/lead.h"
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "stp/commands.h"

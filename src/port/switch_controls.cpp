@@ -3,6 +3,24 @@
 #include <swctl/port.h>
 
 #include "frame/front_ports.h"
+#include "port/storm_burst.h"
+
+int32_t user_port_init(uint32_t, uint32_t unit) {
+  rtk_switch_maxPktLenTagLenCntIncEnable_set(unit, 0);
+  rtk_rate_stormControlRateMode_set(unit, 0);
+  swctl::set_default_bursts(unit);
+  return 0;
+}
+
+int32_t user_port_jumboframe_set(uint32_t, uint32_t unit, int32_t, uint32_t length) {
+  const int32_t first = rtk_switch_maxPktLenLinkSpeed_set(unit, 1, length);
+  const int32_t second = rtk_switch_maxPktLenLinkSpeed_set(unit, 0, length);
+  return first | second;
+}
+
+int32_t user_port_jumboframe_get(uint32_t, uint32_t unit, int32_t, uint32_t *length) {
+  return rtk_switch_maxPktLenLinkSpeed_get(unit, 1, length);
+}
 
 int32_t user_dos_attack_prevent_init(uint32_t, uint32_t unit) {
   return swctl::each_front_port(

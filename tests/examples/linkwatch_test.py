@@ -120,7 +120,7 @@ class LinkWatch(unittest.TestCase):
                 ("vlan", "no VLAN ID 1-4094 (end of line)"),
                 ("vlan 4095", "no VLAN ID 1-4094 4095"),
                 ("vlan 10x", "no VLAN ID 1-4094 10x"),
-                ("vlan 10 tagged", "no ports behind tagged"),
+                ("vlan 10 tagged", "no ports after tagged"),
                 ("vlan 10 tagged 1-27", "no list of ports 1-26 1-27"),
                 ("vlan 10 tagged 4-3", "no list of ports 1-26 4-3"),
                 ("vlan 10 tagged 1,", "no list of ports 1-26 1,"),

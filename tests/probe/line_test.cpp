@@ -168,7 +168,7 @@ TEST_F(LineTest, ACallThatNobodyHasAnswersMinusOne) {
   EXPECT_EQ(sample_absent(0, &value), -1);
   // Said once.
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "swprobe: no library behind the probe has sample_absent; it answers -1\n");
+            "swprobe: no library after the probe has sample_absent; it answers -1\n");
   EXPECT_EQ(value, 77u);
   EXPECT_THAT(take_lines(), ElementsAre("sample_absent(unit=0) = -1 !",  //
                                         "sample_absent(unit=0) = -1 !"));

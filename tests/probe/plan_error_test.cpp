@@ -67,7 +67,7 @@ TEST_F(PlanErrorTest, NamesTheWrongWord) {
       {"sample_arrays mac[six] 2 result 1", "the index of 'mac[six]' is not a number"},
       {"sample_arrays mac] 2 result 1", "'[' is missing in 'mac]'"},
       {"sample_table table.vid 2 result 1", "'sample_table' has no argument 'table.vid'"},
-      {"sample_scalars result 1 port 3", "'port' stands where 'out' or the end is expected"},
+      {"sample_scalars result 1 port 3", "'port' is where 'out' or the end is expected"},
       {"sample_scalars result 1 out", "the name of an output is missing after 'out'"},
       {"sample_scalars result 1 out value", "a value is missing after 'value'"},
       {"sample_scalars result 1 out value x", "'x' for 'value' is not a number"},

@@ -62,7 +62,7 @@ TEST(RefusalTest, AProgramWithoutAPlatformIsTold) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.output, "link -1 1000\nlink -1 1000\n");
   EXPECT_EQ(outcome.error,
-            "swprobe: no library behind the probe has rtk_port_link_get; it answers -1\n");
+            "swprobe: no library after the probe has rtk_port_link_get; it answers -1\n");
 }
 
 }  // namespace

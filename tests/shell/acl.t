@@ -209,7 +209,7 @@ Actions that have one place in a rule are not cut to one:
   swctl: acl add 9 action meter:1,code:53:0:2: bad action "code:53:0:2": a rule cannot do this and "meter:1", expected one of the two
   [1]
   $ swctl acl add 9 src-ip 192.0.2.5/24
-  swctl: acl add 9 src-ip 192.0.2.5/24: bad value "192.0.2.5/24" of src-ip: has bits behind its length; the subnet is 192.0.2.0/24, expected an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK
+  swctl: acl add 9 src-ip 192.0.2.5/24: bad value "192.0.2.5/24" of src-ip: has bits after its length; the subnet is 192.0.2.0/24, expected an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK
   [1]
 
 A field that the chip refuses leaves nothing behind:

@@ -24,17 +24,17 @@ Help at every level.
     storm    Storm control: rates of flooded traffic
     stp      Spanning tree: instances, VLANs, port states
     trap     Protocol frames for the processor
-    trunk    Trunks: ports that stand for one link
+    trunk    Trunks: ports that work as one link
     vlan     VLANs: ports, defaults, rules, translation
     version  Show the version and the library files in use
-    help     Say what may come next, here and behind every word
+    help     Say what may come next, here and after every word
   
   Options, with one dash or two:
     -j, -json        Answer in JSON
     -p, -pretty      Answer in JSON on indented lines
     -b, -batch FILE  Run the commands of a file, - for standard input
     -force           In a batch, go on after a command that failed
-    -echo-status     Behind each answer, a line with the status of its command
+    -echo-status     After each answer, a line with the status of its command
     -u, -unit N      Work on switch unit N instead of 0
     -h, -help        Show this help
     -V, -Version     Show the version of the program
@@ -49,7 +49,7 @@ Help at every level.
     stats  Show counters of ports
     clear  Set the counters of ports to 0
     cable  Test the cable of a copper port
-    help   Say what may come next, here and behind every word
+    help   Say what may come next, here and after every word
   $ swctl port show help
   Usage: swctl port show [PORTS] [detail]
   
@@ -57,7 +57,7 @@ Help at every level.
   Without PORTS, all front ports.
   Speed and duplex are those in operation; with the link down, those forced or,
   under autonegotiation, those advertised: several speeds or none are unknown,
-  duplex both stands for both or neither.
+  duplex both means both or neither.
   
     PORTS   Ports to show: interface numbers 1-26 such as 1-4,7, or all
     detail  Their settings too, line by line

@@ -65,9 +65,9 @@ TEST(MatchValue, Ip4Addresses) {
   EXPECT_EQ(parse_match(Notation::ip, 32, "10.0.0.0/255.0.255.0").mask, 0xFF00FF00u);
   EXPECT_EQ(there_and_back(Notation::ip, 32, "10.1.0.0/16"), "10.1.0.0/255.255.0.0");
   EXPECT_EQ(fault_of(Notation::ip, 32, "10.1.2.3/16"),
-            "has bits behind its length; the subnet is 10.1.0.0/16");
+            "has bits after its length; the subnet is 10.1.0.0/16");
   EXPECT_EQ(fault_of(Notation::ip, 32, "10.0.0.1/0"),
-            "has bits behind its length; the subnet is 0.0.0.0/0");
+            "has bits after its length; the subnet is 0.0.0.0/0");
   EXPECT_EQ(there_and_back(Notation::ip, 32, "10.1.2.3/255.0.0.0"), "10.1.2.3/255.0.0.0")
       << "a mask is no length";
   EXPECT_EQ(fault_of(Notation::ip, 32, "10.0.0.0/33"), "out of range");
@@ -81,7 +81,7 @@ TEST(MatchValue, Ip6Addresses) {
   EXPECT_EQ(there_and_back(Notation::ip6, 0, "2001:db8::/33"), "2001:db8::/ffff:ffff:8000::");
   EXPECT_EQ(there_and_back(Notation::ip6, 0, "::/0"), "::/::");
   EXPECT_EQ(fault_of(Notation::ip6, 0, "2001:db8::1/64"),
-            "has bits behind its length; the subnet is 2001:db8::/64");
+            "has bits after its length; the subnet is 2001:db8::/64");
   EXPECT_EQ(there_and_back(Notation::ip6, 0, "::1/ffff::"), "::1/ffff::");
   for (const char *word : {"", "2001", "::1/129", "::1/x", "10.0.0.1"})
     EXPECT_EQ(fault_of(Notation::ip6, 0, word), "not an address") << word;

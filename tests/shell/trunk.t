@@ -1,4 +1,4 @@
-The object trunk: ports that stand for one link.
+The object trunk: ports that work as one link.
 
   $ . "$TESTDIR/setup.sh"
   $ trunks() { vchipctl dump --unit 0 --block trunk --compact; }

@@ -221,7 +221,7 @@ Rules go to the adapter:
   swctl: vlan rule add ip4 3 192.0.2 vlan 20: bad value "192.0.2": not an address, expected a subnet such as 192.0.2.0/24
   [1]
   $ swctl vlan rule add ip4 3 192.0.2.5/24 vlan 20
-  swctl: vlan rule add ip4 3 192.0.2.5/24 vlan 20: bad value "192.0.2.5/24": has bits behind its length; the subnet is 192.0.2.0/24, expected a subnet such as 192.0.2.0/24
+  swctl: vlan rule add ip4 3 192.0.2.5/24 vlan 20: bad value "192.0.2.5/24": has bits after its length; the subnet is 192.0.2.0/24, expected a subnet such as 192.0.2.0/24
   [1]
   $ swctl vlan rule add ip4 4 192.0.2.7 vlan 20 ports 1
   $ vchipctl dump --block rules --compact | jq -c '.[] | select(.index == 4) | .qualifiers[1]'

@@ -24,7 +24,7 @@ enum EtherType : uint32_t {
 };
 enum Protocol : uint32_t { kIcmp = 1, kIgmp = 2, kTcp = 6, kUdp = 17, kIcmp6 = 58 };
 
-// The rest of a frame. Behind its end everything is 0.
+// The rest of a frame. After its end everything is 0.
 class Rest {
  public:
   explicit Rest(std::span<const uint8_t> bytes) : bytes_(bytes) {}
@@ -117,7 +117,7 @@ std::string tcp_flags(uint32_t flags) {
   return text.empty() ? "none" : text;
 }
 
-// What an IP packet carries, and the ports behind the addresses.
+// What an IP packet carries, and the ports after the addresses.
 std::string packet(const char *name, const std::string &source, const std::string &target,
                    uint32_t protocol, const Rest &rest) {
   const std::string plain = std::string(name) + ' ' + source + " > " + target + ": ";
@@ -146,7 +146,7 @@ std::string ip4(const Rest &rest) {
   return packet("IP", source, target, rest.byte(9), rest.from(header)) + dscp(rest.byte(1));
 }
 
-// Behind the headers that may stand in front of what is carried.
+// After the headers that may come before what is carried.
 std::string ip6(const Rest &rest) {
   uint32_t next = rest.byte(6);
   Rest carried = rest.from(40);

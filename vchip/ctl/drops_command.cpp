@@ -119,7 +119,7 @@ void clear(uint32_t unit, const std::vector<int32_t> &ports) {
 
 }  // namespace
 
-// "show", "clear", both with ports behind them or not, or ports alone.
+// "show", "clear", both with ports after them or not, or ports alone.
 void drops(const TrafficWords &words) {
   std::vector<std::string> rest = words.words;
   const bool clears = !rest.empty() && rest.front() == "clear";

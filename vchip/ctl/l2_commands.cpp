@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the world does to the address table.
+// What stations do to the address table.
 #include <swctl-vchip/vchip.h>
 
 #include <cstring>

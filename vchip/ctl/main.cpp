@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// vchipctl: does to a shared virtual chip what the world does to a real one.
+// vchipctl: does to a shared virtual chip what happens to a real one from outside.
 #include <swctl-vchip/vchip.h>
 
 #include <CLI/CLI.hpp>
@@ -26,7 +26,7 @@ constexpr int kWrongUsage = 1;
 constexpr int kRefused = 2;
 constexpr int kDiffer = 1;
 
-constexpr const char *kPurpose = "What the world does to a virtual switch chip";
+constexpr const char *kPurpose = "Cables, stations and frames of a virtual switch chip";
 constexpr const char *kImage =
     "The chip's image; VCHIP_IMAGE if not given. status, check, reset and dump take several: a "
     "list with "
@@ -167,7 +167,8 @@ void add_addresses(CLI::App &app, CommandLine &line) {
 }
 
 void add_time(CLI::App &app, CommandLine &line) {
-  CLI::App *time = app.add_subcommand("time", "Let time pass, which it does not do by itself");
+  CLI::App *time =
+      app.add_subcommand("time", "Advance the chip's clock, which never runs by itself");
   time->add_option("SECONDS", line.time.seconds, "How much")->required();
   time->add_option("--unit", line.time.unit, kUnit);
   time->callback([&line] { line.run = [&line] { vchipctl::pass_time(line.time); }; });

@@ -39,7 +39,7 @@ uint32_t parse_medium(const std::string &word);
 // "02:00:5e:00:00:01": six bytes.
 std::vector<uint8_t> parse_mac(const std::string &word);
 
-// Decimal without sign or zeros in front, or hexadecimal behind 0x, at most
+// Decimal without sign or zeros in front, or hexadecimal after 0x, at most
 // `highest`; `what` names it.
 uint64_t parse_number(const std::string &word, const std::string &what, uint64_t highest);
 uint32_t parse_word(const std::string &word, const std::string &what, uint32_t highest);

@@ -4,7 +4,7 @@
  * @brief The probe, for test programs: the calls a library makes, and answers
  *        of one's own.
  *
- * The probe stands between libswctl and whoever implements the SDK, the
+ * The probe is between libswctl and what implements the SDK, the
  * adapter and the log. Every call passes through it, on to the next library
  * in the program's search order, and leaves a record. A test program links
  * libswctl-probe in front of the virtual chip and asks for the records here.
@@ -116,7 +116,7 @@ SWCTL_API void plan(const std::string &rule);
 SWCTL_API void answer(const std::string &name, uint64_t nth, const Answer &answer);
 // Forgets every plan line and answer.
 SWCTL_API void clear_plan();
-// How often the plan and the answers have stood in for the platform since
+// How often the plan and the answers have answered for the platform since
 // clear_plan().
 SWCTL_API uint64_t made_up_count();
 

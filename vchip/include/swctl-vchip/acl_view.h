@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file acl_view.h
- * @brief The second door to access-control rules, meters and their counters.
+ * @brief A view of access-control rules, meters and their counters.
  *        See view.h. A rule, meter or counter that does not exist throws
  *        std::out_of_range.
  */

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file attack_view.h
- * @brief The second door to attack prevention. See view.h.
+ * @brief A view of attack prevention. See view.h.
  */
 #ifndef SWCTL_VCHIP_ATTACK_VIEW_H
 #define SWCTL_VCHIP_ATTACK_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file cable_view.h
- * @brief The second door to the wires. See view.h.
+ * @brief A view of the wires. See view.h.
  */
 #ifndef SWCTL_VCHIP_CABLE_VIEW_H
 #define SWCTL_VCHIP_CABLE_VIEW_H

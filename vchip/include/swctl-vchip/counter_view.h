@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file counter_view.h
- * @brief The second door to the counters. See view.h.
+ * @brief A view of the counters. See view.h.
  */
 #ifndef SWCTL_VCHIP_COUNTER_VIEW_H
 #define SWCTL_VCHIP_COUNTER_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file defaults_view.h
- * @brief The second door to a unit's start-up settings. See view.h.
+ * @brief A view of a unit's start-up settings. See view.h.
  */
 #ifndef SWCTL_VCHIP_DEFAULTS_VIEW_H
 #define SWCTL_VCHIP_DEFAULTS_VIEW_H

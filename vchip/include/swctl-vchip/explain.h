@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file explain.h
- * @brief The virtual chip's second door: what would become of a frame, and why.
+ * @brief What would become of a frame in the virtual chip, and why.
  *
  * The same steps as vchip_frame_arrive(), with somebody listening, on a copy of
  * the chip that is thrown away: nothing is learned, counted or sent. What

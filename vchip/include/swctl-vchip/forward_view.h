@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file forward_view.h
- * @brief The second door to isolation, flooding and learning. See view.h.
+ * @brief A view of isolation, flooding and learning. See view.h.
  */
 #ifndef SWCTL_VCHIP_FORWARD_VIEW_H
 #define SWCTL_VCHIP_FORWARD_VIEW_H

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file frame.h
- * @brief The virtual chip's second door: frames, and the chip's time.
+ * @brief Frames into and out of the virtual chip, and its clock.
  *
  * A frame that arrives at a port goes through the chip and obeys every
  * setting; what leaves a port waits there until somebody takes it.
@@ -14,7 +14,7 @@
  *   process that sent them in, also when the chip is in an image: another
  *   process does not see them, and they end with the process, with
  *   vchip_reset() and with vchip_close().
- * - Time stands still unless it is advanced. Both units have one clock.
+ * - The clock runs only when it is advanced. Both units have one clock.
  * - The same calls give the same bytes: nothing depends on anything but the
  *   chip, its clock and the frames.
  *

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file image.h
- * @brief The virtual chip's second door: image files, from outside.
+ * @brief Image files of the virtual chip, from outside.
  *
  * These look at a file without opening it as the chip of this process, and
  * change nothing. They do not take the chip's lock, so they answer also while it

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file l2_view.h
- * @brief The second door to layer-2 addresses: what the chip holds. See view.h.
+ * @brief A view of layer-2 addresses: what the chip holds. See view.h.
  */
 #ifndef SWCTL_VCHIP_L2_VIEW_H
 #define SWCTL_VCHIP_L2_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file mcast_ip_view.h
- * @brief The second door to IP multicast: what the chip holds. See view.h.
+ * @brief A view of IP multicast: what the chip holds. See view.h.
  */
 #ifndef SWCTL_VCHIP_MCAST_IP_VIEW_H
 #define SWCTL_VCHIP_MCAST_IP_VIEW_H

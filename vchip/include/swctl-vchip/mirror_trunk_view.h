@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file mirror_trunk_view.h
- * @brief The second door to mirror groups and trunks: what the chip holds. See
+ * @brief A view of mirror groups and trunks: what the chip holds. See
  *        view.h.
  */
 #ifndef SWCTL_VCHIP_MIRROR_TRUNK_VIEW_H

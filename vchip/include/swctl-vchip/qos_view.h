@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file qos_view.h
- * @brief The second door to priorities and queues: what the chip holds. See
+ * @brief A view of priorities and queues: what the chip holds. See
  *        view.h.
  */
 #ifndef SWCTL_VCHIP_QOS_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file queue_view.h
- * @brief The second door to the egress queues. See view.h.
+ * @brief A view of the egress queues. See view.h.
  */
 #ifndef SWCTL_VCHIP_QUEUE_VIEW_H
 #define SWCTL_VCHIP_QUEUE_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file rate_view.h
- * @brief The second door to rates and storm control. See view.h.
+ * @brief A view of rates and storm control. See view.h.
  */
 #ifndef SWCTL_VCHIP_RATE_VIEW_H
 #define SWCTL_VCHIP_RATE_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file rule_view.h
- * @brief The second door to the adapter's rules. See view.h.
+ * @brief A view of the adapter's rules. See view.h.
  */
 #ifndef SWCTL_VCHIP_RULE_VIEW_H
 #define SWCTL_VCHIP_RULE_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file stp_view.h
- * @brief The second door to spanning tree and traps: what the chip holds. See
+ * @brief A view of spanning tree and traps: what the chip holds. See
  *        view.h.
  */
 #ifndef SWCTL_VCHIP_STP_VIEW_H

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file tag_view.h
- * @brief The second door to the handling of VLAN tags. See view.h.
+ * @brief A view of the handling of VLAN tags. See view.h.
  */
 #ifndef SWCTL_VCHIP_TAG_VIEW_H
 #define SWCTL_VCHIP_TAG_VIEW_H

@@ -1,10 +1,10 @@
 /* SPDX-License-Identifier: MIT */
 /**
  * @file vchip.h
- * @brief The virtual chip's second door: what the world does to a chip.
+ * @brief What happens to a virtual chip from outside.
  *
  * libswctl-vchip answers the calls of the SDK, the adapter and the platform
- * log. These functions stand beside them: they plug in a cable, reset the
+ * log. These functions come on top of them: they plug in a cable, reset the
  * chip, say how it logs. A management program never needs them; tests and
  * vchipctl do.
  *
@@ -105,7 +105,7 @@ SWCTL_API void vchip_close(void);
 /**
  * @brief Puts all units and the platform log into the state after power-on.
  *
- * The world is reset too: every cable is pulled and every combo port runs on
+ * What is outside is reset too: every cable is pulled and every combo port runs on
  * copper. The trace is on afterwards if this process has VCHIP_TRACE=1.
  *
  * @return 0 or ::VCHIP_E_IMAGE
@@ -199,7 +199,7 @@ SWCTL_API int32_t vchip_l2_mark(uint32_t unit, uint32_t vid, const uint8_t *mac,
                                 uint32_t aux);
 
 /**
- * @brief Time passes, which it does not do by itself.
+ * @brief Advances the chip's clock, which never runs by itself.
  *
  * Entries that are not static grow older; those that reach the aging time are
  * dropped, unless that is 0.
@@ -265,7 +265,7 @@ SWCTL_API int32_t vchip_pair_set(uint32_t unit, int32_t port, uint32_t pair, uin
 SWCTL_API int32_t vchip_counter_set(uint32_t unit, int32_t port, uint32_t counter, uint64_t value);
 
 /**
- * @brief Counts on: adds to a counter of a port, which wraps around behind
+ * @brief Counts on: adds to a counter of a port, which wraps around after
  *        2^64 - 1.
  * @param unit    switch unit
  * @param port    chip port

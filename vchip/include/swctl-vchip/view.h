@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file view.h
- * @brief The virtual chip's second door: what the chip holds.
+ * @brief Views of the virtual chip: what it holds.
  *
  * Read-only pictures of the chip's own state, for tests that judge a program
  * by what it did to the chip. A picture is a copy taken in one locked step;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 /**
  * @file vlan_view.h
- * @brief The second door to VLANs: what the chip holds. See view.h.
+ * @brief A view of VLANs: what the chip holds. See view.h.
  */
 #ifndef SWCTL_VCHIP_VLAN_VIEW_H
 #define SWCTL_VCHIP_VLAN_VIEW_H
