@@ -44,6 +44,8 @@ COMMANDS = [
     ["vchipctl", "link", "up", "1-4"],
     ["vchipctl", "status"],
     ["vchipctl", "check"],
+    ["vchipctl", "convert", "dump.json", "new.img"],
+    ["vchipctl", "diff", "chip.img", "dump.json"],
     ["vchipctl", "medium", "25", "fibre"],
     ["vchipctl", "learn", "02:00:00:00:00:01", "--port", "3"],
     ["vchipctl", "mark", "02:00:00:00:00:02"],
@@ -87,6 +89,7 @@ class Run:
 
     def __init__(self, directory, command, probe, closed):
         (directory / "chip.img").write_bytes(self.image)
+        (directory / "new.img").unlink(missing_ok=True)
         for name in ("recording", "out", "err"):
             (directory / name).write_bytes(b"")
         environment = dict(os.environ, VCHIP_IMAGE="chip.img", **probe)
@@ -98,6 +101,8 @@ class Run:
         image = (directory / "chip.img").read_bytes()
         self.files = {"chip.img": image[:CONSTANT] + image[HEADER:],
                       "recording": (directory / "recording").read_bytes()}
+        if (directory / "new.img").exists():
+            self.files["new.img"] = (directory / "new.img").read_bytes()[HEADER:]
         self.out = (directory / "out").read_bytes()
         self.err = (directory / "err").read_bytes()
 
@@ -109,7 +114,7 @@ def differences(whole, run, closed):
     if run.status != expected:
         yield f"status {run.status}, not {expected}"
     for name, content in whole.files.items():
-        if run.files[name] != content:
+        if run.files.get(name) != content:
             yield f"{name} is another"
     if 1 not in closed and run.out != whole.out:
         yield "the answer is another"
@@ -140,6 +145,9 @@ def prepare(directory):
     (directory / "batch").write_text(BATCH)
     subprocess.run(["swctl", "-b", "batch"], cwd=directory, env=environment, check=True,
                    stdout=subprocess.DEVNULL)
+    dump = subprocess.run(["vchipctl", "dump"], cwd=directory, env=environment, check=True,
+                          stdout=subprocess.PIPE).stdout
+    (directory / "dump.json").write_bytes(dump)
     Run.image = (directory / "chip.img").read_bytes()
 
 
