@@ -57,7 +57,8 @@ void send_frame(Input &input) {
   const auto size = static_cast<uint32_t>(length);
   if (how >= 8 * kPorts) vchip_frame_transmit(0, port, bytes.get(), size);
   const bool good = port < VCHIP_PORTS && size >= VCHIP_FRAME_MIN && size <= VCHIP_FRAME_MAX;
-  if (how >= 7 * kPorts && good) vchip::explain(0, port, bytes.get(), size);
+  // Seldom, for it works on a copy of the unit.
+  if (how % 64 == 63 && good) vchip::explain(0, port, bytes.get(), size);
   const int32_t result = vchip_frame_arrive(0, port, bytes.get(), size);
   if ((result == 0) != good) wrong("a frame's arrival answers " + std::to_string(result));
 }
