@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A process that is killed in the middle of a call leaves a usable chip.
+#include <swctl-vchip/ability.h>
+#include <swctl-vchip/frame.h>
+#include <swctl-vchip/image.h>
 #include <swctl-vchip/vchip.h>
 #include <swctl-vchip/view.h>
 #include <swctl/platform/log.h>
@@ -264,6 +267,57 @@ TEST_P(KilledWriters, ManyTimesInTheMiddle) {
   EXPECT_EQ(writer(), 0u);
   RecordProperty("kills", static_cast<int>(kills));
   RecordProperty("hits", static_cast<int>(interrupted()));
+}
+
+// Batches of frames between many stations without end.
+int switch_forever() {
+  const vchip_partner_t partner = {1, VCHIP_ABILITY_USUAL};
+  for (int32_t port = 0; port < 8; ++port) vchip_cable_plug(0, port, &partner);
+  for (uint32_t round = 0;; ++round) {
+    uint8_t frames[16][60] = {};
+    vchip_arrival_t arrivals[16];
+    for (uint32_t each = 0; each < 16; ++each) {
+      const uint32_t number = round * 16 + each;
+      frames[each][4] = frames[each][11] = static_cast<uint8_t>(number);
+      frames[each][5] = frames[each][10] = static_cast<uint8_t>(number >> 8 & 7);
+      arrivals[each] = {frames[each], sizeof frames[each], static_cast<int32_t>(number % 8)};
+    }
+    vchip_frames_arrive(0, arrivals, 16);
+    vchip_clock_advance(1000000000);
+    uint8_t room[64];
+    vchip_frame_t frame = {room, sizeof room, 0, 0, 0, 0};
+    for (int32_t port = 0; port < 8; ++port)
+      while (vchip_frame_leave(0, port, &frame) == 1) {
+      }
+  }
+}
+
+// Nothing that no call could have left: neither an entry that is half there nor
+// a frame that was received and came to no end.
+int look_for_faults() {
+  for (const vchip::Fault &fault : vchip::chip_faults()) {
+    printf("%s %s: %s\n", fault.block.c_str(), fault.word.c_str(), fault.text.c_str());
+    return 1;
+  }
+  vchip_drops_t drops = {};
+  return vchip_drops_get(0, 3, &drops);
+}
+
+TEST_P(KilledWriters, InTheMiddleOfAFrame) {
+  constexpr uint32_t kWanted = 10;
+  constexpr int kMostKills = 5000;
+  int kills = 0;
+  for (; interrupted() < kWanted; ++kills) {
+    ASSERT_LT(kills, kMostKills) << "hit " << interrupted() << " batches";
+    const pid_t writer = vchip_test::start(image(), switch_forever);
+    usleep(static_cast<useconds_t>(3000 + kills * 137 % 3000));
+    kill(writer, SIGKILL);
+    EXPECT_EQ(vchip_test::wait_for(writer), 1000 + SIGKILL);
+    const Outcome outcome = run(image(), look_for_faults);
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+  }
+  EXPECT_EQ(writer(), 0u);
+  RecordProperty("kills", kills);
 }
 
 INSTANTIATE_TEST_SUITE_P(Locks, KilledWriters, testing::Values("", "record"), [](const auto &lock) {

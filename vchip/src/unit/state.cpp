@@ -1,8 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "unit/state.h"
 
+#include <algorithm>
+
 namespace vchip {
 namespace {
+
+// The units have one clock. A call that was killed while it advanced them may
+// have left one behind.
+void repair_clocks(State &state) {
+  uint64_t clock = 0;
+  for (const Unit &unit : state.units) clock = std::max(clock, unit.time.clock());
+  for (Unit &unit : state.units) {
+    unit.l2.pass(clock - unit.time.clock());
+    unit.time.set_clock(clock);
+  }
+}
 
 template <typename Block>
 bool is_sound(const Block &block) {
@@ -24,6 +37,7 @@ void repair_state(State &state) {
   state.rules.repair();
   for (Unit &unit : state.units)
     each_block(unit, [](const char *, auto &block) { block.repair(); });
+  repair_clocks(state);
 }
 
 bool is_sound(const State &state) {
