@@ -1,26 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "l2/table.h"
+#include "support/group.h"
 
 namespace {
 
 using swctl_test::chip_answers;
+using swctl_test::kGroup;
+using swctl_test::kGroupAdd;
+using swctl_test::kGroupDel;
+using swctl_test::kGroupGet;
+using swctl_test::kGroupText;
 using testing::ElementsAre;
 using vchip::GroupView;
 
-constexpr uint8_t kGroup[SWCTL_MAC_BYTES] = {0x01, 0x00, 0x5e, 0x00, 0x00, 0x05};
-constexpr const char *kText = "01:00:5e:00:00:05";
-constexpr const char *kGroupGet = "rtk_l2_mcastAddr_get";
-constexpr const char *kAdd = "rtk_l2_mcastAddr_add";
-constexpr const char *kDel = "rtk_l2_mcastAddr_del";
-
 user_l2_addr_t group(uint32_t ports) {
-  user_l2_addr_t record;
-  memset(&record, 0x5A, sizeof record);
-  memcpy(record.mac, kGroup, sizeof record.mac);
-  record.vid = 10;
-  // Ports from 32 on never reach the chip.
-  record.pbmp = {{ports, ~0u, ~0u, ~0u, ~0u, ~0u, ~0u, ~0u}};
-  return record;
+  return swctl_test::group_record<user_l2_addr_t>(10, ports);
 }
 
 class L2McastAddr : public l2_test::L2Test {
@@ -43,16 +37,16 @@ TEST_F(L2McastAddr, AddMakesAGroup) {
       "entry.portmask=0x11, entry.fwdIndex=0, entry.rest=[0x0 0x0 0x0]) = -1031",
       "rtk_l2_mcastAddr_add(unit=0, entry.vid=10, entry.mac=[01 00 5e 00 00 05], "
       "entry.portmask=0x11, entry.fwdIndex=0, entry.rest=[0x0 0x0 0x0]) = 0");
-  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kText, 0x11, 1}));
+  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kGroupText, 0x11, 1}));
   EXPECT_EQ(vchip::groups(1).size(), 0u);
 }
 
 TEST_F(L2McastAddr, AddMergesIntoAGroup) {
   put_group(0x6, 9);
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(0x8)), 0);
-  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kText, 0xE, 9}));
+  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kGroupText, 0xE, 9}));
   const auto calls = swprobe::take();
-  EXPECT_THAT(l2_test::names(calls), ElementsAre(kGroupGet, kDel, kAdd));
+  EXPECT_THAT(l2_test::names(calls), ElementsAre(kGroupGet, kGroupDel, kGroupAdd));
   EXPECT_EQ(calls[1].line(), "rtk_l2_mcastAddr_del(unit=0, vid=10, mac=[01 00 5e 00 00 05]) = 0");
   EXPECT_EQ(calls[2].in("entry.fwdIndex"), 9);
   // Only added, never removed.
@@ -64,8 +58,8 @@ TEST_F(L2McastAddr, AddCarriesTheWholeEntryThatWasRead) {
   chip_answers(
       kGroupGet, 5,
       {{"entry.vid", 20}, {"entry.mac[5]", 9}, {"entry.rest[2]", 8}, {"entry.portmask", 1}});
-  chip_answers(kDel, 0);
-  chip_answers(kAdd, 0);
+  chip_answers(kGroupDel, 0);
+  chip_answers(kGroupAdd, 0);
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(4)), 0);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 3u);
@@ -89,13 +83,13 @@ TEST_F(L2McastAddr, AddIgnoresTheDeleteAndReturnsTheAdd) {
   put_group(1);
   for (const int32_t result : {-9, 0, 9}) {
     swprobe::clear_plan();
-    chip_answers(kDel, -3);
-    chip_answers(kAdd, result);
+    chip_answers(kGroupDel, -3);
+    chip_answers(kGroupAdd, result);
     EXPECT_EQ(user_mac_mcast_addr_add(0, group(2)), result);
   }
   swprobe::clear_plan();
   chip_answers(kGroupGet, -1);
-  chip_answers(kAdd, -8);
+  chip_answers(kGroupAdd, -8);
   EXPECT_EQ(user_mac_mcast_addr_add(0, group(2)), -8);
 }
 
@@ -132,7 +126,7 @@ TEST_F(L2McastAddr, DeletePassesThrough) {
   EXPECT_EQ(vchip::groups(0).size(), 0u);
   for (const int32_t result : {-1, 4}) {
     swprobe::clear_plan();
-    chip_answers(kDel, result);
+    chip_answers(kGroupDel, result);
     EXPECT_EQ(user_mac_mcast_addr_delete(0, kGroup, 10), result);
   }
 }
@@ -144,8 +138,8 @@ TEST_F(L2McastAddr, AddWithPortmaskIsOneCall) {
       "entry.portmask=0x11, entry.fwdIndex=0, entry.rest=[0x0 0x0 0x0]) = 0");
   // The chip refuses a group that exists; nothing is merged or replaced.
   EXPECT_EQ(user_mac_mcast_add_with_portmask(kGroup, 10, group(2).pbmp), VCHIP_E_L2_EXISTS);
-  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kText, 0x11, 1}));
-  chip_answers(kAdd, 6);
+  EXPECT_THAT(vchip::groups(0), ElementsAre(GroupView{0, 10, kGroupText, 0x11, 1}));
+  chip_answers(kGroupAdd, 6);
   EXPECT_EQ(user_mac_mcast_add_with_portmask(kGroup, 10, group(2).pbmp), 6);
 }
 

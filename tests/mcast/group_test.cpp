@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "support/group.h"
+
 #include <swctl-vchip/view.h>
 #include <swctl/mcast.h>
 #include <swctl/platform/sdk.h>
@@ -10,23 +12,16 @@
 namespace {
 
 using swctl_test::chip_answers;
+using swctl_test::kGroup;
+using swctl_test::kGroupAdd;
+using swctl_test::kGroupDel;
+using swctl_test::kGroupGet;
+using swctl_test::kGroupText;
 using testing::ElementsAre;
 using vchip::GroupView;
 
-constexpr uint8_t kGroup[SWCTL_MAC_BYTES] = {0x01, 0x00, 0x5e, 0x00, 0x00, 0x05};
-constexpr const char *kText = "01:00:5e:00:00:05";
-constexpr const char *kGet = "rtk_l2_mcastAddr_get";
-constexpr const char *kAdd = "rtk_l2_mcastAddr_add";
-constexpr const char *kDel = "rtk_l2_mcastAddr_del";
-
-// A record in which everything that is not to be read is set.
 User_mcast_addr_t group(uint32_t ports) {
-  User_mcast_addr_t record;
-  memset(&record, 0x5A, sizeof record);
-  memcpy(record.mac, kGroup, sizeof record.mac);
-  record.vid = 20;
-  record.pbmp = {{ports, ~0u, ~0u, ~0u, ~0u, ~0u, ~0u, ~0u}};
-  return record;
+  return swctl_test::group_record<User_mcast_addr_t>(20, ports);
 }
 
 using Function = int32_t (*)(uint32_t, uint32_t, const User_mcast_addr_t *);
@@ -61,7 +56,7 @@ TEST_F(McastGroup, AddBuildsTheEntryOnTheCallersUnit) {
   EXPECT_CALLS(
       "rtk_l2_mcastAddr_add(unit=1, entry.vid=20, entry.mac=[01 00 5e 00 00 05], "
       "entry.portmask=0x10000003, entry.fwdIndex=0, entry.rest=[0x0 0x0 0x0]) = 0");
-  EXPECT_THAT(vchip::groups(1), ElementsAre(GroupView{0, 20, kText, 0x10000003, 1}));
+  EXPECT_THAT(vchip::groups(1), ElementsAre(GroupView{0, 20, kGroupText, 0x10000003, 1}));
   EXPECT_EQ(vchip::groups(0).size(), 0u);
   EXPECT_EQ(User_mcast_addr_add(0, 1, &record), VCHIP_E_L2_EXISTS);
 }
@@ -70,7 +65,7 @@ TEST_F(McastGroup, AddReturnsAnyResult) {
   const User_mcast_addr_t record = group(1);
   for (const int32_t result : {-1, 7, INT32_MIN}) {
     swprobe::clear_plan();
-    chip_answers(kAdd, result);
+    chip_answers(kGroupAdd, result);
     EXPECT_EQ(User_mcast_addr_add(0, 0, &record), result);
   }
 }
@@ -86,13 +81,13 @@ TEST_F(McastGroup, RemovePassesThrough) {
   EXPECT_EQ(vchip::groups(0).size(), 1u);
   for (const int32_t result : {-1, 7}) {
     swprobe::clear_plan();
-    chip_answers(kDel, result);
+    chip_answers(kGroupDel, result);
     EXPECT_EQ(User_mcast_addr_remove(0, 0, kGroup, 20), result);
   }
 }
 
 TEST_F(McastGroup, RemoveHandsTheVlanOnAsItCame) {
-  chip_answers(kDel, 0);
+  chip_answers(kGroupDel, 0);
   for (const uint32_t vid : {0xABCD0014u, 0x10000u, 0xFFFFFFFFu}) {
     EXPECT_EQ(User_mcast_addr_remove(0, 0, kGroup, vid), 0);
     const auto calls = swprobe::take();
@@ -133,13 +128,13 @@ TEST_F(McastGroup, PortFunctionsReturnTheAdd) {
   for (const auto &[name, function] : kReplacing) {
     for (const int32_t result : {-4, 0, 4}) {
       swprobe::clear_plan();
-      chip_answers(kDel, -1);
-      chip_answers(kAdd, result);
+      chip_answers(kGroupDel, -1);
+      chip_answers(kGroupAdd, result);
       EXPECT_EQ(function(0, 0, &record), result) << name;
     }
     swprobe::clear_plan();
-    chip_answers(kDel, 3);
-    chip_answers(kAdd, 0);
+    chip_answers(kGroupDel, 3);
+    chip_answers(kGroupAdd, 0);
     EXPECT_EQ(function(0, 0, &record), 0) << name;
   }
 }
@@ -158,7 +153,7 @@ TEST_F(McastGroup, GetWritesAddressVlanAndPorts) {
   EXPECT_EQ(memcmp(&record, &expected, sizeof record), 0);
   const auto calls = swprobe::take();
   ASSERT_EQ(calls.size(), 1u);
-  EXPECT_EQ(calls[0].name, kGet);
+  EXPECT_EQ(calls[0].name, kGroupGet);
   EXPECT_EQ(calls[0].in("unit"), 1);
   EXPECT_EQ(calls[0].in("entry.vid"), 20);
   EXPECT_EQ(calls[0].in("entry.mac[5]"), 5);
@@ -166,7 +161,8 @@ TEST_F(McastGroup, GetWritesAddressVlanAndPorts) {
 }
 
 TEST_F(McastGroup, GetTakesWhatTheSdkWrote) {
-  chip_answers(kGet, 5, {{"entry.vid", 77}, {"entry.mac[0]", 9}, {"entry.portmask", 0x80000000}});
+  chip_answers(kGroupGet, 5,
+               {{"entry.vid", 77}, {"entry.mac[0]", 9}, {"entry.portmask", 0x80000000}});
   User_mcast_addr_t record = {};
   EXPECT_EQ(User_mcast_port_get(0, 0, kGroup, 20, &record), 5);
   EXPECT_EQ(record.vid, 77);
@@ -179,7 +175,7 @@ TEST_F(McastGroup, FailedGetLeavesTheRecordAlone) {
   const User_mcast_addr_t before = record;
   EXPECT_EQ(User_mcast_port_get(0, 0, kGroup, 20, &record), VCHIP_E_L2_ENTRY);
   EXPECT_EQ(memcmp(&record, &before, sizeof record), 0);
-  chip_answers(kGet, -1, {{"entry.vid", 77}, {"entry.portmask", 1}});
+  chip_answers(kGroupGet, -1, {{"entry.vid", 77}, {"entry.portmask", 1}});
   EXPECT_EQ(User_mcast_port_get(0, 0, kGroup, 20, &record), -1);
   EXPECT_EQ(memcmp(&record, &before, sizeof record), 0);
 }
