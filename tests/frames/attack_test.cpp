@@ -116,6 +116,7 @@ const std::vector<AttackCase> &attack_cases() {
          maker.type(0x0800).ip4(6, kFrom, kTo, 20, 0, kMore);
          return tcp(maker, 0x10).bytes();
        }()},
+      {"TinyLater", 9, false, ip4(6, 19, 5)},
       {"TcpAtOne", 10, true, ip4(6, 24, 1)},
       {"TcpAtTwo", 10, false, ip4(6, 24, 2)},
       {"UdpAtOne", 10, false, ip4(17, 24, 1)},

@@ -243,6 +243,21 @@ TEST_F(Provider, RulesOfTheInnerVlanWriteTheCustomersTag) {
   EXPECT_EQ(through(1, customer(), 2), service(20, 0, kServiceType, 10));
 }
 
+TEST_F(Provider, RulesOfTheInnerVlanAddTheCustomersTag) {
+  const Bytes untagged = plain(kBroadcast, station(1));
+  ASSERT_EQ(rtk_qos_portInnerPri_set(0, 1, 3), 0);
+  const auto with_inner = [](uint32_t vid, uint32_t priority) {
+    return service(20, 0, kServiceType, vid, priority);
+  };
+  BoardRule(ADP_FP_ENTITY_MAC_VLAN, 0).vlan(9).add();
+  EXPECT_EQ(through(1, untagged, 2), with_inner(9, 3)) << "with the inner default of the port";
+  BoardRule(ADP_FP_ENTITY_MAC_VLAN, 0).remove();
+  BoardRule(ADP_FP_ENTITY_MAC_VLAN, 0).vlan(9).priority(5).add();
+  EXPECT_EQ(through(1, untagged, 2), with_inner(9, 5)) << "with that of the rule";
+  Rule(5).from(mask({1})).inner_vlan(10).priority(6).enable();
+  EXPECT_EQ(through(1, untagged, 2), with_inner(10, 6));
+}
+
 TEST_F(Provider, ARulesOuterVlanReplacesTheService) {
   make_vlan(21, mask({1, 3}));
   Rule(5).from(mask({1})).outer_vlan(21).priority(6).enable();
