@@ -14,8 +14,9 @@
 // What stands for the header of that program.
 #define SWCTL_TESTS_EVERY_FUNCTION_H
 #define CALL(function, arguments) CALL_FOR(0, function, arguments)
-#define CALL_FOR(result, function, arguments) \
-  sweep_once({#function, "", result, [&] { return static_cast<int32_t>(function arguments); }})
+#define CALL_FOR(result, function, arguments)                                                  \
+  sweep_once({#function, "", result, [&] { return static_cast<int32_t>(function arguments); }, \
+              sweep::outputs_of arguments})
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 enum { lead = 1, unit = 1, port = 24 };

@@ -14,6 +14,9 @@ struct Reference {
   Trace trace;  // with the effect of every call
   int32_t result;
   std::vector<chip_l2_ucast_entry> entries;  // in the order of the scan
+  // The function's outputs, before the call and after it.
+  std::vector<uint8_t> given = {};
+  std::vector<uint8_t> written = {};
 };
 
 // Follows a run beside its reference, call by call. The first thing that is

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "rules.h"
 
+#include <algorithm>
 #include <fnmatch.h>
 #include <map>
 #include <set>
@@ -18,10 +19,12 @@ const Line kLines[] = {
 #define RULES(function, rules) {rules, {function}},
 #define FAMILY(rules, ...) {rules, {__VA_ARGS__}},
 #define END(function, value)
+#define OUTPUTS(kind, ...)
 #include "rules.def"
 #undef RULES
 #undef FAMILY
 #undef END
+#undef OUTPUTS
 };
 
 struct EndValue {
@@ -32,10 +35,28 @@ constexpr EndValue kEndValues[] = {
 #define RULES(function, rules)
 #define FAMILY(rules, ...)
 #define END(function, value) {function, value},
+#define OUTPUTS(kind, ...)
 #include "rules.def"
 #undef RULES
 #undef FAMILY
 #undef END
+#undef OUTPUTS
+};
+
+struct OutputsLine {
+  Outputs outputs;
+  std::vector<std::string> functions;
+};
+const OutputsLine kOutputs[] = {
+#define RULES(function, rules)
+#define FAMILY(rules, ...)
+#define END(function, value)
+#define OUTPUTS(kind, ...) {Outputs::kind, {__VA_ARGS__}},
+#include "rules.def"
+#undef RULES
+#undef FAMILY
+#undef END
+#undef OUTPUTS
 };
 
 const std::map<std::string, Rule> kWords = {
@@ -103,8 +124,20 @@ const FunctionRules &rules_of(const std::string &function, const std::string &va
   return found->second;
 }
 
+Outputs outputs_rule_of(const std::string &function) {
+  for (const OutputsLine &line : kOutputs) {
+    if (std::ranges::find(line.functions, function) == line.functions.end()) continue;
+    used.insert("outputs of " + function);
+    return line.outputs;
+  }
+  return Outputs::usual;
+}
+
 std::vector<std::string> unused_lines() {
   std::vector<std::string> names;
+  for (const OutputsLine &line : kOutputs)
+    for (const std::string &function : line.functions)
+      if (!used.contains("outputs of " + function)) names.push_back("outputs of " + function);
   for (const auto &[name, rules] : table())
     if (!used.contains(name)) names.push_back(name);
   return names;

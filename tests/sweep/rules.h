@@ -59,6 +59,11 @@ struct FunctionRules {
 // By the name of a function, or function@variant where that has a line of its
 // own. A function that is not in the table passes a single call on.
 const FunctionRules &rules_of(const std::string &function, const std::string &variant);
+// What a function may leave in the caller's memory beside what was there and what is
+// right: nothing, zeros, or a count of what its calls have answered.
+enum class Outputs { usual, zeros, counted };
+// To be asked where there is something else, for a line that is not asked for is unused.
+Outputs outputs_rule_of(const std::string &function);
 // The table's lines that nobody has asked for.
 std::vector<std::string> unused_lines();
 

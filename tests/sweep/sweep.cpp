@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <dlfcn.h>
 #include <stdexcept>
 
@@ -28,23 +29,43 @@ struct Figures {
 };
 Figures figures;
 
+using Bytes = std::vector<uint8_t>;
+
+// What is in the caller's memory, one output after the other.
+Bytes contents(const std::vector<Output> &outputs) {
+  Bytes all;
+  for (const Output &each : outputs) all.insert(all.end(), each.start, each.start + each.size);
+  return all;
+}
+
+void put_back(const std::vector<Output> &outputs, const Bytes &bytes) {
+  const uint8_t *from = bytes.data();
+  for (const Output &each : outputs) {
+    memcpy(each.start, from, each.size);
+    from += each.size;
+  }
+}
+
 struct Run {
   Trace trace;
   int32_t result;
+  Bytes written;  // the outputs afterwards
 };
 
-Run run(const Subject &subject, const FunctionRules &rules, const Plan &plan) {
+Run run(const Subject &subject, const FunctionRules &rules, const Plan &plan, const Bytes &given) {
   keeper().put_back();
+  put_back(subject.outputs, given);
   start_watching(plan, rules.rules, keeper());
   const int32_t result = subject.call();
-  return {stop_watching(), result};
+  return {stop_watching(), result, contents(subject.outputs)};
 }
 
-Reference learn(const Subject &subject, const FunctionRules &rules, const Plan &plan) {
+Reference learn(const Subject &subject, const FunctionRules &rules, const Plan &plan,
+                const Bytes &given) {
   Plan measured = plan;
   measured.measured = {0, kNever};
-  Run usual = run(subject, rules, measured);
-  return {&rules, std::move(usual.trace), usual.result, {}};
+  Run usual = run(subject, rules, measured, given);
+  return {&rules, std::move(usual.trace), usual.result, {}, given, std::move(usual.written)};
 }
 
 std::vector<chip_l2_ucast_entry> all_entries() {
@@ -96,6 +117,20 @@ void hold_chip(const Judge &judge) {
     throw std::runtime_error("leaves word " + std::to_string(*wrong) + " of the chip wrong");
 }
 
+// Where a call of its own fails, a function leaves in its outputs what the caller
+// had or what is right, and nothing else but for what the table says.
+void hold_outputs(const std::string &function, const Reference &reference, const Bytes &written) {
+  for (size_t place = 0; place < written.size(); ++place) {
+    const uint8_t byte = written[place];
+    if (byte == reference.given[place] || byte == reference.written[place]) continue;
+    const Outputs rule = outputs_rule_of(function);
+    const bool fine = rule == Outputs::counted || (rule == Outputs::zeros && byte == 0);
+    if (!fine)
+      throw std::runtime_error("leaves byte " + std::to_string(place) + " of its outputs as " +
+                               std::to_string(byte));
+  }
+}
+
 void blame(const Subject &subject, const std::string &where, const std::exception &why) {
   const std::string variant = subject.variant.empty() ? "" : " (" + subject.variant + ")";
   figures.problems.push_back(subject.function + variant + where + ": " + why.what());
@@ -110,12 +145,13 @@ std::string text_of(const Reference &reference, const Plan &plan) {
 
 void fail_once(const Subject &subject, const Reference &reference, Plan plan) {
   plan.measured = to_measure(reference, plan);
-  const Run failed = run(subject, *reference.rules, plan);
+  const Run failed = run(subject, *reference.rules, plan, reference.given);
   ++figures.runs;
   try {
     Judge judge(reference, failed.trace);
     judge.judge(failed.result);
     hold_chip(judge);
+    hold_outputs(subject.function, reference, failed.written);
     ++figures.survived;
   } catch (const std::exception &why) {
     blame(subject, text_of(reference, plan), why);
@@ -133,7 +169,8 @@ void fail_range(const Subject &subject, const Reference &usual, const Range &fai
   const bool zeros = counts_as_zeros(usual, failing);
   Reference with_zeros;
   if (zeros) {
-    with_zeros = learn(subject, *usual.rules, {.failing = failing, .answer_zeros = true});
+    with_zeros =
+        learn(subject, *usual.rules, {.failing = failing, .answer_zeros = true}, usual.given);
     with_zeros.entries = usual.entries;
   }
   for (const int32_t answer : kAnswers)
@@ -166,7 +203,8 @@ void sweep(const Subject &subject) {
   keeper().keep();
   const std::vector<chip_l2_ucast_entry> entries = all_entries();
   const FunctionRules &rules = rules_of(subject.function, subject.variant);
-  Reference usual = learn(subject, rules, {});
+  const Bytes given = contents(subject.outputs);
+  Reference usual = learn(subject, rules, {}, given);
   usual.entries = entries;
   if (usual.trace.empty()) return;
   figures.functions.insert(subject.function);
@@ -176,7 +214,7 @@ void sweep(const Subject &subject) {
   } catch (const std::exception &why) {
     blame(subject, "", why);
   }
-  run(subject, rules, {});
+  run(subject, rules, {}, given);
 }
 
 void start_over() {
