@@ -2,7 +2,7 @@
 // What chips in images cost: a call under each kind of lock beside one on a
 // private chip, how long one waits beside a process or thread that locks in a
 // loop, a fresh image, and a thousand boards at once. Each figure is the best of
-// several rounds; it stands beside the most that it may be.
+// several rounds; it is beside the most that it may be.
 #include <swctl-vchip/image.h>
 #include <swctl-vchip/vchip.h>
 #include <swctl/platform/sdk.h>

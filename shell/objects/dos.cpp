@@ -34,7 +34,7 @@ Reading read_action(const Context &context, uint32_t type) {
   refuse({kAction.name, reading.result}, subject_of("type " + std::to_string(reading.type)));
 }
 
-// How many types there are is the chip's affair. It refuses those beyond all
+// The chip decides how many types there are. It refuses those beyond all
 // alike, and none before. What it refuses otherwise was not read: the one that
 // differs, or all of them where the first type is refused by now.
 void expect_end(const Context &context, const std::vector<Reading> &beyond) {

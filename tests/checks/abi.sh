@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Holds the built library against the register of its ABI.
 #   abi.sh check LIBRARY MACHINE SOURCES    what the tests run
-#   abi.sh write LIBRARY MACHINE SOURCES    makes the register anew
+#   abi.sh write LIBRARY MACHINE SOURCES    makes the register again
 # The register is abi/SONAME-MACHINE.xml. CHANGELOG.md names its digest, so that
 # no change of the ABI goes unsaid, and what breaks programs needs a new soname.
 set -euo pipefail
@@ -42,7 +42,7 @@ check() {
   }
   difference || {
     say "$library is not what $register says"
-    say "add to it: write the register anew; break it: a new soname first"
+    say "add to it: write the register again; break it: a new soname first"
     exit 1
   }
   grep -qF "$(digest "$register")" "$sources/CHANGELOG.md" || {

@@ -112,7 +112,7 @@ Help at every level.
     isolation PORTS             Ports it may send to, 0 the CPU: interface numbers
                                 0-26 such as 1-4,7, all or none
     vlan 1-4094                 VLAN of untagged frames: a number 1-4094
-    filter on|off               Refuse frames of foreign VLANs
+    filter on|off               Ingress filtering: drop frames of other VLANs
     dtag on|off                 Double-tag mode
     tpid 0-65535                Tag protocol identifier: a number 0-65535
     entry 0-3                   Place of tpid in the switch's tables; 0 if not

@@ -37,7 +37,7 @@ class Fish:
 
 
 class Zsh:
-    """What appears on the screen behind a TAB."""
+    """What appears on the screen after a TAB."""
 
     def __init__(self, directory):
         environment = dict(os.environ, TERM="dumb", HOME=str(directory), COLUMNS="200", LINES="60")

@@ -72,7 +72,7 @@ The advertised modes go to the chip before autonegotiation is switched:
   rtk_port_phyAutoNegoAbility_set(unit=0, port=3, ability=0x5000000) = 0
   rtk_port_phyAutoNegoEnable_set(unit=0, port=3, enable=0) = 0
 
-Learning in all its forms. Behind forward, cpu would change nothing; what restore
+Learning in all its forms. After forward, cpu would change nothing; what restore
 brings back is what the same run of the shell has seen, so nothing here:
 
   $ for mode in on off cpu on cpu copy on copy forward cpu restore; do

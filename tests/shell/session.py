@@ -277,7 +277,7 @@ def check_help_key(directory):
     check("? keeps to what is typed", "duplex" in shown and "loopback" not in shown, shown)
     session.type("uplex half loopback on ?")
     shown = session.wait_for(PROMPT)
-    check("? goes on behind a value", re.search(r"^  speed +Forced speed", shown, re.M), shown)
+    check("? goes on after a value", re.search(r"^  speed +Forced speed", shown, re.M), shown)
     session.type("x y ?")
     shown = session.wait_for(PROMPT)
     check("? names a wrong word", 'unknown word "x"' in shown, shown)

@@ -9,7 +9,7 @@ Completion of vchipctl in bash. It asks the program.
   > echo "${COMPREPLY[@]}"
   > END
 
-Commands, and what stands behind them:
+Commands, and what follows them:
 
   $ bash ask "$TESTDIR" vchipctl d
   diff drops dump

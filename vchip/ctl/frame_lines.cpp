@@ -34,7 +34,8 @@ CLI::App *add_traffic(CLI::App &app, FrameLines &lines, const char *name, const 
 
 void add_frame_commands(CLI::App &app, FrameLines &lines, std::function<void()> &run,
                         bool &own_chip) {
-  CLI::App *sending = add_frames(app, lines, "send", "Let frames arrive, and print what leaves");
+  CLI::App *sending =
+      add_frames(app, lines, "send", "Send frames into a port, and print what leaves");
   sending->add_flag("--drain", lines.frame.drain, "Let the clock run until nothing waits");
   sending->callback([&] { run = [&] { send(lines.frame); }; });
   CLI::App *why = add_frames(app, lines, "explain", "Say what would become of a frame, and why");

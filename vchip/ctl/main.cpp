@@ -150,12 +150,12 @@ void add_medium(CLI::App &app, CommandLine &line) {
 }
 
 void add_addresses(CLI::App &app, CommandLine &line) {
-  CLI::App *learn = app.add_subcommand("learn", "A station sends a frame, and the chip learns it");
+  CLI::App *learn = app.add_subcommand("learn", "Learn an address, as from a station's frame");
   learn->add_option("MAC", line.station.mac, "The station's address")->required();
   learn->add_option("--port", line.station.port, "The one port that it sends into")->required();
   learn->add_option("--trunk", line.station.trunk, "The port's trunk group; 0 if not given");
   learn->callback([&line] { line.run = [&line] { vchipctl::learn(line.station); }; });
-  CLI::App *mark = app.add_subcommand("mark", "Set the chip's own words of an address");
+  CLI::App *mark = app.add_subcommand("mark", "Set the state and aux words of an address");
   mark->add_option("MAC", line.mark.mac, "The address")->required();
   mark->add_option("--state", line.mark.state, "State word; 1, a violation, if not given");
   mark->add_option("--aux", line.mark.aux, "Aux word; 0 if not given");
@@ -175,7 +175,7 @@ void add_time(CLI::App &app, CommandLine &line) {
 }
 
 void add_count(CLI::App &app, CommandLine &line) {
-  CLI::App *count = app.add_subcommand("rule-count", "Let rules count packets");
+  CLI::App *count = app.add_subcommand("rule-count", "Add packets and bytes to a counter of rules");
   count->add_option("COUNTER", line.count.counter, "The counter that they count on")->required();
   count->add_option("PACKETS", line.count.packets, "How many packets")->required();
   count->add_option("BYTES", line.count.bytes, "How many bytes in them")->required();
@@ -196,7 +196,7 @@ void add_pair(CLI::App &app, CommandLine &line) {
 }
 
 void add_counter(CLI::App &app, CommandLine &line) {
-  CLI::App *counter = app.add_subcommand("counter", "Let ports count");
+  CLI::App *counter = app.add_subcommand("counter", "Set counters of ports, or add to them");
   counter->add_option("PORTS", line.counter.ports, kPorts)->required();
   counter->add_option("COUNTER", line.counter.counter, "Identifier, 0 to 47")->required();
   counter->add_option("CHANGE", line.counter.change, "set or add; adding wraps around at 2^64")
@@ -207,7 +207,7 @@ void add_counter(CLI::App &app, CommandLine &line) {
 }
 
 void add_storm(CLI::App &app, CommandLine &line) {
-  CLI::App *storm = app.add_subcommand("storm", "Let a storm type exceed its rate");
+  CLI::App *storm = app.add_subcommand("storm", "Mark the rate of a storm type as exceeded");
   storm->add_option("PORTS", line.storm.ports, kPorts)->required();
   storm->add_option("TYPE", line.storm.type, "Storm type, 0 to 4")->required();
   storm->add_option("--unit", line.storm.unit, kUnit);

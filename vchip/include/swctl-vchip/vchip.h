@@ -127,7 +127,7 @@ typedef struct vchip_partner_t vchip_partner_t;
 /**
  * @brief Plugs a cable into a front port.
  *
- * Whether the link comes up is then the chip's affair: it depends on the
+ * The chip then decides whether the link comes up: that depends on the
  * port's administrative state, autonegotiation and modes and on the partner.
  *
  * @param unit    switch unit
@@ -201,7 +201,7 @@ SWCTL_API int32_t vchip_l2_mark(uint32_t unit, uint32_t vid, const uint8_t *mac,
 /**
  * @brief Advances the chip's clock, which never runs by itself.
  *
- * Entries that are not static grow older; those that reach the aging time are
+ * Entries that are not static age; those that reach the aging time are
  * dropped, unless that is 0.
  *
  * @param unit    switch unit
