@@ -1,9 +1,10 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# readme.sh SOURCE_DIR BUILD_DIR
-# Types what the README says under "Install", once as root below /usr/local and once
-# without root below the home, and then what it says under "A program". The build is
-# there already. What belongs to root is a directory of our own, in a name space.
+# readme.sh SOURCE_DIR BUILD_DIR user|root
+# Types what the README says under "Install", as root below /usr/local or without
+# root below the home, and then what it says under "A program". The build is there
+# already. What belongs to root is a directory of our own, in a name space; where
+# there can be none, the status is 77.
 set -euo pipefail
 source_dir=$(cd "$1" && pwd) build_dir=$(cd "$2" && pwd)
 
@@ -55,12 +56,16 @@ try() {
   echo "readme: as $where: every command works"
 }
 
-case ${3:-} in
-  "")
-    try user 2
-    unshare --map-root-user --mount bash "${BASH_SOURCE[0]}" "$source_dir" "$build_dir" root
-    ;;
+case $3 in
+  user) try user 2 ;;
   root)
+    unshare --map-root-user --mount true 2>/dev/null || {
+      echo "readme: this machine lets nobody have a name space; the commands of root are not tried"
+      exit 77
+    }
+    unshare --map-root-user --mount bash "${BASH_SOURCE[0]}" "$source_dir" "$build_dir" inside
+    ;;
+  inside)
     # A /usr/local and a loader's cache that vanish with the name space.
     for each in /usr/local /etc; do
       mkdir -p "$work/$each/over" "$work/$each/work"
