@@ -116,6 +116,62 @@ TEST_F(Sparse, AResetGivesBackWhatWasTaken) {
   EXPECT_EQ(reset.output, fresh.output);
 }
 
+// A board with ten VLANs, a hundred addresses and what a daemon asks of it.
+int be_board(uint32_t number) {
+  const uint32_t members = 0xffffff, untagged = 0;
+  for (uint32_t vid = 10; vid < 20; ++vid)
+    if (rtk_vlan_create(0, vid) != 0 || rtk_vlan_port_set(0, vid, &members, &untagged) != 0)
+      return 1;
+  for (uint32_t count = 0; count < 100; ++count) {
+    chip_l2_ucast_entry entry = {};
+    entry.vid = 10;
+    entry.mac[0] = 2;
+    entry.mac[3] = static_cast<uint8_t>(number);
+    entry.mac[5] = static_cast<uint8_t>(count);
+    if (rtk_l2_addr_add(0, &entry) != 0) return 2;
+  }
+  for (int32_t call = 0; call < 280; ++call) {
+    uint32_t word = 0;
+    const int32_t port = call % 28;
+    if (rtk_vlan_portPvid_set(0, port, 10) != 0 || rtk_vlan_portPvid_get(0, port, &word) != 0)
+      return 3;
+  }
+  return 0;
+}
+
+// Whether the chip holds what that board got, and no other's.
+int is_board(uint32_t number) {
+  size_t addresses = 0;
+  chip_l2_ucast_entry entry = {};
+  for (int32_t index = -1; rtk_l2_nextValidAddr_get(0, &index, 1, &entry) == 0; ++addresses)
+    if (entry.mac[3] != number) return 4;
+  return addresses == 100 ? 0 : 5;
+}
+
+TEST_F(Sparse, ManyBoardsAtOnce) {
+  constexpr uint32_t kBoards = 60;
+  constexpr uint64_t kBoardBytes = 512 * 1024;
+  vchip_test::Gate gate;
+  std::vector<pid_t> boards;
+  const auto environment = [&](uint32_t number) {
+    return vchip_test::Environment{{"VCHIP_IMAGE", file("board" + std::to_string(number))}};
+  };
+  for (uint32_t number = 0; number < kBoards; ++number)
+    boards.push_back(vchip_test::start(environment(number), [&, number] {
+      const int made = be_board(number);
+      gate.wait();
+      return made != 0 ? made : is_board(number);
+    }));
+  gate.open();
+  for (const pid_t board : boards) EXPECT_EQ(vchip_test::wait_for(board), 0);
+  EXPECT_EQ(files().size(), kBoards);
+  for (uint32_t number = 0; number < kBoards; ++number) {
+    const std::string path = file("board" + std::to_string(number));
+    EXPECT_LE(vchip::image_status(path).size_on_disk, kBoardBytes);
+    EXPECT_TRUE(vchip::image_faults(path).empty());
+  }
+}
+
 // What is not given back, because the system cannot, is 0 all the same.
 TEST_F(Sparse, AResetIsSeenByWhoHasTheImageOpen) {
   make_image();
