@@ -96,7 +96,7 @@ WordList words_of(const std::string &bytes) {
   return words;
 }
 
-void turn(std::string &bytes, size_t offset, size_t width) {
+void turn(std::string &bytes, uint64_t offset, size_t width) {
   const auto first = bytes.begin() + static_cast<ptrdiff_t>(offset);
   std::reverse(first, first + static_cast<ptrdiff_t>(width));
 }
@@ -229,7 +229,8 @@ TEST_F(Convert, AnInterruptedReset) {
 
 TEST_F(Convert, WhatIsNoChipIsRefused) {
   std::string bytes = good_;
-  set_word(bytes, find(words_of(good_), "units[].vlan.pvids[]").offset, 5000);
+  const uint64_t pvids = find(words_of(good_), "units[].vlan.pvids[]").offset;
+  set_word(bytes, static_cast<size_t>(pvids), 5000);
   write_sparse_file(image_, bytes);
   EXPECT_EQ(refusal(),
             "1 words that no call could have left, the first of unit 0, vlan.pvids[0]: "

@@ -165,7 +165,7 @@ TEST_F(Vchipctl, CheckNamesWhatIsImpossible) {
   expect_done("check");
   EXPECT_EQ(json::parse(run("check -j").output), json::array());
   // Nothing but the counters of rules may hold anything; all else is damaged.
-  std::string bytes(std::filesystem::file_size(image_), '\0');
+  std::string bytes(static_cast<size_t>(std::filesystem::file_size(image_)), '\0');
   std::ifstream(image_, std::ios::binary).read(bytes.data(), static_cast<long>(bytes.size()));
   std::fill(bytes.begin() + 4096, bytes.end(), '\xff');
   std::ofstream(image_, std::ios::binary) << bytes;
@@ -419,8 +419,7 @@ TEST_F(Vchipctl, WhatCannotBeCompared) {
   std::ofstream(bad) << "{ \"units\": ";
   expect_refused("diff " + bad + " " + image_, "dump " + bad + ": is no JSON object");
   std::ofstream(bad) << "hello\n";
-  expect_refused("diff " + bad + " " + image_,
-                 "image " + bad + ": not a virtual chip image");
+  expect_refused("diff " + bad + " " + image_, "image " + bad + ": not a virtual chip image");
   expect_wrong("diff " + image_, "B is required");
 }
 
