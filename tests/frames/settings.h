@@ -13,17 +13,21 @@
 namespace frames {
 
 struct Setting {
+  using Call = int32_t (*)();
+  using Step = void (*)();
+  Setting(const char *name, Call makes, Step before, Step behind)
+      : call(name), set(makes), prepare(before), traffic(behind) {}
+
   const char *call;
-  int32_t (*set)();   // does the call
-  void (*prepare)();  // comes before it; null if a fresh chip will do
-  void (*traffic)();  // comes behind it
+  Call set;
+  Step prepare;  // comes before it; null if a fresh chip will do
+  Step traffic;  // comes behind it
 };
 
 // A setting that does what it is named for.
-#define SWCTL_SETTING(call, arguments, prepare, traffic)   \
-  {                                                        \
-#call, [] { return call arguments; }, prepare, traffic \
-  }
+#define SWCTL_SETTING(call, arguments, prepare, traffic) \
+  Setting(                                               \
+      #call, [] { return call arguments; }, prepare, traffic)
 
 // By what they are about.
 namespace port_setting {

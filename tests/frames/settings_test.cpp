@@ -168,13 +168,11 @@ TEST_P(AnySetting, SendsAFrameAnotherWay) {
 
 // Calls of the other table, with words that other settings would show.
 struct Quiet {
+  Quiet(const char *name, std::function<int32_t()> makes) : call(name), set(std::move(makes)) {}
   const char *call;
   std::function<int32_t()> set;
 };
-#define SWCTL_QUIET(call, arguments)      \
-  {                                       \
-#call, [=] { return call arguments; } \
-  }
+#define SWCTL_QUIET(call, arguments) Quiet(#call, [=] { return call arguments; })
 
 std::vector<Quiet> quiet_settings(uint32_t word, int32_t port) {
   const uint32_t bit = word % 2;

@@ -6,7 +6,6 @@ namespace frames::vlan_setting {
 namespace {
 
 constexpr uint32_t kMembers = mask({1, 2, 3});
-constexpr uint32_t kNone = 0;
 
 void vlan() {
   make_vlan(kMembers);

@@ -266,6 +266,20 @@ TEST_F(Provider, ARulesOuterVlanReplacesTheService) {
   EXPECT_EQ(left(), 0u);
 }
 
+TEST_F(Provider, TheCustomersTagIsTouchedOnlyWhereItIsKept) {
+  ASSERT_EQ(rtk_vlan_innerTpidEntry_set(0, 1, 0x9100), 0);
+  ASSERT_EQ(rtk_vlan_portEgrInnerTpid_set(0, 2, 1), 0);
+  EXPECT_EQ(through(1, customer(), 2), service()) << "carried as it came, its type too";
+  ASSERT_EQ(rtk_vlan_portIgrTagKeepEnable_set(0, 1, 1, 0), 0);
+  ASSERT_EQ(rtk_vlan_portEgrTagKeepEnable_set(0, 2, 1, 0), 0);
+  const Bytes other =
+      to_all().tag(20, 0, kServiceType).tag(7, 3, 0x9100).type(0x88b5).fill(68).bytes();
+  EXPECT_EQ(through(1, customer(), 2), other) << "with the type of the port of exit";
+  ASSERT_EQ(rtk_vlan_portEgrTagKeepEnable_set(0, 2, 0, 0), 0);
+  const Bytes without = to_all().tag(20, 0, kServiceType).type(0x88b5).fill(64).bytes();
+  EXPECT_EQ(through(1, customer(), 2), without) << "or taken off there";
+}
+
 TEST_F(Provider, TheSecondKeyOfAConversionIsTheCustomersVlan) {
   chip_vlan_egress_entry entry = {};
   entry.valid = 1;
@@ -276,6 +290,10 @@ TEST_F(Provider, TheSecondKeyOfAConversionIsTheCustomersVlan) {
   ASSERT_EQ(rtk_vlan_egrVlanCnvtEntry_set(0, 0, &entry), 0);
   EXPECT_EQ(through(1, customer(8), 2), service(88, 0, kServiceType, 8));
   EXPECT_EQ(through(1, customer(7), 2), service());
+  entry.second_key = 0;
+  ASSERT_EQ(rtk_vlan_egrVlanCnvtEntry_set(0, 0, &entry), 0);
+  const Bytes outer = to_all().tag(20, 0, kServiceType).type(0x88b5).fill(64).bytes();
+  EXPECT_EQ(through(1, plain(kBroadcast, station(1)), 2), outer) << "it has none";
 }
 
 }  // namespace
