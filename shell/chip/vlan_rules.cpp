@@ -19,7 +19,7 @@ bool is_there(const RuleKind &kind, int32_t index) {
 }  // namespace
 
 const std::array<RuleKind, 6> kRuleKinds = {{
-    {"translation", "Another VLAN for tagged frames", ADP_FP_ENTITY_TRANSLATION, 0,
+    {"translation", "Translation of the VLAN of tagged frames", ADP_FP_ENTITY_TRANSLATION, 0,
      USER_VLAN_TRANSLATE_RULES, "from", "to", SWSH_CALL(user_vlan_translate_delete)},
     {"double-tag", "An outer tag for tagged frames", ADP_FP_ENTITY_DOUBLE_TAG, 0,
      USER_VLAN_DTAG_RULES, "inner", "vlan", SWSH_CALL(user_vlan_dtag_delete)},
@@ -27,7 +27,7 @@ const std::array<RuleKind, 6> kRuleKinds = {{
      SWSH_CALL(user_vlan_mac_delete)},
     {"ip4", "By source IPv4 subnet", ADP_FP_ENTITY_IP4_VLAN, 0, USER_VLAN_IP4_RULES, "tag", "vlan",
      SWSH_CALL(user_vlan_ip4_delete)},
-    {"voice", "Telephones", ADP_FP_ENTITY_VOICE_VLAN, ADP_FP_FIRST_VOICE_RULE,
+    {"voice", "Voice VLAN, by OUI", ADP_FP_ENTITY_VOICE_VLAN, ADP_FP_FIRST_VOICE_RULE,
      USER_VLAN_VOICE_RULES, "tag", "vlan", SWSH_CALL(user_vlan_voice_oui_mac_delete)},
     {"protocol", "By protocol", ADP_FP_ENTITY_PROTOCOL_VLAN, 0, USER_VLAN_PROTOCOL_RULES, "tag",
      "vlan", SWSH_CALL(user_port_protocol_vlan_delete)},

@@ -128,7 +128,7 @@ std::vector<Node> mac_learning_commands() {
                      .help = "The new limit"}},
        .run = limit},
       {.name = "aging",
-       .help = "Show or set how long an address stays that is not seen",
+       .help = "Show or set the aging time of addresses",
        .positional = {{.name = "TIME",
                        .type = number(0, 0xFFFFFFFF),
                        .help = "The new time, in the unit of the chip"}},

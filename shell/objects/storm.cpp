@@ -111,7 +111,7 @@ Node storm_object() {
                              .help = "Which traffic the type covers"}},
                .run = set_storm},
               {.name = "reset",
-               .help = "Take back the marks of exceeded rates",
+               .help = "Clear the marks of exceeded rates",
                .positional = {ports_to_change()},
                .run = reset},
               {.name = "mode",

@@ -39,7 +39,7 @@ Answer set_dscp(const Arguments &arguments, const Context &context) {
 Node qos_dscp_commands() {
   return {
       .name = "dscp",
-      .help = "The internal priority of each code point",
+      .help = "The internal priority of each DSCP",
       .children = {{.name = "show",
                     .help = "Show the priority of code points",
                     .positional = {{.name = "DSCPS",

@@ -15,10 +15,11 @@ namespace {
 constexpr int64_t kMaxWeight = 0xffff;
 
 std::vector<Choice> modes() {
-  return {{"strict", USER_QOS_SCHEDULE_STRICT, "A queue goes before all lower ones"},
-          {"equal", USER_QOS_SCHEDULE_EQUAL, "All queues have the same share"},
-          {"weighted", USER_QOS_SCHEDULE_WEIGHTED, "Shares by weight, algorithm 1"},
-          {"weighted-0", USER_QOS_SCHEDULE_WEIGHTED_0, "Shares by weight, algorithm 0"}};
+  return {
+      {"strict", USER_QOS_SCHEDULE_STRICT, "Strict priority: a queue goes before all lower ones"},
+      {"equal", USER_QOS_SCHEDULE_EQUAL, "All queues have the same share"},
+      {"weighted", USER_QOS_SCHEDULE_WEIGHTED, "Shares by weight, algorithm 1"},
+      {"weighted-0", USER_QOS_SCHEDULE_WEIGHTED_0, "Shares by weight, algorithm 0"}};
 }
 
 // In percent of what strict queues leave; those take what they want.
@@ -87,7 +88,7 @@ Answer set_schedule(const Arguments &arguments, const Context &context) {
 
 Node qos_schedule_commands() {
   return {.name = "schedule",
-          .help = "How the queues of the front ports take turns",
+          .help = "Scheduling of the queues of the front ports",
           .children = {
               {.name = "show",
                .help = "Show the queues with their shares",
@@ -95,7 +96,7 @@ Node qos_schedule_commands() {
                .run = show_schedule},
               {.name = "set",
                .help = "Schedule the queues of all front ports",
-               .positional = {required("SCHEDULE", choice(modes()), "How they take turns")},
+               .positional = {required("SCHEDULE", choice(modes()), "Scheduling")},
                .keywords = {{.name = "weights",
                              .type = text(),
                              .help = "Of the queues 0 to 7, with commas between; 0 is strict"}},

@@ -68,7 +68,7 @@ Answer set_trust(const Arguments &arguments, const Context &context) {
 Node qos_trust_commands() {
   return {
       .name = "trust",
-      .help = "Which of its priorities a frame follows",
+      .help = "Which priority of a frame a port trusts",
       .children = {
           {.name = "show",
            .help = "Show what ports trust",

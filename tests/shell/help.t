@@ -94,7 +94,7 @@ Help at every level.
                                 100-full,pause
     autoneg on|off              Autonegotiation
     pause on|off                Flow control
-    backpressure on|off         Collisions on purpose in half duplex
+    backpressure on|off         Flow control by collisions, in half duplex
     mdix auto|straight|crossed  Which pairs the port sends on
     eee on|off                  Energy-efficient Ethernet
     loopback on|off             Whether the MAC sends its own frames back to
@@ -109,18 +109,18 @@ Help at every level.
       cpu                       Leave learning to the processor
       copy                      Learn, and copy to the processor
       restore                   What the last change found
-    isolation PORTS             Ports it may send to, 0 the CPU: interface numbers
-                                0-26 such as 1-4,7, all or none
-    vlan 1-4094                 VLAN of untagged frames: a number 1-4094
+    isolation PORTS             Isolation: ports it may send to, 0 the CPU:
+                                interface numbers 0-26 such as 1-4,7, all or none
+    vlan 1-4094                 PVID, the VLAN of untagged frames: a number 1-4094
     filter on|off               Ingress filtering: drop frames of other VLANs
     dtag on|off                 Double-tag mode
     tpid 0-65535                Tag protocol identifier: a number 0-65535
     entry 0-3                   Place of tpid in the switch's tables; 0 if not
                                 given: a number 0-3
-    ingress RATE                Limit of what it takes in: a rate 0-16777200 kbit
-                                in steps of 16 such as 64kbit, 10mbit or 1gbit
-    egress RATE                 Limit of what it sends: a rate 0-16777200 kbit in
+    ingress RATE                Ingress rate limit: a rate 0-16777200 kbit in
                                 steps of 16 such as 64kbit, 10mbit or 1gbit
+    egress RATE                 Egress rate limit: a rate 0-16777200 kbit in steps
+                                of 16 such as 64kbit, 10mbit or 1gbit
   $ swctl version help
   Usage: swctl version
   

@@ -30,7 +30,7 @@ One line makes VLANs and fills them; again it changes nothing:
   [{"vlan":100,"tagged":[25],"untagged":[1,2,3,4]},{"vlan":110,"tagged":[25],"untagged":[1,2,3,4]}]
   $ vchipctl dump --compact > before
   $ swctl vlan add 100-110 untagged 1-4 tagged 25
-  $ vchipctl dump --compact | cmp - before
+  $ vchipctl diff before chip.img
   $ vchipctl dump --block vlan --unit 0 --compact | jq -c '.vlans[1]'
   {"vid":100,"member":[0,1,2,3,24],"untagged":[0,1,2,3],"stg":0}
   $ swctl -u 1 vlan show
@@ -126,7 +126,7 @@ Wrong words change nothing:
   $ swctl vlan set 200 tagged 5
   swctl: vlan set 200 tagged 5: there is no VLAN 200
   [1]
-  $ vchipctl dump --compact | cmp - before
+  $ vchipctl diff before chip.img
 
 The chip may refuse:
 
@@ -188,7 +188,7 @@ Rules go to the adapter:
   $ swctl vlan rule show mac
   kind  index  match                                            sets
   mac   3      ports 1-4 mac 02:00:5e:00:00:01 frames untagged  vlan 20 priority 5
-  $ vchipctl dump --compact | cmp - before
+  $ vchipctl diff before chip.img
   $ swctl vlan rule add mac 4 02:00:5e:00:00:02 vlan 30 mask ff:ff:ff:00:00:00 ports 26
   $ swctl vlan rule show mac
   kind  index  match                                                             sets
