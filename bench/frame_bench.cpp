@@ -4,6 +4,7 @@
 // measured in the same run; the best of several rounds counts.
 #include <swctl-vchip/ability.h>
 #include <swctl-vchip/frame.h>
+#include <swctl-vchip/queue_view.h>
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
@@ -203,6 +204,44 @@ double on_image(const Setup &setup) {
   return nanoseconds;
 }
 
+double resident_megabytes() {
+  FILE *file = fopen("/proc/self/statm", "r");
+  long size = 0;
+  long resident = 0;
+  const bool read = file != nullptr && fscanf(file, "%ld %ld", &size, &resident) == 2;
+  if (file != nullptr) fclose(file);
+  if (!read) ++failures;
+  return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+// Frames to all ports, of every priority, until the queues of 26 ports that send
+// next to nothing are full.
+double full_queues() {
+  constexpr int32_t kHeld = 26;
+  constexpr int kFrames = 1500;
+  prepare({.ports = kHeld + 1});
+  const uint32_t queues[8] = {0, 1, 2, 3, 4, 5, 6, 7};
+  expect(rtk_qos_priMap_set(0, 8, queues));
+  for (const uint32_t priority : queues) expect(rtk_qos_1pPriRemap_set(0, priority, priority));
+  for (int32_t port = 0; port < kHeld; ++port) {
+    expect(rtk_rate_egrBandwidthCtrlRate_set(0, port, 1));
+    expect(rtk_rate_egrBandwidthCtrlEnable_set(0, port, 1));
+  }
+  const double before = resident_megabytes();
+  for (int frame = 0; frame < kFrames; ++frame)
+    for (uint8_t priority = 0; priority < 8; ++priority) {
+      uint8_t bytes[kFrameBytes] = {0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 2};
+      const uint8_t tag[] = {0x81, 0x00, static_cast<uint8_t>(priority << 5), 100, 0x88, 0xb5};
+      memcpy(bytes + 12, tag, sizeof tag);
+      expect(vchip_frame_arrive(0, kHeld, bytes, kFrameBytes));
+      take_all();
+    }
+  for (int32_t port = 0; port < kHeld; ++port)
+    for (const vchip::QueueView &queue : vchip::port_queues(0, port).queues)
+      if (queue.waiting != 1000) ++failures;
+  return resident_megabytes() - before;
+}
+
 bool report(const char *what, double value, double limit, const char *unit) {
   printf("%-52s %8.2f %-10s limit %7.2f%s\n", what, value, unit, limit,
          value <= limit ? "" : "  EXCEEDED");
@@ -223,6 +262,7 @@ int main() {
   good &= report("16,384 addresses, of 8,192", plain / best_of({.addresses = 8192}), 1.2, "times");
   good &= report("a meter, a storm type and a limit, on top", best_of({.limits = true}) - plain, 60,
                  "ns/frame");
+  good &= report("26 ports whose eight queues are full, 60 bytes", full_queues(), 64, "MB");
   if (failures != 0) printf("%d calls were refused\n", failures);
   return good && failures == 0 ? 0 : 1;
 }
