@@ -2,7 +2,6 @@
 #include "documents.h"
 
 #include <swctl-vchip/image.h>
-#include <swctl-vchip/view.h>
 
 #include <bit>
 #include <fstream>
@@ -31,9 +30,13 @@ Json read_document(const std::string &path) {
   return document;
 }
 
-Json document_of(const std::string &image) {
+Json document_of(const std::string &image, const vchip::DumpPart &part) {
   open_image(image);
-  Json document = Json::parse(vchip::dump_json(-1));
+  return Json::parse(vchip::dump_json(-1, part));
+}
+
+Json whole_document_of(const std::string &image) {
+  Json document = document_of(image);
   document["byte_order"] = std::endian::native == std::endian::little ? "little" : "big";
   Json words = Json::object();
   for (const auto &[name, value] : vchip::chip_words()) words[name] = value;

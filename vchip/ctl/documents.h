@@ -3,6 +3,8 @@
 #ifndef VCHIPCTL_DOCUMENTS_H
 #define VCHIPCTL_DOCUMENTS_H
 
+#include <swctl-vchip/view.h>
+
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -12,8 +14,10 @@ namespace vchipctl {
 bool is_document(const std::string &path);
 // Throws Refused.
 nlohmann::ordered_json read_document(const std::string &path);
-// Of an image, which is opened: all that it holds, with its words by name.
-nlohmann::ordered_json document_of(const std::string &image);
+// Of an image, which is opened: all that it holds, or a part.
+nlohmann::ordered_json document_of(const std::string &image, const vchip::DumpPart &part = {});
+// The same with its words by name, of which an image can be made again.
+nlohmann::ordered_json whole_document_of(const std::string &image);
 
 }  // namespace vchipctl
 

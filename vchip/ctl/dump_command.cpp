@@ -31,32 +31,40 @@ std::string block_names(const Json &unit) {
   return names;
 }
 
-void expect_block(const Json &unit, const std::string &block) {
-  if (block != "unit" && unit.contains(block)) return;
-  throw UsageError("no block '" + block + "': expected " + block_names(unit));
-}
-
 Json only_block(const Json &unit, const std::string &block) {
   return Json{{"unit", unit["unit"]}, {block, unit[block]}};
 }
 
-// The part of the document that the words ask for.
-Json selected(const Json &document, const DumpWords &words) {
-  const Json &units = document["units"];
-  if (!words.block) return words.unit ? units[parse_unit(*words.unit)] : document;
-  const std::string &block = *words.block;
-  const bool of_board = is_board_block(block);
-  if (of_board && words.unit) throw UsageError("block '" + block + "' belongs to no unit");
-  if (of_board) return document[block];
-  expect_block(units[0], block);
-  if (words.unit) return units[parse_unit(*words.unit)][block];
+[[noreturn]] void refuse_block(const std::string &image, const std::string &block) {
+  const Json unit = document_of(image)["units"][0];
+  throw UsageError("no block '" + block + "': expected " + block_names(unit));
+}
+
+// A block of each unit.
+Json of_all_units(const Json &units, const std::string &block) {
   Json all = Json::array();
   for (const Json &unit : units) all.push_back(only_block(unit, block));
   return all;
 }
 
+Json block_of(const std::string &image, const std::string &block, const vchip::DumpPart &part) {
+  const bool of_board = is_board_block(block);
+  if (of_board && part.unit >= 0) throw UsageError("block '" + block + "' belongs to no unit");
+  const Json document = document_of(image, part);
+  if (of_board) return document[block];
+  const Json &units = document["units"];
+  const Json &first = units[part.unit < 0 ? 0 : static_cast<size_t>(part.unit)];
+  if (block == "unit" || !first.contains(block)) refuse_block(image, block);
+  return part.unit < 0 ? of_all_units(units, block) : first[block];
+}
+
 Json dump_of(const std::string &image, const DumpWords &words) {
-  return selected(document_of(image), words);
+  if (!words.unit && !words.block) return whole_document_of(image);
+  vchip::DumpPart part;
+  if (words.unit) part.unit = static_cast<int32_t>(parse_unit(*words.unit));
+  if (!words.block) return document_of(image, part)["units"][static_cast<size_t>(part.unit)];
+  part.block = *words.block;
+  return block_of(image, *words.block, part);
 }
 
 // One of several: a part does not say of which image it is.

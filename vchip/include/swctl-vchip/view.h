@@ -87,6 +87,13 @@ SWCTL_API PlatformView platform();
 
 // The whole chip as a JSON document, indented by `indent` spaces (-1: one line).
 SWCTL_API std::string dump_json(int indent);
+// The same with one block only, or the blocks of one unit only, or both: what is
+// left out is left out of the document.
+struct DumpPart {
+  int32_t unit = -1;  // -1: all
+  std::string block;  // empty: all
+};
+SWCTL_API std::string dump_json(int indent, const DumpPart &part);
 
 }  // namespace vchip
 
