@@ -10,7 +10,7 @@
 
 namespace swsh {
 
-// What a reader has who is no terminal.
+// Columns of text that goes to no terminal.
 inline constexpr size_t kUsualWidth = 80;
 
 // Columns of the terminal at the descriptor; nothing if there is none. The
