@@ -286,7 +286,7 @@ TEST_F(Convert, ADamagedListIsRefused) {
   }
 }
 
-// The check behind the list is no protection from a list that was made to harm.
+// The check at the end of the list is no protection from a list that was made to harm.
 TEST_F(Convert, AListThatLeadsOutOfTheFileIsRefused) {
   for (const char *line :
        {"16 4 2*99999999 a[]", "16384 1 - a", "4294967296 4 - a", "18446744073709551615 8 - a",

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the words of an image are called, and where they lie. An image has this
-// list behind its chip, as text, so that a later version, or a machine of the
+// list after its chip, as text, so that a later version, or a machine of the
 // other byte order, can read the chip's words by what they mean.
 #ifndef VCHIP_IMAGE_WORD_LIST_H
 #define VCHIP_IMAGE_WORD_LIST_H
@@ -40,7 +40,7 @@ std::string split_name(const std::string &name, WordIndex &index);
 
 std::string word_list_text(const WordList &words);
 // Null: the text is none of words that lie in a file of that size. What is
-// behind its end is not looked at.
+// after its end is not looked at.
 const char *parse_word_list(const std::string &text, uint64_t size, WordList &words);
 
 uint64_t load_word(const uint8_t *bytes, uint32_t width, bool turned);
