@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Chip images: files of any bytes, and good ones with bytes changed.
+#include <swctl-vchip/image.h>
 #include <swctl-vchip/vchip.h>
 #include <swctl-vchip/view.h>
 #include <swctl/swctl.h>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -119,6 +121,16 @@ void open_and_use(const std::string &path, Input &input, bool dump) {
   vchip_close();
 }
 
+// To where nothing can be made.
+void convert(const std::string &path) {
+  try {
+    vchip::convert_image(path, "/proc/none/chip");
+    swfuzz::wrong("an image was made where there is no directory");
+  } catch (const std::runtime_error &error) {
+    if (std::string(error.what()).find("image /") != 0) swfuzz::wrong(error.what());
+  }
+}
+
 }  // namespace
 
 // Any bytes, or the number of changes to a good image, the changes and calls.
@@ -130,6 +142,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const uint8_t changes = input.byte() % kMostChanges;
   if (changes == 0) {
     any.set(input.rest());
+    convert(any.path());
     open_and_use(any.path(), input, false);
     return 0;
   }
@@ -138,6 +151,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   static uint32_t inputs = 0;
   const bool dump = inputs++ % kDumpEvery == 0;
   for (uint8_t i = 0; i < changes; ++i) image.change(input);
+  // That takes longer.
+  if (inputs % (4 * kDumpEvery) == 2) convert(image.path());
   open_and_use(image.path(), input, dump);
   image.undo();
   return 0;
