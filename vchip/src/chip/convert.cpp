@@ -14,17 +14,20 @@
 
 #include "chip/check.h"
 #include "chip/copy.h"
+#include "chip/nobody_inside.h"
 #include "chip/scratch.h"
 #include "chip/words.h"
 #include "image/high_descriptor.h"
 #include "image/image.h"
 #include "image/openers.h"
+#include "image/patience.h"
 #include "image/sparse.h"
 
 namespace vchip {
 namespace {
 
-constexpr off_t kLargest = 1 << 28;  // bytes of a file that is read as a whole
+constexpr uint64_t kLongestOpening = 100'000'000;  // ns
+constexpr off_t kLargest = 1 << 28;                // bytes of a file that is read as a whole
 
 [[noreturn]] void fail(const std::string &path, const std::string &why) {
   throw std::runtime_error("image " + path + ": " + why);
@@ -75,11 +78,16 @@ class ForeignImage {
 
  private:
   void read() {
+    const NobodyInside alone;
     const OpenFile file(path_);
     struct stat status = {};
     if (fstat(file.descriptor(), &status) != 0 || status.st_size > kLargest)
       fail(path_, "not a virtual chip image");
-    if (is_in_use(file.descriptor())) fail(path_, "in use: it cannot be read as a whole");
+    // Nobody begins to use it meanwhile.
+    const bool quiet =
+        lock_door(file.descriptor(), Door::look, monotonic_time() + kLongestOpening) ||
+        !can_list_openers(file.descriptor());
+    if (!quiet || is_in_use(file.descriptor())) fail(path_, "in use: it cannot be read as a whole");
     bytes_.resize(static_cast<size_t>(status.st_size));
     if (!read_sparse(file.descriptor(), bytes_.data(), bytes_.size()))
       fail(path_, "cannot be read");

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "chip/check.h"
+#include "chip/nobody_inside.h"
 #include "chip/process.h"
 #include "chip/scratch.h"
 #include "chip/settings.h"
@@ -23,24 +24,6 @@ namespace {
 
 constexpr uint64_t kDoorPatience = 100'000'000;  // ns
 constexpr uint64_t kBlock = 512;                 // of st_blocks
-
-// Closing any descriptor of a file loses this process's record lock on it.
-class NobodyInside {
- public:
-  NobodyInside() : inside_(uses_record_lock()) {
-    if (!inside_) return;
-    Patience patience(wait_setting);
-    if (!lock_threads(patience)) throw std::runtime_error(vchip_result_text(VCHIP_E_BUSY));
-  }
-  ~NobodyInside() {
-    if (inside_) unlock_threads();
-  }
-  NobodyInside(const NobodyInside &) = delete;
-  NobodyInside &operator=(const NobodyInside &) = delete;
-
- private:
-  const bool inside_;
-};
 
 // A file, its header mapped for reading.
 class LookedAt {
