@@ -5,6 +5,7 @@
 #include "chip_difference.h"
 #include "commands.h"
 #include "documents.h"
+#include "images.h"
 #include "usage_error.h"
 
 namespace vchipctl {
