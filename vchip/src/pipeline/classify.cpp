@@ -26,8 +26,9 @@ bool is_outer_type(const Way &way, uint32_t type) {
   return way.unit.tag.outer()[way.unit.tag.port(way.port).egress_outer_tpid] == type;
 }
 
-// Reads a tag at the place where the type is expected, and passes it.
-Tag take_tag(Way &way, uint32_t &type) {
+// Reads a tag at the place where the type is expected, and passes it. Inlined, so
+// that a tag is written to the way once and not put together in memory first.
+[[gnu::always_inline]] inline Tag take_tag(Way &way, uint32_t &type) {
   type = way.frame.type_at(way.type_at);
   const Tag tag = tag_at(way.frame, way.type_at);
   way.type_at += kTagBytes;

@@ -88,12 +88,6 @@ Encapsulation encapsulation_of(const Frame &frame, uint32_t at) {
 
 }  // namespace
 
-Tag tag_at(const Frame &frame, uint32_t offset) {
-  const uint32_t control = frame.type_at(offset + 2);
-  return {true, (control >> 12 & 1) != 0, static_cast<uint8_t>(control >> 13),
-          static_cast<uint16_t>(control & 0xfff)};
-}
-
 Layers layers_of(const Frame &frame, uint32_t at) {
   Layers layers = {};
   layers.at = at + 2;

@@ -84,7 +84,11 @@ struct Tag {
   uint8_t priority;
   uint16_t vid;
 };
-Tag tag_at(const Frame &frame, uint32_t offset);
+inline Tag tag_at(const Frame &frame, uint32_t offset) {
+  const uint32_t control = frame.type_at(offset + 2);
+  return {true, (control >> 12 & 1) != 0, static_cast<uint8_t>(control >> 13),
+          static_cast<uint16_t>(control & 0xfff)};
+}
 
 enum class Encapsulation : uint32_t { ethernet, snap, llc };
 

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "pipeline/rule_index.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
 namespace vchip {
 namespace {
 
-// A few heads a rule, so that few rules share one, and no more: they are read
-// for every frame.
-constexpr uint32_t kHeadsARule = 4;
+// So many that a frame seldom finds a rule that is not its own, and few enough
+// to stay near the processor: they are read for every frame.
+constexpr uint32_t kHeadsARule = 16;
+constexpr uint32_t kMostHeads = 8192;
 constexpr uint64_t kHashFactor = 0x9e3779b97f4a7c15;
 
 constexpr size_t kTemplate = place_of_field(CHIP_ACL_FIELD_TEMPLATE);
@@ -144,7 +146,7 @@ void RuleIndex::compile(const AclBlock &block) {
   for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number)
     if (block.rule(number).valid != 0) ++rules;
   if (rules == 0) return;
-  heads_.assign(std::bit_ceil(rules * kHeadsARule), 0);
+  heads_.assign(std::min(std::bit_ceil(rules * kHeadsARule), kMostHeads), 0);
   for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number) {
     if (block.rule(number).valid == 0) continue;
     asks_for_class_ = asks_for_class_ || is_by_class(block.rule(number));

@@ -14,8 +14,12 @@
 
 namespace vchip {
 
+// Each block begins with a cache line, so that an entry of 64 bytes is in one
+// and not in two.
+inline constexpr size_t kCacheLine = 64;
+
 struct Unit {
-#define VCHIP_MEMBER(type, name) type name;
+#define VCHIP_MEMBER(type, name) alignas(kCacheLine) type name;
   VCHIP_BLOCKS(VCHIP_MEMBER)
 #undef VCHIP_MEMBER
 };
