@@ -120,10 +120,10 @@ void hold_chip(const Judge &judge) {
 // Where a call of its own fails, a function leaves in its outputs what the caller
 // had or what is right, and nothing else but for what the table says.
 void hold_outputs(const std::string &function, const Reference &reference, const Bytes &written) {
+  const Outputs rule = outputs_rule_of(function);
   for (size_t place = 0; place < written.size(); ++place) {
     const uint8_t byte = written[place];
     if (byte == reference.given[place] || byte == reference.written[place]) continue;
-    const Outputs rule = outputs_rule_of(function);
     const bool fine = rule == Outputs::counted || (rule == Outputs::zeros && byte == 0);
     if (!fine)
       throw std::runtime_error("leaves byte " + std::to_string(place) + " of its outputs as " +
