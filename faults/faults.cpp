@@ -22,7 +22,7 @@ namespace {
 constexpr char kFailing[] = "[ra][td][kp]_*";
 
 bool can_fail(const swprobe::Call &call) {
-  return !call.library && call.has_result && fnmatch(kFailing, call.name.c_str(), 0) == 0;
+  return !call.of_library && call.has_result && fnmatch(kFailing, call.name.c_str(), 0) == 0;
 }
 
 bool is_wanted(const Settings &settings, const std::string &name) {

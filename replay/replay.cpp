@@ -21,7 +21,7 @@ std::string warning_of(const std::string &name, uint64_t cut_off) {
 // Functions of the library are in a recording for its reader; the calls that
 // they made are there too.
 bool is_repeated(const swprobe::Call &call) {
-  return !call.made_up && !call.library;
+  return !call.made_up && !call.of_library;
 }
 
 // Outputs are there if the call succeeded.

@@ -27,7 +27,7 @@ Verdict verdict_of(const Call &recorded) {
 Answers::Answers(std::string path, Recording recording, Comparison comparison)
     : path_(std::move(path)), comparison_(std::move(comparison)) {
   for (const Call &call : recording.calls)
-    if (!call.library) given_[comparison_.key(call)].answers.push_back(verdict_of(call));
+    if (!call.of_library) given_[comparison_.key(call)].answers.push_back(verdict_of(call));
 }
 
 Verdict Answers::answer(const Call &made, std::string &complaint) {

@@ -81,7 +81,7 @@ Call captured(const Site &site, std::span<const Address> addresses, std::vector<
   Call call{};
   call.name = site.name;
   call.has_result = site.has_result;
-  call.library = site.layer == Layer::library;
+  call.of_library = site.layer == Layer::library;
   call.result_form = site.result_form;
   parts = parts_of(site.arguments, addresses);
   call.arguments.reserve(parts.size());

@@ -38,7 +38,7 @@ Expectation::Expectation(std::string path, Recording recording, Comparison compa
       stop_(stop) {
   for (size_t i = 0; i < recording.calls.size(); ++i) {
     Call &call = recording.calls[i];
-    if (call.library || comparison_.is_ignored(call.name) || !filter_.fits(call)) continue;
+    if (call.of_library || comparison_.is_ignored(call.name) || !filter_.fits(call)) continue;
     auto &list = comparison_.is_unordered(call.name) ? unordered_ : ordered_;
     list.push_back({recording.lines[i], std::move(call)});
   }

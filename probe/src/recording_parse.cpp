@@ -122,9 +122,9 @@ Call call_in(const Json &line) {
   const Site *site = find_call(call.name);
   if (site == nullptr) wrong("no call is named '" + call.name + "'");
   call.has_result = site->has_result;
-  call.library = site->layer == Layer::library;
+  call.of_library = site->layer == Layer::library;
   if (call.has_result) {
-    const size_t width = call.library ? sizeof(int64_t) : sizeof(int32_t);
+    const size_t width = call.of_library ? sizeof(int64_t) : sizeof(int32_t);
     call.result = number_of(member(line, "result"), "result", width);
   }
   call.result_form = site->result_form;

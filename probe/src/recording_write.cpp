@@ -73,7 +73,7 @@ std::string recording_line(const Call &call, bool library) {
   add(line, "}}");
   if (call.has_result) add(line, ",\"result\":{}", call.result);
   add(line, ",\"made_up\":{}", call.made_up);
-  if (library) add(line, ",\"library\":{},\"depth\":{}", call.library, call.depth);
+  if (library) add(line, ",\"library\":{},\"depth\":{}", call.of_library, call.depth);
   add(line, "}}");
   return fmt::to_string(line);
 }

@@ -18,7 +18,7 @@ constexpr char kLibrary[] = "library";
 // Where something is to be written.
 struct Name {
   std::string file;
-  bool library;
+  bool of_library;
 };
 
 // The words of SWPROBE, sorted out. File names are as they were given.
@@ -174,11 +174,11 @@ void open_all(Settings &settings, const Words &words) {
   for (const Name &name : words.traces) {
     const bool is_file = name.file != kStandardError;
     settings.traces.push_back(
-        {is_file ? LineFile(name.file, words.rotation) : LineFile(), name.library});
+        {is_file ? LineFile(name.file, words.rotation) : LineFile(), name.of_library});
   }
   for (const Name &name : words.recordings) {
-    const std::string header = recording_header(name.library);
-    settings.recordings.push_back({LineFile(name.file, words.rotation, header), name.library});
+    const std::string header = recording_header(name.of_library);
+    settings.recordings.push_back({LineFile(name.file, words.rotation, header), name.of_library});
   }
 }
 

@@ -38,7 +38,7 @@ Writers::Writers(std::vector<Destination> traces, std::vector<Destination> recor
 
 bool Writers::any_library() const {
   const auto has_library = [](const auto &all) {
-    return std::ranges::any_of(all, &Destination::library);
+    return std::ranges::any_of(all, &Destination::of_library);
   };
   return has_library(traces_) || has_library(recordings_);
 }
@@ -58,7 +58,7 @@ bool Writers::is_shown(const Call &call) const {
 
 void Writers::trace(const std::string &line, int indent) {
   for (Destination &each : traces_)
-    if (each.library) each.file.write(indented(line, indent));
+    if (each.of_library) each.file.write(indented(line, indent));
 }
 
 // A function is shown in one line, unless there is something to show inside it.
@@ -78,15 +78,15 @@ void Writers::add(Call call, const char *sentence) {
   call.depth = static_cast<int>(frames().size());
   const std::string recorded = recording_line(call, false);
   for (Destination &each : recordings_) {
-    if (each.library && shown) each.file.write(recording_line(call, true));
-    if (!each.library && fits) each.file.write(recorded);
+    if (each.of_library && shown) each.file.write(recording_line(call, true));
+    if (!each.of_library && fits) each.file.write(recorded);
   }
   if (traces_.empty() || !shown) return;
   const std::string line = line_of(call, sentence);
   open_frames();
   trace(line, shown_frames());
   for (Destination &each : traces_)
-    if (!each.library && fits) each.file.write(line);
+    if (!each.of_library && fits) each.file.write(line);
 }
 
 void Writers::enter(const Call &call) {
@@ -103,7 +103,7 @@ void Writers::leave(Call call, const char *sentence) {
   if (!frame.shown) return;
   call.depth = static_cast<int>(frames().size());
   for (Destination &each : recordings_)
-    if (each.library) each.file.write(recording_line(call, true));
+    if (each.of_library) each.file.write(recording_line(call, true));
   if (traces_.empty()) return;
   if (!frame.opened) open_frames();
   trace(frame.opened ? closing_of(call, sentence) : line_of(call, sentence), shown_frames());

@@ -13,7 +13,7 @@ namespace swprobe {
 
 struct Destination {
   LineFile file;
-  bool library;  // takes the library's functions too
+  bool of_library;  // takes the library's functions too
 };
 
 // All but enter() and abandon(), which belong to the calling thread alone, by

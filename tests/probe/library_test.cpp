@@ -83,7 +83,7 @@ TEST_F(LibraryTest, EveryFunctionIsSeen) {
   EXPECT_EQ(outcome.output, plain.output);
   Names seen;
   for (const swprobe::Call &call : swprobe::read_recording(file_))
-    if (call.library) seen.insert(call.name);
+    if (call.of_library) seen.insert(call.name);
   EXPECT_EQ(seen, exported());
   EXPECT_EQ(seen.size(), 409u);
 }
@@ -144,7 +144,7 @@ TEST_F(LibraryTest, ARecordingSaysHowDeep) {
   preloaded(BOARD_PROGRAM, "record:library:" + file_ + ",only:user_port_link_status_get");
   std::string depths;
   for (const swprobe::Call &call : swprobe::read_recording(file_))
-    depths += (call.library ? 'L' : 'p') + std::to_string(call.depth) + ' ';
+    depths += (call.of_library ? 'L' : 'p') + std::to_string(call.depth) + ' ';
   EXPECT_EQ(depths, "p1 p2 L1 L0 p1 p2 L1 L0 p1 p2 L1 L0 ");
 }
 

@@ -75,7 +75,7 @@ struct Call {
   // A function of libswctl rather than a call of the platform; only in a
   // recording that was asked for them. `depth` is how many of those it was
   // called inside of.
-  bool library = false;
+  bool of_library = false;
   int depth = 0;
   Form result_form = Form::dec;  // hex for an address
 
