@@ -10,6 +10,9 @@ set_target_properties(swctl-vchip PROPERTIES EXPORT_NAME vchip)
 set_target_properties(swctl-probe PROPERTIES EXPORT_NAME probe)
 install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
 install(TARGETS swctl_program vchipctl swctl-replay swctl-faults)
+if(TARGET vchipd)
+  install(TARGETS vchipd)
+endif()
 install(EXPORT swctl NAMESPACE swctl:: DESTINATION ${swctl_package_dir} FILE swctl-targets.cmake)
 configure_package_config_file(cmake/swctl-config.cmake.in
   ${PROJECT_BINARY_DIR}/swctl-config.cmake INSTALL_DESTINATION ${swctl_package_dir})
@@ -61,6 +64,9 @@ install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING 
 add_custom_target(swctl_installed
   DEPENDS swctl swctl_static swctl-vchip swctl-probe swctl_program vchipctl swctl-replay
     swctl-faults)
+if(TARGET vchipd)
+  add_dependencies(swctl_installed vchipd)
+endif()
 if(TARGET swctl_manual)
   add_dependencies(swctl_installed swctl_manual)
 endif()

@@ -6,7 +6,7 @@
 set -euo pipefail
 source_dir=$1 build_dir=$2
 man=$source_dir/docs/man
-pages=("$build_dir/docs/man/swctl.1" "$man/vchipctl.1" "$man/swctl-replay.1" "$man/swctl-faults.1"
+pages=("$build_dir/docs/man/swctl.1" "$man/vchipctl.1" "$man/vchipd.1" "$man/swctl-replay.1" "$man/swctl-faults.1"
   "$man/libswctl.3" "$man/libswctl-probe.7")
 
 status=0
@@ -43,6 +43,7 @@ options_in_page() {
   done
 }
 options_in_page vchipctl help
+options_in_page vchipd --help
 options_in_page swctl-replay --help
 options_in_page swctl-faults --help
 

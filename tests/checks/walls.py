@@ -18,7 +18,9 @@ SYSTEM = r"<[^/>]+>|<(sys|net|netinet|arpa|linux|libmnl|benchmark|gtest|gmock|nl
 RULES = {
     "include": [SYSTEM, r"<swctl/.*>"],
     "src": [SYSTEM, r"<swctl/.*>", r'"frame/.*"', r'"{self}/.*"'],
-    "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'".*"'],
+    "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'"(?!.*\bwire/).*"'],
+    # vchipd has the chip's public headers and nothing else of it.
+    "vchip/wire": [SYSTEM, r"<swctl-vchip/.*>", r'"[^/]*"'],
     "probe": [SYSTEM, PLATFORM, r"<swctl/swctl\.h>", r"<swctl-probe/.*>", r'".*"'],
     "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "faults": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],

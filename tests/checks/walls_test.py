@@ -54,6 +54,11 @@ CASES = [
     ("vchip/src/pipeline/door.cpp", '"chip/chip.h"', True),
     ("vchip/src/pipeline/explain.cpp", '"chip/viewing.h"', True),
     ("vchip/src/pipeline/run.cpp", '"chip/chip.h"', False),
+    ("vchip/wire/panel.cpp", "<swctl-vchip/frame.h>", True),
+    ("vchip/wire/panel.cpp", "<swctl/platform/sdk.h>", False),
+    ("vchip/wire/panel.cpp", '"../src/chip/chip.h"', False),
+    ("vchip/wire/panel.cpp", '"chip/chip.h"', False),
+    ("vchip/ctl/wires_client.cpp", '"../wire/panel.h"', False),
 ]
 
 

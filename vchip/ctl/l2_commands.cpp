@@ -3,9 +3,11 @@
 #include <swctl-vchip/vchip.h>
 
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "usage_error.h"
+#include "wires_client.h"
 #include "words.h"
 
 namespace vchipctl {
@@ -40,9 +42,16 @@ void mark(const MarkWords &words) {
   expect_done(vchip_l2_mark(unit, vid, mac.data(), state, aux));
 }
 
+// The frames that wait belong to the vchipd that serves the unit: if it leaves the
+// clock to others, it moves the clock, and with it the frames.
 void pass_time(const TimeWords &words) {
-  expect_done(vchip_time_pass(parse_unit(words.unit),
-                              parse_word(words.seconds, "number of seconds", UINT32_MAX)));
+  constexpr uint64_t kNanosecondsPerSecond = 1000000000;
+  const uint32_t unit = parse_unit(words.unit);
+  const uint32_t seconds = parse_word(words.seconds, "number of seconds", UINT32_MAX);
+  const auto answer =
+      ask_if_served(unit, {{"do", "time"}, {"nanoseconds", seconds * kNanosecondsPerSecond}});
+  if (answer && (*answer)["moved"] == true) return;
+  expect_done(vchip_time_pass(unit, seconds));
 }
 
 }  // namespace vchipctl

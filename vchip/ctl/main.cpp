@@ -15,6 +15,7 @@
 #include "frame_lines.h"
 #include "images.h"
 #include "usage_error.h"
+#include "wire_commands.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ struct CommandLine {
   vchipctl::CheckWords check;
   vchipctl::ConvertWords convert;
   vchipctl::DiffWords diff;
+  vchipctl::WireWords wire;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
@@ -236,6 +238,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_counter(app, line);
   add_storm(app, line);
   vchipctl::add_frame_commands(app, line.frames, line.run, line.own_chip);
+  vchipctl::add_wire_commands(app, line.wire, line.run);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });

@@ -1,0 +1,187 @@
+# SPDX-License-Identifier: MIT
+"""errors_test.py PROGRAMS: what vchipd refuses, with what words."""
+import os
+import pathlib
+import socket
+import subprocess
+
+import wires
+from wires import write_capture, frame, mac, BROADCAST
+
+
+class Errors(wires.Case):
+    def refused(self, status, complaint, *words):
+        """The whole complaint; nothing is left behind."""
+        process = self.launch(*words)
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual((errors, process.returncode), (f"vchipd: {complaint}\n", status))
+        left = [name for name in os.listdir(self.directory) if ".wires" in name]
+        self.assertEqual(left, [])
+
+    def port_refused(self, status, port, complaint):
+        self.refused(status, complaint, "--port", port)
+
+    def test_words(self):
+        kinds = ("veth:NAME[:PEER], netdev:NAME, tap:NAME, unix:PATH, tcp:ADDR:PORT, "
+                 "pcap:[IN][,OUT]")
+        self.port_refused(1, "1=modem:x", f"no wire 'modem:x': expected {kinds}")
+        self.port_refused(1, "1=veth", f"no wire 'veth': expected {kinds}")
+        self.port_refused(1, "veth:sw1", "--port veth:sw1: expected PORT=WIRE, such as 1=veth:sw1")
+        for port in ("27", "p29", "x", "", "01", "-1"):
+            self.port_refused(1, f"{port}=unix:/tmp/x",
+                              f"no port '{port}': expected 1 to 26, 0 the CPU, or p0 to p28")
+
+    def test_no_image(self):
+        del self.environment["VCHIP_IMAGE"]
+        self.refused(1, "no image: give --image FILE or set VCHIP_IMAGE")
+
+    def test_names_of_interfaces(self):
+        self.port_refused(1, "1=veth:abcdefghijklmnop",
+                          "veth:abcdefghijklmnop: the name 'abcdefghijklmnop' is too long for an "
+                          "interface: 16 characters, at most 15")
+        # The peer's name is one longer.
+        self.port_refused(1, "1=veth:abcdefghijklmno",
+                          "veth:abcdefghijklmno: the name 'abcdefghijklmnoh' is too long for an "
+                          "interface: 16 characters, at most 15")
+        self.port_refused(1, "1=tap:a b", "tap:a b: 'a b' can be no name of an interface")
+        self.port_refused(1, "1=netdev:", "netdev:: '' can be no name of an interface")
+
+    def test_names_of_sockets(self):
+        name = "/tmp/" + "x" * 110
+        self.port_refused(1, f"1=unix:{name}",
+                          f"unix:{name}: the name is too long: 115 characters, at most 107")
+        self.port_refused(1, "1=unix:", "unix: needs the path of a socket")
+        self.port_refused(2, "1=unix:/nowhere/s", "unix:/nowhere/s: No such file or directory")
+        pathlib.Path(self.path("file")).write_text("mine")
+        self.port_refused(2, f"1=unix:{self.path('file')}",
+                          f"unix:{self.path('file')}: there is a file of that name, and it is no "
+                          "socket")
+        self.assertEqual(pathlib.Path(self.path("file")).read_text(), "mine")
+        for rest in ("1234", ":1", "127.0.0.1:"):
+            self.port_refused(1, f"1=tcp:{rest}", f"tcp:{rest}: expected tcp:ADDR:PORT")
+
+    def test_no_such_interface(self):
+        self.port_refused(2, "1=netdev:nowhere", "netdev:nowhere: there is no interface nowhere")
+
+    def test_captures(self):
+        self.port_refused(1, "1=pcap:", "pcap: needs a capture to read, or after a comma one to "
+                          "write")
+        self.port_refused(2, f"1=pcap:{self.path('none')}",
+                          f"{self.path('none')}: No such file or directory")
+        self.port_refused(2, "1=pcap:,/nowhere/out", "/nowhere/out: No such file or directory")
+        write_capture(self.path("wifi"), [], link_type=105)
+        self.port_refused(2, f"1=pcap:{self.path('wifi')}",
+                          f"{self.path('wifi')}: frames of link type IEEE802_11, not of Ethernet")
+        pathlib.Path(self.path("text")).write_text("x" * 100)
+        self.port_refused(2, f"1=pcap:{self.path('text')}",
+                          f"{self.path('text')}: unknown file format")
+
+    def test_a_cut_capture_plays_to_the_cut(self):
+        write_capture(self.path("whole"), [(0, frame(BROADCAST, mac(1)))] * 2)
+        data = pathlib.Path(self.path("whole")).read_bytes()
+        pathlib.Path(self.path("cut")).write_bytes(data[:-1])
+        process = self.launch("--virtual-time", "--port", f"1=pcap:{self.path('cut')}")
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual(process.returncode, 0)
+        self.assertRegex(errors, "^vchipd: .*/cut: .*truncated")
+        self.assertEqual(self.drops(1)["received"], 1)
+
+    def test_a_port_twice(self):
+        self.refused(2, f"port 1 has a wire already: unix:{self.path('a')}",
+                     "--port", f"1=unix:{self.path('a')}", "--port", f"1=unix:{self.path('b')}")
+        self.assertFalse(os.path.exists(self.path("a")))
+
+    def test_a_port_of_tcp_in_use(self):
+        """Somebody has it and does not listen: the wire waits until one of both changes."""
+        holder = socket.socket()
+        holder.bind(("127.0.0.1", 0))
+        self.start(f"1=tcp:127.0.0.1:{holder.getsockname()[1]}")
+        wires.wait_until(lambda: self.wires()[1]["note"] == "connecting", "it does not listen")
+        holder.close()
+        wires.wait_until(lambda: self.wires()[1]["note"] == "listening", "it listens")
+
+    def test_an_image_has_one_vchipd_a_unit(self):
+        first = self.start(f"1=unix:{self.path('s1')}")
+        second = self.launch("--port", f"2=unix:{self.path('s2')}")
+        _, errors = second.communicate(timeout=wires.PATIENCE)
+        self.assertEqual((errors, second.returncode),
+                         (f"vchipd: image {self.image}: unit 0 is served by process {first.pid} "
+                          "already\n", 2))
+        self.assertEqual(list(self.wires()), [1])
+        other = self.launch("--unit", "1", "--port", f"2=unix:{self.path('s2')}")
+        wires.wait_until(lambda: self.run_program("vchipctl", "wires", "--unit", "1").returncode
+                         == 0, "the other unit is served")
+        self.end(other)
+
+    def test_a_bad_image(self):
+        pathlib.Path(self.image).write_text("no image\n" * 1000)
+        process = self.launch()
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual(process.returncode, 2)
+        self.assertIn(self.image, errors)
+
+    def test_config(self):
+        config = pathlib.Path(self.path("config"))
+        config.write_text("vlan add 20\n")
+        process = self.start(options=["--config", str(config)])
+        self.assertIn("20", self.swctl("vlan show"))
+        self.end(process)
+        config.write_text("vlan add 30\nvlan subtract 30\n")
+        process = self.launch("--config", str(config))
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual(process.returncode, 2)
+        self.assertEqual(errors.splitlines()[-1],
+                         f"vchipd: --config {config}: swctl has refused it")
+        self.assertIn(f"{config}:2:", errors)
+
+    def test_vchipctl(self):
+        no_one = f"vchipctl: image {self.image}: no vchipd serves unit 0\n"
+        for words in (["wires"], ["wire", "1", "tap:x"]):
+            result = self.run_program("vchipctl", *words)
+            self.assertEqual((result.returncode, result.stderr), (2, no_one))
+        self.start()
+        result = self.run_program("vchipctl", "wire", "1", "radio:x")
+        self.assertEqual(result.returncode, 2)
+        self.assertTrue(result.stderr.startswith("vchipctl: no wire 'radio:x': expected veth:"))
+        self.assertEqual(self.vchipctl("wires", "-j"), "[]\n")
+
+    def test_requests_of_any_bytes(self):
+        """They are refused or the connection is closed; vchipd goes on."""
+        self.start()
+        for request in (b"", b"\n", b"{}\n", b"[1]\n", b'{"do":1}\n', b'{"do":"wire"}\n',
+                        b'{"do":"wire","port":29,"wire":"none"}\n', b'{"do":"wire","port":-1,'
+                        b'"wire":"none"}\n', b'{"do":"wire","port":"1","wire":"none"}\n',
+                        b'{"do":"\xff"}\n', b"x" * 20000 + b"\n", b"[" * 5000 + b"\n"):
+            with socket.socket(socket.AF_UNIX) as caller:
+                caller.settimeout(wires.PATIENCE)
+                caller.connect(self.image + ".wires0")
+                try:
+                    caller.sendall(request)
+                    caller.shutdown(socket.SHUT_WR)
+                    answer = caller.recv(65536)
+                except OSError:
+                    continue
+                self.assertTrue(answer == b"" or b'"error"' in answer, (request, answer))
+        self.assertEqual(self.wires(), {})
+
+
+class NoRight(wires.Case):
+    """As an ordinary user, who may make no interface."""
+
+    def test_interfaces(self):
+        if os.getuid() == 0:
+            os.chmod(self.directory, 0o777)
+        for wire in ("veth:sw1", "netdev:lo", "tap:t1"):
+            words = [wires.PROGRAMS / "vchipd", "--port", f"1={wire}"]
+            if os.getuid() == 0:
+                words = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", *words]
+            result = subprocess.run(words, env=self.environment, capture_output=True, text=True,
+                                    timeout=wires.PATIENCE, check=False)
+            self.assertEqual(result.returncode, 2)
+            self.assertIn(wire, result.stderr)
+            if "/dev/net/tun" not in result.stderr:
+                self.assertIn("unshare -Urn", result.stderr)
+
+
+if __name__ == "__main__":
+    wires.main()

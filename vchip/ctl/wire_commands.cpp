@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "wire_commands.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "port_names.h"
+#include "wires_client.h"
+#include "words.h"
+
+namespace vchipctl {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string carrier_text(const Json &row) {
+  std::string text = row["carrier"] ? "up" : "down";
+  const std::string note = row["note"];
+  return note.empty() ? text : text + " (" + note + ")";
+}
+
+void print_wires(const Json &rows) {
+  size_t wire_width = 4;
+  size_t carrier_width = 7;
+  for (const Json &row : rows) {
+    wire_width = std::max(wire_width, row["wire"].get<std::string>().size());
+    carrier_width = std::max(carrier_width, carrier_text(row).size());
+  }
+  printf("port  %-*s  %-*s  %12s  %12s  %10s  %8s\n", static_cast<int>(wire_width), "wire",
+         static_cast<int>(carrier_width), "carrier", "received", "sent", "lost", "unusable");
+  for (const Json &row : rows)
+    printf("%-4s  %-*s  %-*s  %12" PRIu64 "  %12" PRIu64 "  %10" PRIu64 "  %8" PRIu64 "\n",
+           port_name(row["port"]).c_str(), static_cast<int>(wire_width),
+           row["wire"].get<std::string>().c_str(), static_cast<int>(carrier_width),
+           carrier_text(row).c_str(), row["received"].get<uint64_t>(), row["sent"].get<uint64_t>(),
+           row["lost"].get<uint64_t>(), row["unusable"].get<uint64_t>());
+}
+
+}  // namespace
+
+void wire(const WireWords &words) {
+  const int32_t port = parse_one_port(words.port);
+  ask_vchipd(parse_unit(words.unit), {{"do", "wire"}, {"port", port}, {"wire", words.wire}});
+}
+
+void wires(const WireWords &words) {
+  Json rows = ask_vchipd(parse_unit(words.unit), {{"do", "wires"}})["wires"];
+  std::sort(rows.begin(), rows.end(), [](const Json &first, const Json &second) {
+    return port_rank(first["port"]) < port_rank(second["port"]);
+  });
+  if (!words.json) return print_wires(rows);
+  for (Json &row : rows) row["port"] = port_json(row["port"]);
+  printf("%s\n", rows.dump().c_str());
+}
+
+void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &run) {
+  CLI::App *one = app.add_subcommand("wire", "Change the wire of a port while vchipd runs");
+  one->add_option("PORT", words.port,
+                  "Port as printed on the box, 1 to 26, 0 the CPU, or p0 to p27")
+      ->required();
+  one->add_option("WIRE", words.wire, "Such as veth:sw3, as vchipd takes it; none takes it away")
+      ->required();
+  one->callback([&] { run = [&] { wire(words); }; });
+  CLI::App *all = app.add_subcommand("wires", "The wires of the ports, and their frames");
+  all->add_flag("-j,--json", words.json, "Print JSON");
+  all->callback([&] { run = [&] { wires(words); }; });
+  for (CLI::App *command : {one, all})
+    command->add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");
+}
+
+}  // namespace vchipctl

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// vchipctl wire and wires: what is at the ports.
+#ifndef VCHIPCTL_WIRE_COMMANDS_H
+#define VCHIPCTL_WIRE_COMMANDS_H
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+
+namespace vchipctl {
+
+struct WireWords {
+  std::string unit = "0";
+  std::string port;
+  std::string wire;
+  bool json = false;
+};
+
+void wire(const WireWords &words);
+void wires(const WireWords &words);
+
+// The commands' words, and which of them is run.
+void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &run);
+
+}  // namespace vchipctl
+
+#endif

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "wires_client.h"
+
+#include <swctl-vchip/wires.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "usage_error.h"
+
+namespace vchipctl {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+class Closed {
+ public:
+  explicit Closed(int descriptor) : descriptor_(descriptor) {}
+  Closed(const Closed &) = delete;
+  Closed &operator=(const Closed &) = delete;
+  ~Closed() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+  int get() const { return descriptor_; }
+
+ private:
+  const int descriptor_;
+};
+
+// Through its directory, which may have a longer name than an address has room for.
+bool connect_to(int descriptor, const std::filesystem::path &path) {
+  const Closed directory(
+      open(std::filesystem::absolute(path).parent_path().c_str(), O_PATH | O_CLOEXEC));
+  const std::string name =
+      "/proc/self/fd/" + std::to_string(directory.get()) + "/" + path.filename().string();
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  if (name.size() >= sizeof address.sun_path) return false;
+  name.copy(address.sun_path, sizeof address.sun_path - 1);
+  return connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+}
+
+bool send_all(int descriptor, const std::string &text) {
+  for (size_t sent = 0; sent < text.size();) {
+    const ssize_t count = send(descriptor, text.data() + sent, text.size() - sent, MSG_NOSIGNAL);
+    if (count < 0 && errno != EINTR) return false;
+    if (count > 0) sent += static_cast<size_t>(count);
+  }
+  return true;
+}
+
+std::string receive_all(int descriptor) {
+  std::string text;
+  char bytes[4096];
+  for (;;) {
+    const ssize_t count = read(descriptor, bytes, sizeof bytes);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return text;
+    text.append(bytes, static_cast<size_t>(count));
+  }
+}
+
+std::string image_in_use() {
+  const char *image = getenv("VCHIP_IMAGE");
+  return image == nullptr ? "" : image;
+}
+
+}  // namespace
+
+std::optional<Json> ask_if_served(uint32_t unit, const Json &request) {
+  const std::string path = vchip::wires_socket(image_in_use(), unit);
+  const Closed connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  if (!connect_to(connection.get(), path)) {
+    if (errno == ENOENT || errno == ECONNREFUSED) return std::nullopt;
+    throw Refused(path + ": " + strerror(errno));
+  }
+  if (!send_all(connection.get(), request.dump() + "\n"))
+    throw Refused(path + ": " + strerror(errno));
+  const Json answer = Json::parse(receive_all(connection.get()), nullptr, false);
+  if (!answer.is_object()) throw Refused(path + ": vchipd has ended without an answer");
+  if (answer.contains("error")) throw Refused(answer["error"].get<std::string>());
+  return answer;
+}
+
+Json ask_vchipd(uint32_t unit, const Json &request) {
+  std::optional<Json> answer = ask_if_served(unit, request);
+  if (answer) return *answer;
+  throw Refused("image " + image_in_use() + ": no vchipd serves unit " + std::to_string(unit));
+}
+
+}  // namespace vchipctl

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Speaks with the vchipd that serves a unit of an image.
+#ifndef VCHIPCTL_WIRES_CLIENT_H
+#define VCHIPCTL_WIRES_CLIENT_H
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+
+namespace vchipctl {
+
+// The answer to a request; nothing if no vchipd serves the unit of the image that
+// VCHIP_IMAGE names. Throws Refused with what vchipd says.
+std::optional<nlohmann::ordered_json> ask_if_served(uint32_t unit,
+                                                    const nlohmann::ordered_json &request);
+// The same; throws Refused if none does.
+nlohmann::ordered_json ask_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
+
+}  // namespace vchipctl
+
+#endif

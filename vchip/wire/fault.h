@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#ifndef VCHIPD_FAULT_H
+#define VCHIPD_FAULT_H
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+namespace vchipd {
+
+// Why something cannot be had: what() names it.
+struct Fault : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Wrong words on the command line or in a request.
+struct WrongWords : Fault {
+  using Fault::Fault;
+};
+
+// The system has refused, with what errno says.
+inline Fault system_fault(const std::string &what) {
+  return Fault(what + ": " + strerror(errno));
+}
+
+}  // namespace vchipd
+
+#endif

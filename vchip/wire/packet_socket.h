@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// The frames of an interface: those that come in, from a ring that the kernel
+// fills, and those that go out.
+#ifndef VCHIPD_PACKET_SOCKET_H
+#define VCHIPD_PACKET_SOCKET_H
+
+#include <deque>
+#include <linux/if_packet.h>
+#include <string>
+#include <vector>
+
+#include "descriptor.h"
+#include "offload.h"
+#include "wire.h"
+
+namespace vchipd {
+
+class PacketSocket {
+ public:
+  PacketSocket() = default;
+  ~PacketSocket();
+  PacketSocket(const PacketSocket &) = delete;
+  PacketSocket &operator=(const PacketSocket &) = delete;
+
+  // The text of a Fault begins with `wire`.
+  void open(const std::string &wire, int index);
+  int descriptor() const { return in_.get(); }
+
+  // As those of Wire.
+  bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
+  void arrived();
+  void send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
+  // Frames that came while the ring was full, since this was asked last.
+  uint64_t take_overflow();
+
+ private:
+  void open_ring(const std::string &wire);
+  tpacket2_hdr *slot(uint32_t number) const;
+  void take_slot(tpacket2_hdr &head, Arrivals &arrivals, WireCounts &counts);
+  void take_copy(Arrivals &arrivals, WireCounts &counts);
+  void take(const OffloadHeader &offload, uint8_t *frame, uint32_t length, Arrivals &arrivals,
+            WireCounts &counts);
+  void take_divided(const OffloadHeader &offload, const uint8_t *packet, uint32_t length,
+                    Arrivals &arrivals, WireCounts &counts);
+  uint8_t *keep(uint32_t length);
+
+  Descriptor in_;
+  Descriptor out_;
+  uint8_t *ring_ = nullptr;
+  uint32_t next_ = 0;   // slot to look at
+  uint32_t taken_ = 0;  // slots before it that have not arrived
+  std::deque<std::vector<uint8_t>> kept_;
+  size_t kept_bytes_ = 0;
+};
+
+}  // namespace vchipd
+
+#endif

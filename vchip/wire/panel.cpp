@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "panel.h"
+
+#include <swctl-vchip/vchip.h>
+#include <swctl-vchip/view.h>
+
+#include <algorithm>
+
+#include "fault.h"
+#include "wire_words.h"
+
+namespace vchipd {
+namespace {
+
+constexpr uint64_t kNever = UINT64_MAX;
+// Addresses age and links change without a frame: the chip is looked at so often.
+constexpr uint64_t kIdleLook = 1'000'000'000;
+// While frames wait in the chip, for a setting of another process may let them go.
+constexpr uint64_t kWaitingLook = 10'000'000;
+constexpr size_t kSlotBytes = 2048;
+
+}  // namespace
+
+// A wire in its port.
+class Panel::Plugged : public Socket {
+ public:
+  Plugged(Panel &panel, int32_t port, std::string word)
+      : panel_(panel), port_(port), word_(std::move(word)) {}
+  ~Plugged() override {
+    wire_.reset();
+    carrier_is(false);
+  }
+
+  void start() {
+    wire_ = make_wire(word_, {panel_.image_, panel_.unit_, port_});
+    wire_->start(panel_.loop_, *this);
+  }
+  void frames_came() override {
+    ready = true;
+    panel_.ready_ = true;
+  }
+  void carrier_is(bool on) override {
+    if (on == carrier_) return;
+    carrier_ = on;
+    if (port_ == VCHIP_CPU_PORT) return;
+    if (!on) {
+      vchip_cable_pull(panel_.unit_, port_);
+      return;
+    }
+    const vchip_partner_t partner = wire_->partner();
+    vchip_cable_plug(panel_.unit_, port_, &partner);
+  }
+  bool is_due() const {
+    const std::optional<uint64_t> time = wire_->next_time();
+    return ready || (time && *time <= panel_.clock_.now());
+  }
+  Wire &wire() const { return *wire_; }
+  int32_t port() const { return port_; }
+  Row row() const { return {port_, word_, carrier_, wire_->note(), wire_->counts()}; }
+
+  bool ready = false;
+
+ private:
+  Panel &panel_;
+  const int32_t port_;
+  const std::string word_;
+  std::unique_ptr<Wire> wire_;
+  bool carrier_ = false;
+};
+
+// Places for frames that leave the chip: many of the usual size, and one of the
+// largest.
+struct Panel::Outbox {
+  std::vector<uint8_t> memory;
+  std::array<vchip_frame_t, kFramesAtATime> frames = {};
+  std::vector<uint8_t> large_memory;
+  vchip_frame_t large = {};
+
+  Outbox()
+      : memory(kFramesAtATime * (kHeadroom + kSlotBytes)),
+        large_memory(kHeadroom + VCHIP_FRAME_MAX) {
+    for (size_t place = 0; place < frames.size(); ++place) {
+      frames[place].bytes = memory.data() + place * (kHeadroom + kSlotBytes) + kHeadroom;
+      frames[place].room = kSlotBytes;
+    }
+    large.bytes = large_memory.data() + kHeadroom;
+    large.room = VCHIP_FRAME_MAX;
+  }
+};
+
+Panel::Panel(Loop &loop, std::string image, uint32_t unit, bool virtual_time)
+    : loop_(loop),
+      image_(std::move(image)),
+      unit_(unit),
+      clock_(virtual_time),
+      outbox_(std::make_unique<Outbox>()) {
+  arrivals_.reserve(kFramesAtATime);
+}
+
+Panel::~Panel() = default;
+
+void Panel::plug(int32_t port, const std::string &word) {
+  std::unique_ptr<Plugged> &place = plugged_[static_cast<size_t>(port)];
+  if (place) throw Fault("port " + port_name(port) + " has a wire already: " + place->row().word);
+  auto plugged = std::make_unique<Plugged>(*this, port, word);
+  plugged->start();
+  place = std::move(plugged);
+}
+
+void Panel::unplug(int32_t port) {
+  plugged_[static_cast<size_t>(port)].reset();
+}
+
+void Panel::take_in(Plugged &plugged) {
+  arrivals_.clear();
+  plugged.ready = plugged.wire().receive(arrivals_, kFramesAtATime);
+  ready_ = ready_ || plugged.ready;
+  if (arrivals_.empty()) return;
+  plugged.wire().deliver(unit_, plugged.port(), arrivals_);
+  plugged.wire().arrived();
+}
+
+void Panel::serve() {
+  clock_.follow();
+  ready_ = false;
+  for (const auto &plugged : plugged_) {
+    if (!plugged || !plugged->is_due()) continue;
+    take_in(*plugged);
+    give_out();
+  }
+  give_out();
+}
+
+// How many of the places of the outbox are filled; 0: none has left.
+uint32_t Panel::leave(int32_t port) {
+  const int32_t count = vchip_frames_leave(unit_, port, outbox_->frames.data(), kFramesAtATime);
+  return count > 0 ? static_cast<uint32_t>(count) : 0;
+}
+
+void Panel::give_out(int32_t port) {
+  const auto &plugged = plugged_[static_cast<size_t>(port)];
+  const auto send = [&](const vchip_frame_t *frames, uint32_t count) {
+    if (plugged) plugged->wire().send(frames, count);
+  };
+  for (;;) {
+    const uint32_t count = leave(port);
+    if (count != 0) send(outbox_->frames.data(), count);
+    if (count == kFramesAtATime) continue;
+    if (vchip_frames_leave(unit_, port, &outbox_->large, 1) != 1) return;
+    send(&outbox_->large, 1);
+  }
+}
+
+void Panel::give_out() {
+  const uint32_t ready = vchip_frames_ready(unit_);
+  for (int32_t port = 0; port < VCHIP_PORTS; ++port)
+    if ((ready >> port & 1u) != 0) give_out(port);
+}
+
+uint64_t Panel::next_arrival() const {
+  uint64_t next = kNever;
+  for (const auto &plugged : plugged_)
+    if (plugged) next = std::min(next, plugged->wire().next_time().value_or(kNever));
+  return next;
+}
+
+// A virtual clock jumps to the next frame of a capture, or to what still waits when
+// the captures are over.
+uint64_t Panel::time_to_wait() {
+  if (ready_) return 0;
+  show_links();
+  const uint64_t departure = vchip_clock_next();
+  const uint64_t arrival = next_arrival();
+  const uint64_t next = std::min(departure, arrival);
+  if (clock_.is_virtual()) {
+    if (next == kNever || (arrival == kNever && !is_over())) return kIdleLook;
+    clock_.advance_to(next);
+    return 0;
+  }
+  const uint64_t look = departure == kNever ? kIdleLook : kWaitingLook;
+  return next <= clock_.now() ? 0 : std::min(next - clock_.now(), look);
+}
+
+// What the port's link is at the chip's side, for wires that can show it.
+void Panel::show_links() {
+  for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
+    if (const auto &plugged = plugged_[static_cast<size_t>(port)])
+      plugged->wire().link_is(vchip::port(unit_, port).link);
+}
+
+bool Panel::is_over() const {
+  const auto is_over = [](const auto &plugged) { return !plugged || plugged->wire().is_over(); };
+  return std::all_of(plugged_.begin(), plugged_.end(), is_over);
+}
+
+bool Panel::is_finished() const {
+  return is_over() && vchip_clock_next() == kNever;
+}
+
+bool Panel::has_backlog() const {
+  return std::any_of(plugged_.begin(), plugged_.end(),
+                     [](const auto &plugged) { return plugged && plugged->wire().has_backlog(); });
+}
+
+void Panel::drain(uint64_t nanoseconds) {
+  const uint64_t end = monotonic_now() + nanoseconds;
+  for (;;) {
+    serve();
+    const bool waits = vchip_clock_next() != kNever && !clock_.is_virtual();
+    if ((!ready_ && !waits && !has_backlog()) || monotonic_now() >= end) return;
+    loop_.wait(ready_ ? 0 : 1'000'000);
+  }
+}
+
+std::vector<Panel::Row> Panel::rows() const {
+  std::vector<Row> rows;
+  for (const auto &plugged : plugged_)
+    if (plugged) rows.push_back(plugged->row());
+  return rows;
+}
+
+}  // namespace vchipd

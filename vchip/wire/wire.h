@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// What is at the other end of a port.
+#ifndef VCHIPD_WIRE_H
+#define VCHIPD_WIRE_H
+
+#include <swctl-vchip/frame.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vchipd {
+
+class Loop;
+
+// Frames that a wire has taken in. What they point to stays as it is until the
+// wire is told that they have arrived.
+using Arrivals = std::vector<vchip_arrival_t>;
+
+// What a wire tells the port that it is plugged into.
+class Socket {
+ public:
+  virtual ~Socket() = default;
+  // There are frames to take in.
+  virtual void frames_came() = 0;
+  // The other end is there, or is no longer.
+  virtual void carrier_is(bool on) = 0;
+};
+
+struct WireCounts {
+  uint64_t received = 0;  // frames that came in
+  uint64_t sent = 0;
+  uint64_t lost = 0;      // the other end did not take them
+  uint64_t unusable = 0;  // too short or too long for a port
+};
+
+// The frames a wire takes in or gives away at a time.
+constexpr uint32_t kFramesAtATime = 64;
+// The bytes of memory in front of each frame that a wire sends.
+constexpr uint32_t kHeadroom = 16;
+
+class Wire {
+ public:
+  virtual ~Wire() = default;
+
+  // Begins to listen. Throws Fault.
+  virtual void start(Loop &loop, Socket &socket) = 0;
+  // Takes in frames, at most `most`; whether there are more.
+  virtual bool receive(Arrivals &arrivals, uint32_t most) = 0;
+  // Those have arrived.
+  virtual void arrived() {}
+  // Gives them to the port.
+  virtual int32_t deliver(uint32_t unit, int32_t port, Arrivals &arrivals);
+  // Sends frames, or counts them as lost. In front of each are kHeadroom bytes
+  // that the wire may write to.
+  virtual void send(const vchip_frame_t *frames, uint32_t count) = 0;
+  // Whether frames are still to be sent.
+  virtual bool has_backlog() const { return false; }
+  // The port's link came up or went down.
+  virtual void link_is(bool) {}
+  // When its next frame comes, on the chip's clock, if it knows.
+  virtual std::optional<uint64_t> next_time() const { return std::nullopt; }
+  // It will bring no more frames.
+  virtual bool is_over() const { return false; }
+  // A word about its present state; empty if there is nothing to say.
+  virtual std::string note() const { return ""; }
+  // The link that its partner negotiates.
+  virtual vchip_partner_t partner() const;
+
+  const WireCounts &counts() const { return counts_; }
+
+ protected:
+  WireCounts counts_;
+};
+
+inline bool is_frame_length(uint64_t length) {
+  return length >= VCHIP_FRAME_MIN && length <= VCHIP_FRAME_MAX;
+}
+
+}  // namespace vchipd
+
+#endif
