@@ -122,9 +122,9 @@ class Wires(wires.Case):
         self.start(f"3=unix:{self.path('s')}")
         header, row = self.vchipctl("wires").splitlines()
         self.assertEqual(header.split(),
-                         ["port", "wire", "carrier", "received", "sent", "lost", "unusable"])
+                         ["port", "wire", "carrier", "received", "sent", "lost", "unusable", "missed"])
         self.assertEqual(row.split(),
-                         ["3", f"unix:{self.path('s')}", "down", "(listening)", "0", "0", "0", "0"])
+                         ["3", f"unix:{self.path('s')}", "down", "(listening)"] + ["0"] * 5)
 
     def test_tcp(self):
         with socket.create_server(("127.0.0.1", 0)) as probe:

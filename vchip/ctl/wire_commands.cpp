@@ -28,14 +28,17 @@ void print_wires(const Json &rows) {
     wire_width = std::max(wire_width, row["wire"].get<std::string>().size());
     carrier_width = std::max(carrier_width, carrier_text(row).size());
   }
-  printf("port  %-*s  %-*s  %12s  %12s  %10s  %8s\n", static_cast<int>(wire_width), "wire",
-         static_cast<int>(carrier_width), "carrier", "received", "sent", "lost", "unusable");
+  printf("port  %-*s  %-*s  %12s  %12s  %10s  %8s  %10s\n", static_cast<int>(wire_width), "wire",
+         static_cast<int>(carrier_width), "carrier", "received", "sent", "lost", "unusable",
+         "missed");
   for (const Json &row : rows)
-    printf("%-4s  %-*s  %-*s  %12" PRIu64 "  %12" PRIu64 "  %10" PRIu64 "  %8" PRIu64 "\n",
+    printf("%-4s  %-*s  %-*s  %12" PRIu64 "  %12" PRIu64 "  %10" PRIu64 "  %8" PRIu64 "  %10" PRIu64
+           "\n",
            port_name(row["port"]).c_str(), static_cast<int>(wire_width),
            row["wire"].get<std::string>().c_str(), static_cast<int>(carrier_width),
            carrier_text(row).c_str(), row["received"].get<uint64_t>(), row["sent"].get<uint64_t>(),
-           row["lost"].get<uint64_t>(), row["unusable"].get<uint64_t>());
+           row["lost"].get<uint64_t>(), row["unusable"].get<uint64_t>(),
+           row["missed"].get<uint64_t>());
 }
 
 }  // namespace

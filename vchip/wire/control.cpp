@@ -56,7 +56,8 @@ Json row_json(const Panel::Row &row) {
           {"received", row.counts.received},
           {"sent", row.counts.sent},
           {"lost", row.counts.lost},
-          {"unusable", row.counts.unusable}};
+          {"unusable", row.counts.unusable},
+          {"missed", row.counts.missed}};
 }
 
 Json list_wires(const Panel &panel) {

@@ -32,6 +32,10 @@ class PacketWire : public Wire {
     if (!gone_) return frames_.send(frames, count, counts_);
     counts_.lost += count;
   }
+  const WireCounts &counts() override {
+    counts_.missed += frames_.take_overflow();
+    return counts_;
+  }
   std::string note() const override { return gone_ ? "the interface is gone" : ""; }
 
  protected:

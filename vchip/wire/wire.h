@@ -34,6 +34,7 @@ struct WireCounts {
   uint64_t sent = 0;
   uint64_t lost = 0;      // the other end did not take them
   uint64_t unusable = 0;  // too short or too long for a port
+  uint64_t missed = 0;    // they came faster than they were taken in
 };
 
 // The frames a wire takes in or gives away at a time.
@@ -69,7 +70,7 @@ class Wire {
   // The link that its partner negotiates.
   virtual vchip_partner_t partner() const;
 
-  const WireCounts &counts() const { return counts_; }
+  virtual const WireCounts &counts() { return counts_; }
 
  protected:
   WireCounts counts_;
