@@ -250,6 +250,44 @@ std::vector<PlannedAction> actions_of(const std::string &word) {
   return all;
 }
 
+namespace {
+
+// An action of one name, and where it stands among all.
+struct Placed {
+  size_t place;
+  std::string text;
+};
+
+Placed placed(const PlannedAction &action) {
+  const bool again = action.action == CHIP_ACL_ACTION_REMARK_INNER_AGAIN;
+  const bool other_meter = action.action == CHIP_ACL_ACTION_METER_OF_PARAM1;
+  const uint32_t code = again         ? uint32_t{CHIP_ACL_ACTION_REMARK_INNER}
+                        : other_meter ? uint32_t{CHIP_ACL_ACTION_METER}
+                                      : action.action;
+  for (size_t place = 0; place < std::size(kNames); ++place) {
+    const Name &name = kNames[place];
+    if (name.action != code) continue;
+    if (name.subject == Subject::none) return {place, name.word};
+    const bool second = name.subject == Subject::second_parameter || other_meter;
+    ReadAction read = {name.word, second ? action.param1 : action.param0, std::nullopt};
+    if (name.subject == Subject::interface)
+      read = {name.word, Interfaces().of(static_cast<int32_t>(action.param0)), action.param0};
+    return {place, action_text(read)};
+  }
+  return {std::size(kNames), action.word};
+}
+
+}  // namespace
+
+std::string planned_text(const std::vector<PlannedAction> &actions) {
+  std::vector<Placed> all;
+  for (const PlannedAction &each : actions) all.push_back(placed(each));
+  std::ranges::stable_sort(all, {}, &Placed::place);
+  std::vector<std::string> texts;
+  for (const Placed &each : all) texts.push_back(each.text);
+  return join(texts, ",");
+}
+
 void add_action(const PlannedAction &action, uint32_t unit, int32_t rule) {
   perform(SWSH_CALL(user_field_action_add),
           "action " + action.word + " of rule " + std::to_string(rule), kLead, unit, rule,

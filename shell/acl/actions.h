@@ -28,6 +28,10 @@ Parameter action_parameter();
 // Throws a CommandError of wrong usage.
 std::vector<PlannedAction> actions_of(const std::string &word);
 
+// The same actions as actions_text() writes those that were read back: by name, in
+// the order of the chip's words.
+std::string planned_text(const std::vector<PlannedAction> &actions);
+
 // Throws a CommandError that names the action if the chip refuses it.
 void add_action(const PlannedAction &action, uint32_t unit, int32_t rule);
 

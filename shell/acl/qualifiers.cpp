@@ -31,6 +31,7 @@ struct Qualifier {
 namespace {
 
 constexpr int kDscpShift = 2;
+constexpr int kDscpBits = 6;
 constexpr uint32_t kOtherProtocols = 0x1000;
 
 // The functions of the library by what they take.
@@ -262,6 +263,48 @@ void write_condition(const Condition &condition, uint32_t unit, int32_t rule) {
   const Qualifier &qualifier = *condition.qualifier;
   qualifier.write(std::string(qualifier.keyword) + " of rule " + std::to_string(rule), unit, rule,
                   condition.value);
+}
+
+namespace {
+
+// Six bits of the traffic class are a DSCP, and read as one.
+bool reads_as_dscp(const Condition &condition) {
+  const Qualifier &qualifier = *condition.qualifier;
+  return qualifier.field == CHIP_ACL_FIELD_TRAFFIC_CLASS && qualifier.bits != kDscpBits &&
+         ((condition.value.number | condition.value.mask) & 3) == 0;
+}
+
+std::string protocol_text(uint32_t number) {
+  for (const Code &code : kProtocols)
+    if (code.number == number) return code.word;
+  return std::to_string(number);
+}
+
+std::string condition_text(const Condition &condition) {
+  const Qualifier &qualifier = *condition.qualifier;
+  const std::string keyword = std::string(qualifier.keyword) + ' ';
+  MatchValue value = condition.value;
+  if (reads_as_dscp(condition)) {
+    value.number >>= kDscpShift;
+    value.mask >>= kDscpShift;
+    return "dscp " + match_text(Notation::decimal, kDscpBits, value);
+  }
+  switch (qualifier.style) {
+    case Style::ports: return keyword + number_list_text(interfaces_in({{value.number}}));
+    case Style::protocol: return keyword + protocol_text(value.number);
+    case Style::frame_type:
+    case Style::ip_type: return keyword + std::to_string(value.number);
+    case Style::masked: break;
+  }
+  return keyword + match_text(qualifier.notation, qualifier.bits, value);
+}
+
+}  // namespace
+
+std::string conditions_text(const std::vector<Condition> &conditions) {
+  std::vector<std::string> texts;
+  for (const Condition &each : conditions) texts.push_back(condition_text(each));
+  return join(texts, " ");
 }
 
 Record match_record(const swctl_platform_acl_rule &rule) {

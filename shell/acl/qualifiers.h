@@ -32,6 +32,9 @@ std::vector<Condition> conditions_of(const Arguments &arguments);
 // Throws a CommandError that names the field if the chip refuses it.
 void write_condition(const Condition &condition, uint32_t unit, int32_t rule);
 
+// The conditions as the words of match_record() of a rule that has them.
+std::string conditions_text(const std::vector<Condition> &conditions);
+
 // The conditions of a rule that was read back, keyword by keyword.
 Record match_record(const swctl_platform_acl_rule &rule);
 

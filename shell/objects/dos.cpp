@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "objects/dos.h"
+
+#include <swctl/platform/sdk.h>
 #include <swctl/port.h>
 
 #include <algorithm>
 
 #include "chip/call.h"
+#include "chip/each.h"
 #include "chip/limits.h"
 #include "chip/platform.h"
 #include "chip/ports.h"
@@ -16,13 +20,9 @@ std::string action_text(uint32_t action) {
   return action != 0 ? "drop" : "forward";
 }
 
-constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
+using Reading = AttackReading;
 
-struct Reading {
-  uint32_t type;
-  int32_t result;
-  uint32_t action;
-};
+constexpr auto kAction = SWSH_CALL(user_dos_attack_prevent_action_get);
 
 Reading read_action(const Context &context, uint32_t type) {
   uint32_t action = 0;
@@ -47,7 +47,9 @@ void expect_end(const Context &context, const std::vector<Reading> &beyond) {
   if (odd != beyond.end()) refuse_reading(*odd);
 }
 
-std::vector<Reading> read_actions(const Context &context) {
+}  // namespace
+
+std::vector<AttackReading> read_attack_actions(const Context &context) {
   std::vector<Reading> types;
   std::vector<Reading> beyond;
   for (uint32_t type = 0; type <= kLastAttackType; ++type) {
@@ -61,10 +63,12 @@ std::vector<Reading> read_actions(const Context &context) {
   return types;
 }
 
+namespace {
+
 Answer show_dos(const Arguments &, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
-  for (const Reading &reading : read_actions(context)) {
+  for (const Reading &reading : read_attack_actions(context)) {
     const auto type = static_cast<int64_t>(answer.records.size());
     answer.records.push_back(Record().add("type", type).add("action", action_text(reading.action)));
   }
@@ -77,7 +81,19 @@ Answer set_dos(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Answer protect(const Arguments &, const Context &context) {
+Answer protect_ports(const Arguments &arguments, const Context &context) {
+  const uint32_t on = arguments.has("state") ? arguments.u32("state") : 1;
+  const std::vector<Port> ports =
+      arguments.has("ports") ? ports_given(arguments, "ports") : front_ports();
+  for_each_port(ports, [&](const Port &port) {
+    perform(SWSH_CALL(rtk_sec_portAttackPreventEnable_set), port, context.unit, port.chip, on);
+  });
+  return {};
+}
+
+// The library switches all front ports on and none off.
+Answer protect(const Arguments &arguments, const Context &context) {
+  if (arguments.has("ports") || arguments.has("state")) return protect_ports(arguments, context);
   perform(SWSH_CALL(user_dos_attack_prevent_init), context, kLead, context.unit);
   return {};
 }
@@ -101,6 +117,8 @@ Node dos_object() {
                .run = set_dos},
               {.name = "protect",
                .help = "Switch prevention on for every front port",
+               .keywords = {{.name = "ports", .type = interface_list(), .help = "Only for these"},
+                            {.name = "state", .type = on_off(), .help = "On if not given"}},
                .run = protect},
           },
   };

@@ -38,10 +38,10 @@ Answer remove_flood(const Arguments &arguments, const Context &context) {
   return {};
 }
 
-Node command(const char *name, const char *help, Handler run) {
+Node command(const char *name, const char *help, Type type, Handler run) {
   return {.name = name,
           .help = help,
-          .positional = {required("PORTS", interface_list(0), "Ports, 0 the CPU")},
+          .positional = {required("PORTS", std::move(type), "Ports, 0 the CPU")},
           .run = run};
 }
 
@@ -55,9 +55,10 @@ Node flood_object() {
                     .help = "Show the ports",
                     .details = "Ports that are on no interface are left out.\n",
                     .run = show_flood},
-                   command("set", "Flood these ports and no others", set_flood),
-                   command("add", "Flood these ports too", add_flood),
-                   command("remove", "Do not flood these ports", remove_flood)},
+                   command("set", "Flood these ports and no others", interface_list_or_none(0),
+                           set_flood),
+                   command("add", "Flood these ports too", interface_list(0), add_flood),
+                   command("remove", "Do not flood these ports", interface_list(0), remove_flood)},
   };
 }
 

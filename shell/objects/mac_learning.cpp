@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/l2.h>
+#include <swctl/platform/sdk.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -89,6 +90,9 @@ Answer limit(const Arguments &arguments, const Context &context) {
     limit.port = port.chip;
     limit.limit = arguments.i32("max");
     perform(SWSH_CALL(user_mac_learn_limit_set), port, kLead, limit);
+    // The library switches a limit on and never off: the highest is none.
+    if (limit.limit == USER_LEARN_LIMIT_MAX)
+      perform(SWSH_CALL(rtk_l2_portLimitLearningCntEnable_set), port, 0u, port.chip, 0u);
   });
   return {};
 }

@@ -108,6 +108,15 @@ Answer del_mirror(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+// The library never takes back that flows are mirrored.
+Answer reset_mirror(const Arguments &arguments, const Context &context) {
+  expect_unit_zero(context);
+  const chip_mirror_entry empty = {};
+  const uint32_t group = arguments.u32("GROUP");
+  perform(SWSH_CALL(rtk_mirror_group_set), group_text(group), 0u, group, &empty);
+  return {};
+}
+
 Parameter group_parameter() {
   return required("GROUP", number(0, kLastMirrorGroup), "Mirror group");
 }
@@ -146,6 +155,10 @@ Node mirror_object() {
                .details = "A group that is disabled as a whole keeps its ports: enabled again it\n"
                           "mirrors them.\n",
                .run = del_mirror},
+              {.name = "reset",
+               .help = "Make a group as it is after power-on",
+               .positional = {group_parameter()},
+               .run = reset_mirror},
           },
   };
 }

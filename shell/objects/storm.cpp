@@ -47,12 +47,21 @@ Answer show_storm(const Arguments &arguments, const Context &context) {
   return answer;
 }
 
+// The library's function answers -1 whatever the chip says.
+void switch_control(const Context &context, const Port &port, uint32_t type, uint32_t on) {
+  constexpr auto kSwitch = SWSH_CALL(user_rate_stormControlEnable_set);
+  const Witness witness;
+  kSwitch.get()(kLead, context.unit, port.chip, type, on);
+  if (!witness.failed().empty()) refuse(witness.blame(kSwitch.name, 0), subject_of(port));
+}
+
 Answer set_storm(const Arguments &arguments, const Context &context) {
   const auto type = arguments.u32("type");
   for_each_port(ports_given(arguments, "PORTS"), [&](const Port &port) {
     if (arguments.has("rate"))
       perform(SWSH_CALL(user_rate_bandwidth_set), port, kLead, context.unit, port.chip, type,
               arguments.u32("rate"));
+    if (arguments.has("control")) switch_control(context, port, type, arguments.u32("control"));
     if (arguments.has("selection"))
       perform(SWSH_CALL(user_rate_stormsel_set), port, kLead, context.unit, port.chip, type,
               arguments.u32("selection"));
@@ -106,6 +115,9 @@ Node storm_object() {
                             {.name = "rate",
                              .type = number(0, 0xffffff),
                              .help = "Rate in the chip's unit; 0 switches control off"},
+                            {.name = "control",
+                             .type = on_off(),
+                             .help = "Whether the rate is in force; a new one is"},
                             {.name = "selection",
                              .type = number(0, 1),
                              .help = "Which traffic the type covers"}},

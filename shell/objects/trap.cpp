@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mirror_trunk.h>
+#include <swctl/platform/sdk.h>
 #include <swctl/platform/trap_read.h>
 #include <swctl/stp.h>
 
@@ -57,8 +58,8 @@ constexpr auto kBypass = SWSH_OPTIONAL_CALL(swctl_platform_trap_bypass_get);
 
 std::vector<Choice> trap_actions() {
   return {{"cpu", CHIP_TRAP_TO_CPU, "To the processor"},
-          {"forward", CHIP_TRAP_FORWARD, "Switched; not lacp and oam"},
-          {"drop", CHIP_TRAP_DROP, "Dropped; only lacp and oam"}};
+          {"forward", CHIP_TRAP_FORWARD, "Switched"},
+          {"drop", CHIP_TRAP_DROP, "Dropped"}};
 }
 
 Record trap_record(const Trap &trap, uint32_t action) {
@@ -122,15 +123,9 @@ Answer show_traps(const Arguments &arguments, const Context &context) {
 }
 
 void expect_possible(const Arguments &arguments, const Trap &trap) {
-  const int64_t action = arguments.number("ACTION");
-  if (action != CHIP_TRAP_TO_CPU && action != trap.otherwise) {
-    throw CommandError(wrong_usage("frames of " + arguments.word("FRAMES") + " have no such action",
-                                   arguments.word("ACTION"),
-                                   {"cpu", word_for(trap_actions(), trap.otherwise)}));
-  }
-  if (arguments.has("ports") && trap.call) {
+  if (arguments.has("ports") && trap.kept != Kept::by_port) {
     throw CommandError(
-        wrong_usage("only frames of lldp are chosen by port", arguments.word("ports")));
+        wrong_usage("only frames of bpdu and lldp are chosen by port", arguments.word("ports")));
   }
 }
 
@@ -147,12 +142,45 @@ void set_lldp_of(const Arguments &arguments, const Context &context, uint32_t fo
   });
 }
 
+// What the library has no function for, the chip does all the same.
+void set_by_port(const Arguments &arguments, const Context &context, const Trap &trap) {
+  const std::vector<Port> ports =
+      arguments.has("ports") ? ports_given(arguments, "ports") : front_ports();
+  for_each_port(ports, [&](const Port &port) {
+    perform(SWSH_CALL(rtk_trap_portMgmtFrameAction_set), port, context.unit, port.chip, trap.code,
+            arguments.u32("ACTION"));
+  });
+}
+
+void set_by_group(const Arguments &arguments, const Context &context, const Trap &trap) {
+  const std::string frames = trap.frames;
+  if (trap.code == CHIP_TRAP_GROUP_LACP)
+    perform(SWSH_CALL(rtk_trap_bypassStp_set), frames, context.unit,
+            CHIP_TRAP_BYPASS_SLOW_PROTOCOLS, 0u);
+  perform(SWSH_CALL(rtk_trap_rmaGroupAction_set), frames, context.unit, trap.code,
+          arguments.u32("ACTION"));
+}
+
+void set_directly(const Arguments &arguments, const Context &context, const Trap &trap) {
+  switch (trap.kept) {
+    case Kept::by_port: return set_by_port(arguments, context, trap);
+    case Kept::by_address_group: return set_by_group(arguments, context, trap);
+    case Kept::for_all_ports: break;
+  }
+  perform(SWSH_CALL(rtk_trap_mgmtFrameAction_set), std::string(trap.frames), context.unit,
+          trap.code, arguments.u32("ACTION"));
+}
+
 Answer set_trap(const Arguments &arguments, const Context &context) {
   const Trap &trap = kTraps[arguments.number("FRAMES")];
   expect_possible(arguments, trap);
-  const bool to_cpu = arguments.number("ACTION") == CHIP_TRAP_TO_CPU;
+  const int64_t action = arguments.number("ACTION");
+  const bool to_cpu = action == CHIP_TRAP_TO_CPU;
   const uint32_t value = to_cpu ? trap.to_cpu : 1 - trap.to_cpu;
-  if (trap.call) {
+  const bool library_can = to_cpu || action == trap.otherwise;
+  if (!library_can || (trap.call && arguments.has("ports"))) {
+    set_directly(arguments, context, trap);
+  } else if (trap.call) {
     perform(*trap.call, context, kLead, context.unit, value);
   } else {
     set_lldp_of(arguments, context, value);
@@ -188,7 +216,7 @@ Node trap_object() {
                               required("ACTION", choice(trap_actions()), "What becomes of them")},
                .keywords = {{.name = "ports",
                              .type = interface_list(),
-                             .help = "Only these ports; of lldp"}},
+                             .help = "Only these ports; of bpdu and lldp"}},
                .details = "On all ports, the answer is that of the last one.\n",
                .run = set_trap},
           },

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/mirror_trunk.h>
+#include <swctl/platform/sdk.h>
 #include <swctl/platform/trunk_read.h>
 
 #include <algorithm>
@@ -27,10 +28,11 @@ std::string trunk_text(uint32_t trunk) {
 struct TrunkHash {
   const char *word;
   const char *help;
-  uint32_t selector;
+  std::optional<uint32_t> selector;  // of the library; it has none for the source port
   uint32_t bits;
 };
 constexpr TrunkHash kTrunkHashes[] = {
+    {"source-port", "The port that they came in on", std::nullopt, CHIP_TRUNK_HASH_SOURCE_PORT},
     {"none", "Nothing", USER_TRUNK_HASH_NONE, 0},
     {"source-mac", "Source MAC", USER_TRUNK_HASH_SOURCE_MAC, CHIP_TRUNK_HASH_SOURCE_MAC},
     {"destination-mac", "Destination MAC", USER_TRUNK_HASH_DESTINATION_MAC,
@@ -113,8 +115,15 @@ Answer hash(const Arguments &arguments, const Context &context) {
     Record record;
     return {Shape::detail, {add_hash(record, read_hash(context))}, ""};
   }
-  perform(SWSH_CALL(user_trunk_loadbalance_set), context, kLead, context.unit, 0u,
-          arguments.u32("FIELDS"));
+  const uint32_t bits = arguments.u32("FIELDS");
+  const auto hash = std::ranges::find(kTrunkHashes, bits, &TrunkHash::bits);
+  if (hash->selector) {
+    perform(SWSH_CALL(user_trunk_loadbalance_set), context, kLead, context.unit, 0u,
+            *hash->selector);
+  } else {
+    perform(SWSH_CALL(rtk_trunk_distributionAlgorithmParam_set), context, context.unit,
+            CHIP_TRUNK_ALGORITHM, bits);
+  }
   return {};
 }
 
@@ -124,8 +133,7 @@ Parameter trunk_parameter(bool required = true) {
 
 Type hash_fields() {
   std::vector<Choice> choices;
-  for (const TrunkHash &each : kTrunkHashes)
-    choices.push_back({each.word, each.selector, each.help});
+  for (const TrunkHash &each : kTrunkHashes) choices.push_back({each.word, each.bits, each.help});
   return choice(choices);
 }
 

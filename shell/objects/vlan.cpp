@@ -156,11 +156,19 @@ Answer show_default(const Context &context) {
   return answer;
 }
 
+Answer set_default_of(const Arguments &arguments, const Context &context, int64_t vid) {
+  for_each_port(ports_given(arguments, "ports"), [&](const Port &port) {
+    write_port(context, port, SWSH_CALL(user_port_untagged_vlan_set), vid);
+  });
+  return {};
+}
+
 // The library's walk does not know where the board ends. Whether a refusal was
 // only that, the ports themselves can say.
 Answer set_or_show_default(const Arguments &arguments, const Context &context) {
   if (!arguments.has("VLAN")) return show_default(context);
   const int64_t vid = arguments.number("VLAN");
+  if (arguments.has("ports")) return set_default_of(arguments, context, vid);
   constexpr auto kSet = SWSH_CALL(user_vlan_default_set);
   const Witness witness;
   const int32_t result = kSet.get()(kLead, context.unit, static_cast<uint32_t>(vid));
@@ -231,6 +239,9 @@ Node default_command() {
       .positional = {{.name = "VLAN",
                       .type = number(kFirstVlan, kLastVlan),
                       .help = "VLAN that frames without a tag get"}},
+      .keywords = {{.name = "ports",
+                    .type = interface_list(0),
+                    .help = "Only of these ports; 0 is the CPU"}},
       .details = "Without VLAN, the default VLAN of each port.\n",
       .run = set_or_show_default,
   };

@@ -107,7 +107,9 @@ void add_setting(Record &settings, const RuleKind &kind, const swctl_platform_ru
   }
 }
 
-Record rule_record(const RuleKind &kind, const swctl_platform_entity_rule &rule) {
+}  // namespace
+
+Record vlan_rule_record(const RuleKind &kind, const swctl_platform_entity_rule &rule) {
   Record match;
   for (uint32_t place = 0; place < rule.qualifiers; ++place)
     add_match(match, kind, rule.qualifier[place]);
@@ -122,6 +124,8 @@ Record rule_record(const RuleKind &kind, const swctl_platform_entity_rule &rule)
   return record;
 }
 
+namespace {
+
 Answer show_rules(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   Answer answer = {Shape::table, {}, ""};
@@ -129,7 +133,7 @@ Answer show_rules(const Arguments &arguments, const Context &context) {
     if (arguments.has("KIND") && arguments.word("KIND") != kind.word) continue;
     each_record(kNextRule, "rule", kind.entity, kind.first,
                 [&](const swctl_platform_entity_rule &rule) {
-                  answer.records.push_back(rule_record(kind, rule));
+                  answer.records.push_back(vlan_rule_record(kind, rule));
                 });
   }
   return answer;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/platform/sdk.h>
+
 #include <optional>
 
 #include "chip/call.h"
@@ -93,6 +95,19 @@ void apply_tpid(const Arguments &arguments, const Context &context, const Port &
           arguments.u32("tpid"), entry);
 }
 
+void apply_outer(const Arguments &arguments, const Context &context, const Port &port) {
+  const uint32_t entry = arguments.has("entry") ? arguments.u32("entry") : 0;
+  perform(SWSH_CALL(user_tpid_entry_set), port, kLead, context.unit, entry, arguments.u32("outer"));
+}
+
+// The library switches a limit on and never off: the highest rate is none.
+#define APPLY_RATE(keyword, function, limit)                                   \
+  [](const Arguments &arguments, const Context &context, const Port &port) {   \
+    write_port(context, port, SWSH_CALL(function), arguments.number(keyword)); \
+    if (arguments.number(keyword) == kLastRate)                                \
+      perform(SWSH_CALL(limit), port, context.unit, port.chip, 0u);            \
+  }
+
 Type learning_type() {
   return choice({{"on", USER_LEARN_ON, "Learn and forward"},
                  {"off", USER_LEARN_DISCARD, "Drop frames from unknown addresses"},
@@ -159,10 +174,14 @@ const std::vector<Setting> &settings() {
         .type = number(0, kLastTpidEntry),
         .help = "Place of tpid in the switch's tables; 0 if not given"},
        nullptr},
+      {{.name = "outer",
+        .type = number(0, 0xffff),
+        .help = "Tag protocol identifier of outer tags; tpid if not given"},
+       apply_outer},
       {{.name = "ingress", .type = limit, .help = "Ingress rate limit"},
-       APPLY_NUMBER("ingress", user_port_ingress_rate_set)},
+       APPLY_RATE("ingress", user_port_ingress_rate_set, rtk_rate_igrBandwidthCtrlEnable_set)},
       {{.name = "egress", .type = limit, .help = "Egress rate limit"},
-       APPLY_NUMBER("egress", user_port_egress_rate_set)},
+       APPLY_RATE("egress", user_port_egress_rate_set, rtk_rate_egrBandwidthCtrlEnable_set)},
   };
   return all;
 }
@@ -183,6 +202,8 @@ void check_together(const Arguments &arguments, const Context &context) {
         wrong_usage("speed and duplex are forced, not negotiated", "autoneg", {"autoneg off"}));
   if (arguments.has("entry") && !arguments.has("tpid"))
     throw CommandError(wrong_usage("entry belongs to tpid", "entry", {"tpid"}));
+  if (arguments.has("outer") && !arguments.has("tpid"))
+    throw CommandError(wrong_usage("outer belongs to tpid", "outer", {"tpid"}));
   if (arguments.has("learning")) expect_unit_zero(context, "learning");
   if (arguments.has("isolation")) bitmap_of(interfaces_given(arguments, "isolation"));
 }

@@ -16,10 +16,14 @@ std::string trust_group_text(int64_t group) {
   return "trust group " + std::to_string(group);
 }
 
+// The group of the chip that the library gives no weights.
+constexpr int64_t kNoTrust = 3;
+
 std::vector<Choice> trusts() {
   return {{"port", USER_QOS_TRUST_PORT, "The port's"},
           {"tag", USER_QOS_TRUST_TAG, "A tag's, if any"},
-          {"dscp", USER_QOS_TRUST_DSCP, "That of the code point, if any"}};
+          {"dscp", USER_QOS_TRUST_DSCP, "That of the code point, if any"},
+          {"none", kNoTrust, "None of them, as after power-on"}};
 }
 
 using TrustWeights = std::vector<int64_t>;
@@ -56,7 +60,8 @@ Answer set_trust(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const auto group = arguments.i32("TRUST");
   const std::vector<Port> ports = ports_given(arguments, "PORTS");
-  perform(SWSH_CALL(user_qos_trust_sel_group_set), trust_group_text(group), group);
+  if (group != kNoTrust)
+    perform(SWSH_CALL(user_qos_trust_sel_group_set), trust_group_text(group), group);
   for_each_port(ports, [&](const Port &port) {
     perform(SWSH_CALL(user_qos_port_trust_mode_set), port, port.chip, static_cast<uint32_t>(group));
   });

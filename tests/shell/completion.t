@@ -4,6 +4,7 @@ What completion offers.
 
   $ swctl -complete 1 swctl ""
   acl
+  config
   dos
   flood
   kernel
@@ -50,6 +51,7 @@ What completion offers.
   dtag
   tpid
   entry
+  outer
   ingress
   egress
   $ swctl -complete 5 swctl port set 3 speed 10
@@ -75,6 +77,7 @@ What completion offers.
   dtag
   tpid
   entry
+  outer
   ingress
   egress
   $ swctl -complete 3 swctl -j port s

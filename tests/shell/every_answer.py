@@ -101,6 +101,8 @@ meter del 3
 mirror add 1 to 26 ports 1-2 direction ingress
 mirror show
 mirror del 1
+mirror reset 1
+config show
 qos map set 3 queue 4
 qos map show
 qos dscp set 46 priority 5

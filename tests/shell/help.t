@@ -12,6 +12,7 @@ Help at every level.
   
   Objects:
     acl      Access-control rules
+    config   The configuration as text
     dos      Prevention of denial-of-service attacks
     flood    Flooding: ports that get frames to unknown unicast addresses
     kernel   The message channel to the kernel's switch module
@@ -69,8 +70,8 @@ Help at every level.
                         [loopback on|off] [mtu 64-16383]
                         [learning on|off|forward|cpu|copy|restore]
                         [isolation PORTS] [vlan 1-4094] [filter on|off]
-                        [dtag on|off] [tpid 0-65535] [entry 0-3] [ingress RATE]
-                        [egress RATE]
+                        [dtag on|off] [tpid 0-65535] [entry 0-3] [outer 0-65535]
+                        [ingress RATE] [egress RATE]
   
   Change settings of ports.
   speed and duplex switch autonegotiation off and force the mode; flow control
@@ -117,6 +118,8 @@ Help at every level.
     tpid 0-65535                Tag protocol identifier: a number 0-65535
     entry 0-3                   Place of tpid in the switch's tables; 0 if not
                                 given: a number 0-3
+    outer 0-65535               Tag protocol identifier of outer tags; tpid if not
+                                given: a number 0-65535
     ingress RATE                Ingress rate limit: a rate 0-16777200 kbit in
                                 steps of 16 such as 64kbit, 10mbit or 1gbit
     egress RATE                 Egress rate limit: a rate 0-16777200 kbit in steps
@@ -144,7 +147,7 @@ It may be asked for in several ways:
   $ swctl port -help set 3 | diff expected -
   $ echo 'port set --help' | swctl | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 It is as wide as COLUMNS says, errors are one line:

@@ -95,10 +95,10 @@ Trust is a group of the chip, and each port has one:
   1     dscp   3,2,2,1,1
   2     port   0,0,0,1,1
   3     tag    0,2,2,1,1
-  4     3      0,0,0,0,0
+  4     none   0,0,0,0,0
   26    dscp   3,2,2,1,1
   $ swctl -j qos trust show 3-4
-  [{"port":3,"trust":"tag","weights":[0,2,2,1,1]},{"port":4,"trust":3,"weights":[0,0,0,0,0]}]
+  [{"port":3,"trust":"tag","weights":[0,2,2,1,1]},{"port":4,"trust":"none","weights":[0,0,0,0,0]}]
   $ swctl qos trust show | wc -l
   27
   $ vchipctl dump --unit 0 --block qos --compact | jq -c '[.ports[0,1,2,3,26].group]'

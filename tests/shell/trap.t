@@ -79,14 +79,18 @@ What cannot be:
   {"error":{"message":"trap show bpdu: swctl_platform_trap_port_frame_get refused port 1: there is no such switch unit (result -1001)","culprit":"1","expected":[],"suggestions":[],"function":"swctl_platform_trap_port_frame_get","result":-1001,"sentence":"there is no such switch unit","status":2}}
   [2]
 
+What is after power-on can be set again:
+
   $ swctl trap set lacp forward
-  swctl: trap set lacp forward: frames of lacp have no such action, expected one of: cpu, drop
-  [1]
   $ swctl trap set igmp drop
-  swctl: trap set igmp drop: frames of igmp have no such action, expected one of: cpu, forward
-  [1]
-  $ swctl trap set bpdu cpu ports 3
-  swctl: trap set bpdu cpu ports 3: only frames of lldp are chosen by port
+  $ swctl trap set bpdu forward ports 3
+  $ swctl trap show | grep -e lacp -e igmp -e bpdu -e frames
+  frames   action   ports   passes_blocked
+  igmp     drop     all     -
+  bpdu     forward  1-26    -
+  lacp     forward  all     no
+  $ swctl trap set igmp cpu ports 3
+  swctl: trap set igmp cpu ports 3: only frames of bpdu and lldp are chosen by port
   [1]
   $ swctl trap set stp cpu
   swctl: trap set: bad value "stp", expected one of: igmp, mld, own-mac, bpdu, lldp, lacp, oam

@@ -6,9 +6,9 @@ The object trunk: ports that work as one link.
   $ swctl trunk set 4 1-2,26
   $ swctl trunk show
   trunk  ports   hash
-  4      1,2,26  0x1
+  4      1,2,26  source-port
   $ swctl -j trunk show
-  [{"trunk":4,"ports":[1,2,26],"hash":1}]
+  [{"trunk":4,"ports":[1,2,26],"hash":"source-port"}]
   $ trunks
   {"trunks":[{"trunk":4,"members":[0,1,26]}],"algorithms":[{"hash":["source-port"]},{"hash":["source-port"]}]}
   $ swctl trunk set 4 3
@@ -54,7 +54,7 @@ which has no word:
   hash  ips
   $ vchipctl reset
   $ swctl trunk hash
-  hash  0x1
+  hash  source-port
 
 A port belongs to one trunk:
 
@@ -64,7 +64,7 @@ A port belongs to one trunk:
   [2]
 
   $ swctl trunk hash everything
-  swctl: trunk hash: bad value "everything", expected one of: none, source-mac, destination-mac, macs, source-ip, destination-ip, ips
+  swctl: trunk hash: bad value "everything", expected one of: source-port, none, source-mac, destination-mac, macs, source-ip, destination-ip, ips
   [1]
   $ swctl trunk set 32 1
   swctl: trunk set: bad value "32", expected a number 0-31

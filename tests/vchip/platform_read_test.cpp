@@ -83,6 +83,14 @@ const std::vector<WordReader> &word_readers() {
        [](uint32_t unit, int32_t port, uint32_t, uint32_t *word) {
          return swctl_platform_port_filter_get(unit, port, word);
        }},
+      {"port_protection", true, kNoIndex,
+       [](uint32_t unit, int32_t port, uint32_t, uint32_t *word) {
+         return swctl_platform_port_protection_get(unit, port, word);
+       }},
+      {"outer_tpid", false, 4,
+       [](uint32_t unit, int32_t, uint32_t index, uint32_t *word) {
+         return swctl_platform_outer_tpid_get(unit, index, word);
+       }},
   };
   return readers;
 }
@@ -272,6 +280,18 @@ TEST_F(PlatformRead, WhatIsOnlyWrittenOfPortsIsAsTheChipHasIt) {
       EXPECT_EQ(said(swctl_platform_port_backpressure_get, unit, port), unit == 1 && port == 3);
       EXPECT_EQ(said(swctl_platform_port_filter_get, unit, port), unit == 1 && port == 4);
     }
+}
+
+TEST_F(PlatformRead, ProtectionAndOuterTpidsAreThoseOfTheChip) {
+  ASSERT_EQ(rtk_sec_portAttackPreventEnable_set(1, 3, 1), 0);
+  ASSERT_EQ(rtk_vlan_outerTpidEntry_set(1, 2, 0x9200), 0);
+  for (const uint32_t unit : {0u, 1u}) {
+    for (int32_t port = 0; port + 1 < VCHIP_PORTS; ++port)
+      EXPECT_EQ(said(swctl_platform_port_protection_get, unit, port), unit == 1 && port == 3);
+    for (uint32_t index = 0; index < 4; ++index)
+      EXPECT_EQ(said(swctl_platform_outer_tpid_get, unit, index),
+                unit == 1 && index == 2 ? 0x9200u : 0x88a8u);
+  }
 }
 
 TEST_F(PlatformRead, MissesOfRulesAreThoseOfTheChip) {

@@ -15,6 +15,7 @@
  * @name Header fields that an algorithm can hash
  * @{
  */
+#define CHIP_TRUNK_HASH_SOURCE_PORT 1u /**< libswctl never asks for it */
 #define CHIP_TRUNK_HASH_SOURCE_MAC 2u
 #define CHIP_TRUNK_HASH_DESTINATION_MAC 4u
 #define CHIP_TRUNK_HASH_SOURCE_IP 8u

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The SDK's calls on settings of a whole unit.
+#include <swctl/platform/port_read.h>
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"
@@ -62,6 +63,14 @@ int32_t rtk_acl_meterIncludeIfg_set(uint32_t unit, uint32_t include) {
 int32_t rtk_sec_portAttackPreventEnable_set(uint32_t unit, int32_t port, uint32_t enable) {
   return vchip::change(unit, {vchip::on_front_port(port), vchip::flag(enable)},
                        [=](vchip::Unit &chip) { chip.attack.protect(port, enable != 0); });
+}
+
+int32_t swctl_platform_port_protection_get(uint32_t unit, int32_t port, uint32_t *enable) {
+  return vchip::look(unit, {vchip::on_port(port), vchip::not_null(enable)},
+                     [=](const vchip::Unit &chip) {
+                       *enable = chip.attack.protected_ports() >> port & 1;
+                       return 0;
+                     });
 }
 
 int32_t rtk_sec_attackPreventAction_get(uint32_t unit, uint32_t type, uint32_t *action) {

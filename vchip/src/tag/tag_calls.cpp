@@ -96,6 +96,13 @@ int32_t rtk_vlan_outerTpidEntry_set(uint32_t unit, uint32_t index, uint32_t tpid
                 [=](Unit &chip) { chip.tag.outer()[index] = tpid; });
 }
 
+int32_t swctl_platform_outer_tpid_get(uint32_t unit, uint32_t index, uint32_t *tpid) {
+  return vchip::look(unit, {not_null(tpid), below(index, kTpids)}, [=](const Unit &chip) {
+    *tpid = chip.tag.outer()[index];
+    return 0;
+  });
+}
+
 int32_t rtk_vlan_portIgrInnerTpid_set(uint32_t unit, int32_t port, uint32_t mask) {
   return set_word(unit, port, &PortTags::ingress_inner_tpids, mask,
                   at_most(mask, vchip::kTpidMask));
