@@ -76,11 +76,8 @@ void Writers::add(Call call, const char *sentence) {
   const bool fits = filter_.fits(call);
   const bool shown = is_shown(call);
   call.depth = static_cast<int>(frames().size());
-  const std::string recorded = recording_line(call, false);
-  for (Destination &each : recordings_) {
-    if (each.of_library && shown) each.file.write(recording_line(call, true));
-    if (!each.of_library && fits) each.file.write(recorded);
-  }
+  for (Destination &each : recordings_)
+    if (each.of_library ? shown : fits) each.file.write(recording_line(call, each.of_library));
   if (traces_.empty() || !shown) return;
   const std::string line = line_of(call, sentence);
   open_frames();
