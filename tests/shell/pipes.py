@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""pipes.py SCHEMA
+"""pipes.py SCHEMA EXCHANGES
 
 Talks to swctl over two pipes as a program would: writes a command, reads its
-answer, ten thousand times. And kills batches that answer in JSON.
+answer, so many times. And kills batches that answer in JSON.
 """
 import json
 import os
@@ -16,7 +16,7 @@ import time
 
 from answers import Checker, commands_of
 
-EXCHANGES = 10000
+EXCHANGES = int(sys.argv[2])
 # Commands with what is to come: an answer, none, and an error.
 COMMANDS = [
     ("flood show", 0, "unknown_unicast  0-26\n", [{"unknown_unicast": list(range(27))}]),

@@ -133,7 +133,7 @@ TEST_F(AclText, TheDumpTellsTheRule) {
   action.word[14] = 3;
   ASSERT_EQ(rtk_acl_ruleAction_set(1, 0, 7, &action), 0);
   ASSERT_EQ(rtk_acl_ruleValidate_set(1, 0, 7, 1), 0);
-  const json block = json::parse(vchip::dump_json(-1))["units"][1]["acl"];
+  const json block = json::parse(vchip::dump_json(-1, {1, "acl"}))["units"][1]["acl"];
   ASSERT_EQ(block["rules"].size(), 1u);
   const json rule = block["rules"][0];
   EXPECT_EQ(rule["rule"], 7);
@@ -154,7 +154,7 @@ TEST_F(AclText, TheDumpTellsTheForm) {
   ASSERT_EQ(rtk_acl_templateSelector_set(0, 8, 4, 3, 0), 0);
   ASSERT_EQ(rtk_acl_lookupMissAct_set(0, 3, 1), 0);
   ASSERT_EQ(rtk_acl_ruleValidate_set(0, 0, 9, 1), 0);
-  const json block = json::parse(vchip::dump_json(-1))["units"][0]["acl"];
+  const json block = json::parse(vchip::dump_json(-1, {0, "acl"}))["units"][0]["acl"];
   EXPECT_EQ(block["templates"][5]["field_types"],
             json::parse("[1, 2, 11, 0, 0, 0, 0, 0, 0, 0, 0, 0]"));
   EXPECT_EQ(block["selectors"][8], json::parse(R"({"selector": 8, "templates": [4, 3, 0]})"));

@@ -21,7 +21,7 @@ class Meters : public vchip_test::PrivateChip {
     return rtk_acl_meterEntry_set(1, meter, &entry);
   }
   static json dumped(const char *block) {
-    return json::parse(vchip::dump_json(-1))["units"][1][block];
+    return json::parse(vchip::dump_json(-1, {1, block}))["units"][1][block];
   }
 };
 

@@ -15,7 +15,7 @@ using nlohmann::json;
 using Words = std::vector<uint32_t>;
 
 json block(const char *name) {
-  return json::parse(vchip::dump_json(-1))["units"][0][name];
+  return json::parse(vchip::dump_json(-1, {0, name}))["units"][0][name];
 }
 
 TEST_F(PortBlocks, PowerOn) {

@@ -128,7 +128,7 @@ TEST_F(Rules, RefuseAnAreaThatTheAdapterDidNotWrite) {
     adp_fp_entity_rule_t damaged = rule;
     damaged.area[at] ^= 0x40;
     adp_fp_add_entity_rule(damaged);
-    vchip::dump_json(-1);
+    vchip::dump_json(-1, {-1, "rules"});
     adp_fp_delete_entity_rule(33, 0, 0);
   }
 }

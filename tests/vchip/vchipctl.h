@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/wait.h>
@@ -79,6 +80,14 @@ class Vchipctl : public testing::Test {
     const Answer answer = run("dump " + arguments);
     EXPECT_EQ(answer.status, 0) << answer.output;
     return json::parse(answer.output);
+  }
+  // All that the chip keeps; the page before it says who looked. Of a chip that
+  // nobody has opened yet, what it has from the start.
+  std::string kept() const {
+    if (!std::filesystem::exists(image_)) expect_done("reset");
+    std::ifstream stream(image_, std::ios::binary);
+    stream.seekg(4096);
+    return {std::istreambuf_iterator<char>(stream), {}};
   }
   static json ports(uint32_t unit) {
     return dump("--unit " + std::to_string(unit) + " --block port");
