@@ -18,7 +18,9 @@ import pathlib
 import re
 import sys
 
-NUMBERS = {"one": 1, "two": 2, "six": 6, "eight": 8, "sixteen": 16}
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "include"))
+from declarations import (COMMENT, POINTER_TYPE, RECORD, count_of, functions_in, is_written, told)
+
 HEXADECIMAL = {"mac", "mask", "netmask", "address", "ability", "flags", "tpid", "ethertype", "word"}
 # Bytes that are numbers.
 DECIMAL = {"ports", "queues"}
@@ -26,55 +28,13 @@ SCALARS = {f"{sign}int{bits}_t" for sign in ("", "u") for bits in (8, 16, 32, 64
 # Members that hold nothing.
 EMPTY = re.compile(r"(reserved|unused|padding)\d*$")
 
-COMMENT = r"/\*(?:(?!\*/).)*\*/"
-FUNCTION = re.compile(rf"(?P<text>{COMMENT})?\s*\bSWCTL_API\s+(?P<head>[\w\s*]+?)\((?P<parameters>[^()]*)\)"
-                      r"\s*(?:__attribute__\s*\(\(.*?\)\))?\s*;", re.DOTALL)
-RECORD = re.compile(r"\bstruct (?P<name>\w+) \{(?P<body>[^{}]*)\};", re.DOTALL)
-POINTER_TYPE = re.compile(r"\btypedef\s[^;(]*\(\*(\w+)\)\s*\(", re.DOTALL)
-
-
-class Text:
-    """What the comment of a function says about each of its parameters."""
-
-    def __init__(self, comment):
-        plain = re.sub(r"^\s*\*(?: |$)", "", comment or "", flags=re.MULTILINE)
-        found = re.findall(r"@param\s+(\w+)\s+(.*?)(?=@\w+|\n\s*\n|\*/|\Z)", plain, re.DOTALL)
-        self.parameters = {name: " ".join(words.split()) for name, words in found}
-
-
-class Parameter:
-    def __init__(self, declaration):
-        self.name = re.search(r"(\w+)$", declaration)[1]
-        self.declared = declaration[:-len(self.name)].strip()
-        self.pointee = self.declared[:-1].strip() if self.declared.endswith("*") else None
-
-    @property
-    def element(self):
-        return re.sub(r"^const\s+", "", self.pointee)
-
-    @property
-    def constant(self):
-        return self.pointee.startswith("const ")
-
-
-class Function:
-    def __init__(self, match):
-        head = " ".join(match["head"].split())
-        self.name = re.search(r"(\w+)$", head)[1]
-        self.result = head[:-len(self.name)].strip()
-        words = [" ".join(word.split()) for word in match["parameters"].split(",")]
-        self.open = words[-1] == "..."
-        self.parameters = [Parameter(word) for word in words if word not in ("...", "void")]
-        self.text = Text(match["text"])
-
 
 class Headers:
     def __init__(self, folder):
         self.functions, self.records, self.known, self.pointers = {}, {}, set(), set()
         for path in sorted(folder.glob("*.h")):
             text = path.read_text()
-            self.functions.update({match[0].name: match[0] for match in
-                                   ([Function(each)] for each in FUNCTION.finditer(text))})
+            self.functions.update(functions_in(text))
             self.records.update(self.records_in(text))
             self.pointers.update(POINTER_TYPE.findall(text))
         for path in sorted(folder.glob("platform/*.h")):
@@ -86,29 +46,10 @@ class Headers:
             members = re.findall(r"(\w+)\s+(\w+)(\[\w+\])?\s*;", match["body"])
             yield match["name"], [(kind, name, bool(array)) for kind, name, array in members]
 
-    def told(self, function, name, seen=()):
-        """The text about a parameter, also where it refers to another function's."""
-        text = function.text.parameters.get(name, "")
-        other = re.match(r"as in (\w+)\(\)", text)
-        if not other or other[1] in seen or other[1] not in self.functions:
-            return text
-        return self.told(self.functions[other[1]], name, (*seen, function.name))
-
 
 def form_of(name, element, many):
     is_bytes = many and element == "uint8_t" and name not in DECIMAL
     return "hex" if is_bytes or name in HEXADECIMAL else "dec"
-
-
-def count_of(function, text):
-    """Elements at an address, as an expression; None if nobody says."""
-    match = re.search(r"(?:`(\w+)`|::(\w+)|\b(\w+)) (?:bytes?|words?)\b", text)
-    if not match:
-        return None
-    names = {parameter.name for parameter in function.parameters}
-    if match[1]:
-        return match[1] if match[1] in names else None
-    return match[2] or NUMBERS.get(match[3]) or (match[3] if match[3].isdigit() else None)
 
 
 class Lister:
@@ -137,7 +78,7 @@ class Lister:
 
     def there(self, function, parameter):
         """The argument of an address: what is there, or itself."""
-        text = self.headers.told(function, parameter.name)
+        text = told(self.headers.functions, function, parameter.name)
         element = parameter.element
         if element == "char":
             return ("ref", parameter.declared, "char", parameter.name, 1, "text")
@@ -157,8 +98,7 @@ class Lister:
         if element == "uint8_t" and count is None:
             return self.address(parameter)
         self.use(element)
-        written = re.search(r"\b(receives|written whole)\b", text)
-        direction = "ref" if parameter.constant else "out" if written else "upd"
+        direction = "ref" if parameter.constant else "out" if is_written(text) else "upd"
         many = count not in (None, 1)
         return (direction, parameter.declared, element, parameter.name, count or 1,
                 form_of(parameter.name, element, many))

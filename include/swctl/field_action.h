@@ -192,8 +192,8 @@ SWCTL_API int32_t user_field_clear_statistics(uint32_t lead, uint32_t unit, uint
  * @param unit    switch unit
  * @param counter counter
  * @param kind    ::USER_FIELD_COUNT_PACKETS, or anything else for bytes
- * @param count   passed to the SDK, which defines its type: usually 64 bits as
- *                two 32-bit words, the high word first
+ * @param count   passed to the SDK, which defines its type: usually, and in the
+ *                virtual chip, a ::user_counter_t, which receives the number
  * @return the SDK's result
  */
 SWCTL_API int32_t user_field_get_statistics(uint32_t lead, uint32_t unit, uint32_t counter,

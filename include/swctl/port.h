@@ -26,6 +26,14 @@
 SWCTL_BEGIN_DECLS
 
 /**
+ * @name Link states
+ * @{
+ */
+#define USER_LINK_DOWN 0u
+#define USER_LINK_UP 1u
+/** @} */
+
+/**
  * @name Generic speed
  * What callers pass and receive, in Mbit/s. When read, an SDK code for none of
  * the four speeds becomes ::USER_SPEED_UNKNOWN. Any other value is written as
@@ -121,7 +129,7 @@ SWCTL_API int32_t user_port_link_medium_get(uint32_t lead, uint32_t unit, int32_
  * @param lead   ignored
  * @param unit   switch unit
  * @param port   chip port
- * @param status passed to the SDK; receives 1 for up, 0 for down
+ * @param status passed to the SDK; receives ::USER_LINK_UP or ::USER_LINK_DOWN
  * @return the SDK's result
  */
 SWCTL_API int32_t user_fiberport_link_status_get(uint32_t lead, uint32_t unit, int32_t port,
@@ -140,8 +148,9 @@ SWCTL_API int32_t user_fiberport_link_status_get(uint32_t lead, uint32_t unit, i
  * @param lead   ignored here, passed on to user_port_link_medium_get()
  * @param unit   switch unit
  * @param port   chip port
- * @param status passed to the SDK; receives 1 for up, 0 for down. It is read
- *               even if the link could not be read, so set it before the call.
+ * @param status passed to the SDK; receives ::USER_LINK_UP or
+ *               ::USER_LINK_DOWN. It is read even if the link could not be
+ *               read, so set it before the call.
  * @return the result of rtk_port_link_get(), always
  */
 SWCTL_API int32_t user_port_link_status_get(uint32_t lead, uint32_t unit, int32_t port,

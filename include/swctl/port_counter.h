@@ -80,7 +80,7 @@ SWCTL_API int32_t user_stat_port_get(uint32_t lead, uint32_t unit, int32_t port,
  * @param port     chip port
  * @param counters passed to the SDK; receives its set of counters. The form
  *                 and size of the set are the platform's; the virtual chip's
- *                 is chip_port_counters_t in platform/port_records.h.
+ *                 is a ::chip_port_counters_t (platform/port_records.h).
  * @return the SDK's result
  */
 SWCTL_API int32_t user_stat_port_getAll(uint32_t lead, uint32_t unit, int32_t port, void *counters);

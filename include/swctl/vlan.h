@@ -197,10 +197,10 @@ SWCTL_API int32_t user_vlan_port_set(uint32_t lead, uint32_t unit, uint32_t vid,
  * @param lead     ignored
  * @param unit     switch unit
  * @param vid      VLAN ID
- * @param member   receives the members: word 0 is the SDK's mask, words 1 to 7
- *                 are 0. Written whatever the result is, and 0 if the SDK
- *                 wrote nothing.
- * @param untagged receives the untagged ports, in the same way
+ * @param member   receives the chip ports that are members: word 0 is the SDK's
+ *                 mask, words 1 to 7 are 0. Written whatever the result is, and
+ *                 0 if the SDK wrote nothing.
+ * @param untagged receives the untagged chip ports, in the same way
  * @return the SDK's result
  */
 SWCTL_API int32_t user_vlan_port_get(uint32_t lead, uint32_t unit, uint32_t vid,

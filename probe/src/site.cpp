@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "site.h"
 
-#include <dlfcn.h>
 #include <string>
 
 #include "line_file.h"
+#include "next_library.h"
 
 namespace swprobe {
 
 void *Site::find_next() {
   void *found = next.load(std::memory_order_relaxed);
   if (found != nullptr) return found;
-  found = dlsym(RTLD_NEXT, name);
+  found = find_after_probe(name);
   next.store(found, std::memory_order_relaxed);
   if (found == nullptr && !missed.exchange(true)) {
     complain(std::string("no library after the probe has ") + name +

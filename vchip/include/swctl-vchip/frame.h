@@ -84,7 +84,7 @@ typedef struct vchip_frame_t vchip_frame_t;
  *
  * @param unit   switch unit
  * @param port   chip port
- * @param bytes  the frame; read, not kept
+ * @param bytes  `length` bytes of the frame; read, not kept
  * @param length its bytes, ::VCHIP_FRAME_MIN to ::VCHIP_FRAME_MAX
  * @return 0 whatever became of the frame; ::VCHIP_E_UNIT, ::VCHIP_E_PORT,
  *         ::VCHIP_E_NULL, ::VCHIP_E_VALUE for another length, ::VCHIP_E_IMAGE
@@ -113,7 +113,7 @@ SWCTL_API int32_t vchip_frame_leave(uint32_t unit, int32_t port, struct vchip_fr
  *
  * @param unit   switch unit
  * @param port   chip port, not 28
- * @param bytes  the frame; read, not kept
+ * @param bytes  `length` bytes of the frame; read, not kept
  * @param length as for vchip_frame_arrive()
  * @return as vchip_frame_arrive(); ::VCHIP_E_CPU_PORT for port 28
  */
