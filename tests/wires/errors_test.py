@@ -23,10 +23,14 @@ class Errors(wires.Case):
 
     def test_words(self):
         kinds = ("veth:NAME[:PEER], netdev:NAME, tap:NAME, unix:PATH, tcp:ADDR:PORT, "
-                 "pcap:[IN][,OUT]")
+                 "pcap:[IN][,OUT], cpu:[PREFIX]")
         self.port_refused(1, "1=modem:x", f"no wire 'modem:x': expected {kinds}")
         self.port_refused(1, "1=veth", f"no wire 'veth': expected {kinds}")
         self.port_refused(1, "veth:sw1", "--port veth:sw1: expected PORT=WIRE, such as 1=veth:sw1")
+        self.port_refused(1, "1=cpu:", "cpu:: the processor's side is at port 0 alone")
+        self.port_refused(1, "0=cpu:abcdefghijklm", "cpu:abcdefghijklm: the name "
+                          "'abcdefghijklmp27' is too long for an interface: 16 characters, at most "
+                          "15")
         for port in ("27", "p29", "x", "", "01", "-1"):
             self.port_refused(1, f"{port}=unix:/tmp/x",
                               f"no port '{port}': expected 1 to 26, 0 the CPU, or p0 to p28")

@@ -238,6 +238,39 @@ class Raw(wires.Case):
         self.swctl("port set 1 admin off")
         wait_until(lambda: "LOWER_UP" not in link("tp1")["flags"], "the host sees the link go")
 
+    def test_the_processors_side(self):
+        """What is trapped comes up on the interface of its port, and goes back there."""
+        if not os.access("/dev/net/tun", os.R_OK | os.W_OK):
+            self.skipTest("no right to open /dev/net/tun")
+        one, two = self.start_pair()
+        self.vchipctl("wire", "0", "cpu:")
+        for name in ("cpu0", "cpu1", "cpu2"):
+            ip(f"link set {name} addrgenmode none")
+        cpu = {port: self.open(f"cpu{port}") for port in (0, 1, 2)}
+        wait_until(lambda: "LOWER_UP" in link("cpu1")["flags"] and
+                   "LOWER_UP" not in link("cpu3")["flags"], "carriers are the links")
+        lldp = frame(bytes.fromhex("0180c200000e"), mac(2), b"neighbour", kind=0x88cc)
+        self.swctl("trap set lldp cpu")
+        two.send(lldp)
+        self.assertEqual(cpu[2].receive(), lldp)
+        self.assertIsNone(cpu[1].receive(NOTHING))
+        self.assertIsNone(one.receive(NOTHING))
+        # The setting decides: switched, it is a frame as any other.
+        self.swctl("trap set lldp forward")
+        two.send(lldp)
+        self.assertEqual(one.receive(), lldp)
+        self.assertEqual(cpu[0].receive(), lldp)
+        self.assertIsNone(cpu[2].receive(NOTHING))
+        # Sent there, it leaves at the port.
+        cpu[2].send(lldp)
+        self.assertEqual(two.receive(), lldp)
+        self.assertIsNone(one.receive(NOTHING))
+        # The CPU port is a member of VLAN 1.
+        one.send(frame(BROADCAST, mac(1)))
+        self.assertEqual(cpu[0].receive(), frame(BROADCAST, mac(1)))
+        cpu[0].send(frame(mac(1), mac(9)))
+        self.assertEqual(one.receive(), frame(mac(1), mac(9)))
+
     def test_a_flood_starves_nobody(self):
         """Two wires take turns: what one sends gets through while the other floods."""
         one, two = self.start_pair()

@@ -17,6 +17,8 @@ constexpr uint64_t kNever = UINT64_MAX;
 constexpr uint64_t kIdleLook = 1'000'000'000;
 // While frames wait in the chip, for a setting of another process may let them go.
 constexpr uint64_t kWaitingLook = 10'000'000;
+// Links are looked at no more often than this.
+constexpr uint64_t kLinkLook = 10'000'000;
 constexpr size_t kSlotBytes = 2048;
 
 }  // namespace
@@ -181,11 +183,16 @@ uint64_t Panel::time_to_wait() {
   return next <= clock_.now() ? 0 : std::min(next - clock_.now(), look);
 }
 
-// What the port's link is at the chip's side, for wires that can show it.
+// What the links are at the chip's side, for wires that can show it.
 void Panel::show_links() {
+  const uint64_t now = monotonic_now();
+  if (now < next_look_) return;
+  next_look_ = now + kLinkLook;
+  uint32_t up = 0;
   for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
-    if (const auto &plugged = plugged_[static_cast<size_t>(port)])
-      plugged->wire().link_is(vchip::port(unit_, port).link);
+    up |= (vchip::port(unit_, port).link ? 1u : 0u) << port;
+  for (const auto &plugged : plugged_)
+    if (plugged) plugged->wire().links_are(up);
 }
 
 bool Panel::is_over() const {

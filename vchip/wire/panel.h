@@ -66,7 +66,8 @@ class Panel {
   std::array<std::unique_ptr<Plugged>, VCHIP_PORTS> plugged_;
   Arrivals arrivals_;
   std::unique_ptr<Outbox> outbox_;
-  bool ready_ = false;  // some wire has more to take in
+  uint64_t next_look_ = 0;  // at the links
+  bool ready_ = false;      // some wire has more to take in
 };
 
 }  // namespace vchipd

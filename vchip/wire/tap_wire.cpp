@@ -17,7 +17,7 @@ namespace {
 
 class TapWire : public Wire {
  public:
-  explicit TapWire(std::string name) : tap_("tap:" + name, name) {}
+  TapWire(const std::string &name, int32_t port) : tap_("tap:" + name, name), port_(port) {}
   ~TapWire() override {
     if (loop_ != nullptr) loop_->forget(tap_.descriptor());
   }
@@ -37,19 +37,22 @@ class TapWire : public Wire {
   void send(const vchip_frame_t *frames, uint32_t count) override {
     tap_.send(frames, count, counts_);
   }
-  void link_is(bool up) override { tap_.show_carrier(up); }
+  void links_are(uint32_t up) override {
+    if (port_ != VCHIP_CPU_PORT) tap_.show_carrier((up >> port_ & 1u) != 0 || !tap_.is_up());
+  }
 
  private:
   Tap tap_;
+  const int32_t port_;
   Loop *loop_ = nullptr;
   std::unique_ptr<LinkMonitor> monitor_;
 };
 
 }  // namespace
 
-std::unique_ptr<Wire> make_tap_wire(const std::string &rest, const Place &) {
+std::unique_ptr<Wire> make_tap_wire(const std::string &rest, const Place &place) {
   expect_link_name("tap:" + rest, rest);
-  return std::make_unique<TapWire>(rest);
+  return std::make_unique<TapWire>(rest, place.port);
 }
 
 }  // namespace vchipd

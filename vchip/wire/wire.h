@@ -59,8 +59,8 @@ class Wire {
   virtual void send(const vchip_frame_t *frames, uint32_t count) = 0;
   // Whether frames are still to be sent.
   virtual bool has_backlog() const { return false; }
-  // The port's link came up or went down.
-  virtual void link_is(bool) {}
+  // Which ports of the unit have a link, a bit for each; told now and then.
+  virtual void links_are(uint32_t) {}
   // When its next frame comes, on the chip's clock, if it knows.
   virtual std::optional<uint64_t> next_time() const { return std::nullopt; }
   // It will bring no more frames.

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "capture_wire.h"
+#include "cpu_wire.h"
 #include "fault.h"
 #include "packet_wire.h"
 #include "stream_wire.h"
@@ -24,6 +25,7 @@ constexpr Kind kKinds[] = {
     {"veth", "veth:NAME[:PEER]", make_veth_wire}, {"netdev", "netdev:NAME", make_netdev_wire},
     {"tap", "tap:NAME", make_tap_wire},           {"unix", "unix:PATH", make_unix_wire},
     {"tcp", "tcp:ADDR:PORT", make_tcp_wire},      {"pcap", "pcap:[IN][,OUT]", make_capture_wire},
+    {"cpu", "cpu:[PREFIX]", make_cpu_wire},
 };
 
 int32_t chip_port_of(uint32_t interface) {
