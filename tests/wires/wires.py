@@ -32,8 +32,8 @@ def tagged(untagged, vlan, priority=0):
     return untagged[:12] + struct.pack(">HH", 0x8100, priority << 13 | vlan) + untagged[12:]
 
 
-def wait_until(holds, what):
-    end = time.monotonic() + PATIENCE
+def wait_until(holds, what, seconds=PATIENCE):
+    end = time.monotonic() + seconds
     while not holds():
         if time.monotonic() > end:
             raise AssertionError(f"waited in vain: {what}")
