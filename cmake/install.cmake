@@ -33,14 +33,14 @@ endforeach()
 install(DIRECTORY include/swctl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY vchip/include/swctl-vchip DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY probe/include/swctl-probe DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES shell/completion/swctl vchip/completion/vchipctl replay/completion/swctl-replay
+install(FILES shell/completion/swctl vchip/completion/vchipctl vchip/completion/vchipd replay/completion/swctl-replay
   faults/completion/swctl-faults
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES shell/completion/_swctl vchip/completion/_vchipctl
   DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 # fish looks for a file of the command's name.
 install(FILES shell/completion/swctl.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
-foreach(program vchipctl swctl-replay swctl-faults)
+foreach(program vchipctl vchipd swctl-replay swctl-faults)
   install(FILES vchip/completion/vchipctl.fish
     DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME ${program}.fish)
 endforeach()

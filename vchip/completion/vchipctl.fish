@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Completion of vchipctl, swctl-replay and swctl-faults for fish: commands and
+# Completion of vchipctl, vchipd, swctl-replay and swctl-faults for fish: commands and
 # options as the program's own help has them, files where an argument may be one.
 
 # The first words of the lines below a heading of the help, each with what it means.
@@ -49,5 +49,6 @@ function __vchipctl_words
     end
 end
 complete -c vchipctl -f -k -a '(__vchipctl_words)'
+complete -c vchipd -f -k -a '(__vchipctl_words)'
 complete -c swctl-replay -f -k -a '(__vchipctl_words)'
 complete -c swctl-faults -f -k -a '(__vchipctl_words)'

@@ -178,7 +178,7 @@ void set_alias(int index, const std::string &alias) {
 }
 
 void set_up(int index, bool up) {
-  set_flags(index, up ? IFF_UP : 0u, IFF_UP);
+  set_flags(index, up ? uint32_t{IFF_UP} : 0, IFF_UP);
 }
 
 void make_silent(int index) {
