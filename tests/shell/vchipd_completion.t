@@ -16,7 +16,7 @@ Completion of vchipd in bash. It asks the program.
 Kinds of wires, of which the shell has made words of their own:
 
   $ bash ask "$TESTDIR" vchipd --port 1 =
-  veth: netdev: tap: unix: tcp: pcap: cpu:
+  cpu: netdev: pcap: tap: tcp: unix: veth:
   $ bash ask "$TESTDIR" vchipd --port 1 = t
   tap: tcp:
 
