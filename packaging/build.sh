@@ -24,6 +24,11 @@ packaged=$(dpkg-parsechangelog -l "$source_dir/packaging/debian/changelog" -S Ve
 rm -rf "$stage" "$output_dir"/*.deb
 mkdir -p "$stage"
 cp -r "$source_dir/packaging/debian" "$stage"
+# The Python package is built in a tree of its own: its build writes beside it.
+for part in python include vchip/include probe/include; do
+  mkdir -p "$stage/tree/$(dirname $part)"
+  cp -r "$source_dir/$part" "$stage/tree/$part"
+done
 
 # A name of the interface is there since the first release, or since the one
 # that its line in the export list names.

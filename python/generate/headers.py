@@ -156,7 +156,7 @@ class Interface:
 
     @staticmethod
     def before(header, match):
-        """The comment that stands right above."""
+        """The comment that is right above."""
         text = header.text[:match.start()].rstrip()
         found = re.search(rf"{declarations.COMMENT}$", text, re.DOTALL) if text.endswith("*/") else None
         return sentence(found[0]) if found and "@{" not in found[0] and "/**<" not in found[0] else ""

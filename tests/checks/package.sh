@@ -31,7 +31,7 @@ closure() {
   names=$(sort -u)
   while :; do
     # shellcheck disable=SC2086
-    wanted=$(dpkg-query -W -f '${Depends},${Pre-Depends}\n' $names | names_only)
+    wanted=$(dpkg-query -W -f '${Depends},${Pre-Depends}\n' $names | names_only | real_only)
     wanted=$(printf '%s\n' $names $wanted | sort -u)
     [ "$wanted" != "$names" ] || break
     names=$wanted
@@ -42,22 +42,34 @@ closure() {
 # "libc6 (>= 2.34), a | b" as names, the first of alternatives.
 names_only() { tr ',' '\n' | sed 's/[|(:].*//; s/ //g; /^$/d'; }
 
+# Those that are packages: others provide the rest.
+real_only() { xargs dpkg-query -W -f '${Package}\n' 2>/dev/null || true; }
+
 # Packages of this machine in the new root, as if dpkg had put them there.
 make_root() {
   local needed each database=$root/var/lib/dpkg
   mkdir -p "$root"/{tmp,usr/{bin,sbin,lib,lib64}} "$database"/{info,updates}
   for each in bin sbin lib lib64; do ln -s "usr/$each" "$root/$each"; done
   needed=$(for each in "$packages"/*.deb; do dpkg-deb -f "$each" Depends; done |
-    names_only | grep -v swctl | closure)
+    names_only | grep -v -e swctl -e cffi-backend-api | closure)
   # shellcheck disable=SC2086
   dpkg-query -s $needed >"$database/status"
   for each in $needed; do
     cp $(ls /var/lib/dpkg/info/"$each"{,:*}.list 2>/dev/null) "$database/info"
   done
   # shellcheck disable=SC2086
-  dpkg-query -L $needed | grep -E '^(/usr)?/lib' | while read -r each; do
+  dpkg-query -L $needed | grep -E '^(/usr)?/lib|^/usr/bin/python3' | while read -r each; do
     if [ -f "$each" ]; then echo "${each#/}"; fi
   done | sort -u | tar -C / -cf - -T - | tar -C "$root" --no-same-owner -xf -
+}
+
+# What the scripts of a package need. Nothing is compiled there, so nothing is cleaned.
+add_shell() {
+  mkdir "$root/dev"
+  : >"$root/dev/null"
+  cp /bin/sh "$root/usr/bin/sh"
+  printf '#!/bin/sh\n' >"$root/usr/bin/py3clean"
+  chmod +x "$root/usr/bin/py3clean"
 }
 
 inside() { env -i PATH="$PATH" VCHIP_IMAGE=/tmp/chip.img chroot "$root" "$@"; }
@@ -67,6 +79,7 @@ lintian --allow-root --fail-on error,warning "$packages"/*.deb ||
   die "lintian complains"
 
 make_root
+add_shell
 dpkg --root="$root" --log=/dev/null -i "$packages"/*.deb >"$work/dpkg.log" 2>&1 || {
   cat "$work/dpkg.log" >&2
   die "the packages cannot be installed"
@@ -82,6 +95,12 @@ said=$(inside swctl version)
 [[ $said == *" /lib/"*"/libswctl.so.1"* || $said == *" /usr/lib/"*"/libswctl.so.1"* ]] ||
   die "the installed swctl uses: $said"
 
+said=$(inside python3 -B -c 'import swctl
+with swctl.vchip.Board() as board:
+    board.link_up(3)
+    print(swctl.__version__, repr(swctl.port.link_status(3)))')
+[ "$said" = "$(inside swctl -V | cut -d ' ' -f 2) <Link.UP: 1>" ] || die "the installed Python said: $said"
+
 # The compiler and its headers are this machine's.
 pkgconfig=$(dirname "$(find "$root" -name swctl.pc)")
 flags=$(PKG_CONFIG_LIBDIR=$pkgconfig pkg-config --cflags --libs swctl swctl-vchip)
@@ -94,7 +113,7 @@ said=$(inside /tmp/linkwatch -1 /tmp/plan 2>&1)
 said=$(inside swctl -j vlan show 10)
 [ "$said" = '[{"vlan":10,"tagged":[26],"untagged":[1,2,3,4]}]' ] || die "the chip has: $said"
 
-dpkg --root="$root" --log=/dev/null --purge swctl-tools libswctl-dev libswctl-{probe,vchip}1 \
+dpkg --root="$root" --log=/dev/null --purge python3-swctl swctl-tools libswctl-dev libswctl-{probe,vchip}1 \
   libswctl1 >/dev/null
 left=$(find "$root" -name '*swctl*' ! -path "$root/tmp/*" ! -path "$root/var/lib/dpkg/*")
 [ -z "$left" ] || die "removed, and still there: $left"

@@ -150,6 +150,11 @@ def test_a_call_fails_when_it_is_told_to(board):
     with pytest.raises(swctl.Refused):
         swctl.vlan.create(13)
     board.mend()
+    board.fail("rtk_port_link_get", nth=2, port=4)
+    for port in (4, 5, 4):
+        swctl.port.link_status(port)
+    with pytest.raises(swctl.Refused):
+        swctl.port.link_status(5)
     swctl.vlan.create(13)
     board.forget_calls()
     assert board.calls() == []

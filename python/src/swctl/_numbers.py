@@ -2,7 +2,7 @@
 """Ports: the numbers on the box, which this package takes and gives, and the chip's."""
 from __future__ import annotations
 
-from typing import Any, Iterable, Union
+from typing import Any, Iterable, Iterator, Union
 
 from . import c
 from ._load import libraries
@@ -95,7 +95,13 @@ def _interface(name: str, port: Port) -> int:
     return port
 
 
+def _bits(bitmap: Any) -> Iterator[int]:
+    for index, word in enumerate(bitmap.word):
+        while word:
+            lowest = word & -word
+            yield 32 * index + lowest.bit_length() - 1
+            word ^= lowest
+
+
 def get_bitmap(bitmap: Any, of_chip: bool) -> PortSet:
-    numbers = [32 * word + bit for word in range(8) for bit in range(32)
-               if bitmap.word[word] >> bit & 1]
-    return frozenset(box_port(number) if of_chip else number for number in numbers)
+    return frozenset(map(box_port, _bits(bitmap)) if of_chip else _bits(bitmap))

@@ -307,7 +307,7 @@ class Board:
             name: the call, or a pattern such as "rtk_vlan_*"
             nth: which one from now on, 1 for the next; None for every one
             result: what it answers
-            conditions: arguments that it must have, such as vid=10
+            conditions: arguments that it must have, such as vid=10; ports are chip ports
         """
         self._expect_open()
         self._calls.add_rule(rule_of(name, nth, result, conditions))

@@ -97,12 +97,12 @@ class Calls:
 def rule_of(name: str, nth: Optional[int], result: int, conditions: dict[str, int]) -> str:
     """A rule as the probe reads it."""
     words = [name]
-    for key, value in conditions.items():
-        words += [key, str(int(value))]
     if nth is not None:
         if isinstance(nth, bool) or not isinstance(nth, int) or nth < 1:
             raise ValueError(f"nth: expected 1 for the next call, 2 for the one after it, not {nth!r}")
         words += ["nth", str(nth)]
+    for key, value in conditions.items():
+        words += [key, str(int(value))]
     if isinstance(result, bool) or not isinstance(result, int) or not -(1 << 31) <= result < 0:
         raise ValueError(f"result: a failure is a negative number of 32 bits, not {result!r}")
     return " ".join([*words, "result", str(result)])
