@@ -30,6 +30,7 @@ struct Fault {
   std::vector<std::string> expected;
   std::vector<std::string> suggestions;  // those expected words that may be meant
   std::optional<Refusal> refusal;
+  std::vector<std::string> details = {};  // lines that are said before it
 };
 
 // A fault of the caller's making. Without a culprit, something is missing. What

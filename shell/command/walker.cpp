@@ -243,4 +243,16 @@ Walk walk(const Node &root, const std::vector<std::string> &words) {
   return Walker(root).run(words);
 }
 
+std::vector<std::string> command_path(const Node &root, const Walk &found) {
+  std::vector<std::string> path;
+  const Node *node = &root;
+  for (size_t i = 0; node != found.node; ++i) {
+    for (const Node &child : node->children) {
+      if (child.name == found.path[i]) node = &child;
+    }
+    path.push_back(found.path[i]);
+  }
+  return path;
+}
+
 }  // namespace swsh

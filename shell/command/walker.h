@@ -39,6 +39,9 @@ struct Walk {
 // `root` outlives the walk.
 Walk walk(const Node &root, const std::vector<std::string> &words);
 
+// The words that lead to a command, without its arguments.
+std::vector<std::string> command_path(const Node &root, const Walk &found);
+
 }  // namespace swsh
 
 #endif

@@ -23,6 +23,7 @@ struct Pattern {
   std::string value;
   Type type;  // of the value
   bool lists = false;
+  bool has_ports = false;  // the IDs are interfaces
   std::vector<std::pair<std::string, int64_t>> fixed;
 };
 
@@ -35,6 +36,7 @@ const Node *child_of(const Node &node, const std::string &word) {
 void place(Pattern &pattern, const Parameter &parameter, const std::string &word) {
   if (word == kIdMark) {
     pattern.id = parameter.name;
+    pattern.has_ports = parameter.type.kind == Kind::interfaces;
     pattern.lists = parameter.type.kind == Kind::interfaces || parameter.type.kind == Kind::numbers;
   } else if (word == kValueMark) {
     pattern.value = parameter.name;
@@ -81,10 +83,10 @@ bool fits(const Pattern &pattern, const Statement &statement) {
 
 std::vector<int64_t> ids_given(const Pattern &pattern, const std::vector<int64_t> &all,
                                Statement &statement) {
-  const Argument *given = pattern.id.empty() ? nullptr : statement.take(pattern.id);
-  if (given == nullptr) return all;
-  if (!pattern.lists) return {given->number};
-  return given->all ? statement.board.front_interfaces() : given->numbers;
+  if (pattern.id.empty() || !statement.arguments.has(pattern.id)) return all;
+  if (pattern.has_ports) return statement.take_ports(pattern.id);
+  const Argument &given = *statement.take(pattern.id);
+  return pattern.lists ? given.numbers : std::vector<int64_t>{given.number};
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ class Planner {
       : all_(kinds(board)), now_(from.contents), to_(to) {}
 
   std::vector<Step> run() {
+    for (size_t kind = 0; kind < all_.size(); ++kind)
+      if (all_[kind].prepare) prepare(kind);
     for (size_t kind = all_.size(); kind-- > 0;)
       if (!all_[kind].goes_last) remove(kind);
     for (size_t kind = 0; kind < all_.size(); ++kind) change(kind);
@@ -72,7 +74,8 @@ class Planner {
 
   // What belongs to a thing that goes, goes with it.
   bool goes_with_owner(const SettingKind &kind, const Id &id) const {
-    const std::optional<Owner> owner = kind.owner ? kind.owner(id) : std::nullopt;
+    const std::optional<Owner> owner =
+        kind.owner && !kind.outlives_owner ? kind.owner(id) : std::nullopt;
     if (!owner) return false;
     for (size_t number = 0; number < all_.size(); ++number)
       if (all_[number].title() == owner->kind)
@@ -96,7 +99,6 @@ class Planner {
 
   void change(size_t number) {
     const SettingKind &kind = all_[number];
-    if (kind.prepare) prepare(number);
     Groups groups;
     for (const Pair &pair : differing(number))
       if (pair.to && !goes_with_owner(kind, pair.id))
@@ -108,7 +110,6 @@ class Planner {
     Commands commands;
     all_[number].prepare(now_[number], to_.contents[number], commands);
     for (std::string &command : commands) steps_.push_back({number, std::move(command)});
-    if (!commands.empty()) remove(number);
   }
 
   // In the order of the first ID of each command.

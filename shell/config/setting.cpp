@@ -20,12 +20,21 @@ const Argument *Statement::take(const std::string &name) {
   return &arguments.at(name);
 }
 
+std::vector<int64_t> Statement::take_ports(const std::string &name) {
+  const Argument *given = take(name);
+  if (given == nullptr) return {};
+  if (given->all) return board.front_interfaces();
+  board.expect(given->numbers);
+  return given->numbers;
+}
+
 Content Draft::at(const Id &id) const {
   const auto found = contents_.find(id);
   return found == contents_.end() ? kind_.usual(id) : found->second;
 }
 
 void Draft::put(const Id &id, Content content) {
+  changed_.push_back(id);
   if (content == kind_.usual(id)) {
     contents_.erase(id);
   } else {

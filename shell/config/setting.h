@@ -70,6 +70,9 @@ class Statement {
 
   // The argument if it was given; it counts as understood then.
   const Argument *take(const std::string &name);
+  // The interfaces of a list that was given. Throws no_such_port() for those that the
+  // board does not have.
+  std::vector<int64_t> take_ports(const std::string &name);
 
   const std::string &command;  // "vlan add"
   const Arguments &arguments;
@@ -84,10 +87,12 @@ class Draft {
 
   Content at(const Id &id) const;
   void put(const Id &id, Content content);
+  const std::vector<Id> &changed() const { return changed_; }
 
  private:
   const SettingKind &kind_;
   Contents &contents_;
+  std::vector<Id> changed_;
 };
 
 // One step from a configuration to another; `ids` are several if the kind merges.
@@ -103,6 +108,8 @@ struct Owner {
   std::string kind;
   Id id;
 };
+
+using Complaint = std::function<void(const Id &, const std::string &message)>;
 
 struct SettingKind {
   std::string object;                        // of the shell
@@ -123,9 +130,12 @@ struct SettingKind {
   std::function<void(const Change &, Commands &)> change;
   // Whether a setting has to be removed before it can become another.
   std::function<bool(const std::string &from, const std::string &to)> remade = {};
-  // A command that changes many at once; changes `now` as the chip will be.
+  // Commands that come before all others; changes `now` as the chip will be.
   std::function<void(Contents &now, const Contents &wanted, Commands &)> prepare = {};
   std::function<std::optional<Owner>(const Id &)> owner = {};
+  bool outlives_owner = false;  // it stays when its owner goes
+  // What the chip would refuse of all settings together: says it by one of them.
+  std::function<void(const Contents &, const Complaint &)> check = {};
 
   std::string title() const { return name.empty() ? object : object + ' ' + name; }
 };

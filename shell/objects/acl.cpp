@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/field.h>
+#include <swctl/platform/sdk.h>
 
 #include <algorithm>
 
@@ -137,6 +138,18 @@ Answer choose_template(const Arguments &arguments, const Context &context) {
 Answer join_with_next(const Arguments &arguments, const Context &context) {
   const int32_t rule = arguments.i32("RULE");
   perform(SWSH_CALL(user_field_set_double_entry), rule_name(rule), kLead, context.unit, rule);
+  return {};
+}
+
+// The library joins rules and never parts them: this is the chip's own way back.
+Answer part_from_next(const Arguments &arguments, const Context &context) {
+  const int32_t rule = arguments.i32("RULE");
+  const chip_acl_operation apart = {};
+  perform(SWSH_CALL(rtk_acl_ruleOperation_set), rule_name(rule), context.unit, CHIP_ACL_TABLE, rule,
+          &apart);
+  for (const int32_t each : {rule, rule + 1})
+    perform(SWSH_CALL(user_field_set_select_tempate_idx), rule_name(each), kLead, context.unit,
+            each, 0u);
   return {};
 }
 
@@ -311,6 +324,10 @@ Node acl_object() {
             .help = "Join a rule with the next one into a double entry",
             .positional = {one_rule()},
             .run = join_with_next},
+           {.name = "single",
+            .help = "Part a rule from the next one again, both with template 0",
+            .positional = {one_rule()},
+            .run = part_from_next},
            {.name = "init",
             .help = "Prepare the rule table: templates, selectors, double entries",
             .run = init}},

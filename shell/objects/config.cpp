@@ -1,70 +1,161 @@
 // SPDX-License-Identifier: MIT
-#include "config/state.h"
+#include <cerrno>
+#include <cstring>
+
+#include "config/change.h"
+#include "config/file.h"
+#include "config/lines.h"
+#include "config/store.h"
+#include "fault.h"
 #include "objects/registry.h"
 #include "text.h"
 
 namespace swsh {
 namespace {
 
+constexpr char kRunning[] = "running";
+
 std::string object_chosen(const Arguments &arguments) {
   return arguments.has("OBJECT") ? arguments.word("OBJECT") : "";
 }
 
-std::string comment_line(const Unread &unread) {
-  return "# " + unread.setting + ": not read: " + unread.reason;
-}
-
-Record unread_record(const Unread &unread) {
+Record line_record(const TextLine &line) {
+  const bool is_read = line.unread == nullptr;
+  const bool misses = !is_read && !line.unread->missing.empty();
   return Record()
-      .add("object", unread.object)
-      .add("setting", unread.setting)
-      .add("command", nullptr)
-      .add("reason", unread.reason)
-      .add("missing", unread.missing.empty() ? Value(nullptr) : Value(unread.missing));
-}
-
-// What cannot be read of an object, after its settings.
-Answer configuration(const State &state, const Board &board) {
-  Answer answer = {Shape::text, {}, ""};
-  const std::vector<SettingKind> &all = kinds(board);
-  std::string object;
-  const auto finish_object = [&] {
-    for (const Unread &unread : state.unread) {
-      if (unread.object != object) continue;
-      answer.records.push_back(unread_record(unread));
-      answer.text += comment_line(unread) + '\n';
-    }
-  };
-  std::vector<Step> steps = plan(State(board), state, board);
-  size_t at = 0;
-  for (size_t kind = 0; kind < all.size(); ++kind) {
-    if (all[kind].object != object) {
-      finish_object();
-      object = all[kind].object;
-    }
-    for (; at < steps.size() && steps[at].kind <= kind; ++at) {
-      answer.records.push_back(Record()
-                                   .add("object", all[steps[at].kind].object)
-                                   .add("setting", all[steps[at].kind].title())
-                                   .add("command", steps[at].command)
-                                   .add("reason", nullptr)
-                                   .add("missing", nullptr));
-      answer.text += steps[at].command + '\n';
-    }
-  }
-  finish_object();
-  return answer;
+      .add("object", line.object)
+      .add("setting", line.setting)
+      .add("command", is_read ? Value(line.command) : Value(nullptr))
+      .add("reason", is_read ? Value(nullptr) : Value(line.unread->reason))
+      .add("missing", misses ? Value(line.unread->missing) : Value(nullptr));
 }
 
 Answer show_config(const Arguments &arguments, const Context &context) {
   const Board board;
-  return configuration(read_state(context, board, object_chosen(arguments)), board);
+  const State state = read_state(context, board, object_chosen(arguments));
+  Answer answer = {Shape::text, {}, ""};
+  for (const TextLine &line : text_lines(state, board)) {
+    answer.records.push_back(line_record(line));
+    answer.text += line.text() + '\n';
+  }
+  return answer;
+}
+
+Answer save_config(const Arguments &arguments, const Context &context) {
+  const Board board;
+  const std::string text = text_of(read_state(context, board), board);
+  write_whole(arguments.word("FILE"), text);
+  return {};
+}
+
+State good_file(const std::string &path, const Context &context, const Board &board) {
+  FileState file = read_file(path, context, board);
+  expect_good(file);
+  return std::move(file.state);
+}
+
+Answer load_config(const Arguments &arguments, const Context &context) {
+  const Board board;
+  change_to(good_file(arguments.word("FILE"), context, board), context, board);
+  return {};
+}
+
+Answer check_config(const Arguments &arguments, const Context &context) {
+  const Board board;
+  expect_good(read_file(arguments.word("FILE"), context, board));
+  return {};
+}
+
+// A configuration to compare, by the name that it has in the answer.
+struct Side {
+  std::string name;
+  State state;
+};
+
+// Without files, what is after power-on and what runs; with one, what runs and the file.
+std::vector<Side> sides_of(const Arguments &arguments, const Context &context, const Board &board) {
+  std::vector<Side> sides;
+  if (!arguments.has("FILE")) sides.push_back({"power-on", State(board)});
+  if (!arguments.has("FILE2")) sides.push_back({kRunning, read_state(context, board)});
+  for (const char *name : {"FILE", "FILE2"})
+    if (arguments.has(name)) {
+      const std::string &path = arguments.word(name);
+      sides.push_back({path, good_file(path, context, board)});
+    }
+  return sides;
+}
+
+std::vector<std::string> lines_of(const State &state, const Board &board) {
+  std::vector<std::string> lines;
+  for (const TextLine &line : text_lines(state, board))
+    if (line.unread == nullptr) lines.push_back(line.command);
+  return lines;
+}
+
+Answer diff_config(const Arguments &arguments, const Context &context) {
+  const Board board;
+  const std::vector<Side> sides = sides_of(arguments, context, board);
+  Answer answer = {Shape::text, {}, ""};
+  const std::vector<Step> steps = plan(sides[0].state, sides[1].state, board);
+  for (const Step &step : steps) {
+    const SettingKind &kind = kinds(board)[step.kind];
+    answer.records.push_back(Record()
+                                 .add("object", kind.object)
+                                 .add("setting", kind.title())
+                                 .add("command", step.command));
+    if (arguments.has("commands")) answer.text += step.command + '\n';
+  }
+  if (!arguments.has("commands"))
+    answer.text = unified_diff(sides[0].name, lines_of(sides[0].state, board), sides[1].name,
+                               lines_of(sides[1].state, board));
+  return answer;
 }
 
 std::vector<Choice> config_objects() {
-  return {{"acl", 0, ""},   {"dos", 0, ""},    {"flood", 0, ""}, {"mac", 0, ""}, {"mcast", 0, ""},
-          {"meter", 0, ""}, {"mirror", 0, ""}, {"port", 0, ""},  {"qos", 0, ""}, {"storm", 0, ""},
-          {"stp", 0, ""},   {"trap", 0, ""},   {"trunk", 0, ""}, {"vlan", 0, ""}};
+  std::vector<Choice> objects;
+  for (const char *object : {"acl", "dos", "flood", "mac", "mcast", "meter", "mirror", "port",
+                             "qos", "storm", "stp", "trap", "trunk", "vlan"})
+    objects.push_back({object, static_cast<int64_t>(objects.size()), ""});
+  return objects;
+}
+
+Parameter file_parameter(const char *name, const char *help, bool is_required) {
+  return {.name = name, .type = text(), .help = help, .required = is_required};
+}
+
+Node show_config_command() {
+  return {.name = "show",
+          .help = "Show the configuration as commands",
+          .positional = {{.name = "OBJECT",
+                          .type = choice(config_objects()),
+                          .help = "Only settings of this object"}},
+          .details =
+              "What differs from power-on, as commands in an order that loads. What\n"
+              "this platform cannot read is a comment.\n",
+          .run = show_config};
+}
+
+Node load_config_command() {
+  return {.name = "load",
+          .help = "Change the chip to a configuration",
+          .positional = {file_parameter("FILE", "Configuration; - is standard input", true)},
+          .details =
+              "Changes what differs and nothing else; what the file does not make is made as\n"
+              "after power-on. The file is checked whole before anything is changed. What is\n"
+              "refused half-way is put back, and what cannot be is named.\n",
+          .run = load_config};
+}
+
+Node diff_config_command() {
+  return {.name = "diff",
+          .help = "Show what differs",
+          .positional = {file_parameter("FILE", "Compared with what runs", false),
+                         file_parameter("FILE2", "Compared with FILE instead", false)},
+          .keywords = {{.name = "commands",
+                        .type = flag(),
+                        .help = "The commands that make the first the second"}},
+          .details = "Without a file, what runs is compared with what is after power-on.\n",
+          .run = diff_config};
 }
 
 }  // namespace
@@ -73,15 +164,18 @@ Node config_object() {
   return {
       .name = "config",
       .help = "The configuration as text",
-      .children = {{.name = "show",
-                    .help = "Show the configuration as commands",
-                    .positional = {{.name = "OBJECT",
-                                    .type = choice(config_objects()),
-                                    .help = "Only settings of this object"}},
-                    .details =
-                        "What differs from power-on, as commands in an order that loads. What\n"
-                        "this platform cannot read is a comment.\n",
-                    .run = show_config}},
+      .children = {show_config_command(),
+                   {.name = "save",
+                    .help = "Write the configuration to a file",
+                    .positional = {file_parameter("FILE", "Written whole or not at all", true)},
+                    .run = save_config},
+                   load_config_command(),
+                   diff_config_command(),
+                   {.name = "check",
+                    .help = "Say everything that is wrong with a configuration",
+                    .positional = {file_parameter("FILE", "Configuration", true)},
+                    .details = "Nothing is changed.\n",
+                    .run = check_config}},
   };
 }
 

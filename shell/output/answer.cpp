@@ -42,6 +42,7 @@ Record fault_record(const Fault &fault) {
   error.add("expected", fault.expected);
   error.add("suggestions", fault.suggestions);
   if (fault.refusal) add_refusal(error, *fault.refusal);
+  if (!fault.details.empty()) error.add("details", fault.details);
   error.add("status", int64_t{fault.status});
   return Record().add("error", error);
 }

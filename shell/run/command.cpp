@@ -30,19 +30,6 @@ Outcome failed(Fault fault, const std::vector<std::string> &path) {
   return {{}, std::move(fault)};
 }
 
-// The words that lead to a command, without its arguments.
-std::vector<std::string> command_path(const Node &root, const Walk &found) {
-  std::vector<std::string> path;
-  const Node *node = &root;
-  for (size_t i = 0; node != found.node; ++i) {
-    for (const Node &child : node->children) {
-      if (child.name == found.path[i]) node = &child;
-    }
-    path.push_back(found.path[i]);
-  }
-  return path;
-}
-
 bool needs_platform(const Node &root, const Walk &found) {
   for (const Node &object : root.children) {
     if (object.name == found.path.front()) return object.needs_platform;
@@ -114,6 +101,7 @@ void say(const std::string &line) {
 }  // namespace
 
 void complain(const std::string &place, const Fault &fault) {
+  for (const std::string &detail : fault.details) say(printable(detail));
   say(place + ": " + fault_line(fault));
 }
 

@@ -89,6 +89,7 @@ acl add 302 src-ip6 2001:db8::/32 dst-ip6 2001:db8::1 protocol 89 action redirec
 acl add 303 outer-vlan 10/0xfff inner-vlan-id 10 frame-type 3 ip-type 10 src-port 67
 acl template 303 1
 acl double 306
+acl single 306
 acl enable 300
 acl show
 acl del 302
@@ -103,6 +104,11 @@ mirror show
 mirror del 1
 mirror reset 1
 config show
+config save plan
+port set 4 vlan 10
+config diff plan
+config load plan
+config check plan
 qos map set 3 queue 4
 qos map show
 qos dscp set 46 priority 5

@@ -2,6 +2,7 @@
 #include <swctl/platform/field_read.h>
 
 #include <algorithm>
+#include <set>
 
 #include "acl/actions.h"
 #include "acl/qualifiers.h"
@@ -11,6 +12,7 @@
 #include "chip/optional_call.h"
 #include "config/kinds.h"
 #include "config/plain.h"
+#include "number_list.h"
 #include "output/writer.h"
 #include "run/words.h"
 #include "text.h"
@@ -18,10 +20,11 @@
 namespace swsh {
 namespace {
 
-// A rule as words: its form, "double template 5 ", and what it matches and does.
+// A rule as words: its form, "double template 5 ", and what it matches and does. Deleting
+// a rule leaves its form; template 0 is none.
 struct RuleText {
   bool is_double = false;
-  std::optional<int64_t> template_index;
+  int64_t template_index = 0;
   std::string match;
   std::string actions;
   bool enabled = false;
@@ -31,12 +34,17 @@ struct RuleText {
   std::string form() const;
   std::string body() const;
   Content words() const;
+  void clear_body() {
+    match.clear();
+    actions.clear();
+    enabled = false;
+  }
 };
 
 std::string RuleText::form() const {
   const std::string joined = is_double ? "double " : "";
-  if (!template_index) return joined;
-  return joined + "template " + std::to_string(*template_index) + ' ';
+  if (template_index == 0) return joined;
+  return joined + "template " + std::to_string(template_index) + ' ';
 }
 
 std::string RuleText::body() const {
@@ -131,12 +139,12 @@ void change_rule(Draft &draft, int64_t number, Step step) {
   draft.put({number}, rule.words());
 }
 
-void join_rules(Draft &draft, int64_t first) {
-  change_rule(draft, first, [](RuleText &rule) {
-    rule.is_double = true;
+void set_joined(Draft &draft, int64_t first, bool joined) {
+  change_rule(draft, first, [=](RuleText &rule) {
+    rule.is_double = joined;
     rule.template_index = 0;
   });
-  change_rule(draft, first + 1, [](RuleText &rule) { rule.template_index = 1; });
+  change_rule(draft, first + 1, [=](RuleText &rule) { rule.template_index = joined ? 1 : 0; });
 }
 
 // What acl init joins.
@@ -157,9 +165,9 @@ bool take_acl(Statement &statement, Draft &draft) {
   if (command == "acl add") {
     take_new_rule(statement, draft);
   } else if (command == "acl init") {
-    each_joined_pair([&](int64_t rule) { join_rules(draft, rule); });
-  } else if (command == "acl double") {
-    join_rules(draft, statement.take("RULE")->number);
+    each_joined_pair([&](int64_t rule) { set_joined(draft, rule, true); });
+  } else if (command == "acl double" || command == "acl single") {
+    set_joined(draft, statement.take("RULE")->number, command == "acl double");
   } else if (command == "acl template") {
     const int64_t index = statement.take("TEMPLATE")->number;
     change_rule(draft, statement.take("RULE")->number,
@@ -167,89 +175,127 @@ bool take_acl(Statement &statement, Draft &draft) {
   } else {
     for (const int64_t rule : statement.take("RULES")->numbers)
       change_rule(draft, rule, [&](RuleText &text) {
-        if (command == "acl del") text = {};
+        if (command == "acl del") text.clear_body();
         if (command == "acl enable") text.enabled = true;
       });
   }
   return true;
 }
 
-// A form is not taken back, and the body comes on top of none.
-bool needs_removal(const std::string &from, const std::string &to) {
-  const RuleText before = rule_in(from);
-  const RuleText after = rule_in(to);
-  const bool less_form =
-      (before.is_double && !after.is_double) || (before.template_index && !after.template_index);
-  const bool less_body = before.match != after.match || before.actions != after.actions ||
-                         (before.enabled && !after.enabled);
-  return less_form || (less_body && !before.body().empty());
-}
-
+// What prepare_acl() leaves to do.
 void change_acl(const Change &change, Commands &commands) {
-  if (!change.to) {
-    commands.push_back("acl del " + change.ids);
-    return;
-  }
   const RuleText rule = rule_in(change.to);
-  const RuleText before = rule_in(change.from);
-  if (rule.template_index && rule.template_index != before.template_index)
-    commands.push_back("acl template " + change.ids + ' ' + std::to_string(*rule.template_index));
-  if (before.body().empty() && !rule.body().empty())
+  if (rule_in(change.from).body().empty()) {
     commands.push_back("acl add " + change.ids + ' ' + rule.body());
-  else if (!before.enabled && rule.enabled)
+  } else {
     commands.push_back("acl enable " + change.ids);
+  }
 }
 
-bool is_joined(const Contents &contents, int64_t rule) {
-  const auto found = contents.find({rule});
-  return found != contents.end() && found->second && found->second->starts_with("double ");
-}
+// Makes the forms of the rules, and deletes what is to go or to become something else.
+class Former {
+ public:
+  Former(Contents &now, const Contents &wanted, Commands &commands)
+      : now_(now), wanted_(wanted), commands_(commands) {}
 
-void join_contents(Contents &contents, int64_t rule) {
-  const auto set_form = [&](int64_t number, bool first) {
-    Content &content = contents[{number}];
-    RuleText text = rule_in(content);
-    if (first) text.is_double = true;
-    text.template_index = first ? 0 : 1;
-    content = text.words();
-  };
-  set_form(rule, true);
-  set_form(rule + 1, false);
-}
+  void run() {
+    std::set<int64_t> rules;
+    for (const auto &[id, content] : now_) rules.insert(id.number);
+    for (const auto &[id, content] : wanted_) rules.insert(id.number);
+    delete_bodies(rules);
+    for (const int64_t rule : rules)
+      if (here(rule).is_double && !there(rule).is_double) join(rule, "single", false);
+    if (wants_init()) {
+      commands_.emplace_back("acl init");
+      each_joined_pair([&](int64_t rule) { join(rule, nullptr, true); });
+    }
+    for (const int64_t rule : rules)
+      if (there(rule).is_double && !here(rule).is_double) join(rule, "double", true);
+    for (int64_t rule = 0; rule <= kLastRule; ++rule) set_template(rule);
+  }
 
-// Where most of the pairs that acl init joins are joined, it is shorter than joining
-// them one by one.
-bool wants_init(const Contents &now, const Contents &wanted) {
-  size_t here = 0;
-  size_t there = 0;
-  size_t pairs = 0;
-  each_joined_pair([&](int64_t rule) {
-    ++pairs;
-    here += is_joined(now, rule) ? 1 : 0;
-    there += is_joined(wanted, rule) ? 1 : 0;
-  });
-  return 2 * there > pairs && 2 * here <= pairs;
-}
+ private:
+  static RuleText rule_of(const Contents &contents, int64_t rule) {
+    const auto found = contents.find({rule});
+    return found == contents.end() ? RuleText() : rule_in(found->second);
+  }
+  RuleText here(int64_t rule) const { return rule_of(now_, rule); }
+  RuleText there(int64_t rule) const { return rule_of(wanted_, rule); }
 
-// Joining two rules writes to both, so it comes before the rest.
+  // Nothing is left of a rule that is as after power-on.
+  void put(int64_t rule, const RuleText &text) {
+    if (text.is_empty()) {
+      now_.erase({rule});
+    } else {
+      now_[{rule}] = text.words();
+    }
+  }
+
+  void delete_bodies(const std::set<int64_t> &rules) {
+    std::vector<int64_t> gone;
+    for (const int64_t rule : rules) {
+      RuleText text = here(rule);
+      const RuleText wanted = there(rule);
+      const bool stays = text.match == wanted.match && text.actions == wanted.actions &&
+                         (wanted.enabled || !text.enabled);
+      if (stays || text.body().empty()) continue;
+      gone.push_back(rule);
+      text.clear_body();
+      put(rule, text);
+    }
+    if (!gone.empty()) commands_.push_back("acl del " + number_list_text(gone));
+  }
+
+  // Where most of the pairs that acl init joins are joined, it is shorter than joining
+  // them one by one.
+  bool wants_init() const {
+    size_t joined = 0;
+    size_t wanted = 0;
+    size_t pairs = 0;
+    each_joined_pair([&](int64_t rule) {
+      ++pairs;
+      joined += here(rule).is_double ? 1 : 0;
+      wanted += there(rule).is_double ? 1 : 0;
+    });
+    return 2 * wanted > pairs && 2 * joined <= pairs;
+  }
+
+  void join(int64_t rule, const char *command, bool joined) {
+    if (command != nullptr)
+      commands_.push_back(std::string("acl ") + command + ' ' + std::to_string(rule));
+    RuleText first = here(rule);
+    first.is_double = joined;
+    first.template_index = 0;
+    put(rule, first);
+    RuleText second = here(rule + 1);
+    second.template_index = joined ? 1 : 0;
+    put(rule + 1, second);
+  }
+
+  void set_template(int64_t rule) {
+    RuleText text = here(rule);
+    const int64_t wanted = there(rule).template_index;
+    if (text.template_index == wanted) return;
+    commands_.push_back("acl template " + std::to_string(rule) + ' ' + std::to_string(wanted));
+    text.template_index = wanted;
+    put(rule, text);
+  }
+
+  Contents &now_;
+  const Contents &wanted_;
+  Commands &commands_;
+};
+
 void prepare_acl(Contents &now, const Contents &wanted, Commands &commands) {
-  if (wants_init(now, wanted)) {
-    commands.emplace_back("acl init");
-    each_joined_pair([&](int64_t rule) { join_contents(now, rule); });
-  }
-  for (const auto &[id, content] : wanted) {
-    if (!is_joined(wanted, id.number) || is_joined(now, id.number)) continue;
-    commands.push_back("acl double " + std::to_string(id.number));
-    join_contents(now, id.number);
-  }
+  Former(now, wanted, commands).run();
 }
 
 SettingKind rules_kind() {
   SettingKind kind;
   kind.object = "acl";
   kind.needs = {"swctl_platform_acl_rule_next"};
-  kind.removal_merges = true;
-  kind.commands = {"acl add", "acl init", "acl double", "acl template", "acl enable", "acl del"};
+  kind.commands = {"acl add",      "acl init",   "acl double", "acl single",
+                   "acl template", "acl enable", "acl del"};
   kind.usual = [](const Id &) { return Content(); };
   kind.read = [](Reader &reader) {
     each_rule(reader.context.unit,
@@ -257,7 +303,6 @@ SettingKind rules_kind() {
   };
   kind.take = take_acl;
   kind.change = change_acl;
-  kind.remade = needs_removal;
   kind.prepare = prepare_acl;
   return kind;
 }

@@ -82,6 +82,8 @@ void add_mac_kinds(Kinds &kinds, const Board &board) {
   kind.on_unit_zero = true;
   kind.read = read_static_addresses;
   kind.take = take_address;
+  kind.owner = [](const Id &id) { return Owner{"vlan", {id.number}}; };
+  kind.outlives_owner = true;
   kinds.push_back(std::move(kind));
 }
 

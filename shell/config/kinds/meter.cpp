@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <set>
+
 #include "chip/limits.h"
 #include "config/kinds.h"
 #include "config/kinds/words.h"
@@ -77,6 +79,15 @@ void add_meter_kinds(Kinds &kinds, const Board &) {
   kind.take = take_meter;
   kind.change = change_meter;
   kind.remade = has_other_burst;
+  kind.check = [](const Contents &meters, const Complaint &complain) {
+    std::set<std::string> bursts;
+    for (const auto &[id, words] : meters) {
+      bursts.insert(word_after(*words, "burst", ""));
+      if (bursts.size() <= CHIP_ACL_BURST_SLOTS) continue;
+      complain(id, "meters share two burst sizes, and this is a third");
+      return;
+    }
+  };
   kind.removal_merges = true;
   kinds.push_back(std::move(kind));
 }

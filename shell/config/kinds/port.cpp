@@ -125,8 +125,7 @@ bool take_mode(Statement &statement, Draft &draft) {
     throw CommandError(wrong_usage("speed and duplex are given together in a configuration",
                                    speed == nullptr ? "duplex" : "speed",
                                    {speed == nullptr ? "speed" : "duplex"}));
-  const Argument &ports = *statement.take("PORTS");
-  for (const int64_t port : ports.all ? statement.board.front_interfaces() : ports.numbers) {
+  for (const int64_t port : statement.take_ports("PORTS")) {
     PortMode mode = mode_in(*draft.at({port}));
     if (speed != nullptr) mode.force(speed->word, duplex->word);
     if (advertise != nullptr) mode.advertised = static_cast<uint32_t>(advertise->number);
@@ -242,9 +241,7 @@ bool take_tpid(Statement &statement, Draft &draft) {
   const std::string words = tpid_words(
       static_cast<uint32_t>(inner), static_cast<uint32_t>(entry == nullptr ? 0 : entry->number),
       static_cast<uint32_t>(outer == nullptr ? inner : outer->number));
-  const Argument &ports = *statement.take("PORTS");
-  for (const int64_t port : ports.all ? statement.board.front_interfaces() : ports.numbers)
-    draft.put({port}, words);
+  for (const int64_t port : statement.take_ports("PORTS")) draft.put({port}, words);
   return true;
 }
 
@@ -280,7 +277,7 @@ SettingKind frame_length_kind(const Board &board) {
   kind.take = [](Statement &statement, Draft &draft) {
     const Argument *length = statement.take("mtu");
     if (length == nullptr) return false;
-    statement.take("PORTS");
+    statement.take_ports("PORTS");
     draft.put({}, std::to_string(length->number));
     return true;
   };

@@ -56,8 +56,7 @@ bool take_control(Statement &statement, Draft &draft, uint32_t type) {
   const Argument *on = statement.take("control");
   if (rate == nullptr && on == nullptr) return false;
   statement.take("type");
-  const Argument &ports = *statement.take("PORTS");
-  for (const int64_t port : ports.all ? statement.board.front_interfaces() : ports.numbers) {
+  for (const int64_t port : statement.take_ports("PORTS")) {
     Control control = control_in(*draft.at({port}));
     if (rate != nullptr) control = {rate->number, rate->number != 0};
     if (on != nullptr) control.on = on->number != 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <swctl/platform/trunk_read.h>
 
+#include <set>
+
 #include "chip/call.h"
 #include "chip/optional_call.h"
 #include "config/kinds.h"
@@ -12,6 +14,10 @@ namespace swsh {
 namespace {
 
 constexpr int64_t kSourcePort = CHIP_TRUNK_HASH_SOURCE_PORT;
+
+int64_t listed(const std::string &ports) {
+  return interface_mask(parse_number_list(ports, 0, USER_FRONT_INTERFACES).numbers);
+}
 
 SettingKind members_kind() {
   SettingKind kind;
@@ -36,6 +42,17 @@ SettingKind members_kind() {
     const Content members = ports == 0 ? Content() : number_list_text(mask_interfaces(ports));
     draft.put({statement.take("TRUNK")->number}, members);
     return true;
+  };
+  kind.check = [](const Contents &trunks, const Complaint &complain) {
+    std::set<int64_t> taken;
+    for (const auto &[id, ports] : trunks)
+      for (const int64_t port : parse_number_list(*ports, 0, USER_FRONT_INTERFACES).numbers)
+        if (!taken.insert(port).second)
+          complain(id, "port " + std::to_string(port) + " is in another trunk too");
+  };
+  // A port is in one trunk at a time: one that leaves may be wanted in another.
+  kind.remade = [](const std::string &from, const std::string &to) {
+    return (listed(from) & ~listed(to)) != 0;
   };
   kind.change = [](const Change &change, Commands &commands) {
     commands.push_back(change.to ? "trunk set " + change.ids + ' ' + *change.to

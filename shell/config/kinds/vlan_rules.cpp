@@ -126,14 +126,12 @@ std::string address_words(const Argument &address) {
 }
 
 std::string argument_words(Statement &statement, const std::string &name, const Argument &given) {
+  if (name == "ports") return number_list_text(statement.take_ports(name));
   if (name == "MAC" || name == "mask") return address_words(given);
   if (name == "SUBNET") return subnet_words(given.word);
   if (name == "ethertype") return hexadecimal(static_cast<uint32_t>(given.number));
   if (name == "encapsulation") return given.word;
-  if (name != "ports") return std::to_string(given.number);
-  const auto &ports = given.all ? statement.board.front_interfaces() : given.numbers;
-  statement.board.expect(ports);
-  return number_list_text(ports);
+  return std::to_string(given.number);
 }
 
 bool take_rule(Statement &statement, Draft &draft, const RuleWords &words) {

@@ -21,11 +21,7 @@ std::string word_after(const std::string &words, const std::string &keyword,
 }
 
 int64_t take_interfaces(Statement &statement, const std::string &name) {
-  const Argument *given = statement.take(name);
-  if (given == nullptr) return 0;
-  const auto &interfaces = given->all ? statement.board.front_interfaces() : given->numbers;
-  statement.board.expect(interfaces);
-  return interface_mask(interfaces);
+  return interface_mask(statement.take_ports(name));
 }
 
 }  // namespace swsh

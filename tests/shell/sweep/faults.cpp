@@ -93,8 +93,10 @@ class Sweep {
   void add(const std::string &line) {
     ++commands_;
     const Run reference = run({.line = line, .keep_in = &after_});
+    // One that reads the whole chip makes thousands of calls, most of them alike.
+    const size_t every = line.starts_with("config ") ? 64 * every_ : every_;
     for (const Fault &fault : faults_of(reference.calls)) {
-      if (seen_++ % every_ != 0) continue;
+      if (seen_++ % every != 0) continue;
       const Run failed = run({.line = line, .plan = fault.plan, .as = &after_});
       if (failed.failed == 0) complain(line, fault, failed, "is not reached by the plan");
       ++faults_;

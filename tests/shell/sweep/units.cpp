@@ -61,6 +61,8 @@ int main(int count, char **words) {
   size_t problems = 0;
   for (size_t at = 0; at < commands.swept.size(); at += every, ++tried) {
     const std::string &line = commands.swept[at];
+    // Says which settings of unit 1 the library does not reach.
+    if (line.starts_with("config ")) continue;
     fresh.put_back();
     const Run on_0 = run({.line = line, .with_dump = true});
     prepared.put_back();
