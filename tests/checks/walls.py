@@ -40,7 +40,7 @@ SUFFIXES = {".h", ".c", ".cpp", ".def"}
 # holds. {self} is the file's folder, {stem} its name without the suffix. Only
 # VISITORS implement calls and views, and include their public headers.
 COMMON = r"common/.*"
-VISITORS = r"chip/.*|.*_(calls|control|view)\.cpp|pipeline/(door|carried|explain)\..*"
+VISITORS = r"chip/.*|.*_(calls|control|view)\.cpp|pipeline/(door|carried|explain|losses)\..*"
 FOR_VISITORS = r"<swctl/platform/(sdk|adapter|log)\.h>|<swctl-vchip/(.*view|memory|explain|image)\.h>"
 FLOORS = [
     # What an image is, how a document is written, what everybody knows.
@@ -55,9 +55,9 @@ FLOORS = [
     # A block, the state of one part of the hardware, and its picture.
     (r".*_(dump|check)\.cpp", [COMMON, r"{self}/.*", r"document/.*"]),
     (r".*_block\.(h|cpp)", [COMMON, r"{self}/(?!.*_block\.h).*", r"{self}/{stem}\.h"]),
-    # The way of a frame. Its door, the frames that are carried and explain take
-    # the lock; no step does.
-    (r"pipeline/(door|carried|explain)\.(h|cpp)", [COMMON, r"(?!image/|document/).*"]),
+    # The way of a frame. Its door, the frames that are carried, explain and
+    # who hears of losses take the lock; no step does.
+    (r"pipeline/(door|carried|explain|losses)\.(h|cpp)", [COMMON, r"(?!image/|document/).*"]),
     (r"pipeline/.*", [COMMON, r"(?!image/|document/|chip/).*"]),
     # What blocks and visitors of one folder share.
     (r".*", [COMMON, r"{self}/(?!.*_block\.h).*"]),

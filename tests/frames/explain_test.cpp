@@ -140,4 +140,67 @@ TEST_F(Explain, RefusesWhatIsNotThere) {
   EXPECT_THROW(vchip::explain(0, 1, frame.data(), 13), std::invalid_argument);
 }
 
+// One heard frame.
+struct Heard {
+  int32_t port;
+  bool outbound;
+  Bytes bytes;
+  std::string step;
+  std::string why;
+};
+
+class Losses : public Explain {
+ protected:
+  Losses() {
+    vchip::hear_losses(0, [this](const vchip::LostFrame &lost) {
+      heard.push_back(
+          {lost.port, lost.outbound, {lost.bytes, lost.bytes + lost.length}, lost.step, lost.why});
+    });
+  }
+  ~Losses() override { vchip::hear_losses(0, nullptr); }
+  std::vector<Heard> heard;
+};
+
+TEST_F(Losses, AreWhatExplainForetells) {
+  size_t dropped = 0;
+  for (uint32_t seed = 1; seed <= 4; ++seed) {
+    power_on();
+    std::mt19937 random(seed);
+    frames::set_at_random(random);
+    for (int each = 0; each < 60; ++each) {
+      const Bytes frame = frames::frame_at_random(random);
+      const auto port = static_cast<int32_t>(random() % VCHIP_PORTS);
+      const vchip::Explanation explanation = explained(port, frame);
+      heard.clear();
+      arrive(port, frame);
+      std::erase_if(heard, [](const Heard &one) { return one.outbound; });
+      if (!explanation.dropped) continue;
+      ASSERT_FALSE(heard.empty()) << "seed " << seed << " frame " << each;
+      EXPECT_EQ(heard[0].port, port);
+      EXPECT_EQ(heard[0].bytes, frame);
+      EXPECT_EQ(heard[0].step, explanation.dropped_at);
+      EXPECT_EQ(heard[0].why, explanation.dropped_why);
+      ++dropped;
+    }
+  }
+  EXPECT_GT(dropped, 40u);
+}
+
+TEST_F(Losses, OfAFullQueueAreOutbound) {
+  rtk_rate_egrBandwidthCtrlRate_set(0, 1, 1);
+  rtk_rate_egrBandwidthCtrlEnable_set(0, 1, 1);
+  const Bytes frame =
+      frames::Maker(frames::kBroadcast, frames::station(1)).type(0x88b5).fill(1000).bytes();
+  for (int each = 0; each < 1020; ++each) arrive(0, frame);
+  ASSERT_FALSE(heard.empty());
+  EXPECT_EQ(heard[0].port, 1);
+  EXPECT_TRUE(heard[0].outbound);
+  EXPECT_EQ(heard[0].bytes, frame);
+  EXPECT_EQ(heard[0].step, "queue");
+  heard.clear();
+  vchip::hear_losses(0, nullptr);
+  arrive(0, frame);
+  EXPECT_TRUE(heard.empty());
+}
+
 }  // namespace

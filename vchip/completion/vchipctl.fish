@@ -33,7 +33,7 @@ function __vchipctl_words
     set -l found
     if string match -q -- '-*' $current
         set found (__vchipctl_listed Options $help)
-    else if contains -- $words[-1] --image --pcap --junit
+    else if contains -- $words[-1] --image --pcap --junit --write -w
         set found
     else if test "$given[1]" = drops
         set found show\t'What became of the frames' clear\t'Set the counts to 0'

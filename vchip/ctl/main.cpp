@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "capture_command.h"
 #include "commands.h"
 #include "frame_lines.h"
 #include "images.h"
@@ -62,6 +63,7 @@ struct CommandLine {
   vchipctl::ConvertWords convert;
   vchipctl::DiffWords diff;
   vchipctl::WireWords wire;
+  vchipctl::CaptureWords capture;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
@@ -239,6 +241,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   add_storm(app, line);
   vchipctl::add_frame_commands(app, line.frames, line.run, line.own_chip);
   vchipctl::add_wire_commands(app, line.wire, line.run);
+  vchipctl::add_capture_command(app, line.capture, line.run);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });

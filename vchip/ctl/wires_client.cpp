@@ -20,23 +20,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-class Closed {
- public:
-  explicit Closed(int descriptor) : descriptor_(descriptor) {}
-  Closed(const Closed &) = delete;
-  Closed &operator=(const Closed &) = delete;
-  ~Closed() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  int get() const { return descriptor_; }
-
- private:
-  const int descriptor_;
-};
-
 // Through its directory, which may have a longer name than an address has room for.
 bool connect_to(int descriptor, const std::filesystem::path &path) {
-  const Closed directory(
+  const Descriptor directory(
       open(std::filesystem::absolute(path).parent_path().c_str(), O_PATH | O_CLOEXEC));
   const std::string name =
       "/proc/self/fd/" + std::to_string(directory.get()) + "/" + path.filename().string();
@@ -56,14 +42,15 @@ bool send_all(int descriptor, const std::string &text) {
   return true;
 }
 
-std::string receive_all(int descriptor) {
+// The answer ends with the line; what follows it stays in the connection.
+std::string receive_line(int descriptor) {
   std::string text;
-  char bytes[4096];
   for (;;) {
-    const ssize_t count = read(descriptor, bytes, sizeof bytes);
+    char byte = 0;
+    const ssize_t count = read(descriptor, &byte, 1);
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return text;
-    text.append(bytes, static_cast<size_t>(count));
+    if (count <= 0 || byte == '\n') return text;
+    text += byte;
   }
 }
 
@@ -72,27 +59,46 @@ std::string image_in_use() {
   return image == nullptr ? "" : image;
 }
 
-}  // namespace
-
-std::optional<Json> ask_if_served(uint32_t unit, const Json &request) {
+// Asks, and reads the answer from the connection. False if no vchipd serves the unit.
+bool ask(Descriptor &connection, uint32_t unit, const Json &request, Json &answer) {
   const std::string path = vchip::wires_socket(image_in_use(), unit);
-  const Closed connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  connection = Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   if (!connect_to(connection.get(), path)) {
-    if (errno == ENOENT || errno == ECONNREFUSED) return std::nullopt;
+    if (errno == ENOENT || errno == ECONNREFUSED) return false;
     throw Refused(path + ": " + strerror(errno));
   }
   if (!send_all(connection.get(), request.dump() + "\n"))
     throw Refused(path + ": " + strerror(errno));
-  const Json answer = Json::parse(receive_all(connection.get()), nullptr, false);
+  answer = Json::parse(receive_line(connection.get()), nullptr, false);
   if (!answer.is_object()) throw Refused(path + ": vchipd has ended without an answer");
   if (answer.contains("error")) throw Refused(answer["error"].get<std::string>());
+  return true;
+}
+
+Refused not_served(uint32_t unit) {
+  return Refused("image " + image_in_use() + ": no vchipd serves unit " + std::to_string(unit));
+}
+
+}  // namespace
+
+std::optional<Json> ask_if_served(uint32_t unit, const Json &request) {
+  Descriptor connection;
+  Json answer;
+  if (!ask(connection, unit, request, answer)) return std::nullopt;
   return answer;
 }
 
 Json ask_vchipd(uint32_t unit, const Json &request) {
   std::optional<Json> answer = ask_if_served(unit, request);
-  if (answer) return *answer;
-  throw Refused("image " + image_in_use() + ": no vchipd serves unit " + std::to_string(unit));
+  if (!answer) throw not_served(unit);
+  return *answer;
+}
+
+Descriptor follow_vchipd(uint32_t unit, const Json &request) {
+  Descriptor connection;
+  Json answer;
+  if (!ask(connection, unit, request, answer)) throw not_served(unit);
+  return connection;
 }
 
 }  // namespace vchipctl

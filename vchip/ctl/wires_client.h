@@ -7,6 +7,8 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 
+#include "descriptor.h"
+
 namespace vchipctl {
 
 // The answer to a request; nothing if no vchipd serves the unit of the image that
@@ -15,6 +17,9 @@ std::optional<nlohmann::ordered_json> ask_if_served(uint32_t unit,
                                                     const nlohmann::ordered_json &request);
 // The same; throws Refused if none does.
 nlohmann::ordered_json ask_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
+
+// The same for a request whose answer goes on: the connection, from there.
+Descriptor follow_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
 
 }  // namespace vchipctl
 

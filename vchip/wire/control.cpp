@@ -11,6 +11,7 @@
 #include <sys/un.h>
 
 #include "fault.h"
+#include "live_captures.h"
 #include "panel.h"
 #include "wire_words.h"
 
@@ -66,10 +67,14 @@ Json list_wires(const Panel &panel) {
   return {{"wires", rows}};
 }
 
+void expect_port(int32_t port) {
+  if (port < 0 || port >= VCHIP_PORTS) throw Fault("no port " + std::to_string(port));
+}
+
 Json change_wire(Panel &panel, const Json &request) {
   const int32_t port = request.at("port");
   const std::string word = request.at("wire");
-  if (port < 0 || port >= VCHIP_PORTS) throw Fault("no port " + std::to_string(port));
+  expect_port(port);
   if (word != "none") {
     panel.plug(port, word);
   } else {
@@ -86,19 +91,25 @@ Json pass_time(Panel &panel, const Json &request) {
   return {{"moved", true}};
 }
 
-Json perform(Panel &panel, const Json &request) {
-  const std::string what = request.at("do");
-  if (what == "wires") return list_wires(panel);
-  if (what == "wire") return change_wire(panel, request);
-  if (what == "time") return pass_time(panel, request);
-  throw Fault("no request '" + what + "'");
+CaptureWords capture_words(const Json &request) {
+  CaptureWords words;
+  for (const int32_t port : request.value("ports", std::vector<int32_t>())) {
+    expect_port(port);
+    words.ports |= 1u << port;
+  }
+  words.filter = request.value("filter", "");
+  words.drops = request.value("drops", false);
+  words.count = request.value("count", uint64_t{0});
+  return words;
 }
 
 }  // namespace
 
-Control::Control(Loop &loop, Panel &panel, const std::string &image, uint32_t unit)
+Control::Control(Loop &loop, Panel &panel, LiveCaptures &captures, const std::string &image,
+                 uint32_t unit)
     : loop_(loop),
       panel_(panel),
+      captures_(captures),
       path_(vchip::wires_socket(image, unit)),
       listener_(listen_at(path_)) {
   loop_.watch(listener_.get(), EPOLLIN, [this](uint32_t) { accept_caller(); });
@@ -119,8 +130,15 @@ void Control::accept_caller() {
 }
 
 void Control::hang_up(int descriptor) {
+  take(descriptor);
+}
+
+// The connection is no caller's any more.
+Descriptor Control::take(int descriptor) {
   loop_.forget(descriptor);
+  Descriptor connection = std::move(callers_.at(descriptor).connection);
   callers_.erase(descriptor);
+  return connection;
 }
 
 void Control::hear(int descriptor) {
@@ -135,13 +153,24 @@ void Control::hear(int descriptor) {
   const std::string reply = answer(request.substr(0, end)) + "\n";
   // An answer is far smaller than what a socket has room for.
   send(descriptor, reply.data(), reply.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-  hang_up(descriptor);
+  Descriptor connection = take(descriptor);
+  if (begun_) captures_.begin(std::move(begun_), std::move(connection));
+}
+
+Json Control::perform(const Json &request) {
+  const std::string what = request.at("do");
+  if (what == "wires") return list_wires(panel_);
+  if (what == "wire") return change_wire(panel_, request);
+  if (what == "time") return pass_time(panel_, request);
+  if (what != "capture") throw Fault("no request '" + what + "'");
+  begun_ = captures_.make(capture_words(request));
+  return Json::object();
 }
 
 std::string Control::answer(const std::string &request) {
   Json reply;
   try {
-    reply = perform(panel_, Json::parse(request));
+    reply = perform(Json::parse(request));
   } catch (const std::exception &fault) {
     reply = {{"error", fault.what()}};
   }

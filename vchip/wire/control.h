@@ -4,6 +4,8 @@
 #define VCHIPD_CONTROL_H
 
 #include <map>
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "descriptor.h"
@@ -11,12 +13,15 @@
 
 namespace vchipd {
 
+class LiveCapture;
+class LiveCaptures;
 class Panel;
 
 class Control {
  public:
   // Throws Fault.
-  Control(Loop &loop, Panel &panel, const std::string &image, uint32_t unit);
+  Control(Loop &loop, Panel &panel, LiveCaptures &captures, const std::string &image,
+          uint32_t unit);
   ~Control();
   Control(const Control &) = delete;
   Control &operator=(const Control &) = delete;
@@ -30,10 +35,14 @@ class Control {
   void accept_caller();
   void hear(int descriptor);
   void hang_up(int descriptor);
+  Descriptor take(int descriptor);
+  nlohmann::ordered_json perform(const nlohmann::ordered_json &request);
   std::string answer(const std::string &request);
 
   Loop &loop_;
   Panel &panel_;
+  LiveCaptures &captures_;
+  std::unique_ptr<LiveCapture> begun_;  // goes to the connection that has asked for it
   std::string path_;
   Descriptor listener_;
   std::map<int, Caller> callers_;

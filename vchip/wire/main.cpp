@@ -15,6 +15,7 @@
 #include "configure.h"
 #include "control.h"
 #include "fault.h"
+#include "live_captures.h"
 #include "loop.h"
 #include "panel.h"
 #include "wire_words.h"
@@ -79,13 +80,15 @@ void serve(const Words &words) {
     const PortWire wire = parse_port_wire(word);
     panel.plug(wire.port, wire.wire);
   }
-  const vchipd::Control control(loop, panel, words.image, words.unit);
+  vchipd::LiveCaptures captures(loop, panel, words.unit);
+  const vchipd::Control control(loop, panel, captures, words.image, words.unit);
   while (!ends) {
     loop.wait(panel.time_to_wait());
     panel.serve();
     ends = ends || (words.virtual_time && panel.is_finished());
   }
   panel.drain(kDrainNanoseconds);
+  captures.finish(kDrainNanoseconds);
 }
 
 void add_words(CLI::App &app, Words &words) {

@@ -118,7 +118,9 @@ void Panel::take_in(Plugged &plugged) {
   plugged.ready = plugged.wire().receive(arrivals_, kFramesAtATime);
   ready_ = ready_ || plugged.ready;
   if (arrivals_.empty()) return;
+  if (observer_ != nullptr) observer_->arriving(arrivals_);
   plugged.wire().deliver(unit_, plugged.port(), arrivals_);
+  if (observer_ != nullptr) observer_->arrived(plugged.port(), arrivals_);
   plugged.wire().arrived();
 }
 
@@ -142,6 +144,7 @@ uint32_t Panel::leave(int32_t port) {
 void Panel::give_out(int32_t port) {
   const auto &plugged = plugged_[static_cast<size_t>(port)];
   const auto send = [&](const vchip_frame_t *frames, uint32_t count) {
+    if (observer_ != nullptr) observer_->left(port, frames, count);
     if (plugged) plugged->wire().send(frames, count);
   };
   for (;;) {

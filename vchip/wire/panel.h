@@ -11,6 +11,7 @@
 
 #include "clock.h"
 #include "loop.h"
+#include "observer.h"
 #include "wire.h"
 
 namespace vchipd {
@@ -36,6 +37,8 @@ class Panel {
   bool is_finished() const;
 
   Clock &clock() { return clock_; }
+  // Shows the frames to somebody from now on, or to nobody.
+  void observe(Observer *observer) { observer_ = observer; }
 
   struct Row {
     int32_t port;
@@ -66,6 +69,7 @@ class Panel {
   std::array<std::unique_ptr<Plugged>, VCHIP_PORTS> plugged_;
   Arrivals arrivals_;
   std::unique_ptr<Outbox> outbox_;
+  Observer *observer_ = nullptr;
   uint64_t next_look_ = 0;  // at the links
   bool ready_ = false;      // some wire has more to take in
 };

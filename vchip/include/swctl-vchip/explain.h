@@ -13,6 +13,7 @@
 #include <swctl/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,22 @@ SWCTL_API Explanation explain(uint32_t unit, int32_t port, const uint8_t *bytes,
 // Ports are the numbers on the box, or text such as "p27".
 SWCTL_API std::string explain_json(uint32_t unit, int32_t port, const uint8_t *bytes,
                                    uint32_t length);
+
+// A frame that really arrived and was dropped, or one that was dropped on its way out.
+struct LostFrame {
+  int32_t port;          // chip port by which it came in, or was to leave
+  bool outbound;         // it was to leave
+  const uint8_t *bytes;  // those of the arrival, or as it was to leave
+  uint32_t length;
+  const char *step;  // "filter", "queue" ..., valid for ever
+  const std::string &why;
+};
+
+// Tells of each frame of a unit that a step drops in this process from now on;
+// an empty function ends that. It is called under the chip's lock and calls nothing of
+// the chip. Until then nothing is looked for, and frames take no longer. What is lost
+// with its link is not told of.
+SWCTL_API void hear_losses(uint32_t unit, std::function<void(const LostFrame &)> hear);
 
 }  // namespace vchip
 

@@ -11,6 +11,12 @@
  *     {"do":"wire","port":2,"wire":"tap:sw3"}    {}
  *     {"do":"wire","port":2,"wire":"none"}       {}
  *     {"do":"time","nanoseconds":1000}           {"moved":true}
+ *     {"do":"capture","ports":[0,1],"filter":"arp","drops":true,"count":3}    {}
+ *
+ * After the answer to a capture the connection stays: a file of the kind pcapng
+ * follows, of the frames that pass from then on, until so many have been written or the
+ * caller closes its half. No list of ports: all of them; what is left out of the other
+ * words means all frames, without the reasons for drops, without end.
  *
  * The chip's clock is moved by a vchipd with --virtual-time alone. Ports are chip
  * ports. A request that is refused is answered {"error":"why"}.

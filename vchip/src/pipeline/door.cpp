@@ -7,6 +7,7 @@
 #include "chip/chip.h"
 #include "common/check.h"
 #include "pipeline/carried.h"
+#include "pipeline/losses.h"
 #include "pipeline/run.h"
 
 namespace vchip {
@@ -30,7 +31,7 @@ int32_t carry(uint32_t unit, std::initializer_list<int32_t> checks, Step step) {
   if (unit >= VCHIP_UNITS) return VCHIP_E_UNIT;
   if (const int32_t fault = first_fault(checks); fault != 0) return fault;
   Writing mark(chip.state(), kSwitching);
-  Run run(chip.state(), unit, carried(unit));
+  Run run(chip.state(), unit, carried(unit), loss_listener(unit));
   return step(run);
 }
 

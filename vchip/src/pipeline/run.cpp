@@ -57,6 +57,13 @@ void Run::tell(const char *step, const char *decision, int32_t port, const char 
     listener_->hear({step, decision, port_text(port) + what, setting, port, false});
 }
 
+void Run::tell_lost(const char *step, const Departure &departure, const char *what,
+                    const char *setting) const {
+  if (listener_ == nullptr) return;
+  listener_->see(departure.port, true, departure.bytes, departure.note.length);
+  tell(step, "drop", departure.port, what, setting);
+}
+
 void Run::arrive(int32_t port, const uint8_t *bytes, uint32_t length) {
   pass(port, bytes, length, false);
   turn_around();
@@ -92,6 +99,7 @@ void Run::pass(int32_t port, const uint8_t *bytes, uint32_t length, bool turned)
     memset(padded + length, 0, kMinBytes - length);
     frame = {padded, kMinBytes};
   }
+  if (listener_ != nullptr) listener_->see(port, false, bytes, length);
   Way way(unit_, state_.rules, traffic_.tables, listener_, now_, frame, port, turned);
   read_tags(way);
   walk(way);
@@ -158,7 +166,7 @@ void Run::enqueue(const Departure &departure) {
   if (queue.count() >= kQueueFrames) {
     ++counts.dropped;
     unit_.drops.add(departure.port, Fate::queue);
-    tell("queue", "drop", departure.port, ": its queue is full", nullptr);
+    tell_lost("queue", departure, ": its queue is full", nullptr);
     return;
   }
   tell("queue", "wait", departure.port, " holds it back", "rtk_rate_egrBandwidthCtrlRate_set");
@@ -176,8 +184,8 @@ void Run::depart(const Departure &departure) {
   const bool looped = (traffic_.tables.looped & bit) != 0;
   if (looped && departure.note.turned) {
     unit_.drops.add(port, Fate::loop);
-    tell("loop", "drop", port, " is in loopback, and the frame has turned once",
-         "rtk_diag_portMacLocalLoopbackEnable_set");
+    tell_lost("loop", departure, " is in loopback, and the frame has turned once",
+              "rtk_diag_portMacLocalLoopbackEnable_set");
     return;
   }
   const uint32_t wire = departure.note.length + kFcsBytes;

@@ -53,6 +53,8 @@ class Run {
   void turn_around();
   void tell(const char *step, const char *decision, int32_t port, const char *what,
             const char *setting) const;
+  void tell_lost(const char *step, const Departure &departure, const char *what,
+                 const char *setting) const;
 
   State &state_;
   Unit &unit_;

@@ -36,6 +36,8 @@ class Listener {
  public:
   virtual ~Listener() = default;
   virtual void hear(const Told &told) = 0;
+  // What is told from here on is of this frame, which arrives at a port or was to leave it.
+  virtual void see(int32_t, bool /*outbound*/, const uint8_t * /*bytes*/, uint32_t /*length*/) {}
 };
 
 enum class Verdict : uint32_t { go_on, end };
