@@ -12,6 +12,8 @@ install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
 install(TARGETS swctl_program vchipctl swctl-replay swctl-faults)
 if(TARGET vchipd)
   install(TARGETS vchipd)
+  # Where Wireshark looks for further interfaces.
+  install(PROGRAMS vchip/extcap/swctl-extcap DESTINATION ${CMAKE_INSTALL_LIBDIR}/wireshark/extcap)
 endif()
 install(EXPORT swctl NAMESPACE swctl:: DESTINATION ${swctl_package_dir} FILE swctl-targets.cmake)
 configure_package_config_file(cmake/swctl-config.cmake.in

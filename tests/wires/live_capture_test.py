@@ -7,6 +7,7 @@ import signal
 import socket
 import struct
 import subprocess
+import sys
 import time
 
 import wires
@@ -243,6 +244,86 @@ def select_readable(connection):
     except BlockingIOError:
         return False
     return True
+
+
+class Extcap(Ports):
+    """Wireshark's words for external captures."""
+
+    def setUp(self):
+        super().setUp()
+        self.interface = f"swctl:{self.image}:0:"
+
+    def test_words(self):
+        listed = self.vchipctl("extcap", "--extcap-interfaces", "--extcap-version=4.4")
+        self.assertIn("extcap {version=", listed.splitlines()[0])
+        for port, text in (("all", "all ports"), ("2", f"port 2 (unix:{self.path('s2')})")):
+            self.assertIn(f"interface {{value={self.interface}{port}}}"
+                          f"{{display=chip.img unit 0: {text}}}\n", listed)
+        self.assertEqual(self.vchipctl("extcap", "--extcap-dlts", "--extcap-interface",
+                                       self.interface + "2"),
+                         "dlt {number=1}{name=EN10MB}{display=Ethernet}\n")
+        self.assertIn("{call=--drops}", self.vchipctl("extcap", "--extcap-config",
+                                                      "--extcap-interface", self.interface + "2"))
+        result = self.run_program("vchipctl", "extcap", "--capture", "--extcap-interface", "eth0")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("no interface 'eth0'", result.stderr)
+
+    def test_a_named_pipe(self):
+        pipe = self.path("pipe")
+        os.mkfifo(pipe)
+        process = subprocess.Popen(
+            [wires.PROGRAMS / "vchipctl", "extcap", "--capture", "--extcap-interface",
+             self.interface + "2", "--fifo", pipe, "--extcap-capture-filter", "ether proto 0x88b5"],
+            stderr=subprocess.PIPE)
+        self.processes.append(process)
+        with open(pipe, "rb", buffering=0) as file:
+            data = file.read(8)
+            ask, answer, _ = self.pass_frames()
+            process.terminate()
+            while more := file.read(65536):
+                data += more
+        self.assertEqual(self.frames(blocks(data)),
+                         [("port2", OUT, ask, ""), ("port2", IN, answer, "")])
+
+    def test_tshark_lists_and_takes_them(self):
+        if not shutil.which("tshark"):
+            self.skipTest("there is no tshark")
+        if os.geteuid() == 0:
+            return self.again_as_a_user()
+        folder = self.path("extcap")
+        os.mkdir(folder)
+        here = os.path.dirname(os.path.abspath(__file__))
+        shutil.copy(os.path.join(here, "../../vchip/extcap/swctl-extcap"), folder)
+        environment = {**os.environ, "WIRESHARK_EXTCAP_DIR": folder, "HOME": self.directory,
+                       "PATH": f"{wires.PROGRAMS}:{os.environ['PATH']}"}
+        listed = subprocess.run(["tshark", "-D"], env=environment, capture_output=True, text=True,
+                                timeout=60, check=False)
+        self.assertIn(self.interface + "2", listed.stdout, listed.stderr)
+        process = subprocess.Popen(
+            ["tshark", "-l", "-n", "-i", self.interface + "2", "-c", "2", "-T", "fields", "-e",
+             "frame.interface_name", "-e", "eth.src"], env=environment, text=True,
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.processes.append(process)
+        end = time.monotonic() + 20
+        while process.poll() is None and time.monotonic() < end:
+            self.ends[0].send(frame(BROADCAST, mac(1)))
+            time.sleep(0.1)
+        said, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual([line.split("\t")[-1] for line in said.splitlines()],
+                         ["02:00:00:00:00:01"] * 2, errors)
+        return None
+
+    def again_as_a_user(self):
+        """tshark takes root's interfaces from its own folder alone."""
+        user = ["unshare", "-U", "--map-user=1000", "--map-group=1000"]
+        if subprocess.run([*user, "true"], capture_output=True, check=False).returncode != 0:
+            self.skipTest("user namespaces are denied, and tshark is not asked as root")
+        again = subprocess.run([*user, sys.executable, __file__, wires.PROGRAMS,
+                                self.id().removeprefix("__main__.")],
+                               capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual(again.returncode, 0, again.stderr)
+        if "skipped" in again.stderr:
+            self.skipTest(again.stderr)
 
 
 class Readers(Ports):

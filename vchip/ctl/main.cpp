@@ -13,6 +13,7 @@
 
 #include "capture_command.h"
 #include "commands.h"
+#include "extcap_command.h"
 #include "frame_lines.h"
 #include "images.h"
 #include "usage_error.h"
@@ -64,6 +65,7 @@ struct CommandLine {
   vchipctl::DiffWords diff;
   vchipctl::WireWords wire;
   vchipctl::CaptureWords capture;
+  vchipctl::ExtcapWords extcap;
   std::string trace;
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
@@ -242,6 +244,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   vchipctl::add_frame_commands(app, line.frames, line.run, line.own_chip);
   vchipctl::add_wire_commands(app, line.wire, line.run);
   vchipctl::add_capture_command(app, line.capture, line.run);
+  vchipctl::add_extcap_command(app, line.extcap, line.run, line.own_chip);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
