@@ -29,6 +29,7 @@ for part in python include vchip/include probe/include; do
   mkdir -p "$stage/tree/$(dirname $part)"
   cp -r "$source_dir/$part" "$stage/tree/$part"
 done
+rm -rf "$stage/tree/python/build"
 
 # A name of the interface is there since the first release, or since the one
 # that its line in the export list names.

@@ -36,7 +36,7 @@ def write_by_pydoc(names, output):
     html, lines = pydoc.HTMLDoc(), []
     for name in names:
         module = importlib.import_module(name)
-        page = html.page(f"Python: {name}", html.document(module, name))
+        page = html.page(name, html.document(module, name))
         # Where a module lies on this machine is nobody's business.
         page = re.sub(r'<a href="file:[^"]*">[^<]*</a>', "", page)
         (output / f"{name}.html").write_text(page)

@@ -103,7 +103,7 @@ def generate(output):
         path = "vchip/controls.py" if family == "controls" else f"{family}.py"
         write(output, path, writer.module(family, source, said, calls))
     write(output, "records.py", records.records_module(list(cdef.sorted_records(interface.records))))
-    write(output, "codes.py", records.codes_module(codes))
+    write(output, "codes.py", records.codes_module(codes, interface.said))
     write(output, "_names.py", names_module(interface))
     write(output, "_version.py", f'VERSION = "{interface.texts["SWCTL_VERSION"]}"\n')
     write(output, "c.pyi", stub.text(interface))

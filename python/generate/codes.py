@@ -55,4 +55,6 @@ class Codes:
         found = found or next((code for code in self.all if code.is_described(text)), None)
         if found is not None and self.used.setdefault(found.name, found) is not found:
             raise Refusal(f"two enumerations are named {found.name}: {found.title}")
+        if found is not None and " OR of " in text:
+            found.flags = True
         return found

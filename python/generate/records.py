@@ -117,17 +117,20 @@ def records_module(records):
     return head + "\n\n".join(parts) + f"\n\n__all__ = {names!r}\n"
 
 
-def code_class(code):
+def code_class(code, said):
     base = "Flags" if code.flags else "Code"
     text = documents.plain(f"{code.title}. {code.group.text}").strip()
     lines = [f"class {code.name}({base}):", documents.fill(f'"""{text}', "    ") + '"""', ""]
-    return "\n".join([*lines, *(f"    {member} = {value:#x}" if code.flags else f"    {member} = {value}"
-                               for member, (_, value) in code.members.items())])
+    for member, (name, value) in code.members.items():
+        lines.append(f"    {member} = {value:#x}" if code.flags else f"    {member} = {value}")
+        if said.get(name):
+            lines.append(documents.fill(f'"""{documents.plain(said[name])}', "    ") + '"""')
+    return "\n".join(lines)
 
 
-def codes_module(codes):
+def codes_module(codes, said):
     used = sorted(codes.used.values(), key=lambda each: each.name)
     head = HEAD.format(said="Enumerations: the constants that arguments and results are made of.")
-    parts = [code_class(each) for each in used]
+    parts = [code_class(each, said) for each in used]
     names = [each.name for each in used]
     return f"{head}from ._convert import Code, Flags\n\n\n" + "\n\n\n".join(parts) + f"\n\n__all__ = {names!r}\n"

@@ -2,6 +2,7 @@
 """The types of the module `c`, where every name is looked up when it is used."""
 import keyword
 
+import documents
 from meaning import SCALARS
 
 HEAD = '''# SPDX-License-Identifier: MIT
@@ -37,9 +38,13 @@ def call(name, arguments):
     return f"def {name}({', '.join(words)}) -> int: ..."
 
 
+def constant(name, said):
+    return f"{name}: int" + (f'\n"""{documents.plain(said)}"""' if said else "")
+
+
 def text(interface):
     return "\n".join([
-        HEAD + "\n".join(f"{name}: int" for name in interface.constants), "",
+        HEAD, *(constant(name, interface.said.get(name)) for name in interface.constants), "",
         *(function(each) for each in interface.functions.values()),
         *(call(name, arguments) for name, (arguments, _) in interface.calls.items()),
     ]) + "\n"

@@ -168,6 +168,15 @@ def test_a_header_that_is_not_understood_is_refused(tmp_path, addition, why):
     assert not (tmp_path / "out/port.py").exists()
 
 
+def test_the_reference_has_the_texts(tmp_path):
+    done = subprocess.run([sys.executable, SOURCE / "docs/reference/python.py", SOURCE, tmp_path / "python"], check=False,
+                          capture_output=True, text=True)
+    assert done.returncode == 0, done.stderr
+    page = (tmp_path / "python/swctl.port.html").read_text().replace("&nbsp;", " ")
+    assert "Reads the link state; a fibre port is up only if it is enabled." in page
+    assert 'href="swctl.vchip.html"' in (tmp_path / "python/index.html").read_text()
+
+
 def test_the_version_is_the_header_s():
     said = re.search(r'SWCTL_VERSION "(.*)"', (SOURCE / "include/swctl/swctl.h").read_text())[1]
     assert swctl.__version__ == said

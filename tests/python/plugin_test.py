@@ -109,6 +109,7 @@ def test_each_call_of_a_test_fails_once(pytester):
 def test_each_call_of_a_daemon_fails_once(pytester):
     text = """
     def test_it(board_image, daemon, fail_each):
+        swctl.vlan.default()
         one = daemon(sys.executable, "program.py")
         if fail_each.call is None:
             one.wait_for("ready")
@@ -127,6 +128,19 @@ def test_a_test_without_a_board_cannot_have_failures(pytester):
     done = run(pytester, "def test_it(fail_each): pass")
     done.assert_outcomes(failed=1)
     done.stdout.fnmatch_lines(["*fail_each needs board or board_image in the test*"])
+
+
+def test_failures_that_are_none_or_too_many_are_said(pytester):
+    done = run(pytester, """
+    def test_none(board, fail_each):
+        board.link_up(1)
+    def test_many(board, fail_each):
+        for _ in range(501):
+            swctl.vlan.default()
+    """)
+    done.assert_outcomes(passed=2, failed=2)
+    done.stdout.fnmatch_lines(["fail_each: the test has made no call that fits*nothing to fail"])
+    done.stdout.fnmatch_lines(["fail_each: the test has made 501 calls*or say most="])
 
 
 SSH = """#!/bin/sh

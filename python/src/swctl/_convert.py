@@ -197,13 +197,17 @@ def said(value: Any) -> Optional[str]:
     return None if value == NULL else ffi.string(value).decode(errors="replace")
 
 
+# What to do about a result of the virtual chip.
+HINTS = {c.VCHIP_E_BUSY: "; `vchipctl status` says which one", c.VCHIP_E_IMAGE: "; VCHIP_IMAGE names it"}
+
+
 def sentence_of(code: int) -> str:
     from ._load import libraries
 
     ask = libraries().of_platform("swctl_platform_result_text")
     found = said(ask(code)) if ask is not None else None
     if found is not None:
-        return found
+        return found + HINTS.get(code, "")
     if code == -1:
         return "the library does not offer this call, or could not do it"
     return "the platform has no sentence for this result"

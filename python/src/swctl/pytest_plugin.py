@@ -16,6 +16,7 @@ from .testing import Daemon, FailEach, Wanted, recorded_calls
 from .vchip import Board
 
 DAEMONS = pytest.StashKey["list[Daemon]"]()
+CALLS = "calls.ndjson"
 FAULTS = pytest.StashKey["Faults"]()
 
 
@@ -95,7 +96,7 @@ def environment_of(request: pytest.FixtureRequest, faults: Optional[Faults], fol
     if "board_image" in request.fixturenames:
         found.update(request.getfixturevalue("board_image").environment)
     if faults is not None and number == 0:
-        found.update(faults.each.environment(folder / "calls"))
+        found.update(faults.each.environment(folder / CALLS))
     return found
 
 
@@ -111,12 +112,13 @@ class Faults:
     def __init__(self, each: FailEach) -> None:
         self.each = each
         self.calls: list[str] = []
+        self.of_program = False
 
     def begin(self, item: pytest.Function) -> None:
         """Right before the body of the test."""
         board = board_of(item)
         board.forget_calls()
-        if self.each.nth:
+        if self.each.nth and not self.of_program:
             board.fail(self.each.only, nth=self.each.nth, result=self.each.result)
 
     def end(self, item: pytest.Function) -> None:
@@ -125,11 +127,22 @@ class Faults:
         board.mend()
         if self.each.nth:
             return
-        self.calls = [call.line for call in board.calls(self.each.only)]
-        folder = item.funcargs.get("tmp_path")
-        if not self.calls and isinstance(folder, pathlib.Path):
-            self.calls = [shown(call) for call in recorded_calls(folder / "calls")
+        recording = self.recording(item)
+        self.of_program = recording is not None
+        if recording is not None:
+            self.calls = [shown(call) for call in recorded_calls(recording)
                           if fnmatchcase(call["call"], self.each.only)]
+        else:
+            self.calls = [call.line for call in board.calls(self.each.only)]
+
+    @staticmethod
+    def recording(item: pytest.Function) -> Optional[pathlib.Path]:
+        """That of the first program that the test has started."""
+        folder = item.funcargs.get("tmp_path")
+        started = item.stash.get(DAEMONS, no_daemons())
+        if not started or not isinstance(folder, pathlib.Path):
+            return None
+        return folder / CALLS
 
 
 def board_of(item: pytest.Function) -> Board:
@@ -147,7 +160,8 @@ def shown(call: dict[str, Any]) -> str:
 @pytest.fixture
 def fail_each(request: pytest.FixtureRequest) -> FailEach:
     """Runs the test once as it is, and once more for every call of the SDK that it made,
-    with that call failing: the test's own calls, or those of the first `daemon`.
+    with that call failing: the calls of the first `daemon`, or the test's own if it
+    starts none.
 
     A run in which the test ends with `Refused` by that failure passes: the failure came
     out. `fail_each.call` says which call fails, None in the first run.
@@ -174,6 +188,11 @@ def no_daemons() -> list[Daemon]:
 
 
 def run_with_faults(item: pytest.Function, nextitem: Optional[pytest.Item], faults: Faults) -> None:
+    problem = faults.each.problem(len(faults.calls))
+    if problem is not None:
+        item.ihook.pytest_runtest_logreport(report=pytest.TestReport(
+            item.nodeid, item.location, {}, "failed", problem, "call"))
+        return
     for number, call in enumerate(faults.calls[:faults.each.most], 1):
         faults.each.nth, faults.each.call = number, call
         item.stash[DAEMONS] = no_daemons()

@@ -18,6 +18,7 @@ POLL = 0.005
 PATIENCE_AT_END = 5.0
 # Calls whose result says something: those of the SDK and of the adapter.
 FAILING = "[ra][td][kp]_*"
+MANY = 500
 
 
 class Daemon:
@@ -103,10 +104,20 @@ class FailEach:
         nth: its number among the calls of the test
     """
 
-    def __init__(self, only: str = FAILING, result: int = -1, most: int = 500) -> None:
+    def __init__(self, only: str = FAILING, result: int = -1, most: Optional[int] = None) -> None:
         self.only, self.result, self.most = only, result, most
         self.call: Optional[str] = None
         self.nth = 0
+
+    def problem(self, calls: int) -> Optional[str]:
+        """Why so many calls cannot fail in turn."""
+        if calls == 0:
+            return (f"fail_each: the test has made no call that fits {self.only!r}, "
+                    "so there is nothing to fail")
+        if self.most is None and calls > MANY:
+            return (f"fail_each: the test has made {calls} calls, and would run as often: choose some with "
+                    "@pytest.mark.fail_each(only=\"rtk_vlan_*\"), or say most=")
+        return None
 
     @property
     def rule(self) -> str:
