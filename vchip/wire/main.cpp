@@ -83,8 +83,7 @@ void serve(const Words &words) {
   vchipd::LiveCaptures captures(loop, panel, words.unit);
   const vchipd::Control control(loop, panel, captures, words.image, words.unit);
   while (!ends) {
-    loop.wait(panel.time_to_wait());
-    panel.serve();
+    panel.turn();
     ends = ends || (words.virtual_time && panel.is_finished());
   }
   panel.drain(kDrainNanoseconds);

@@ -14,10 +14,10 @@ namespace {
 // A slot holds a frame of the usual size; the kernel hands out a larger one beside
 // the ring.
 constexpr uint32_t kSlotBytes = 2048;
-constexpr uint32_t kSlots = 256;
+constexpr uint32_t kSlots = 480;
 constexpr uint32_t kBlockBytes = 64 * 1024;
 constexpr size_t kRingBytes = size_t{kSlotBytes} * kSlots;
-constexpr int kBesideRing = 512 * 1024;
+constexpr int kBesideRing = 64 * 1024;
 // The longest packet that a sender leaves to its interface, with its link header.
 constexpr size_t kPacketRoom = 65536 + 64;
 // What is taken from beside the ring at a time.
@@ -101,6 +101,10 @@ void PacketSocket::open(const std::string &wire, int index) {
   out_ = new_packet_socket(wire);
   set_number(wire, out_.get(), PACKET_QDISC_BYPASS, 1);
   bind_to(wire, out_, index, 0);
+  for (size_t place = 0; place < messages_.size(); ++place) {
+    messages_[place].msg_hdr.msg_iov = &parts_[place];
+    messages_[place].msg_hdr.msg_iovlen = 1;
+  }
 }
 
 void PacketSocket::open_ring(const std::string &wire) {
@@ -124,6 +128,10 @@ void PacketSocket::open_ring(const std::string &wire) {
 
 tpacket2_hdr *PacketSocket::slot(uint32_t number) const {
   return reinterpret_cast<tpacket2_hdr *>(ring_ + size_t{number} * kSlotBytes);
+}
+
+bool PacketSocket::has_frames() const {
+  return (load_status(*slot(next_)) & TP_STATUS_USER) != 0;
 }
 
 bool PacketSocket::receive(Arrivals &arrivals, uint32_t most, WireCounts &counts) {
@@ -225,15 +233,10 @@ void PacketSocket::take_divided(const OffloadHeader &offload, const uint8_t *pac
 }
 
 void PacketSocket::send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts) {
-  mmsghdr messages[kFramesAtATime] = {};
-  iovec parts[kFramesAtATime];
-  for (uint32_t place = 0; place < count; ++place) {
-    parts[place] = {frames[place].bytes, frames[place].length};
-    messages[place].msg_hdr.msg_iov = &parts[place];
-    messages[place].msg_hdr.msg_iovlen = 1;
-  }
+  for (uint32_t place = 0; place < count; ++place)
+    parts_[place] = {frames[place].bytes, frames[place].length};
   for (uint32_t place = 0; place < count;) {
-    const int sent = sendmmsg(out_.get(), messages + place, count - place, MSG_DONTWAIT);
+    const int sent = sendmmsg(out_.get(), messages_.data() + place, count - place, MSG_DONTWAIT);
     if (sent < 0) ++counts.lost;
     if (sent > 0) counts.sent += static_cast<uint64_t>(sent);
     place += sent > 0 ? static_cast<uint32_t>(sent) : 1;

@@ -4,9 +4,11 @@
 #ifndef VCHIPD_PACKET_SOCKET_H
 #define VCHIPD_PACKET_SOCKET_H
 
+#include <array>
 #include <deque>
 #include <linux/if_packet.h>
 #include <string>
+#include <sys/socket.h>
 #include <vector>
 
 #include "descriptor.h"
@@ -29,6 +31,7 @@ class PacketSocket {
   // As those of Wire.
   bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
   void arrived();
+  bool has_frames() const;
   void send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
   // Frames that came while the ring was full, since this was asked last.
   uint64_t take_overflow();
@@ -46,6 +49,8 @@ class PacketSocket {
 
   Descriptor in_;
   Descriptor out_;
+  std::array<mmsghdr, kFramesAtATime> messages_ = {};
+  std::array<iovec, kFramesAtATime> parts_ = {};
   uint8_t *ring_ = nullptr;
   uint32_t next_ = 0;   // slot to look at
   uint32_t taken_ = 0;  // slots before it that have not arrived

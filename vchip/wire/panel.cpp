@@ -5,6 +5,8 @@
 #include <swctl-vchip/view.h>
 
 #include <algorithm>
+#include <sys/prctl.h>
+#include <time.h>
 
 #include "fault.h"
 #include "wire_words.h"
@@ -20,6 +22,16 @@ constexpr uint64_t kWaitingLook = 10'000'000;
 // Links are looked at no more often than this.
 constexpr uint64_t kLinkLook = 10'000'000;
 constexpr size_t kSlotBytes = 2048;
+// So often wires that show their frames are served before the system is asked.
+constexpr uint32_t kTurnsOfRings = 16;
+// From so many frames a turn on frames are gathered, for so long.
+constexpr size_t kManyFrames = 8;
+constexpr uint64_t kRest = 25'000;
+
+void rest(uint64_t nanoseconds) {
+  const timespec time = {0, static_cast<long>(nanoseconds)};
+  clock_nanosleep(CLOCK_MONOTONIC, 0, &time, nullptr);
+}
 
 }  // namespace
 
@@ -97,6 +109,8 @@ Panel::Panel(Loop &loop, std::string image, uint32_t unit, bool virtual_time)
       clock_(virtual_time),
       outbox_(std::make_unique<Outbox>()) {
   arrivals_.reserve(kFramesAtATime);
+  // Else the system makes a short rest longer.
+  prctl(PR_SET_TIMERSLACK, 1000);
 }
 
 Panel::~Panel() = default;
@@ -118,21 +132,47 @@ void Panel::take_in(Plugged &plugged) {
   plugged.ready = plugged.wire().receive(arrivals_, kFramesAtATime);
   ready_ = ready_ || plugged.ready;
   if (arrivals_.empty()) return;
+  came_ += arrivals_.size();
   if (observer_ != nullptr) observer_->arriving(arrivals_);
   plugged.wire().deliver(unit_, plugged.port(), arrivals_);
   if (observer_ != nullptr) observer_->arrived(plugged.port(), arrivals_);
   plugged.wire().arrived();
 }
 
+bool Panel::look_at_rings() {
+  for (const auto &plugged : plugged_)
+    if (plugged && plugged->wire().shows_frames()) plugged->frames_came();
+  return ready_;
+}
+
+// At a high rate a short rest gathers frames, and costs less than to be woken for each
+// few of them. The wires that show no frames have a turn between.
+bool Panel::shows_frames() {
+  if (came_ == 0 || ++turns_ >= kTurnsOfRings) return false;
+  if (look_at_rings()) return true;
+  if (came_ < kManyFrames) return false;
+  rest(kRest);
+  return look_at_rings();
+}
+
+void Panel::turn() {
+  if (!shows_frames()) {
+    loop_.wait(came_ != 0 && turns_ >= kTurnsOfRings ? 0 : time_to_wait());
+    turns_ = 0;
+  }
+  serve();
+}
+
 void Panel::serve() {
   clock_.follow();
+  came_ = 0;
   ready_ = false;
   for (const auto &plugged : plugged_) {
     if (!plugged || !plugged->is_due()) continue;
     take_in(*plugged);
     give_out();
   }
-  give_out();
+  if (came_ == 0) give_out();
 }
 
 // How many of the places of the outbox are filled; 0: none has left.

@@ -27,10 +27,10 @@ class Panel {
   // Takes the wire out; nothing happens to a port without one.
   void unplug(int32_t port);
 
+  // Waits until there is something to do, and does it.
+  void turn();
   // Takes in what has come, a part of each wire's in turn, and sends what leaves.
   void serve();
-  // How long there is nothing to do but to wait for the wires, in nanoseconds.
-  uint64_t time_to_wait();
   // Sends what waits in the chip and in the wires, for so long at most.
   void drain(uint64_t nanoseconds);
   // No wire will bring a frame any more, and nothing waits.
@@ -53,6 +53,9 @@ class Panel {
   class Plugged;
   struct Outbox;
 
+  bool look_at_rings();
+  bool shows_frames();
+  uint64_t time_to_wait();
   void take_in(Plugged &plugged);
   void give_out();
   void give_out(int32_t port);
@@ -72,6 +75,8 @@ class Panel {
   Observer *observer_ = nullptr;
   uint64_t next_look_ = 0;  // at the links
   bool ready_ = false;      // some wire has more to take in
+  size_t came_ = 0;         // frames of the last turn
+  uint32_t turns_ = 0;      // since the system was asked for events
 };
 
 }  // namespace vchipd

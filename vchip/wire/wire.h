@@ -50,6 +50,8 @@ class Wire {
   virtual void start(Loop &loop, Socket &socket) = 0;
   // Takes in frames, at most `most`; whether there are more.
   virtual bool receive(Arrivals &arrivals, uint32_t most) = 0;
+  // Whether frames have come that it can tell of without asking the system.
+  virtual bool shows_frames() const { return false; }
   // Those have arrived.
   virtual void arrived() {}
   // Gives them to the port.
