@@ -45,9 +45,12 @@ class Neighbour:
         self.daemon = subprocess.Popen(
             self.inside(LLDPD, "-d", "-u", self.control, "-I", self.pattern),
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait_until(lambda: self.ask("configure", "lldp", "tx-interval", "1") is not None,
-                   "lldpd answers")
-        self.ask("configure", "system", "hostname", self.name)
+        wait_until(self.configure, "lldpd answers")
+
+    def configure(self):
+        """What is asked for early, lldpd may forget when it has started."""
+        return (self.ask("configure", "lldp", "tx-interval", "1") is not None and
+                self.ask("configure", "system", "hostname", self.name) is not None)
 
     def ask(self, *words):
         result = subprocess.run(self.inside("lldpcli", "-u", self.control, "-f", "json0", *words),
@@ -56,6 +59,7 @@ class Neighbour:
 
     def neighbours(self):
         """Own interface and the neighbour's name, of each."""
+        self.configure()
         answer = self.ask("show", "neighbors")
         if not answer or not answer.strip():
             return set()

@@ -14,10 +14,10 @@ namespace {
 // A slot holds a frame of the usual size; the kernel hands out a larger one beside
 // the ring.
 constexpr uint32_t kSlotBytes = 2048;
-constexpr uint32_t kSlots = 480;
+constexpr uint32_t kSlots = 256;
 constexpr uint32_t kBlockBytes = 64 * 1024;
 constexpr size_t kRingBytes = size_t{kSlotBytes} * kSlots;
-constexpr int kBesideRing = 64 * 1024;
+constexpr int kBesideRing = 256 * 1024;  // the kernel doubles it
 // The longest packet that a sender leaves to its interface, with its link header.
 constexpr size_t kPacketRoom = 65536 + 64;
 // What is taken from beside the ring at a time.
