@@ -38,7 +38,7 @@ class Argument:
         self.count = more.get("count")
         self.element = more.get("element")
         self.by_address = more.get("by_address", False)
-        self.code = None
+        self.code = self.entry = None
         self.size_of = None
 
 

@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: MIT
 """The Python of a family of functions."""
-import re
-
 import documents
 from meaning import PLAIN_RESULTS
 from names import class_name, function_names
@@ -13,11 +11,11 @@ from __future__ import annotations
 
 from typing import NamedTuple
 
-from . import _convert as _v
-from ._convert import (Address, Any, Callable, Frame, NULL, Optional, Port, PortSet, Ports, Sequence, Union)
-from ._numbers import box_port as _box_port, chip_port as _chip_port
-from .codes import *
-from .records import *
+from {up} import _convert as _v
+from {up}_convert import (Address, Any, Callable, Frame, NULL, Optional, Port, PortSet, Ports, Sequence, Union)
+from {up}_numbers import box_port as _box_port, chip_port as _chip_port
+from {up}codes import *
+from {up}records import *
 
 _c = _v.c
 
@@ -46,7 +44,7 @@ class Writer:
         if each.kind in ("chip_ports", "interfaces"):
             return "Ports" if given else "PortSet"
         return {"port": "Port", "switch": "bool", "counter": "int", "address": "Any",
-                "callback": f"Callable[[int, {each.entry}], Optional[int]]" if each.kind == "callback" else ""}[each.kind]
+                "callback": f"Callable[[int, {each.entry}], Optional[int]]"}[each.kind]
 
     def parameters(self, takes):
         first = [each for each in takes if not self.is_optional(each)]
@@ -63,7 +61,8 @@ class Writer:
         """The line that makes an argument, and the word that is passed."""
         word, name = f"_{each.name}", f'"{each.name}"'
         if each.way == "size":
-            return f'{word} = _v.integer("bytes of {each.size_of.name}", len(_{each.size_of.name}), "{each.element}")', word
+            sized = each.size_of.name
+            return f'{word} = _v.integer("bytes of {sized}", len(_{sized}), "{each.element}")', word
         if each.way == "fixed":
             return None, "NULL" if each.kind == "address" else "0"
         if each.way == "data":
@@ -192,9 +191,8 @@ class Writer:
 
     def module(self, family, source, said, calls):
         names = function_names(family, [call.name for call in calls])
-        parts = [HEAD.format(source=source, said=documents.plain(said))]
-        if family == "controls":
-            parts[0] = re.sub(r"from \.(?=_| |codes|records)", "from ..", parts[0]).replace("from ..import", "from .. import")
+        up = ".." if family == "controls" else "."
+        parts = [HEAD.format(source=source, said=documents.plain(said), up=up)]
         public = []
         for call in calls:
             name, gives = names[call.name], call.of_way("out", "both")

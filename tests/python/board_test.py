@@ -193,6 +193,7 @@ def test_a_closed_board_says_so():
 
 
 def test_a_block_that_is_not_there_is_named(board):
+    assert board.dump("rules") == board.dump()["rules"]
     with pytest.raises(ValueError, match="block: the chip has no 'vlam', only .*vlan"):
         board.dump("vlam")
 

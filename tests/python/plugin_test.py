@@ -118,6 +118,7 @@ def test_each_call_of_a_daemon_fails_once(pytester):
             assert "gave up" in one.log
     """
     run(pytester, text).assert_outcomes(passed=3)
+    run(pytester, text, "-p", "xdist", "-n", "1").assert_outcomes(passed=3)
     careless = PROGRAM.replace("sys.exit(3)", "pass")
     done = run(pytester, text.replace("one.wait()", "one.wait(deadline=0.5)"), program=careless)
     done.assert_outcomes(passed=1, failed=2)
