@@ -23,13 +23,34 @@ uint64_t number_of(const uint8_t *mac) {
   return static_cast<uint64_t>(high) << 32 | low;
 }
 
-bool has_key(const chip_l2_ucast_entry &entry, uint32_t vid, uint64_t number) {
-  return entry.vid == vid && number_of(entry.mac) == number;
-}
+// Of an entry, with the bytes of the address as they are in memory: that compares
+// without turning them round.
+class Key {
+ public:
+  Key(uint32_t vid, const uint8_t *mac) : vid_(vid), front_(front_of(mac)), back_(back_of(mac)) {}
+  bool is_of(const chip_l2_ucast_entry &entry) const {
+    const uint32_t other = (entry.vid ^ vid_) | (front_of(entry.mac) ^ front_);
+    return (other | (uint32_t{back_of(entry.mac)} ^ back_)) == 0;
+  }
 
-constexpr uint64_t kBucketMask = (uint64_t{1} << kPlaces) - 1;
+ private:
+  static uint32_t front_of(const uint8_t *mac) {
+    uint32_t front = 0;
+    memcpy(&front, mac, sizeof front);
+    return front;
+  }
+  static uint16_t back_of(const uint8_t *mac) {
+    uint16_t back = 0;
+    memcpy(&back, mac + sizeof(uint32_t), sizeof back);
+    return back;
+  }
 
-int32_t bucket_of(uint32_t vid, uint64_t number) {
+  uint32_t vid_;
+  uint32_t front_;
+  uint16_t back_;
+};
+
+inline int32_t bucket_of(uint32_t vid, uint64_t number) {
   const uint64_t hash =
       vid ^ number ^ number >> kHashBits ^ number >> 2 * kHashBits ^ number >> 3 * kHashBits;
   return static_cast<int32_t>(hash & kHashMask);
@@ -81,24 +102,23 @@ void AddressTable::set_taken(int32_t index, bool taken) {
 }
 
 int32_t AddressTable::find(uint32_t vid, const uint8_t *mac) const {
-  const uint64_t number = number_of(mac);
-  const int32_t first = bucket_of(vid, number) * kPlaces;
+  const Key key(vid, mac);
+  const int32_t first = bucket_of(vid, number_of(mac)) * kPlaces;
   const auto bit = static_cast<uint32_t>(first);
-  // The places of a bucket are in one word.
-  uint64_t taken = taken_[bit / kWordBits] >> bit % kWordBits & kBucketMask;
-  for (; taken != 0; taken &= taken - 1) {
-    const int32_t index = first + std::countr_zero(taken);
-    if (has_key(entry(index), vid, number)) return index;
-  }
-  return kNoIndex;
+  // The places of a bucket are in one word. All are compared, for in which of them
+  // the entry is cannot be foreseen.
+  const Slot *slots = &slots_[first];
+  uint32_t found = 0;
+#pragma GCC unroll 4
+  for (uint32_t place = 0; place < kPlaces; ++place)
+    found |= uint32_t{key.is_of(slots[place].entry)} << place;
+  found &= static_cast<uint32_t>(taken_[bit / kWordBits] >> bit % kWordBits);
+  return found == 0 ? kNoIndex : first + std::countr_zero(found);
 }
 
 void AddressTable::prefetch(uint32_t vid, const uint8_t *mac) const {
-  const int32_t first = bucket_of(vid, mac) * kPlaces;
-  const auto bit = static_cast<uint32_t>(first);
-  uint64_t taken = taken_[bit / kWordBits] >> bit % kWordBits & kBucketMask;
-  for (; taken != 0; taken &= taken - 1)
-    __builtin_prefetch(&slots_[first + std::countr_zero(taken)]);
+  const Slot *first = &slots_[bucket_of(vid, number_of(mac)) * kPlaces];
+  for (int32_t place = 0; place < kPlaces; ++place) __builtin_prefetch(first + place);
 }
 
 int32_t AddressTable::next(int32_t index) const {

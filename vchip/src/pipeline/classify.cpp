@@ -250,18 +250,23 @@ void prioritise(Way &way) {
 
 }  // namespace
 
+// What is read is kept in a tag of its own until it is whole: a tag that is
+// copied out of the way as it was just written, member by member, makes the
+// processor wait.
 void read_tags(Way &way) {
   way.double_tag = way.unit.tag.port(way.port).double_tag != 0;
+  Tag first = {};
   if (!way.double_tag) {
-    if (has_tag(way, is_inner_type)) way.tag = take_tag(way, way.tag_type);
-    way.received = way.tag;
+    if (has_tag(way, is_inner_type)) first = take_tag(way, way.tag_type);
+    way.received = first;
+    way.tag = first;
   } else {
-    if (has_tag(way, is_outer_type)) way.tag = take_tag(way, way.tag_type);
+    if (has_tag(way, is_outer_type)) first = take_tag(way, way.tag_type);
+    way.received = first;
     if (has_tag(way, is_inner_type)) way.inner = take_tag(way, way.inner_type);
-    way.received = way.tag;
     // A port that does not keep the outer tag takes it off and looks at it no more.
-    way.outer_removed = way.tag.there && way.unit.tag.port(way.port).ingress_keep.outer == 0;
-    if (way.outer_removed) way.tag = {};
+    way.outer_removed = first.there && way.unit.tag.port(way.port).ingress_keep.outer == 0;
+    if (!way.outer_removed) way.tag = first;
   }
   way.layers = layers_of(way.frame, way.type_at);
 }

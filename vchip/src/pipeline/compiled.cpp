@@ -127,7 +127,8 @@ uint32_t Compiled::expand_trunks(uint32_t ports) const {
 }
 
 size_t Compiled::bytes() const {
-  return sizeof *this + (conversions.size() + classifiers.size() + double_tags.size()) * 2 +
+  return sizeof *this +
+         (conversions.capacity() + classifiers.capacity() + double_tags.capacity()) * 2 +
          groups.bytes() + ip_groups.bytes() + ip6_groups.bytes() + rules.bytes();
 }
 
@@ -187,6 +188,7 @@ void compile_conversions(Compiled &to, const Unit &unit) {
     else if (entry.port < VCHIP_PORTS)
       to.converted |= port_bit(static_cast<int32_t>(entry.port));
   }
+  to.conversions.shrink_to_fit();
 }
 
 // Kind by kind; in a kind by index.

@@ -43,7 +43,7 @@ class PlaceIndex {
       if (is_it(slots_[slot] - 1u)) return slots_[slot] - 1;
     return -1;
   }
-  size_t bytes() const { return slots_.size() * sizeof slots_[0]; }
+  size_t bytes() const { return slots_.capacity() * sizeof slots_[0]; }
 
  private:
   std::vector<uint16_t> slots_;  // place + 1; 0: free
@@ -88,6 +88,7 @@ struct Compiled {
     return (ports & trunked) == 0 ? ports : expand_trunks(ports);
   }
   uint32_t expand_trunks(uint32_t ports) const;
+  // What the tables take in memory.
   size_t bytes() const;
 };
 

@@ -101,12 +101,12 @@ NewTag vlan_tag(const Way &way, int32_t port) {
 // A tag inside is the customer's: it is carried, and only touched where a
 // setting says so.
 NewTag inside_tag(const Way &way, int32_t port) {
+  if (!way.inner.there && way.edit.inner_vid == kUnset) return {};
   const PortTags &in = way.unit.tag.port(way.port);
   const PortTags &out = way.unit.tag.port(port);
   NewTag tag = as_received(way.inner, way.inner_type);
   const bool known = way.inner.there && in.ingress_keep.inner != 0;
   if (known && out.double_tag != 0 && out.egress_keep.inner == 0) return {};
-  if (!tag.there && way.edit.inner_vid == kUnset) return {};
   if (known || !tag.there) tag.type = way.unit.tag.inner()[out.egress_inner_tpid];
   if (!tag.there)
     tag.priority = either(way.edit.inner_priority, way.unit.qos.port(way.port).inner_priority);

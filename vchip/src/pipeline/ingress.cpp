@@ -64,6 +64,7 @@ Verdict port_step(Way &way) {
 Verdict length_step(Way &way) {
   const uint32_t speed_class = (way.tables.gigabit & port_bit(way.port)) != 0 ? 1 : 0;
   const uint32_t limit = way.unit.switch_wide.max_length()[speed_class];
+  if (way.frame.wire() <= limit) return Verdict::go_on;
   const uint32_t counted = way.frame.wire() - uncounted_tags(way);
   if (counted <= limit) return Verdict::go_on;
   way.effects.oversize = true;

@@ -104,8 +104,10 @@ void write_class(KeyWriter &key, const Way &way) {
   key.bytes<CHIP_ACL_FIELD_IP_PROTOCOL>(bytes);
 }
 
+// The fields by class are written where a rule asks for them.
 MatchKey key_of(const Way &way) {
-  MatchKey key = {};
+  MatchKey key;
+  key.by_number = {};
   key.in_port = port_bit(way.port);
   KeyWriter writer(key.by_number);
   writer.number<CHIP_ACL_FIELD_IN_PORTS>(key.in_port);

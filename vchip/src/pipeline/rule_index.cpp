@@ -12,6 +12,8 @@ namespace {
 // to stay near the processor: they are read for every frame.
 constexpr uint32_t kHeadsARule = 16;
 constexpr uint32_t kMostHeads = 8192;
+// Masks are kept side by side for as many tables as a chip in use has.
+constexpr size_t kMostMasks = 128;
 constexpr uint64_t kHashFactor = 0x9e3779b97f4a7c15;
 
 constexpr size_t kTemplate = place_of_field(CHIP_ACL_FIELD_TEMPLATE);
@@ -38,6 +40,12 @@ uint64_t word_of(const uint8_t *bytes, size_t word) {
   uint64_t value = 0;
   memcpy(&value, bytes + word * sizeof value, sizeof value);
   return value;
+}
+
+MatchWords words_of(const uint8_t *bytes) {
+  MatchWords words;
+  memcpy(words.data(), bytes, sizeof words);
+  return words;
 }
 
 // For each byte the bit of its field, where a frame has to have the field.
@@ -67,29 +75,14 @@ bool is_by_class(const AclRule &rule) {
   return mask[0] == 0xff && mask[1] == 0;
 }
 
-uint32_t words_of(const AclRule &rule) {
-  uint32_t words = 0;
-  for (size_t word = 0; word < kMatchWords; ++word)
-    if ((word_of(rule.mask, word) & kHashed[word]) != 0) words |= uint32_t{1} << word;
-  return words;
-}
-
 bool same_mask(const AclRule &one, const AclRule &other) {
   for (size_t word = 0; word < kMatchWords; ++word)
     if (((word_of(one.mask, word) ^ word_of(other.mask, word)) & kHashed[word]) != 0) return false;
   return true;
 }
 
-// Over the words that a mask looks at.
-template <typename Word>
-uint32_t hash_of(const AclRule &masks, uint32_t words, uint32_t seed, Word field) {
-  uint64_t hash = (seed + 1) * kHashFactor;
-  for (uint32_t rest = words; rest != 0; rest &= rest - 1) {
-    const auto word = static_cast<size_t>(std::countr_zero(rest));
-    hash = (hash ^ (field(word) & word_of(masks.mask, word) & kHashed[word])) * kHashFactor;
-    hash ^= hash >> 29;
-  }
-  return static_cast<uint32_t>(hash >> 32 ^ hash);
+uint64_t mixed(uint64_t hash, uint64_t word) {
+  return (hash ^ word) * kHashFactor;
 }
 
 bool equals(const AclRule &rule, const MatchWords &fields) {
@@ -141,17 +134,43 @@ void RuleIndex::compile(const AclBlock &block) {
   tables_.clear();
   rules_.clear();
   heads_.clear();
+  used_.clear();
+  masks_.clear();
   asks_for_class_ = false;
   uint32_t rules = 0;
   for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number)
     if (block.rule(number).valid != 0) ++rules;
   if (rules == 0) return;
+  rules_.reserve(rules);
   heads_.assign(std::min(std::bit_ceil(rules * kHeadsARule), kMostHeads), 0);
+  used_.assign((heads_.size() + 63) / 64, 0);
+  head_shift_ = 32 - static_cast<uint32_t>(std::countr_zero(heads_.size()));
   for (uint32_t number = 0; number < VCHIP_ACL_RULES; ++number) {
     if (block.rule(number).valid == 0) continue;
     asks_for_class_ = asks_for_class_ || is_by_class(block.rule(number));
     if (!is_second(block, number)) insert(block, number);
   }
+  tables_.shrink_to_fit();
+  masks_.shrink_to_fit();
+}
+
+// The fields as the mask of a table leaves them.
+inline uint32_t RuleIndex::hash_of(const AclBlock &block, uint32_t place,
+                                   const MatchWords &fields) const {
+  const Table &table = tables_[place];
+  uint64_t hash = place + 1;
+  if (table.kept) {
+    const Mask *mask = masks_.data() + table.masks;
+    for (const Mask *end = mask + table.words; mask != end; ++mask)
+      hash = mixed(hash, fields[mask->word] & mask->bits);
+  } else {
+    const AclRule &first = block.rule(table.first);
+    for (size_t word = 0; word < kMatchWords; ++word) {
+      const uint64_t bits = word_of(first.mask, word) & kHashed[word];
+      if (bits != 0) hash = mixed(hash, fields[word] & bits);
+    }
+  }
+  return static_cast<uint32_t>(hash >> 32);
 }
 
 uint32_t RuleIndex::table_for(const AclBlock &block, uint32_t number) {
@@ -160,8 +179,20 @@ uint32_t RuleIndex::table_for(const AclBlock &block, uint32_t number) {
   for (uint32_t table = 0; table < tables_.size(); ++table)
     if (tables_[table].required == required && same_mask(block.rule(tables_[table].first), rule))
       return table;
-  tables_.push_back(
-      {words_of(rule), required, 0, static_cast<uint16_t>(number), is_by_class(rule)});
+  Table table = {required,
+                 0,
+                 static_cast<uint16_t>(number),
+                 static_cast<uint16_t>(masks_.size()),
+                 0,
+                 masks_.size() + kMatchWords <= kMostMasks,
+                 is_by_class(rule)};
+  for (uint32_t word = 0; table.kept && word < kMatchWords; ++word) {
+    const uint64_t bits = word_of(rule.mask, word) & kHashed[word];
+    if (bits == 0) continue;
+    masks_.push_back({bits, word});
+    ++table.words;
+  }
+  tables_.push_back(table);
   return static_cast<uint32_t>(tables_.size() - 1);
 }
 
@@ -170,21 +201,19 @@ void RuleIndex::insert(const AclBlock &block, uint32_t number) {
   const AclRule &rule = block.rule(number);
   const uint32_t table = table_for(block, number);
   tables_[table].ports |= ports_of(rule);
-  const uint32_t hash = hash_of(rule, tables_[table].words, table,
-                                [&](size_t word) { return word_of(rule.data, word); });
+  const uint32_t hash = hash_of(block, table, words_of(rule.data));
   rules_.push_back({hash, static_cast<uint16_t>(number), 0});
   const auto place = static_cast<uint16_t>(rules_.size());
-  uint16_t *end = &heads_[hash & (heads_.size() - 1)];
+  const uint32_t head = head_of(hash);
+  used_[head / 64] |= uint64_t{1} << head % 64;
+  uint16_t *end = &heads_[head];
   while (*end != 0) end = &rules_[*end - 1u].next;
   *end = place;
 }
 
-int32_t RuleIndex::search(const AclBlock &block, const Table &table, uint32_t place,
+int32_t RuleIndex::search(const AclBlock &block, uint32_t hash, const FrameFields &fields,
                           const MatchKey &key, int32_t best) const {
-  const FrameFields &fields = fields_of(key, table.by_class);
-  const uint32_t hash = hash_of(block.rule(table.first), table.words, place,
-                                [&](size_t word) { return fields.words[word]; });
-  for (uint16_t at = heads_[hash & (heads_.size() - 1)]; at != 0; at = rules_[at - 1u].next) {
+  for (uint16_t at = heads_[head_of(hash)]; at != 0; at = rules_[at - 1u].next) {
     const Rule &rule = rules_[at - 1u];
     if (best >= 0 && rule.number > best) break;
     if (rule.hash != hash || !equals(block.rule(rule.number), fields.words)) continue;
@@ -200,16 +229,18 @@ int32_t RuleIndex::find(const AclBlock &block, const MatchKey &key) const {
   for (uint32_t place = 0; place < tables_.size(); ++place) {
     const Table &table = tables_[place];
     if (best >= 0 && table.first > best) break;
-    const uint32_t present = fields_of(key, table.by_class).present;
-    if ((table.required & ~present) == 0 && (table.ports & key.in_port) != 0)
-      best = search(block, table, place, key, best);
+    const FrameFields &fields = fields_of(key, table.by_class);
+    if ((table.required & ~fields.present) != 0 || (table.ports & key.in_port) == 0) continue;
+    const uint32_t hash = hash_of(block, place, fields.words);
+    if (is_used(head_of(hash))) best = search(block, hash, fields, key, best);
   }
   return best;
 }
 
 size_t RuleIndex::bytes() const {
-  return tables_.size() * sizeof tables_[0] + rules_.size() * sizeof rules_[0] +
-         heads_.size() * sizeof heads_[0];
+  return tables_.capacity() * sizeof tables_[0] + rules_.capacity() * sizeof rules_[0] +
+         heads_.capacity() * sizeof heads_[0] + used_.capacity() * sizeof used_[0] +
+         masks_.capacity() * sizeof masks_[0];
 }
 
 }  // namespace vchip

@@ -46,11 +46,18 @@ class RuleIndex {
  private:
   // Rules with one mask.
   struct Table {
-    uint32_t words;     // a bit for each word that is not all 0
     uint32_t required;  // fields that the frame must have
     uint32_t ports;     // that any of its rules is for
     uint16_t first;     // the lowest number of its rules, whose mask is theirs all
+    uint16_t masks;     // place in masks_ of its first word
+    uint8_t words;      // how many words of the mask are not all 0
+    bool kept;          // its words are in masks_
     bool by_class;
+  };
+  // A word of a mask.
+  struct Mask {
+    uint64_t bits;
+    uint32_t word;
   };
   struct Rule {
     uint32_t hash;
@@ -58,14 +65,20 @@ class RuleIndex {
     uint16_t next;  // place + 1 in rules_, in the order of numbers
   };
 
+  uint32_t hash_of(const AclBlock &block, uint32_t place, const MatchWords &fields) const;
+  uint32_t head_of(uint32_t hash) const { return hash >> head_shift_; }
+  bool is_used(uint32_t head) const { return (used_[head / 64] >> head % 64 & 1) != 0; }
   uint32_t table_for(const AclBlock &block, uint32_t number);
   void insert(const AclBlock &block, uint32_t number);
-  int32_t search(const AclBlock &block, const Table &table, uint32_t place, const MatchKey &key,
-                 int32_t best) const;
+  int32_t search(const AclBlock &block, uint32_t hash, const FrameFields &fields,
+                 const MatchKey &key, int32_t best) const;
 
   std::vector<Table> tables_;  // by `first`
   std::vector<Rule> rules_;
   std::vector<uint16_t> heads_;  // place + 1 in rules_; 0: none; a power of two of them
+  std::vector<uint64_t> used_;   // a bit a head: whether it is not 0
+  std::vector<Mask> masks_;      // of the first tables
+  uint32_t head_shift_ = 0;      // leaves the upper bits of a hash, which depend on all others
   bool asks_for_class_ = false;
 };
 
