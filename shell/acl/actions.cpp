@@ -252,7 +252,7 @@ std::vector<PlannedAction> actions_of(const std::string &word) {
 
 namespace {
 
-// An action of one name, and where it stands among all.
+// An action of one name, and its place among all.
 struct Placed {
   size_t place;
   std::string text;

@@ -14,7 +14,7 @@
 
 #define HOLDS(name, condition) typedef char name[(condition) ? 1 : -1]
 
-/* A pointer in front, 32-bit words behind it, the time at its own alignment. */
+/* A pointer in front, 32-bit words after it, the time at its own alignment. */
 #define PINNED(record, member, offset) \
   HOLDS(record##_##member##_lies, offsetof(struct record, member) == (offset))
 

@@ -2,9 +2,9 @@
 """exports.py NM LIBRARY SOURCE_DIR
 
 Compares the checked-in export lists, the public headers and the built library,
-each with each: a name that stands in one must stand in all three. Then sees
+each with each: a name that is in one must be in all three. Then sees
 that the program that calls every function leaves none out. What is not built
-yet stands in src/pending.txt; a name of the interface is exported or pending,
+yet is in src/pending.txt; a name of the interface is exported or pending,
 never both, and none gets lost.
 """
 import pathlib

@@ -22,7 +22,7 @@ def compile_alone(compiler, language, standard, source, header):
 
 
 def undocumented(path):
-    """Declarations that no comment block stands before, one by one or as a group."""
+    """Declarations that no comment block precedes, one by one or as a group."""
     text = path.read_text()
     # A group "@{ ... @}" is documented by its head.
     text = re.sub(r"/\*\*(?:(?!\*/).)*@\{\s*\*/.*?/\*\* @\} \*/", "", text, flags=re.DOTALL)

@@ -4,7 +4,7 @@
 A function that only passes a call on is register moves and one jump. Counts
 the instructions of each function in tests/checks/pass_through.txt and holds
 them against the limit. The direct call is one instruction of its own (call or
-jalr), so the limit counts what stands between the caller and the SDK. To see
+jalr), so the limit counts what is between the caller and the SDK. To see
 for yourself:
 
     objdump -d --no-show-raw-insn libswctl.so | less +/user_port_loopback_set

@@ -3,7 +3,7 @@
 
 The walk over the address table runs on small stacks. Adds up the frames of the
 deepest path through a walk, with a delete callback that logs, and holds them
-against the limit. The two text buffers of the operation trace stand apart.
+against the limit. The two text buffers of the operation trace are apart.
 """
 import pathlib
 import re

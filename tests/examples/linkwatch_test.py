@@ -88,7 +88,7 @@ class LinkWatch(unittest.TestCase):
         tool("swctl", "port", "set", "5", "vlan", "1")
         tool("vchipctl", "link", "up", "5", "--partner", "100-full")
         daemon.expect("interface 5 is up, 100 Mbit/s full duplex")
-        # It says so before it does it; the next round is behind it.
+        # It says so before it does it; the next round follows.
         tool("vchipctl", "link", "down", "5")
         daemon.expect("interface 5 is down")
         self.assertEqual(vlans()[20], ([26], [5]))

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // user_field_init() with each of its 384 pairs refused in turn. This program's
-// own SDK calls stand in front of every other ones: they note who was called
+// own SDK calls come before all others: they note who was called
 // and are quick.
 #include <swctl/field.h>
 #include <swctl/platform/sdk.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The areas that qualifiers hand to the SDK, byte for byte. This program's own
-// rtk_acl_ruleEntryField_write() stands in front of every other one and copies
+// rtk_acl_ruleEntryField_write() comes before every other one and copies
 // as many bytes as the area is promised to have.
 #include <swctl/field.h>
 #include <swctl/platform/sdk.h>
@@ -122,7 +122,7 @@ TEST_F(FieldLayout, DscpStandsTwoBitsUp) {
 }
 
 TEST_F(FieldLayout, MacAddressesAsGiven) {
-  // Arrays of their own size: a byte read behind them is an error.
+  // Arrays of their own size: a byte read past them is an error.
   const std::vector<uint8_t> mac = {1, 2, 3, 4, 5, 6};
   const std::vector<uint8_t> mask = {0xFF, 0, 0xF0, 0x0F, 0xFE, 0x7F};
   expect_area(8, mac, mask,

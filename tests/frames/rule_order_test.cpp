@@ -175,7 +175,7 @@ TEST_F(RuleOrder, IsThatOfASearchFromTheFirst) {
     for (uint32_t number = 0; number < 40 + round; ++number)
       rules.push_back(any_rule(100 * round + number));
     rules.back().joined = false;
-    // In any order: where a rule stands counts, not when it was written.
+    // In any order: its place counts, not when it was written.
     std::vector<Listed> shuffled = rules;
     std::ranges::shuffle(shuffled, random_);
     for (const Listed &rule : shuffled) write(rule);

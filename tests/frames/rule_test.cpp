@@ -44,14 +44,14 @@ class Acl : public frames::Switch {
         .half(to)
         .bytes();
   }
-  // An IPv6 header, and what has been put behind it.
-  static Bytes ip6(uint32_t next, const Bytes &behind) {
+  // An IPv6 header, and what follows it.
+  static Bytes ip6(uint32_t next, const Bytes &following) {
     Maker maker = to_all();
-    maker.type(0x86dd).word(0x6b800000).half(static_cast<uint32_t>(behind.size()));
+    maker.type(0x86dd).word(0x6b800000).half(static_cast<uint32_t>(following.size()));
     maker.byte(next).byte(64);
     for (uint32_t at = 0; at < 16; ++at) maker.byte(at + 1);
     for (uint32_t at = 0; at < 16; ++at) maker.byte(at + 0x21);
-    for (const uint8_t byte : behind) maker.byte(byte);
+    for (const uint8_t byte : following) maker.byte(byte);
     return maker.bytes();
   }
   static Bytes count_of(uint8_t first) {
@@ -230,7 +230,7 @@ TEST_F(Acl, LooksBehindTheHeadersOfIp6) {
       .match(CHIP_ACL_FIELD_IP_PROTOCOL, 0x1000 + 17)
       .drop()
       .enable();
-  const auto behind = [](std::initializer_list<Bytes> parts) {
+  const auto following = [](std::initializer_list<Bytes> parts) {
     Bytes all;
     for (const Bytes &part : parts) all.insert(all.end(), part.begin(), part.end());
     return all;
@@ -245,14 +245,14 @@ TEST_F(Acl, LooksBehindTheHeadersOfIp6) {
   const auto fragment = [](uint8_t next, uint8_t offset) {
     return Bytes{next, 0, 0, static_cast<uint8_t>(offset << 3 | 1), 0, 0, 0, 1};
   };
-  EXPECT_TRUE(drops_it(ip6(0, behind({option(17), udp}))));
-  EXPECT_TRUE(drops_it(ip6(43, behind({option(17), udp}))));
-  EXPECT_TRUE(drops_it(ip6(60, behind({long_option(17), udp}))));
-  EXPECT_TRUE(drops_it(ip6(44, behind({fragment(17, 0), udp}))));
+  EXPECT_TRUE(drops_it(ip6(0, following({option(17), udp}))));
+  EXPECT_TRUE(drops_it(ip6(43, following({option(17), udp}))));
+  EXPECT_TRUE(drops_it(ip6(60, following({long_option(17), udp}))));
+  EXPECT_TRUE(drops_it(ip6(44, following({fragment(17, 0), udp}))));
   EXPECT_TRUE(
-      drops_it(ip6(0, behind({option(43), long_option(60), option(44), fragment(17, 0), udp}))));
-  EXPECT_FALSE(drops_it(ip6(44, behind({fragment(17, 1), udp})))) << "a later fragment";
-  EXPECT_FALSE(drops_it(ip6(51, behind({option(17), udp})))) << "no header that is passed over";
+      drops_it(ip6(0, following({option(43), long_option(60), option(44), fragment(17, 0), udp}))));
+  EXPECT_FALSE(drops_it(ip6(44, following({fragment(17, 1), udp})))) << "a later fragment";
+  EXPECT_FALSE(drops_it(ip6(51, following({option(17), udp})))) << "no header that is passed over";
   EXPECT_FALSE(drops_it(ip6(0, {17})));
 }
 
@@ -450,7 +450,7 @@ TEST_F(Acl, JoinedRulesMatchOnlyTogether) {
   EXPECT_TRUE(drops_it(untagged())) << "with the actions of the first";
   EXPECT_FALSE(drops_it(to_all().type(0x88b6).bytes()));
   Rule(6).drop().enable();
-  EXPECT_EQ(out(3, untagged()), mask({1, 2, 4})) << "the second never stands alone";
+  EXPECT_EQ(out(3, untagged()), mask({1, 2, 4})) << "the second never counts alone";
   Rule(5).disable();
   EXPECT_FALSE(drops_it(untagged())) << "nor if the first is disabled";
   Rule(5).from(mask({1, 2})).drop().enable();

@@ -15,13 +15,13 @@ namespace frames {
 struct Setting {
   using Call = int32_t (*)();
   using Step = void (*)();
-  Setting(const char *name, Call makes, Step before, Step behind)
-      : call(name), set(makes), prepare(before), traffic(behind) {}
+  Setting(const char *name, Call makes, Step before, Step after)
+      : call(name), set(makes), prepare(before), traffic(after) {}
 
   const char *call;
   Call set;
   Step prepare;  // comes before it; null if a fresh chip will do
-  Step traffic;  // comes behind it
+  Step traffic;  // comes after it
 };
 
 // A setting that does what it is named for.

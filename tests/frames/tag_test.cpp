@@ -219,7 +219,7 @@ TEST_F(Provider, PriorityOfTheServiceTag) {
   ASSERT_EQ(rtk_vlan_portEgrTagKeepEnable_set(0, 3, 0, 1), 0);
   EXPECT_EQ(through(2, service(20, 6), 3), service(20, 6)) << "kept";
   ASSERT_EQ(rtk_vlan_portEgrTagKeepEnable_set(0, 3, 0, 0), 0);
-  EXPECT_EQ(through(2, service(20, 6), 3), service(20, 0)) << "made anew";
+  EXPECT_EQ(through(2, service(20, 6), 3), service(20, 0)) << "made again";
 }
 
 TEST_F(Provider, RulesAssignTheServiceByTheCustomersTag) {

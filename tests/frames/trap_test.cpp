@@ -24,7 +24,7 @@ struct TrapKind {
   const char *name;
   uint64_t to;
   uint32_t type;     // EtherType, or a length
-  uint32_t payload;  // first two bytes behind it
+  uint32_t payload;  // first two bytes after it
   int32_t (*set)(uint32_t action);
   uint32_t reason;
   bool past_state;
@@ -241,7 +241,7 @@ TEST_F(Traps, TheOthersAreSuchUntaggedOnly) {
   EXPECT_EQ(out(1, tagged(2, 0x8809)), mask({2, 3}));
   group(2, kToCpu);
   state(1);
-  EXPECT_EQ(out(1, tagged(3, 0x888e)), 0u) << "a reserved address, behind the state";
+  EXPECT_EQ(out(1, tagged(3, 0x888e)), 0u) << "a reserved address, after the state";
 }
 
 TEST_F(Traps, LldpDecidesInsteadOfItsAddress) {

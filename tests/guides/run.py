@@ -5,7 +5,7 @@ Does what a guide says, in a directory of its own, and compares what comes out
 with what the guide shows. The reader's home holds the clone, libswctl, with
 the packages in build/packages; the commands are typed in another directory.
 
-    ```console            commands behind "$ ", continued behind "> ", and what
+    ```console            commands after "$ ", continued after "> ", and what
                           they print; a line "..." stands for any lines
     ```c NAME             a file that the reader writes
 

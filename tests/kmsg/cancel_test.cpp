@@ -124,7 +124,7 @@ class Cancel : public KmsgTest {
   bool cleaned_up_ = false;
 
  private:
-  // What a caller has on its stack. The world is the channel's alone: the
+  // What a caller has on its stack. These calls are the channel's alone: the
   // thread itself begins and ends in the real one.
   struct Caller {
     explicit Caller(bool &cleaned_up) : cleaned_up_(cleaned_up) { world().playing = true; }

@@ -22,7 +22,7 @@ class DataRequest : public KmsgTest {
     SetSockData(70, 0x1234);
   }
   // Sends and returns the answer; the copy of the reply that the library
-  // leaves behind is released.
+  // leaves is released.
   uint32_t ask(uint32_t code, const void *data, uint32_t length) {
     uint32_t answer = 0;
     observed_ = observe([&] { answer = user_send_data_to_kernel(code, data, length); });

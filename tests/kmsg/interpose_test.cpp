@@ -17,12 +17,12 @@ int next_descriptor = 500;
 
 // The library's own function of that name.
 template <typename Function>
-Function behind(const char *name) {
+Function next_of(const char *name) {
   ++seen[name];
   return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-#define HAND_ON(name, ...) return behind<decltype(&name)>(#name)(__VA_ARGS__)
+#define HAND_ON(name, ...) return next_of<decltype(&name)>(#name)(__VA_ARGS__)
 
 }  // namespace
 

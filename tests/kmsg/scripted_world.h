@@ -62,7 +62,7 @@ void play(Function function) {
   world().playing = false;
 }
 
-// Runs `function` in the world.
+// Runs `function` with these calls in place of the system's.
 template <typename Function>
 Observed observe(Function function) {
   Observed observed;
@@ -72,7 +72,7 @@ Observed observe(Function function) {
   return observed;
 }
 
-// Runs `function` in the world and returns what it printed on both streams, in
+// Runs `function` there and returns what it printed on both streams, in
 // the order in which it did.
 template <typename Function>
 std::string printed_in_order(Function function) {

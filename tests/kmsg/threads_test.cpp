@@ -55,7 +55,7 @@ ssize_t __wrap_sendmsg(int descriptor, const msghdr *message, int) {
   uint32_t port;
   memcpy(&port, datagram + 12, sizeof port);
   if (descriptor != kernel.bound || port != kernel.port) ++kernel.wrong_sends;
-  // The data stand behind their length of two bytes.
+  // The data follow their length of two bytes.
   memcpy(kernel.word, datagram + kPayloadAt + 2, sizeof kernel.word);
   return static_cast<ssize_t>(message->msg_iov->iov_len);
 }

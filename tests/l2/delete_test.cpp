@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The deletes that walk the table. What each removes stands in one table here;
+// The deletes that walk the table. What each removes is in one table here;
 // every row is tried on entries that miss it by one field.
 #include "l2/table.h"
 
@@ -262,7 +262,7 @@ TEST_F(L2Delete, EveryByteOfTheAddressCounts) {
 }
 
 TEST_F(L2Delete, AddressOfSixBytesIsNotReadBeyond) {
-  // The last six bytes of the heap block: a sanitizer sees what lies behind.
+  // The last six bytes of the heap block: a sanitizer sees what lies past them.
   const std::unique_ptr<uint8_t[]> exact(new uint8_t[SWCTL_MAC_BYTES]);
   memcpy(exact.get(), mac(1).data(), SWCTL_MAC_BYTES);
   put({{.flags = 0x08}});

@@ -172,7 +172,7 @@ class L2Random : public l2_test::L2Test {
     }
   }
 
-  // What the chip holds, through the second door.
+  // What the chip holds, by its view.
   static std::list<Known> in_chip() {
     std::list<Known> all;
     for (const vchip::AddressView &view : vchip::addresses(0))

@@ -77,7 +77,7 @@ TEST_F(L2Sharing, NoEntryIsLost) {
   }));
   for (const int32_t port : {2, 3})
     children.push_back(start(silent(), [=] { return come_and_go(port); }));
-  // Whoever walks never sees fewer of those that stay than before.
+  // A walk never sees fewer of those that stay than before.
   children.push_back(start(silent(), [] {
     uint32_t before = 0;
     for (uint32_t round = 0; round < kRounds; ++round) {

@@ -21,7 +21,7 @@ constexpr uint32_t kGroup = 0xE8010203;   // 232.1.2.3
 constexpr user_pbmp_t kPorts = {{0x04000003}};
 constexpr int64_t kResults[] = {0, 4, -1, -1071, INT32_MIN, INT32_MAX};
 
-// 2001:db8::1 and ff3e::8000:1, one byte behind a word.
+// 2001:db8::1 and ff3e::8000:1, one byte past a word.
 struct Addresses {
   uint8_t pad = 0;
   uint8_t source[16] = {0x20, 1, 0x0d, 0xb8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};

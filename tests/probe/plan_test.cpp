@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which calls a line of a fault plan stands in for.
+// Which calls a line of a fault plan answers.
 #include "sample/sample_test.h"
 
 namespace {

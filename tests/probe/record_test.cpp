@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Records as arguments: behind a pointer, in arrays, by value.
+// Records as arguments: through a pointer, in arrays, by value.
 #include <cstring>
 #include <memory>
 

@@ -65,7 +65,7 @@ TEST_F(RecordingErrorTest, MembersThatAreNoTextOrFlag) {
             "'made_up' is neither true nor false");
 }
 
-// What a writer that was killed leaves behind.
+// What a writer that was killed leaves.
 TEST_F(RecordingErrorTest, ALastLineThatIsCutOffIsLeftOut) {
   const std::string call =
       R"({"number":1,"call":"sample_result","arguments":{"value":{"in":1}},"result":1,)"

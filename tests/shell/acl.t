@@ -212,7 +212,7 @@ Actions that have one place in a rule are not cut to one:
   swctl: acl add 9 src-ip 192.0.2.5/24: bad value "192.0.2.5/24" of src-ip: has bits after its length; the subnet is 192.0.2.0/24, expected an address such as 10.0.0.1, ADDRESS/LENGTH or ADDRESS/MASK
   [1]
 
-A field that the chip refuses leaves nothing behind:
+A field that the chip refuses leaves nothing:
 
   $ SWPROBE_FAIL="rtk_acl_ruleEntryField_write nth 2 result -1004" \
   >   swctl acl add 9 ethertype 0x800 src-port 7 action drop

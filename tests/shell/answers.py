@@ -32,7 +32,7 @@ def commands_of(program):
 
 
 def documents_in(text):
-    """The texts of JSON that stand one behind the other."""
+    """The texts of JSON that follow each other."""
     decoder = json.JSONDecoder()
     place = 0
     while text[place:].strip():

@@ -87,7 +87,7 @@ PROBES = [
 
 
 class Run:
-    """One run of a command, and all that it left behind."""
+    """One run of a command, and all that it left."""
 
     def __init__(self, directory, command, probe, closed):
         (directory / "chip.img").write_bytes(self.image)

@@ -29,7 +29,7 @@ def exports(source_dir):
 
 
 def read_code(code):
-    """Who calls whom, and the places of calls: address behind it -> (caller, callee)."""
+    """Who calls whom, and the places of calls: address after it -> (caller, callee)."""
     output = subprocess.run(["objdump", "-d", "--no-show-raw-insn", code], check=True,
                             capture_output=True, text=True).stdout
     callees, places, function, waiting = {}, {}, None, None

@@ -170,7 +170,7 @@ const Seen &Judge::take(const std::string &name) {
   return run_[at_++];
 }
 
-// Goes on behind the reference's last step of the walk, for entries that were
+// Goes on after the reference's last step of the walk, for entries that were
 // reached.
 void Judge::end_walk(const Seen &seen, bool is_early) {
   for (size_t index = expected_; index < reference_.trace.size(); ++index)

@@ -41,7 +41,7 @@ int main(int count, char **arguments) {
   setenv("VCHIP_LOG", "none", 1);
   unsetenv("VCHIP_IMAGE");
   // What the library prints is the affair of other tests. The descriptors stay
-  // as they are, for whoever else has something to say.
+  // as they are, for others that have something to say.
   FILE *const output = stdout;
   stdout = stderr = fopen("/dev/null", "w");
   try {

@@ -28,7 +28,7 @@ void readers(const char *variant) {
   SWEEP(user_port_pause_get, variant, 0, kLead, kUnit, kPort, &word);
 }
 
-// The chip goes on from what was set: each set of arguments begins anew.
+// The chip goes on from what was set: each set of arguments begins again.
 void setters(const char *variant, uint32_t autonegotiation, uint32_t ability) {
   const auto begin = [&] {
     start_over();

@@ -105,7 +105,7 @@ Range to_measure(const Reference &reference, const Plan &plan) {
   if (place == count || !plan.failing.holds(place)) return {};
   const Rule rule = rule_at(place);
   if (!alone || (rule != Rule::port && rule != Rule::purge)) return {next, kNever};
-  // To the next one of the kind; behind the last one, to the end.
+  // To the next one of the kind; after the last one, to the end.
   size_t last = next;
   while (last < count && rule_at(last) != rule) ++last;
   return {next, last < count ? last - 1 : kNever};

@@ -26,7 +26,7 @@ struct World {
 
   std::vector<std::string> calls;
   std::set<void *> blocks;          // not freed
-  std::set<const void *> places;    // behind the calls in the code
+  std::set<const void *> places;    // after the calls in the code
   std::string table = "/dev/null";  // instead of the library's own dump file
 };
 World &world();

@@ -56,7 +56,7 @@ constexpr size_t kManyCalls = 1200;
 std::set<const void *> places;
 std::vector<const void *> last_places;  // by call
 
-// The next holder of the name behind this program.
+// The next holder of the name after this program.
 template <typename Function>
 Function *next_of(const char *name) {
   return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));

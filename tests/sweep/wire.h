@@ -54,7 +54,7 @@ size_t call_index(const std::string &name);
 // Whether a call has a result to fail with.
 bool can_fail(size_t call);
 
-// Where in the code calls have come from: the addresses behind them.
+// Where in the code calls have come from: the addresses after them.
 const std::set<const void *> &places_reached();
 
 }  // namespace sweep

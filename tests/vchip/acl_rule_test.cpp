@@ -47,7 +47,7 @@ TEST_F(AclRules, FieldsAreKeptAtTheirWidth) {
   for (uint32_t id = 0; id < CHIP_ACL_FIELD_IDS; ++id) {
     const uint32_t width = chip_acl_field_bytes(id);
     if (width == 0) continue;
-    // Arrays of just that size: a byte read behind them is an error.
+    // Arrays of just that size: a byte read past them is an error.
     Bytes data(width), mask(width);
     for (uint32_t i = 0; i < width; ++i) {
       data[i] = static_cast<uint8_t>(width == 1 ? 2 : i + 1);

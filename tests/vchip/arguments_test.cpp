@@ -16,7 +16,7 @@ using vchip_test::Outputs;
 using vchip_test::Subject;
 using vchip_test::Subjects;
 
-// Every family's list, one behind the other.
+// Every family's list, one after the other.
 const Subjects &subjects() {
   static const Subjects all = [] {
     Subjects joined;

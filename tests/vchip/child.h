@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Steps in processes of their own. The test program itself never touches the
-// chip, so that every child opens it anew.
+// chip, so that every child opens it again.
 #ifndef SWCTL_TESTS_VCHIP_CHILD_H
 #define SWCTL_TESTS_VCHIP_CHILD_H
 

@@ -16,7 +16,7 @@ std::vector<uint8_t> bytes_of(const std::string &digits) {
   return bytes;
 }
 
-// What is said behind the addresses and the length.
+// What is said after the addresses and the length.
 std::string about(const std::string &digits) {
   const std::string text = describe(bytes_of("020000000002020000000001" + digits));
   const std::string head = "02:00:00:00:00:01 > 02:00:00:00:00:02, length " +
@@ -90,7 +90,7 @@ TEST(Describe, Ip) {
 TEST(Describe, Ip6) {
   EXPECT_EQ(about(ip6("3a", "8000000000010002")),
             "IP6 2001:db8::1 > ff02::1: ICMPv6 echo request id 1 seq 2");
-  // Behind a hop-by-hop header.
+  // After a hop-by-hop header.
   EXPECT_EQ(about(ip6("00",
                       "3a00050200000000"
                       "83")),
@@ -113,7 +113,7 @@ TEST(Describe, Others) {
   EXPECT_EQ(about("0010e0e0"), "LLC dsap 0xe0 ssap 0xe0");
 }
 
-// Whatever the bytes, nothing behind the end is read, and it is one line.
+// Whatever the bytes, nothing past the end is read, and it is one line.
 TEST(Describe, AnyBytes) {
   std::mt19937 random(1);
   const std::string types[] = {"0800", "0806", "86dd", "8100", "88a8", "8808", "8809", "0026"};

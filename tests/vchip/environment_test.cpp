@@ -10,7 +10,7 @@
 
 #include "child.h"
 
-// Stands in front of the C library's, so that a test sees what would go to the
+// Comes before the C library's, so that a test sees what would go to the
 // system's log.
 extern "C" void syslog(int level, const char *format, ...) {
   va_list arguments;

@@ -20,7 +20,7 @@ using vchip_test::wait_for;
 
 constexpr double kLimit = 200;  // microseconds, at the 99th percentile
 constexpr int kCalls = 300;
-// A machine that is busy with other things stops whoever it likes for longer
+// A machine that is busy with other things stops any thread for longer
 // than that. One quiet moment is enough; an unfair lock has none.
 constexpr int kMoments = 60;
 

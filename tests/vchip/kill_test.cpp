@@ -115,7 +115,7 @@ void ruin(std::string &bytes) {
   std::fill(bytes.begin() + vchip_test::kHeaderSize, bytes.end(), '\xff');
 }
 
-// A reset passes through states that are no chip's. Whoever opens the image next
+// A reset passes through states that are no chip's. The process that opens the image next
 // does not look at them, alone or while others have it open.
 TEST_F(Killed, AnInterruptedResetMayLeaveAnything) {
   const auto use = [] { return vchip::port(0, 0).admin ? 0 : 1; };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Unicast addresses: calls, the world, and what the chip then holds.
+// Unicast addresses: calls, what happens to the chip from outside, and what the chip then holds.
 #include <swctl-vchip/view.h>
 #include <swctl/platform/sdk.h>
 

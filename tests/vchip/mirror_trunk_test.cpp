@@ -100,7 +100,7 @@ TEST_F(Trunks, ShareNoPort) {
   ASSERT_EQ(rtk_trunk_port_set(0, 1, &first), 0);
   EXPECT_EQ(rtk_trunk_port_set(0, 2, &second), VCHIP_E_TRUNK_MEMBER);
   EXPECT_EQ(vchip::trunks(0).members[2], 0u);
-  EXPECT_EQ(rtk_trunk_port_set(0, 1, &second), 0) << "its own members do not stand in its way";
+  EXPECT_EQ(rtk_trunk_port_set(0, 1, &second), 0) << "its own members are not in its way";
   EXPECT_EQ(rtk_trunk_port_set(1, 2, &first), 0);
   EXPECT_STREQ(vchip_result_text(VCHIP_E_TRUNK_MEMBER), "a port belongs to another trunk");
 }

@@ -205,7 +205,7 @@ TEST_F(Opening, WhoClosesAllDescriptorsKeepsTheChip) {
     }));
   while (users().size() < 3) usleep(1000);
   gate.open();
-  // Whoever opens the image meanwhile knows that it is not the first.
+  // A process that opens the image meanwhile knows that it is not the first.
   for (int round = 0; round < 20; ++round) run(silent(), [] { return count_lines(10); });
   for (const pid_t child : children) EXPECT_EQ(wait_for(child), 0);
   EXPECT_EQ(lines_of(image()), (has_robust_futexes() ? 3u * kLines : 0) + 200);

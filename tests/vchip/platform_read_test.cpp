@@ -123,7 +123,7 @@ TEST_F(PlatformRead, ChangesNothing) {
   EXPECT_EQ(vchip::dump_json(-1), before);
 }
 
-// Every table behind the one shape that its reader has.
+// Every table in the one shape that its reader has.
 template <typename Record>
 void expect_table_laws(int32_t (*next)(uint32_t, int32_t, Record *), uint32_t table) {
   Record record = {};
@@ -131,7 +131,7 @@ void expect_table_laws(int32_t (*next)(uint32_t, int32_t, Record *), uint32_t ta
   EXPECT_EQ(next(table, -1, &record), VCHIP_E_INDEX);
   EXPECT_EQ(record.index, 77);
   EXPECT_EQ(next(table, 0, nullptr), VCHIP_E_NULL);
-  EXPECT_EQ(next(table, INT32_MAX, &record), 0) << "behind the end";
+  EXPECT_EQ(next(table, INT32_MAX, &record), 0) << "past the end";
   EXPECT_EQ(record.index, -1);
   record.index = 77;
   EXPECT_EQ(next(table, 0, &record), 0) << "an empty table";

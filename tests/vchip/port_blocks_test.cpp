@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the blocks behind the ports do: power-on values, which differ from what
-// management programs set, and what follows from settings and the world.
+// What the blocks of the ports do: power-on values, which differ from what
+// management programs set, and what follows from settings and from outside.
 #include <swctl-vchip/view.h>
 #include <swctl/platform/sdk.h>
 

@@ -270,7 +270,7 @@ constexpr const char *kNumberPlaces[] = {
     "queues --unit #",
 };
 
-// A word is wrong wherever it stands; that all words are told apart from
+// A word is wrong wherever it is; that all words are told apart from
 // numbers is looked at in one place, for a command takes a while to start.
 TEST_F(Vchipctl, ANumberIsANumber) {
   expect_done("reset");

@@ -11,7 +11,7 @@ from wires import write_capture, frame, mac, BROADCAST
 
 class Errors(wires.Case):
     def refused(self, status, complaint, *words):
-        """The whole complaint; nothing is left behind."""
+        """The whole complaint; nothing is left."""
         process = self.launch(*words)
         _, errors = process.communicate(timeout=wires.PATIENCE)
         self.assertEqual((errors, process.returncode), (f"vchipd: {complaint}\n", status))

@@ -39,7 +39,7 @@ void add_to(timespec &time, const timespec &more) {
 
 }  // namespace
 
-// The program's own stand before those of libc.
+// The program's own come before those of libc.
 unsigned sleep(unsigned seconds) {
   add_to(slept, {static_cast<time_t>(seconds), 0});
   return 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands around a command: a chip with something in every table, a clock
+// What surrounds a command: a chip with something in every table, a clock
 // that need not be waited for, and a place for files.
 #ifndef SWCTL_TESTS_SHELL_SWEEP_WORLD_H
 #define SWCTL_TESTS_SHELL_SWEEP_WORLD_H

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The SDK's calls on meters and on the counters of rules, and what the world
-// does to a counter.
+// The SDK's calls on meters and on the counters of rules, and what
+// frames do to a counter.
 #include <swctl/platform/sdk.h>
 
 #include "acl/acl_check.h"

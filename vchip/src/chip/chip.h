@@ -81,7 +81,7 @@ void tell_frame_keeper(State &state, uint32_t unit);
 void tell_frame_keeper_of_reset();
 
 // Why there is no chip, with the name of its file; null while there is one.
-// Whoever asks is trusted to tell the user.
+// The caller is trusted to tell the user.
 const char *refusal();
 
 // Forgets the chip; the next step opens it as if it were the first.

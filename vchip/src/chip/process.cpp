@@ -20,7 +20,7 @@
 namespace vchip {
 namespace {
 
-// A thread that is cancelled while it waits or opens would leave a lock behind.
+// A thread that is cancelled while it waits or opens would leave a lock held.
 class NoCancel {
  public:
   NoCancel() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }

@@ -12,7 +12,7 @@
 
 namespace vchip {
 
-// Belongs to whoever holds the lock among the threads.
+// Belongs to the thread that holds the lock among the threads.
 struct Process {
   bool opened = false;
   bool inherited = false;  // by a forked child that has not opened it itself

@@ -29,7 +29,7 @@ std::string process_name(uint32_t process) {
   return name;
 }
 
-// The name, which may hold anything, is in brackets; the state is behind it.
+// The name, which may hold anything, is in brackets; the state follows.
 bool is_stopped(uint32_t process) {
   const std::string line = about(process, "stat");
   const size_t end = line.rfind(") ");

@@ -9,7 +9,7 @@
 
 namespace vchip {
 
-// An index from which on a table is searched; behind its end there is nothing.
+// An index from which on a table is searched; past its end there is nothing.
 constexpr int32_t search_from(int32_t from) {
   return from >= 0 ? 0 : VCHIP_E_INDEX;
 }

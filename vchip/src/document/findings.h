@@ -54,7 +54,7 @@ class Findings {
   // It has no other bits than these.
   void bits(const char *name, const uint32_t &word, uint32_t allowed);
   void ports(const char *name, const uint32_t &mask);
-  // Anything may stand there: in a word, or in each of an array.
+  // Anything may be there: in a word, or in each of an array.
   template <typename Words>
   void any(const char *name, const Words &words) {
     if constexpr (std::is_arithmetic_v<Words> || std::is_enum_v<Words>) {
@@ -79,7 +79,7 @@ class Findings {
     return describes_ == nullptr && are_zero(&words, sizeof words);
   }
 
-  // Whether words in which anything may stand need be named at all.
+  // Whether words that may hold anything need be named at all.
   bool is_observed() const { return watched_ != nullptr || describes_ != nullptr; }
 
   // What words say together; `text` says what holds where it does not.

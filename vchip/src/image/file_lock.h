@@ -20,7 +20,7 @@ int32_t file_lock_holder(int descriptor);
 // Whether the file can be locked, by this process now or later; errno if not.
 bool can_lock_file(int descriptor);
 
-// Locks of an open file on bytes far behind its end. They last as long as the
+// Locks of an open file on bytes far past its end. They last as long as the
 // file is open or mapped, in this process or in a forked child. One that stands
 // for something in use is exclusive or shared; both keep an exclusive one away.
 enum class Hold { exclusive, shared };

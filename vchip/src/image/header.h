@@ -37,7 +37,7 @@ struct Header {
   uint32_t holder;
   uint32_t held_since;
   uint32_t lock_reserved[11];
-  // Who has the image open; changed by whoever opens it.
+  // Who has the image open; changed by each process that opens it.
   Opener openers[kOpeners];
   uint32_t last_reserved[192];
 };

@@ -7,7 +7,7 @@
 namespace vchip {
 namespace {
 
-// Whether a flush request selects an entry; every field takes part.
+// Whether a flush request selects an entry; every field counts.
 bool selects(const chip_l2_flush_request &request, const chip_l2_ucast_entry &entry) {
   const int32_t interface = request.interfaceIsPort != 0 ? entry.port : entry.trunk;
   const auto wanted = static_cast<int32_t>(request.portOrTrunk);

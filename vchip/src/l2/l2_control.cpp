@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the world does to the address table.
+// What happens to the address table from outside: frames and time.
 #include <swctl-vchip/vchip.h>
 
 #include "chip/chip.h"

@@ -37,7 +37,7 @@ struct Suspect {
   bool ports() const {
     return layers.is(kProtocolTcp, kPortPairBytes) || layers.is(kProtocolUdp, kPortPairBytes);
   }
-  // Behind the header of the network, as that says.
+  // After the header of the network, as that says.
   uint32_t payload() const {
     if (layers.ip4) {
       const uint32_t header = (network[0] & 0xfu) * 4;

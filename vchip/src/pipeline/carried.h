@@ -7,7 +7,7 @@
 
 namespace vchip {
 
-// Those of a unit. Whoever asks holds the chip's lock.
+// Those of a unit. The caller holds the chip's lock.
 UnitTraffic &carried(uint32_t unit);
 
 }  // namespace vchip

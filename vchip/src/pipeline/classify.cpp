@@ -87,7 +87,7 @@ uint32_t encapsulation_code(const Way &way) {
                                                         : ADP_FP_ENCAPSULATION_ETHERNET;
 }
 
-// The EtherType, behind SNAP too; of other LLC frames DSAP and SSAP. 0 if cut off.
+// The EtherType, after SNAP too; of other LLC frames DSAP and SSAP. 0 if cut off.
 uint32_t protocol_of(const Way &way) {
   const uint8_t *bytes = way.frame.bytes + way.layers.at;
   switch (way.layers.encapsulation) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A frame as it was received, and what stands in it. Reading never passes the
+// A frame as it was received, and what is in it. Reading never passes the
 // end of the frame; a header that is cut off is not there.
 #ifndef VCHIP_PIPELINE_FRAME_H
 #define VCHIP_PIPELINE_FRAME_H
@@ -71,7 +71,7 @@ struct Frame {
   uint64_t destination() const { return address_at(bytes); }
   uint64_t source() const { return address_at(bytes + kMacBytes); }
   uint32_t wire() const { return length + kFcsBytes; }
-  // The type or length at an offset; 0 behind the end.
+  // The type or length at an offset; 0 past the end.
   uint32_t type_at(uint32_t offset) const {
     return offset + 2 <= length ? half_at(bytes + offset) : 0;
   }
@@ -100,7 +100,7 @@ struct Layers {
   bool ip6;
   bool later_fragment;
   bool fragment;     // a part of a packet, the first or a later one
-  bool transport;    // the header behind is at `transport_at`
+  bool transport;    // the next header is at `transport_at`
   uint8_t traffic;   // type of service or traffic class
   uint8_t protocol;  // of IPv4, or the last of the headers of IPv6
   uint32_t at;       // of the network header, or of what follows a length
@@ -116,7 +116,7 @@ struct Layers {
     return protocol == wanted && has_transport(bytes);
   }
 };
-// `at` is where the type stands, behind the tags.
+// `at` is where the type is, after the tags.
 Layers layers_of(const Frame &frame, uint32_t at);
 
 }  // namespace vchip

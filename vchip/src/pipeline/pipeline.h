@@ -8,7 +8,7 @@
 namespace vchip {
 
 // From the port to the ports that the frame leaves by. What the steps ask for
-// stands in the way afterwards.
+// is in the way afterwards.
 void walk(Way &way);
 
 }  // namespace vchip

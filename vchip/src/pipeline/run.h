@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Frames on their way through a unit: the steps, what they ask for, and the
-// queues. Whoever makes a run holds the chip's lock.
+// queues. The maker of a run holds the chip's lock.
 #ifndef VCHIP_PIPELINE_RUN_H
 #define VCHIP_PIPELINE_RUN_H
 

@@ -2,7 +2,7 @@
 // Which queue of a port is next: strict queues first, then by weight.
 //
 // Weighted queues share by worst-case fair queueing: a queue is never more than
-// a frame ahead of its share or behind it, and saves nothing while it is empty.
+// a frame ahead of its share or short of it, and saves nothing while it is empty.
 // Round robin counts frames, fair queueing bytes.
 #ifndef VCHIP_PIPELINE_SCHEDULER_H
 #define VCHIP_PIPELINE_SCHEDULER_H

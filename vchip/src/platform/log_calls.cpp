@@ -52,7 +52,7 @@ void Log_logging_func(int32_t level, int32_t, const char *tag, const char *forma
   if (format == nullptr) return;
   va_list arguments;
   va_start(arguments, format);
-  // Before the lock is taken: whoever reads the log may be slow.
+  // Before the lock is taken: a reader of the log may be slow.
   write_log(level, tag, format_line(format, arguments));
   va_end(arguments);
   change_platform([](vchip::PlatformBlock &platform) { platform.count_line(); });

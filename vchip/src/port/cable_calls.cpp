@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The SDK's cable test, and what the world does to the wires.
+// The SDK's cable test, and what happens to the wires from outside.
 #include <swctl-vchip/ability.h>
 #include <swctl/platform/sdk.h>
 

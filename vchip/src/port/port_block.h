@@ -55,7 +55,7 @@ class PortBlock {
   // Both ways of agreeing on pause: what is advertised, and what is forced.
   void set_flow_control(int32_t port, bool on);
 
-  // The world.
+  // From outside: cables, modules, partners.
   void set_medium(int32_t port, uint32_t medium) { of(port).medium = medium; }
   Cable cable(int32_t port) const;
   void plug(int32_t port, const vchip_partner_t &partner);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the world does to a port.
+// What happens to a port from outside.
 #include <swctl-vchip/vchip.h>
 
 #include <bit>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The SDK's calls on rates and storm control, and what the world does to them.
+// The SDK's calls on rates and storm control, and what frames do to them.
 #include <swctl/platform/sdk.h>
 
 #include "chip/chip.h"

@@ -40,7 +40,7 @@ void name_words(Findings &findings, const RuleArea &area) {
 
 }  // namespace
 
-// What is behind the counts, and in a place without a rule, is what the caller's
+// What is after the counts, and in a place without a rule, is what the caller's
 // record had there.
 void RuleBlock::check(Findings &findings) const {
   findings.each("rules", rules_, [&](const Rule &rule, size_t) {

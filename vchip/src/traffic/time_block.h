@@ -18,7 +18,7 @@ class TimeBlock {
   void dump(const char *name, Dump &unit) const;
   void check(Findings &findings) const;
 
-  // Nanoseconds since power-on. It stands still unless it is advanced.
+  // Nanoseconds since power-on. It does not move unless it is advanced.
   uint64_t clock() const { return clock_; }
   void set_clock(uint64_t nanoseconds) { clock_ = nanoseconds; }
 

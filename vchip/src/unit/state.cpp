@@ -7,7 +7,7 @@ namespace vchip {
 namespace {
 
 // The units have one clock. A call that was killed while it advanced them may
-// have left one behind.
+// have left one.
 void repair_clocks(State &state) {
   uint64_t clock = 0;
   for (const Unit &unit : state.units) clock = std::max(clock, unit.time.clock());
