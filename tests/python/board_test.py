@@ -207,11 +207,24 @@ def test_a_file_that_is_no_image_is_named(tmp_path, make):
         pass
 
 
+# Has the lock of an image nearly all the time: each call is many frames.
+HOLDER = """
+import swctl
+from swctl import c
+with swctl.vchip.Board({!r}):
+    frame, frames = c.ffi.new("uint8_t[]", 60), c.ffi.new("struct vchip_arrival_t[]", 20000)
+    for each in frames:
+        each.bytes, each.length, each.port = frame, 60, 1
+    print("open", flush=True)
+    while True:
+        c.vchip_frames_arrive(0, frames, 20000)
+"""
+
+
 def test_an_image_in_another_s_hands_is_not_waited_for(tmp_path, monkeypatch):
     monkeypatch.setenv("VCHIP_WAIT", "0.2")
     image = str(tmp_path / "chip.img")
-    code = "import swctl, time\nwith swctl.vchip.Board({!r}):\n    print('open', flush=True)\n    while True: swctl.vlan.create(2)"
-    with subprocess.Popen([sys.executable, "-c", code.format(image)], stdout=subprocess.PIPE) as other:
+    with subprocess.Popen([sys.executable, "-c", HOLDER.format(image)], stdout=subprocess.PIPE) as other:
         other.stdout.readline()
         try:
             while not stopped_with_the_lock(other.pid, image):

@@ -58,7 +58,7 @@ def test_the_log_of_a_daemon_is_shown_when_the_test_fails(pytester):
         daemon(sys.executable, "program.py", wait_for="ready")
         assert False
     def test_late(board_image, daemon):
-        daemon(sys.executable, "program.py", wait_for="never", deadline=0.5)
+        daemon(sys.executable, "program.py", wait_for="ready").wait_for("never", deadline=0.2)
     def test_ends(board_image, daemon):
         swctl.vlan.create(10)
         daemon(sys.executable, "-c", "print('bad'); raise SystemExit(4)", wait_for="ready")
@@ -67,7 +67,7 @@ def test_the_log_of_a_daemon_is_shown_when_the_test_fails(pytester):
     """)
     done.assert_outcomes(failed=4)
     done.stdout.fnmatch_lines(["*- log of python3* -*", "ready"])
-    done.stdout.fnmatch_lines(["E*python3* has not come to 'never' in 0.5 seconds; it printed:", "E*ready"])
+    done.stdout.fnmatch_lines(["E*python3* has not come to 'never' in 0.2 seconds; it printed:", "E*ready"])
     done.stdout.fnmatch_lines(["E*python3* ended with status 4 before 'ready'; it printed:", "E*bad"])
     done.stdout.fnmatch_lines(["E*./no-such-program: No such file or directory; name the program with its path*"])
 
@@ -114,15 +114,16 @@ def test_each_call_of_a_daemon_fails_once(pytester):
         if fail_each.call is None:
             one.wait_for("ready")
         else:
+            one.wait_for("gave up")
             assert one.wait() == 3
             assert "gave up" in one.log
     """
     run(pytester, text).assert_outcomes(passed=3)
     run(pytester, text, "-p", "xdist", "-n", "1").assert_outcomes(passed=3)
     careless = PROGRAM.replace("sys.exit(3)", "pass")
-    done = run(pytester, text.replace("one.wait()", "one.wait(deadline=0.5)"), program=careless)
+    done = run(pytester, text.replace("one.wait() == 3", "one.wait(deadline=0.2) == 3"), program=careless)
     done.assert_outcomes(passed=1, failed=2)
-    done.stdout.fnmatch_lines(["E*has not ended in 0.5 seconds; it printed:", "E*gave up: user_vlan_create(*"])
+    done.stdout.fnmatch_lines(["E*has not ended in 0.2 seconds; it printed:", "E*gave up: user_vlan_create(*"])
 
 
 def test_a_test_without_a_board_cannot_have_failures(pytester):
