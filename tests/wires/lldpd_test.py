@@ -15,7 +15,7 @@ LLDPD = shutil.which("lldpd", path="/usr/sbin:/usr/bin")
 
 def wait_until(holds, what):
     """lldpd sends when it thinks fit."""
-    wires.wait_until(holds, what, 20)
+    wires.wait_until(holds, what, 30)
 
 
 def run(*words):
@@ -48,8 +48,10 @@ class Neighbour:
         wait_until(self.configure, "lldpd answers")
 
     def configure(self):
-        """What is asked for early, lldpd may forget when it has started."""
-        return (self.ask("configure", "lldp", "tx-interval", "1") is not None and
+        """lldpd sends nothing until it is told to go on, which it may miss from its own
+        lldpcli while another one speaks with it."""
+        return (self.ask("resume") is not None and
+                self.ask("configure", "lldp", "tx-interval", "1") is not None and
                 self.ask("configure", "system", "hostname", self.name) is not None)
 
     def ask(self, *words):
@@ -59,7 +61,6 @@ class Neighbour:
 
     def neighbours(self):
         """Own interface and the neighbour's name, of each."""
-        self.configure()
         answer = self.ask("show", "neighbors")
         if not answer or not answer.strip():
             return set()
@@ -92,9 +93,11 @@ class Lldpd(wires.Case):
         for host in hosts:
             run(*host.inside("ip", "link", "set", "eth0", "up"))
         self.swctl("trap set lldp cpu")
-        for each in (switch, *hosts):
+        everybody = (switch, *hosts)
+        for each in everybody:
             each.start()
-        wait_until(lambda: switch.neighbours() == {("cpu1", "host1"), ("cpu2", "host2")},
+        wait_until(lambda: all([each.configure() for each in everybody]) and
+                   switch.neighbours() == {("cpu1", "host1"), ("cpu2", "host2")},
                    "the switch sees each host at its port")
         for host in hosts:
             wait_until(lambda: host.neighbours() == {("eth0", "switch")},
