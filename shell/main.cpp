@@ -52,6 +52,7 @@ Status batch(const Settings &settings, DataOutput &output) {
   return run_batch(command_table(),
                    {.file = settings.batch.value_or("-"),
                     .force = settings.force,
+                    .atomic = settings.atomic,
                     .style = settings.style(),
                     .in_array = settings.batch.has_value(),
                     .context = {.unit = settings.unit, .width = text_width(output.descriptor())}},

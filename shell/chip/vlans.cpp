@@ -16,6 +16,7 @@ namespace swsh {
 namespace {
 
 constexpr uint32_t kWordBits = 32;
+constexpr auto kNextVlan = SWSH_OPTIONAL_CALL(swctl_platform_vlan_next);
 constexpr auto kGet = SWSH_CALL(user_vlan_port_get);
 
 // Reads VLANs that may not be there. The library answers alike for a VLAN that
@@ -25,33 +26,46 @@ constexpr auto kGet = SWSH_CALL(user_vlan_port_get);
 class VlanReader {
  public:
   explicit VlanReader(const Context &context)
-      : context_(context), usual_(read_default()), there_(vlans_there(context.unit)) {}
+      : context_(context), usual_(read_default()), can_tell_(kNextVlan.find() != nullptr) {}
 
   // None if the chip has no such VLAN.
   std::optional<Vlan> read(int64_t vid) {
-    if (there_ && !there_->contains(vid)) return std::nullopt;
+    if (can_tell_ && !is_there(vid)) return std::nullopt;
     Vlan vlan = {.vid = vid};
     const int32_t result = get(vlan);
     if (result == 0) return vlan;
-    if (there_ || (absent_ && absent_->result != result)) refuse_to_read(vid, result);
-    if (!absent_) absent_ = {vid, result};
+    if (can_tell_ || (absent_.is_known() && absent_.result != result)) refuse_to_read(vid, result);
+    if (!absent_.is_known()) absent_ = {vid, result};
     return std::nullopt;
   }
 
   // After the last one was read.
   void finish() {
-    if (there_ || !absent_) return;
-    Vlan again = {.vid = absent_->vid};
+    if (can_tell_ || !absent_.is_known()) return;
+    Vlan again = {.vid = absent_.vid};
     Vlan usual = {.vid = usual_};
-    if (get(again) != absent_->result || get(usual) != 0)
-      refuse_to_read(absent_->vid, absent_->result);
+    if (get(again) != absent_.result || get(usual) != 0)
+      refuse_to_read(absent_.vid, absent_.result);
   }
 
  private:
+  // A VLAN that is not there, and what the library answers then.
   struct Absent {
-    int64_t vid;
-    int32_t result;
+    int64_t vid = 0;
+    int32_t result = 0;
+
+    bool is_known() const { return vid != 0; }
   };
+
+  // Asked once for VLANs that follow each other.
+  bool is_there(int64_t vid) {
+    if (vid < asked_ || vid > next_) {
+      next_ = ask(kNextVlan, vlan_text(vid), context_.unit, static_cast<int32_t>(vid)).index;
+      if (next_ < vid) next_ = kLastVlanId;
+      asked_ = vid;
+    }
+    return vid == next_;
+  }
 
   // A unit that is not there is refused as such.
   int64_t read_default() const {
@@ -73,9 +87,11 @@ class VlanReader {
   }
 
   const Context &context_;
-  int64_t usual_;  // the default VLAN, which is to be had
-  std::optional<std::set<int64_t>> there_;
-  std::optional<Absent> absent_;  // the first one, where the platform cannot tell
+  int64_t usual_;      // the default VLAN, which is to be had
+  bool can_tell_;      // whether the platform says which VLANs there are
+  int64_t asked_ = 0;  // from this one on,
+  int64_t next_ = -1;  // this is the first that is there
+  Absent absent_;      // the first one, where the platform cannot tell
 };
 
 }  // namespace
@@ -85,10 +101,9 @@ std::string vlan_text(int64_t vid) {
 }
 
 std::optional<std::set<int64_t>> vlans_there(uint32_t unit) {
-  constexpr auto kNext = SWSH_OPTIONAL_CALL(swctl_platform_vlan_next);
-  if (kNext.find() == nullptr) return std::nullopt;
+  if (kNextVlan.find() == nullptr) return std::nullopt;
   std::set<int64_t> there;
-  each_record(kNext, "VLAN", unit, 0,
+  each_record(kNextVlan, "VLAN", unit, 0,
               [&](const swctl_platform_vlan &vlan) { there.insert(vlan.index); });
   return there;
 }

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "config/change.h"
 
+#include <set>
+
+#include "chip/address_table.h"
+#include "chip/call.h"
 #include "command/walker.h"
 #include "interrupt.h"
+#include "mac_text.h"
 #include "objects/registry.h"
 #include "run/command.h"
 #include "run/words.h"
@@ -15,17 +20,6 @@ constexpr size_t kMostNamed = 20;
 
 std::optional<Fault> take_step(const Step &step, const Context &context) {
   return run_command(command_table(), split_words(step.command).words, context).fault;
-}
-
-// "port mtu, vlan 10, ...": settings that are not as they were.
-std::string named(const std::vector<std::string> &settings) {
-  std::vector<std::string> names = settings;
-  if (names.size() > kMostNamed) {
-    const size_t more = names.size() - kMostNamed;
-    names.resize(kMostNamed);
-    names.push_back(std::to_string(more) + " more");
-  }
-  return join(names, ", ");
 }
 
 Fault refused_step(const Step &step, Fault fault) {
@@ -58,60 +52,99 @@ std::vector<std::string> differences(const State &one, const State &other, const
   return names;
 }
 
-std::string put_back(const State &before, const Context &context, const Board &board) {
+std::string named_settings(const std::vector<std::string> &settings) {
+  std::vector<std::string> names = settings;
+  if (names.size() > kMostNamed) {
+    const size_t more = names.size() - kMostNamed;
+    names.resize(kMostNamed);
+    names.push_back(std::to_string(more) + " more");
+  }
+  return join(names, ", ");
+}
+
+namespace {
+
+constexpr uint32_t kAddressUnit = 0;
+
+std::vector<user_l2_addr_t> learned_addresses(const Context &context) {
+  std::vector<user_l2_addr_t> learned;
+  if (context.unit != kAddressUnit) return learned;
+  for (const user_l2_addr_t &entry : read_addresses())
+    if ((entry.flags & USER_L2_FLAG_STATIC) == 0) learned.push_back(entry);
+  return learned;
+}
+
+auto address_key(const user_l2_addr_t &entry) {
+  return std::pair(entry.vid, mac_text(entry.mac));
+}
+
+}  // namespace
+
+Snapshot::Snapshot(const Context &context, const Board &board)
+    : context_(context),
+      board_(board),
+      state_(read_state(context, board)),
+      learned_(learned_addresses(context)) {}
+
+std::string Snapshot::put_back() const {
   try {
-    for (const Step &step : plan(read_state(context, board), before, board))
-      take_step(step, context);
-    const auto left = differences(before, read_state(context, board), board);
-    return left.empty() ? "" : "not put back: " + named(left);
+    for (const Step &step : plan(read_state(context_, board_), state_, board_))
+      take_step(step, context_);
+    const auto left = differences(state_, read_state(context_, board_), board_);
+    if (!left.empty()) return "not put back: " + named_settings(left);
+    return put_learned_back();
   } catch (const CommandError &error) {
     return "what was put back is not known: " + fault_line(error.fault());
   }
 }
 
-namespace {
-
-[[noreturn]] void fail_and_put_back(Fault fault, const State &before, const Context &context,
-                                    const Board &board) {
-  const std::string left = put_back(before, context, board);
-  fault.message += left.empty() ? "; all is as it was" : "; " + left;
-  throw CommandError(fault);
+// What reading or deleting a VLAN removes.
+std::string Snapshot::put_learned_back() const {
+  std::set<std::pair<uint16_t, std::string>> there;
+  for (const user_l2_addr_t &entry : learned_addresses(context_)) there.insert(address_key(entry));
+  size_t lost = 0;
+  for (const user_l2_addr_t &entry : learned_)
+    if (!there.contains(address_key(entry)) && user_mac_addr_add(kLead, entry) < 0) ++lost;
+  return lost == 0 ? "" : "not put back: " + std::to_string(lost) + " learned addresses";
 }
 
-// What a platform cannot read cannot be put back either.
-std::vector<std::string> blind(const State &state, const std::vector<Step> &steps,
-                               const Board &board) {
+std::vector<std::string> Snapshot::unread() const {
   std::vector<std::string> names;
-  for (const size_t kind : state.unread_kinds)
-    for (const Step &step : steps)
-      if (step.kind == kind) {
-        names.push_back(kinds(board)[kind].title());
-        break;
-      }
+  for (const size_t kind : state_.unread_kinds) names.push_back(kinds(board_)[kind].title());
   return names;
+}
+
+namespace {
+
+[[noreturn]] void fail_and_put_back(Fault fault, const Snapshot &before) {
+  const std::string left = before.put_back();
+  fault.message += left.empty() ? "; all is as it was" : "; " + left;
+  const std::vector<std::string> unread = before.unread();
+  if (!unread.empty()) fault.message += "; cannot be read: " + named_settings(unread);
+  throw CommandError(fault);
 }
 
 }  // namespace
 
-size_t change_to(const State &target, const Context &context, const Board &board) {
-  const BlockedSignals blocked({SIGINT, SIGTERM, SIGHUP});
-  const State before = read_state(context, board);
-  const std::vector<Step> steps = plan(before, target, board);
+void change_from(const Snapshot &before, const State &target, const Context &context,
+                 const Board &board) {
+  const std::vector<Step> steps = plan(before.state(), target, board);
   for (const Step &step : steps) {
     const std::optional<Fault> fault = take_step(step, context);
-    if (!fault) continue;
-    Fault refused = refused_step(step, *fault);
-    const std::vector<std::string> unknown = blind(before, steps, board);
-    if (!unknown.empty()) refused.message += "; cannot be put back: " + named(unknown);
-    fail_and_put_back(refused, before, context, board);
+    if (fault) fail_and_put_back(refused_step(step, *fault), before);
   }
-  if (steps.empty()) return 0;
+  if (steps.empty()) return;
   const auto left = differences(target, read_state(context, board), board);
-  if (left.empty()) return steps.size();
+  if (left.empty()) return;
   Fault fault;
   fault.status = kRefused;
-  fault.message = "the chip reads otherwise afterwards: " + named(left);
-  fail_and_put_back(fault, before, context, board);
+  fault.message = "the chip reads otherwise afterwards: " + named_settings(left);
+  fail_and_put_back(fault, before);
+}
+
+void change_to(const State &target, const Context &context, const Board &board) {
+  const BlockedSignals blocked({SIGINT, SIGTERM, SIGHUP});
+  change_from(Snapshot(context, board), target, context, board);
 }
 
 }  // namespace swsh

@@ -157,7 +157,7 @@ SettingKind plain_kind(const Plain &plain) {
   kind.merges = pattern->lists;
   kind.commands = {pattern->command};
   kind.usual = [usual](const Id &) { return usual; };
-  kind.read = [pattern, ids, read = plain.read](Reader &reader) {
+  kind.read = [pattern, ids, read = plain.read](SettingReader &reader) {
     for (const int64_t id : ids) {
       const int64_t value = read(reader, id);
       const Content word = value_word(pattern->type, value);

@@ -27,7 +27,7 @@ struct Plain {
   // there is one setting for the unit.
   std::string command;
   std::vector<int64_t> ids;
-  std::function<int64_t(const Reader &, int64_t)> read;
+  std::function<int64_t(const SettingReader &, int64_t)> read;
   int64_t usual;
   std::vector<const char *> needs = {};
   bool on_unit_zero = false;

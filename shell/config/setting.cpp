@@ -5,11 +5,11 @@
 
 namespace swsh {
 
-void Reader::put(Id id, Content content) {
+void SettingReader::put(Id id, Content content) {
   if (content != kind_.usual(id)) contents_.insert_or_assign(std::move(id), std::move(content));
 }
 
-void Reader::leave_out(const std::string &which, const std::string &reason) {
+void SettingReader::leave_out(const std::string &which, const std::string &reason) {
   const std::string setting = which.empty() ? kind_.title() : kind_.title() + " of " + which;
   unread_.push_back({kind_.object, setting, reason, ""});
 }

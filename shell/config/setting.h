@@ -43,11 +43,11 @@ struct Unread {
 struct SettingKind;
 
 // Collects what a kind reads. Settings that are as after power-on are left out.
-class Reader {
+class SettingReader {
  public:
-  Reader(const Context &context, const Board &board, const SettingKind &kind, Contents &contents,
-         std::vector<Unread> &unread)
-      : context(context), board(board), kind_(kind), contents_(contents), unread_(unread) {}
+  SettingReader(const Context &of, const Board &on, const SettingKind &kind, Contents &contents,
+                std::vector<Unread> &unread)
+      : context(of), board(on), kind_(kind), contents_(contents), unread_(unread) {}
 
   void put(Id id, Content content);
   // There is such a setting, and no command that would make it.
@@ -65,8 +65,8 @@ class Reader {
 // A command of a file, and where its settings go.
 class Statement {
  public:
-  Statement(const std::string &command, const Arguments &arguments, const Board &board)
-      : command(command), arguments(arguments), board(board) {}
+  Statement(const std::string &words, const Arguments &given, const Board &on)
+      : command(words), arguments(given), board(on) {}
 
   // The argument if it was given; it counts as understood then.
   const Argument *take(const std::string &name);
@@ -120,7 +120,7 @@ struct SettingKind {
   bool removal_merges = false;               // the same of the command that removes it
   bool goes_last = false;                    // others may need it until they are changed
   std::function<Content(const Id &)> usual;  // after power-on
-  std::function<void(Reader &)> read;
+  std::function<void(SettingReader &)> read;
   // Commands of the shell that settings of this kind are written in.
   std::vector<std::string> commands = {};
   // Takes what it understands of a statement into the draft. False if the statement is none

@@ -29,7 +29,7 @@ State read_state(const Context &context, const Board &board, const std::string &
     if (!object.empty() && kind.object != object) continue;
     const Unread unread = unreadable(kind, context);
     if (unread.reason.empty()) {
-      Reader reader(context, board, kind, state.contents[number], state.unread);
+      SettingReader reader(context, board, kind, state.contents[number], state.unread);
       kind.read(reader);
     } else {
       state.unread.push_back(unread);

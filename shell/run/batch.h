@@ -14,6 +14,7 @@ namespace swsh {
 struct BatchSettings {
   std::string file;  // "-" is standard input
   bool force = false;
+  bool atomic = false;  // what a batch has changed is put back if a command fails
   Style style;
   bool in_array = true;  // in JSON: the answers are elements of one array
   Context context;

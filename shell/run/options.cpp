@@ -72,6 +72,8 @@ class Reader {
 
   // What does not fit together.
   void check() {
+    if (settings_.atomic && settings_.force)
+      fail(wrong_usage("option \"-atomic\" beside -force: a batch stops or goes on", "-atomic"));
     if (settings_.echo_status && (settings_.json || settings_.pretty)) {
       fail(wrong_usage("option \"-echo-status\" beside -json: a batch in JSON has each status",
                        "-echo-status"));
@@ -85,6 +87,7 @@ class Reader {
     if (name == "json") settings_.json = true;
     if (name == "pretty") settings_.pretty = true;
     if (name == "force") settings_.force = true;
+    if (name == "atomic") settings_.atomic = true;
     if (name == "echo-status") settings_.echo_status = true;
     if (name == "help") settings_.help = true;
     if (name == "Version") settings_.version = true;
@@ -119,6 +122,7 @@ const std::vector<Option> &options() {
       {"pretty", 'p', "", "Answer in JSON on indented lines"},
       {"batch", 'b', "FILE", "Run the commands of a file, - for standard input"},
       {"force", 0, "", "In a batch, go on after a command that failed"},
+      {"atomic", 0, "", "Put back what a batch has changed if a command of it fails"},
       {"echo-status", 0, "", "After each answer, a line with the status of its command"},
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},

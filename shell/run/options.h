@@ -33,6 +33,7 @@ struct Settings {
   bool json = false;
   bool pretty = false;
   bool force = false;
+  bool atomic = false;
   bool echo_status = false;
   bool help = false;
   bool version = false;

@@ -89,6 +89,7 @@ What completion offers.
   -pretty
   -batch
   -force
+  -atomic
   -echo-status
   -unit
   -help

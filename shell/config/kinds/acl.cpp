@@ -96,7 +96,7 @@ bool has_words(const std::vector<ReadAction> &actions) {
   });
 }
 
-void read_rule(Reader &reader, const swctl_platform_acl_rule &rule) {
+void read_rule(SettingReader &reader, const swctl_platform_acl_rule &rule) {
   const std::vector<ReadAction> actions = actions_in(rule.action);
   RuleText text;
   text.is_double = rule.joined != 0;
@@ -297,7 +297,7 @@ SettingKind rules_kind() {
   kind.commands = {"acl add",      "acl init",   "acl double", "acl single",
                    "acl template", "acl enable", "acl del"};
   kind.usual = [](const Id &) { return Content(); };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     each_rule(reader.context.unit,
               [&](const swctl_platform_acl_rule &rule) { read_rule(reader, rule); });
   };
@@ -311,16 +311,17 @@ SettingKind rules_kind() {
 
 void add_acl_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(rules_kind());
-  kinds.push_back(plain_kind({.name = "miss",
-                              .command = "acl miss % @",
-                              .ids = board.all_interfaces(),
-                              .read = [](const Reader &reader, int64_t interface) -> int64_t {
-                                const Port port = reader.board.port(interface);
-                                return ask(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port,
-                                           reader.context.unit, static_cast<uint32_t>(port.chip));
-                              },
-                              .usual = CHIP_ACL_MISS_FORWARD,
-                              .needs = {"swctl_platform_acl_miss_get"}}));
+  kinds.push_back(
+      plain_kind({.name = "miss",
+                  .command = "acl miss % @",
+                  .ids = board.all_interfaces(),
+                  .read = [](const SettingReader &reader, int64_t interface) -> int64_t {
+                    const Port port = reader.board.port(interface);
+                    return ask(SWSH_OPTIONAL_CALL(swctl_platform_acl_miss_get), port,
+                               reader.context.unit, static_cast<uint32_t>(port.chip));
+                  },
+                  .usual = CHIP_ACL_MISS_FORWARD,
+                  .needs = {"swctl_platform_acl_miss_get"}}));
 }
 
 }  // namespace swsh

@@ -19,7 +19,7 @@ SettingKind action_kind() {
                                  .read = {},
                                  .usual = 0,
                                  .on_unit_zero = true});
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     for (const AttackReading &each : read_attack_actions(reader.context))
       reader.put({each.type}, each.action != 0 ? "drop" : "forward");
   };
@@ -30,16 +30,17 @@ SettingKind action_kind() {
 
 void add_dos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(action_kind());
-  kinds.push_back(plain_kind({.name = "protection",
-                              .command = "dos protect ports % state @",
-                              .ids = board.front_interfaces(),
-                              .read = [](const Reader &reader, int64_t interface) -> int64_t {
-                                const Port port = reader.board.port(interface);
-                                return ask(SWSH_OPTIONAL_CALL(swctl_platform_port_protection_get),
-                                           port, reader.context.unit, port.chip);
-                              },
-                              .usual = 0,
-                              .needs = {"swctl_platform_port_protection_get"}}));
+  kinds.push_back(
+      plain_kind({.name = "protection",
+                  .command = "dos protect ports % state @",
+                  .ids = board.front_interfaces(),
+                  .read = [](const SettingReader &reader, int64_t interface) -> int64_t {
+                    const Port port = reader.board.port(interface);
+                    return ask(SWSH_OPTIONAL_CALL(swctl_platform_port_protection_get), port,
+                               reader.context.unit, port.chip);
+                  },
+                  .usual = 0,
+                  .needs = {"swctl_platform_port_protection_get"}}));
 }
 
 }  // namespace swsh

@@ -14,7 +14,7 @@ std::string flood_words(int64_t mask) {
   return mask == 0 ? kNoPorts : number_list_text(mask_interfaces(mask));
 }
 
-void read_flood(Reader &reader) {
+void read_flood(SettingReader &reader) {
   const user_pbmp_t ports =
       ask(SWSH_CALL(user_ulf_flood_ports_get), reader.context, kLead, reader.context.unit);
   reader.put({}, flood_words(interface_mask(reader.board.interfaces_of(ports.word[0]))));

@@ -24,7 +24,7 @@ Id address_id(const uint8_t *mac, int64_t vid) {
 }
 
 // What was learned is no setting.
-void read_static_addresses(Reader &reader) {
+void read_static_addresses(SettingReader &reader) {
   for (const user_l2_addr_t &entry : read_addresses()) {
     if ((entry.flags & USER_L2_FLAG_STATIC) == 0) continue;
     const Id id = address_id(entry.mac, entry.vid);
@@ -61,23 +61,24 @@ void add_mac_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "aging",
                               .command = "mac aging @",
                               .ids = {},
-                              .read = [](const Reader &reader, int64_t) -> int64_t {
+                              .read = [](const SettingReader &reader, int64_t) -> int64_t {
                                 return ask(SWSH_CALL(user_mac_age_time_get), reader.context, kLead);
                               },
                               .usual = kUsualAging,
                               .on_unit_zero = true}));
-  kinds.push_back(plain_kind({.name = "limit",
-                              .command = "mac limit % max @",
-                              .ids = board.front_interfaces(),
-                              .read = [](const Reader &reader, int64_t interface) -> int64_t {
-                                const Port port = reader.board.port(interface);
-                                user_l2_learn_limit_t limit = {};
-                                limit.port = port.chip;
-                                perform(SWSH_CALL(user_mac_learn_limit_get), port, kLead, &limit);
-                                return limit.limit;
-                              },
-                              .usual = USER_LEARN_LIMIT_MAX,
-                              .on_unit_zero = true}));
+  kinds.push_back(
+      plain_kind({.name = "limit",
+                  .command = "mac limit % max @",
+                  .ids = board.front_interfaces(),
+                  .read = [](const SettingReader &reader, int64_t interface) -> int64_t {
+                    const Port port = reader.board.port(interface);
+                    user_l2_learn_limit_t limit = {};
+                    limit.port = port.chip;
+                    perform(SWSH_CALL(user_mac_learn_limit_get), port, kLead, &limit);
+                    return limit.limit;
+                  },
+                  .usual = USER_LEARN_LIMIT_MAX,
+                  .on_unit_zero = true}));
   SettingKind kind = table_kind("mac", "", "mac add", "mac del", true);
   kind.on_unit_zero = true;
   kind.read = read_static_addresses;

@@ -24,7 +24,7 @@ Id group_id(const std::string &group, int64_t vid) {
   return {vid, group + " vlan " + std::to_string(vid)};
 }
 
-void put_ports(Reader &reader, const Id &id, uint32_t chip_ports) {
+void put_ports(SettingReader &reader, const Id &id, uint32_t chip_ports) {
   const int64_t ports = interface_mask(reader.board.interfaces_of(chip_ports));
   if (ports == 0) {
     reader.leave_out(id.text, "no command adds one without ports");
@@ -39,7 +39,7 @@ void expect_new(const Draft &draft, const Id &id) {
 
 SettingKind group_kind() {
   SettingKind kind = table_kind("mcast", "", "mcast add", "mcast del", false);
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     for (const chip_l2_mcast_entry &entry : read_groups(reader.context.unit))
       put_ports(reader, group_id(mac_text(entry.mac), entry.vid), entry.portmask);
   };
@@ -75,14 +75,14 @@ std::string group_text_of(const chip_ip6_address &address) {
 
 // IPv6 after IPv4 of a VLAN: the text decides.
 template <typename Entry>
-void put_ip_entry(Reader &reader, const Entry &entry) {
+void put_ip_entry(SettingReader &reader, const Entry &entry) {
   Id id = group_id(group_text_of(entry.address_b), entry.vid);
   const std::string source = is_every(entry.address_a) ? "" : group_text_of(entry.address_a);
   id.text = with_source(id.text, source);
   put_ports(reader, id, entry.ports);
 }
 
-void read_ip_entries(Reader &reader) {
+void read_ip_entries(SettingReader &reader) {
   each_record(SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_next), "entry", reader.context.unit, 0,
               [&](const auto &found) { put_ip_entry(reader, found.entry); });
   each_record(SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_next), "entry", reader.context.unit, 0,
@@ -142,7 +142,7 @@ void add_mcast_kinds(Kinds &kinds, const Board &board) {
     kinds.push_back(plain_kind({.name = std::string(family) + " lookup",
                                 .command = std::string("mcast ip lookup ") + family + " @",
                                 .ids = {},
-                                .read = [getter](const Reader &reader, int64_t) -> int64_t {
+                                .read = [getter](const SettingReader &reader, int64_t) -> int64_t {
                                   return ask(getter, reader.context, reader.context.unit);
                                 },
                                 .usual = 0,
@@ -151,16 +151,17 @@ void add_mcast_kinds(Kinds &kinds, const Board &board) {
   lookup("ip", SWSH_OPTIONAL_CALL(swctl_platform_ip_mcast_mode_get));
   lookup("ip6", SWSH_OPTIONAL_CALL(swctl_platform_ip6_mcast_mode_get));
   const auto miss = [&](const char *family, uint32_t type) {
-    kinds.push_back(plain_kind({.name = std::string(family) + " miss",
-                                .command = std::string("mcast ip miss ") + family + " % action @",
-                                .ids = board.front_interfaces(),
-                                .read = [type](const Reader &reader, int64_t interface) -> int64_t {
-                                  const Port port = reader.board.port(interface);
-                                  return ask(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get),
-                                             port, reader.context.unit, port.chip, type);
-                                },
-                                .usual = 0,
-                                .needs = {"swctl_platform_lookup_miss_get"}}));
+    kinds.push_back(
+        plain_kind({.name = std::string(family) + " miss",
+                    .command = std::string("mcast ip miss ") + family + " % action @",
+                    .ids = board.front_interfaces(),
+                    .read = [type](const SettingReader &reader, int64_t interface) -> int64_t {
+                      const Port port = reader.board.port(interface);
+                      return ask(SWSH_OPTIONAL_CALL(swctl_platform_lookup_miss_get), port,
+                                 reader.context.unit, port.chip, type);
+                    },
+                    .usual = 0,
+                    .needs = {"swctl_platform_lookup_miss_get"}}));
   };
   miss("ip", CHIP_LOOKUP_IP_MCAST);
   miss("ip6", CHIP_LOOKUP_IP6_MCAST);

@@ -14,7 +14,7 @@ std::string meter_words(int64_t rate, int64_t burst, bool on) {
          (on ? "on" : "off");
 }
 
-void read_meters(Reader &reader) {
+void read_meters(SettingReader &reader) {
   const chip_acl_burst bursts = read_bursts(reader.context);
   for (uint32_t meter = 0; meter <= kLastMeter; ++meter) {
     const chip_acl_meter entry = read_meter(reader.context, meter);

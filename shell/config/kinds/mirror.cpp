@@ -42,7 +42,7 @@ MirrorGroup group_in(const Content &words) {
           listed_mask(*words, "egress"), words->ends_with("flows")};
 }
 
-void read_mirror_group(Reader &reader, uint32_t group) {
+void read_mirror_group(SettingReader &reader, uint32_t group) {
   const std::string what = "mirror group " + std::to_string(group);
   const chip_mirror_entry entry = ask(SWSH_CALL(rtk_mirror_group_get), what, 0u, group);
   const auto mask = [&](uint32_t ports) {
@@ -135,7 +135,7 @@ void add_mirror_kinds(Kinds &kinds, const Board &) {
   kind.on_unit_zero = true;
   kind.commands = {"mirror add", "mirror del", "mirror reset"};
   kind.usual = [](const Id &) { return Content(); };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     for (uint32_t group = 0; group <= kLastMirrorGroup; ++group) read_mirror_group(reader, group);
   };
   kind.take = take_mirror;

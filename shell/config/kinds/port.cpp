@@ -29,14 +29,14 @@ constexpr uint32_t kOuterTpid = 0x88a8;
 
 template <typename Getter>
 auto of_port(const Getter &getter) {
-  return [=](const Reader &reader, int64_t interface) -> int64_t {
+  return [=](const SettingReader &reader, int64_t interface) -> int64_t {
     return read_port(reader.context, reader.board.port(interface), getter);
   };
 }
 
 template <typename Getter>
 auto of_chip_port(const Getter &getter) {
-  return [=](const Reader &reader, int64_t interface) -> int64_t {
+  return [=](const SettingReader &reader, int64_t interface) -> int64_t {
     const Port port = reader.board.port(interface);
     return ask(getter, port, reader.context.unit, port.chip);
   };
@@ -91,7 +91,7 @@ PortMode mode_in(const std::string &words) {
           static_cast<uint32_t>(mask)};
 }
 
-void read_mode(Reader &reader, const Port &port) {
+void read_mode(SettingReader &reader, const Port &port) {
   const uint32_t unit = reader.context.unit;
   uint32_t speed = 0;
   uint32_t duplex = 0;
@@ -163,7 +163,7 @@ SettingKind mode_kind() {
   kind.merges = true;
   kind.commands = {"port set"};
   kind.usual = [words = PortMode().words()](const Id &) { return words; };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     for (const Port &port : reader.board.front()) read_mode(reader, port);
   };
   kind.take = take_mode;
@@ -180,7 +180,7 @@ struct LearningWord {
 constexpr LearningWord kLearningWords[] = {
     {"on", 0, 0}, {"off", 2, 1}, {"forward", 2, 0}, {"cpu", 1, 2}, {"copy", 0, 3}};
 
-void read_learning(Reader &reader) {
+void read_learning(SettingReader &reader) {
   for (const Port &port : reader.board.front()) {
     uint32_t mode = 0;
     uint32_t action = 0;
@@ -221,7 +221,7 @@ std::string tpid_words(uint32_t inner, uint32_t entry, uint32_t outer) {
          (outer == inner ? "" : " outer " + hexadecimal(outer));
 }
 
-void read_tpids(Reader &reader) {
+void read_tpids(SettingReader &reader) {
   constexpr auto kOuter = SWSH_OPTIONAL_CALL(swctl_platform_outer_tpid_get);
   const uint32_t unit = reader.context.unit;
   for (const Port &port : reader.board.front()) {
@@ -270,7 +270,7 @@ SettingKind frame_length_kind(const Board &board) {
                                  .read = {},
                                  .usual = kUsualFrameLength});
   kind.merges = false;
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     reader.put({}, std::to_string(read_port(reader.context, reader.board.front().front(),
                                             SWSH_CALL(user_port_jumboframe_get))));
   };
@@ -287,7 +287,7 @@ SettingKind frame_length_kind(const Board &board) {
   return kind;
 }
 
-int64_t isolation_of(const Reader &reader, int64_t interface) {
+int64_t isolation_of(const SettingReader &reader, int64_t interface) {
   const Port port = reader.board.port(interface);
   const user_pbmp_t reached =
       ask(SWSH_CALL(user_port_egress_get), port, kLead, reader.context.unit, port.chip, 0);

@@ -49,7 +49,7 @@ std::string schedule_words(uint32_t algorithm, const Weights &weights) {
   return "weighted weights " + listed(weights);
 }
 
-void read_schedule(Reader &reader) {
+void read_schedule(SettingReader &reader) {
   const Port port = reader.board.front().front();
   const uint32_t unit = reader.context.unit;
   Weights weights = {};
@@ -90,7 +90,7 @@ void add_qos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "map",
                               .command = "qos map set % queue @",
                               .ids = priorities,
-                              .read = [=](const Reader &, int64_t id) -> int64_t {
+                              .read = [=](const SettingReader &, int64_t id) -> int64_t {
                                 return ask(SWSH_CALL(user_qos_pri_queue_map_get),
                                            number("priority", id), static_cast<uint32_t>(id));
                               },
@@ -99,7 +99,7 @@ void add_qos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "dscp",
                               .command = "qos dscp set % priority @",
                               .ids = numbers_to(kLastCodePoint),
-                              .read = [=](const Reader &, int64_t id) -> int64_t {
+                              .read = [=](const SettingReader &, int64_t id) -> int64_t {
                                 return ask(SWSH_CALL(user_qos_dscp_map_get),
                                            number("code point", id), static_cast<uint32_t>(id));
                               },
@@ -108,7 +108,7 @@ void add_qos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "default",
                               .command = "qos default set % priority @",
                               .ids = board.front_interfaces(),
-                              .read = [](const Reader &reader, int64_t id) -> int64_t {
+                              .read = [](const SettingReader &reader, int64_t id) -> int64_t {
                                 const Port port = reader.board.port(id);
                                 return ask(SWSH_CALL(user_qos_port_cos_get), port, port.chip);
                               },
@@ -117,7 +117,7 @@ void add_qos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "tag",
                               .command = "qos tag set % internal @",
                               .ids = priorities,
-                              .read = [=](const Reader &reader, int64_t id) -> int64_t {
+                              .read = [=](const SettingReader &reader, int64_t id) -> int64_t {
                                 return ask(SWSH_OPTIONAL_CALL(swctl_platform_qos_tag_get),
                                            number("priority", id), reader.context.unit,
                                            static_cast<uint32_t>(id));
@@ -127,7 +127,7 @@ void add_qos_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "trust",
                               .command = "qos trust set % @",
                               .ids = board.front_interfaces(),
-                              .read = [](const Reader &reader, int64_t id) -> int64_t {
+                              .read = [](const SettingReader &reader, int64_t id) -> int64_t {
                                 const Port port = reader.board.port(id);
                                 return ask(SWSH_OPTIONAL_CALL(swctl_platform_qos_port_group_get),
                                            port, reader.context.unit, port.chip);

@@ -37,7 +37,7 @@ Control control_in(const std::string &words) {
 
 // The chip's own words: what the library answers depends on what this process
 // has set before.
-Control read_control(const Reader &reader, int64_t interface, uint32_t type) {
+Control read_control(const SettingReader &reader, int64_t interface, uint32_t type) {
   const Port port = reader.board.port(interface);
   const uint32_t unit = reader.context.unit;
   Control control;
@@ -72,7 +72,7 @@ SettingKind rate_kind(uint32_t type, const Board &board) {
   kind.merges = true;
   kind.commands = {"storm set"};
   kind.usual = [](const Id &) { return Control().words(); };
-  kind.read = [type, ports = board.front_interfaces()](Reader &reader) {
+  kind.read = [type, ports = board.front_interfaces()](SettingReader &reader) {
     for (const int64_t port : ports) reader.put({port}, read_control(reader, port, type).words());
   };
   kind.take = [type](Statement &statement, Draft &draft) {
@@ -91,7 +91,7 @@ void add_storm_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(plain_kind({.name = "mode",
                               .command = "storm mode @",
                               .ids = {},
-                              .read = [](const Reader &reader, int64_t) -> int64_t {
+                              .read = [](const SettingReader &reader, int64_t) -> int64_t {
                                 return ask(SWSH_CALL(rtk_rate_stormControlRateMode_get),
                                            reader.context, reader.context.unit);
                               },
@@ -101,7 +101,7 @@ void add_storm_kinds(Kinds &kinds, const Board &board) {
         plain_kind({.name = "selection of type " + std::to_string(type),
                     .command = "storm set % type " + std::to_string(type) + " selection @",
                     .ids = board.front_interfaces(),
-                    .read = [type](const Reader &reader, int64_t interface) -> int64_t {
+                    .read = [type](const SettingReader &reader, int64_t interface) -> int64_t {
                       const Port port = reader.board.port(interface);
                       return ask(SWSH_CALL(rtk_rate_stormControlTypeSel_get), port,
                                  reader.context.unit, port.chip, type);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kInstanceKind[] = "stp instance";
 
-bool instance_exists(const Reader &reader, int64_t instance) {
+bool instance_exists(const SettingReader &reader, int64_t instance) {
   return ask(SWSH_CALL(user_stp_isMstpInstanceExist_get), "instance " + std::to_string(instance),
              kLead, reader.context.unit, static_cast<uint32_t>(instance)) != 0;
 }
@@ -26,7 +26,7 @@ SettingKind instance_kind() {
   kind.goes_last = true;
   kind.commands = {"stp instance add", "stp instance del"};
   kind.usual = [](const Id &id) { return id.number == 0 ? Content("") : std::nullopt; };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     for (int64_t instance = 0; instance <= kLastInstance; ++instance)
       reader.put({instance}, instance_exists(reader, instance) ? Content("") : std::nullopt);
   };
@@ -50,7 +50,7 @@ SettingKind instance_of_vlan_kind() {
   kind.removal_merges = true;
   kind.commands = {"stp vlan add", "stp vlan del"};
   kind.usual = [](const Id &) { return Content(); };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     each_record(SWSH_OPTIONAL_CALL(swctl_platform_vlan_next), "VLAN", reader.context.unit, 1,
                 [&](const swctl_platform_vlan &vlan) {
                   if (vlan.instance != 0)
@@ -80,7 +80,7 @@ int64_t shown_state(int64_t state) {
 
 SettingKind states_kind(int64_t instance, const Board &board) {
   const std::string number = std::to_string(instance);
-  const auto read = [instance](const Reader &reader, int64_t interface) -> int64_t {
+  const auto read = [instance](const SettingReader &reader, int64_t interface) -> int64_t {
     const Port port = reader.board.port(interface);
     return shown_state(ask(SWSH_CALL(user_stg_stp_get), port, kLead, reader.context.unit,
                            static_cast<uint32_t>(instance), port.chip));
@@ -91,7 +91,7 @@ SettingKind states_kind(int64_t instance, const Board &board) {
                                  .read = read,
                                  .usual = instance == 0 ? USER_STP_FORWARDING : USER_STP_DISABLED,
                                  .reads_as = shown_state});
-  kind.read = [instance, read_all = kind.read](Reader &reader) {
+  kind.read = [instance, read_all = kind.read](SettingReader &reader) {
     if (instance_exists(reader, instance)) read_all(reader);
   };
   kind.owner = [instance](const Id &) { return Owner{kInstanceKind, {instance}}; };

@@ -19,7 +19,7 @@ void add_trap(Kinds &kinds, const char *frames, const Getter &getter, uint32_t c
   kinds.push_back(plain_kind({.name = frames,
                               .command = std::string("trap set ") + frames + " @",
                               .ids = {},
-                              .read = [=](const Reader &reader, int64_t) -> int64_t {
+                              .read = [=](const SettingReader &reader, int64_t) -> int64_t {
                                 return ask(getter, std::string(frames), reader.context.unit, code);
                               },
                               .usual = usual,
@@ -28,15 +28,16 @@ void add_trap(Kinds &kinds, const char *frames, const Getter &getter, uint32_t c
 
 void add_port_trap(Kinds &kinds, const Board &board, const char *frames, uint32_t code) {
   constexpr auto kGet = SWSH_OPTIONAL_CALL(swctl_platform_trap_port_frame_get);
-  kinds.push_back(plain_kind({.name = frames,
-                              .command = std::string("trap set ") + frames + " @ ports %",
-                              .ids = board.front_interfaces(),
-                              .read = [=](const Reader &reader, int64_t interface) -> int64_t {
-                                const Port port = reader.board.port(interface);
-                                return ask(kGet, port, reader.context.unit, port.chip, code);
-                              },
-                              .usual = kUsualTrap,
-                              .needs = {kGet.name}}));
+  kinds.push_back(
+      plain_kind({.name = frames,
+                  .command = std::string("trap set ") + frames + " @ ports %",
+                  .ids = board.front_interfaces(),
+                  .read = [=](const SettingReader &reader, int64_t interface) -> int64_t {
+                    const Port port = reader.board.port(interface);
+                    return ask(kGet, port, reader.context.unit, port.chip, code);
+                  },
+                  .usual = kUsualTrap,
+                  .needs = {kGet.name}}));
 }
 
 }  // namespace

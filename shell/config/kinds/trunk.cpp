@@ -26,7 +26,7 @@ SettingKind members_kind() {
   kind.on_unit_zero = true;
   kind.commands = {"trunk set", "trunk del"};
   kind.usual = [](const Id &) { return Content(); };
-  kind.read = [](Reader &reader) {
+  kind.read = [](SettingReader &reader) {
     each_record(SWSH_OPTIONAL_CALL(swctl_platform_trunk_next), "trunk", reader.context.unit, 0,
                 [&](const swctl_platform_trunk &trunk) {
                   const auto members = reader.board.interfaces_of(trunk.members);
@@ -67,7 +67,7 @@ void add_trunk_kinds(Kinds &kinds, const Board &) {
   kinds.push_back(plain_kind({.name = "hash",
                               .command = "trunk hash @",
                               .ids = {},
-                              .read = [](const Reader &reader, int64_t) -> int64_t {
+                              .read = [](const SettingReader &reader, int64_t) -> int64_t {
                                 return ask(SWSH_OPTIONAL_CALL(swctl_platform_trunk_hash_get),
                                            reader.context, reader.context.unit,
                                            CHIP_TRUNK_ALGORITHM);

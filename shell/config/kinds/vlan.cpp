@@ -53,7 +53,7 @@ class MembershipWords {
   std::map<std::pair<uint32_t, uint32_t>, std::string> known_;
 };
 
-void read_vlan_settings(Reader &reader) {
+void read_vlan_settings(SettingReader &reader) {
   MembershipWords words(reader.board);
   bool has_first = false;
   for (const Vlan &vlan : read_vlans(reader.context)) {
@@ -136,7 +136,7 @@ SettingKind cpu_default_kind() {
   return plain_kind({.name = "default of the CPU",
                      .command = "vlan default @ ports 0",
                      .ids = {},
-                     .read = [](const Reader &reader, int64_t) -> int64_t {
+                     .read = [](const SettingReader &reader, int64_t) -> int64_t {
                        return read_pvid(reader.context, kCpuInterface);
                      },
                      .usual = kVlanAtPowerOn});

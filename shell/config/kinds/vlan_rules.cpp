@@ -93,7 +93,7 @@ bool is_writable(const RuleWords &words, const Fields &fields) {
   return std::ranges::all_of(fields, known) && matched == words.frames;
 }
 
-void read_rules(Reader &reader, const RuleKind &kind, const RuleWords &words) {
+void read_rules(SettingReader &reader, const RuleKind &kind, const RuleWords &words) {
   const std::string what = std::string(kind.word) + " rule";
   each_record(kNextRule, what, kind.entity, kind.first,
               [&](const swctl_platform_entity_rule &rule) {
@@ -158,14 +158,14 @@ SettingKind rule_kind_of(const RuleWords &words) {
                                 "vlan rule del " + kind_word, false);
   kind.needs = {"swctl_platform_entity_rule_next"};
   kind.on_unit_zero = true;
-  kind.read = [&words](Reader &reader) { read_rules(reader, rule_kind(words.kind), words); };
+  kind.read = [&words](SettingReader &reader) { read_rules(reader, rule_kind(words.kind), words); };
   kind.take = [&words](Statement &statement, Draft &draft) {
     return take_rule(statement, draft, words);
   };
   return kind;
 }
 
-void read_translations(Reader &reader) {
+void read_translations(SettingReader &reader) {
   each_record(kNextTranslation, "entry", reader.context.unit, 0,
               [&](const swctl_platform_vlan_egress &egress) {
                 const chip_vlan_egress_entry &entry = egress.entry;
