@@ -16,6 +16,7 @@
 #include "extcap_command.h"
 #include "frame_lines.h"
 #include "images.h"
+#include "lab_command.h"
 #include "usage_error.h"
 #include "wire_commands.h"
 
@@ -66,7 +67,9 @@ struct CommandLine {
   vchipctl::WireWords wire;
   vchipctl::CaptureWords capture;
   vchipctl::ExtcapWords extcap;
+  vchipctl::LabWords lab;
   std::string trace;
+  int exit_status = 0;    // of a command that another program does
   bool own_chip = false;  // what is run brings one and needs no image
   // For a command on one image, which is open then.
   std::function<void()> run;
@@ -245,6 +248,7 @@ void add_commands(CLI::App &app, CommandLine &line) {
   vchipctl::add_wire_commands(app, line.wire, line.run);
   vchipctl::add_capture_command(app, line.capture, line.run);
   vchipctl::add_extcap_command(app, line.extcap, line.run, line.own_chip);
+  vchipctl::add_lab_commands(app, line.lab, line.image, line.run, line.own_chip, line.exit_status);
   CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
   trace->add_option("COMMAND", line.trace, "on, off or show")->required();
   trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
@@ -325,6 +329,7 @@ int parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv)
   try {
     app.parse(argc, argv);
     run(app, line);
+    status = line.exit_status;
   } catch (const CLI::Success &success) {
     app.exit(success);
   } catch (const Differ &) {
