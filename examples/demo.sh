@@ -13,20 +13,7 @@ export VCHIP_IMAGE=$work/chip.img
 export PROBE=$build_dir/lib/libswctl-probe.so
 cd "$work"
 
-chapter() { printf '\n\033[1m%s\033[0m\n' "$*"; }
-# Shows a command as one would type it, then runs it.
-try() {
-  printf '\n$ %s\n' "$*"
-  eval "$*"
-}
-# The same for a command that is meant to be refused.
-refused() {
-  local status=0
-  printf '\n$ %s\n' "$*"
-  eval "$*" || status=$?
-  [ "$status" -ne 0 ] || { echo "demo: this was to be refused" >&2; exit 1; }
-  echo "(status $status)"
-}
+source "$source_dir/examples/show.sh"
 
 chapter "A chip as after power-on, and three cables plugged into its front ports"
 try vchipctl reset
@@ -147,6 +134,13 @@ refused "LD_PRELOAD=\$PROBE SWPROBE_FAIL='rtk_port_link_get port 2 result -1007'
 
 chapter "What the chip itself holds, past every SDK call"
 try "vchipctl dump --unit 0 --block port | sed -n 1,28p"
+
+chapter "Hosts at the ports: namespaces of Linux, which ping each other through the chip"
+if denied=$(vchipctl --image lab.img lab --ports 1 true 2>&1); then
+  try "vchipctl --image lab.img lab --ports 3 \$source_dir/examples/lab_demo.sh"
+else
+  echo "Not here. $denied"
+fi
 
 chapter "A wrong word is named, with what was expected in its place"
 refused swctl port set 4 sped 100
