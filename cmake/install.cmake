@@ -12,6 +12,7 @@ install(TARGETS swctl swctl_static swctl-vchip swctl-probe EXPORT swctl)
 install(TARGETS swctl_program vchipctl swctl-replay swctl-faults)
 if(TARGET vchipd)
   install(TARGETS vchipd)
+  install(FILES packaging/vchipd@.service DESTINATION lib/systemd/system)
   # Where Wireshark looks for further interfaces.
   install(PROGRAMS vchip/extcap/swctl-extcap DESTINATION ${CMAKE_INSTALL_LIBDIR}/wireshark/extcap)
 endif()
