@@ -61,7 +61,7 @@ def docstring(call, takes, gives, head=""):
     texts = [fill(f"{each.name}: {of_ports(plain(each.text)) if 'port' in each.kind else plain(each.text)}",
                   "        ") for each in gives if each.text]
     if not gives and result_text(call.comment):
-        texts = [fill(of_ports(plain(result_text(call.comment))), "        ")]
+        texts = [fill(plain(result_text(call.comment)), "        ")]
     if texts:
         lines += ["", "    Returns:", *texts]
     signature = ", ".join(each.c_name for each in call.arguments)

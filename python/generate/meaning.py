@@ -24,7 +24,7 @@ ADDRESSES = {
 }
 # A result that is a number rather than a success or a failure.
 WAYS = {"val": "in", "ref": "in", "out": "out", "upd": "both"}
-PLAIN_RESULTS = re.compile(r"-1, always|the link, |non-zero if")
+PLAIN_RESULTS = re.compile(r"-1, always|non-zero if|the sum\b|as for user_vlan_port_add\(\)")
 
 
 class Argument:
@@ -93,7 +93,7 @@ class Reader:
 
     @staticmethod
     def scalar(text):
-        if re.search(r"\bchip port\b", text) and not re.search(r"\blow\b", text):
+        if re.search(r"\bchip port\b", text):
             return "port"
         if re.search(r"(?:^|[ :;])(?:1|non-zero) (?:for )?on[,;]", text):
             return "switch"

@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The Python of records and of enumerations."""
+import re
+
 import documents
 from headers import Refusal
 from meaning import BITMAP, SCALARS, VALUES
@@ -13,10 +15,15 @@ from __future__ import annotations
 '''
 RECORDS = '''from . import _convert as _v
 from ._convert import Address, Any, Port, PortSet, Ports, Record, Sequence
-from ._numbers import box_port as _box_port, chip_port as _chip_port
+from ._numbers import ChipPort, box_port as _box_port, chip_port as _chip_port
 
 
 '''
+
+
+# A member that is a port or several, rather than a mask of ports or now a port, now
+# something else.
+PORT = re.compile(r"(destination )?chip ports?\b(?! or)")
 
 
 class Field:
@@ -51,6 +58,10 @@ class Field:
     def says(self, annotation, first, put, get):
         self.annotation, self.first, self.put, self.get = annotation, first, put, get
 
+    def document(self):
+        text = documents.plain(self.text)
+        return documents.of_ports(text) if "Port" in self.annotation else text
+
     def bitmap(self):
         if "chip port" not in self.text and "interface" not in self.text:
             raise Refusal(f"{self.record}: {self.name} does not say which ports its bits are")
@@ -69,7 +80,12 @@ class Field:
                       f"{kind}._get(found.{self.name})")
 
     def several(self):
-        if self.kind == "uint8_t" and self.name != "ports":
+        if PORT.match(self.text):
+            self.says("Sequence[Port]", f"(ChipPort(0),) * {self.count}",
+                      f'into.{self.name} = _v.numbers("{self.name}", [_chip_port("{self.name}", _each) '
+                      f'for _each in self.{self.name}], "{self.kind}", {self.count})',
+                      f"tuple(_box_port(_each) for _each in found.{self.name})")
+        elif self.kind == "uint8_t":
             self.says("Address", f"bytes({self.count})",
                       f'into.{self.name} = _v.octets("{self.name}", self.{self.name}, {self.count})',
                       f"bytes(found.{self.name})")
@@ -79,8 +95,8 @@ class Field:
                       f"tuple(found.{self.name})")
 
     def single(self):
-        if self.text.startswith("chip port"):
-            self.says("Port", "0", f'into.{self.name} = _v.integer("{self.name}", '
+        if PORT.match(self.text):
+            self.says("Port", "ChipPort(0)", f'into.{self.name} = _v.integer("{self.name}", '
                       f'_chip_port("{self.name}", self.{self.name}), "{self.kind}")',
                       f"_box_port(found.{self.name})")
         else:
@@ -91,8 +107,8 @@ class Field:
 def record_class(record, records):
     fields = [Field(record, member, records) for member in record.members]
     name = class_name(record.name)
-    text = documents.plain(documents.of_ports(record.text)) or f"The record {record.name}."
-    documented = [documents.fill(f"{each.name}: {documents.of_ports(documents.plain(each.text))}", "        ")
+    text = documents.plain(record.text) or f"The record {record.name}."
+    documented = [documents.fill(f"{each.name}: {each.document()}", "        ")
                   for each in fields if each.text]
     lines = [f"class {name}(Record):", documents.fill(f'"""{text}', "    ").rstrip()]
     lines += ["", "    Attributes:", *documented] if documented else []

@@ -256,6 +256,13 @@ def test_a_library_that_is_not_found_is_named(environment, why):
     assert done.returncode != 0 and why in done.stderr.replace("\n", " ")
 
 
+def test_with_the_libraries_of_a_platform_there_is_no_virtual_board():
+    done = run("import swctl\nprint(swctl.vlan.create(1) > 0)\nswctl.vchip.Board().open()",
+               SWCTL_PLATFORM="libswctl-vchip.so.1")
+    assert done.stdout == "True\n"
+    assert "a Board is a virtual chip, and SWCTL_PLATFORM names other libraries; unset it" in done.stderr
+
+
 def test_without_the_probe_all_but_calls_works(tmp_path):
     libraries = pathlib.Path(os.environ["SWCTL_LIBRARY_PATH"])
     for name in ("libswctl.so.1", "libswctl-vchip.so.1"):

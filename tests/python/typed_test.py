@@ -64,6 +64,14 @@ def test_records_go_in_and_come_back(board):
     assert again != entry and "vid=10" in repr(again)
 
 
+def test_ports_in_records_are_those_on_the_box(board):
+    ports = [2, swctl.ChipPort(2), *[swctl.ChipPort(0)] * 33]
+    swctl.mirror_trunk.trunk_set(1, records.TrunkDesc(count=2, ports=ports))
+    assert swctl.platform.trunk_next(1).members == 0b110
+    with pytest.raises(ValueError, match="ports: there is no port 40"):
+        swctl.mirror_trunk.trunk_set(1, records.TrunkDesc(count=1, ports=[40] * 35))
+
+
 def test_a_walk_calls_a_function_for_each_entry(board):
     swctl.vlan.create(10)
     for last in (1, 2, 3):
@@ -80,6 +88,14 @@ def test_a_walk_calls_a_function_for_each_entry(board):
     with pytest.raises(KeyError, match="stop"):
         swctl.l2.rtk_l2_traverse(stop)
     assert seen[3:] == ["again"]
+
+
+def test_a_result_that_is_no_success_or_failure_is_given(board):
+    swctl.vlan.create(10)
+    assert swctl.vlan.port_add(10, [1, 2], 1) == -1
+    assert swctl.vlan.port_remove(10, [1]) == -1
+    assert swctl.kmsg.SetFreeSockData(4711) == -1
+    assert swctl.kmsg.GetFreeSockData() == 0
 
 
 def test_what_the_sdk_only_writes_can_be_read_back(board):
