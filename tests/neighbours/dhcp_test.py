@@ -1,0 +1,67 @@
+# SPDX-License-Identifier: MIT
+"""dhcp_test.py PROGRAMS: dnsmasq gives a client at another port an address, if the VLANs
+of the chip let them see each other."""
+import os
+
+import neighbours
+
+SCRIPT = """#!/bin/sh
+[ "$1" = bound ] && ip addr add "$ip/24" dev "$interface"
+exit 0
+"""
+
+
+class Dhcp(neighbours.Case):
+    def setUp(self):
+        super().setUp()
+        self.server, self.client = self.hosts(1, 1)
+        self.server.up("eth0")
+        self.client.up("eth0")
+        with open(self.path("script"), "w", encoding="ascii") as file:
+            file.write(SCRIPT)
+        os.chmod(self.path("script"), 0o755)
+
+    def serve(self, interface):
+        self.server.up(interface, "10.20.0.1/24")
+        self.server.start("dnsmasq", "-k", "--conf-file=/dev/null", "--port=0", "--user=root",
+                          f"--interface={interface}", "--bind-interfaces",
+                          "--dhcp-range=10.20.0.50,10.20.0.60,1h",
+                          f"--dhcp-leasefile={self.path('leases')}", "--pid-file",
+                          "--log-facility=-")
+
+    def lease(self, tries):
+        """Whether the client gets one."""
+        result = self.client.ask("busybox", "udhcpc", "-i", "eth0", "-n", "-q", "-f", "-t", tries,
+                                 "-T", "1", "-s", self.path("script"))
+        return result.returncode == 0
+
+    def put_into_vlan(self, port):
+        self.swctl(f"vlan port del 1 {port}")
+        self.swctl(f"port set {port} vlan 20")
+
+    def expect_lease_in_vlan(self):
+        self.assertFalse(self.lease(1), "the client's port is in VLAN 1")
+        self.put_into_vlan(2)
+        self.assertTrue(self.lease(8))
+        self.assertRegex(self.client.run("ip -4 addr show eth0"), r"inet 10\.20\.0\.(5\d|60)/24")
+        self.assertTrue(self.client.pings("10.20.0.1"))
+
+    def test_between_access_ports(self):
+        self.serve("eth0")
+        self.swctl("vlan add 20 untagged 1-2")
+        self.put_into_vlan(1)
+        self.expect_lease_in_vlan()
+
+    def test_from_a_trunk(self):
+        """The server hears the VLAN with its tag."""
+        made = self.server.ask("ip", "link", "add", "link", "eth0", "name", "eth0.20", "type",
+                               "vlan", "id", 20)
+        if made.returncode != 0:
+            self.skipTest(f"the kernel has no interfaces of VLANs: {made.stderr.strip()}")
+        self.serve("eth0.20")
+        self.swctl("vlan add 20 tagged 1 untagged 2")
+        self.expect_lease_in_vlan()
+
+
+if __name__ == "__main__":
+    neighbours.main("dnsmasq", "busybox")
