@@ -8,6 +8,7 @@
 #include "command/completion.h"
 #include "command/help.h"
 #include "command/manual.h"
+#include "config/pending.h"
 #include "number_list.h"
 #include "objects/registry.h"
 #include "output/wrap.h"
@@ -78,6 +79,8 @@ Status run(const Settings &settings, DataOutput &output) {
   const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, style, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});
+  if (settings.bring_back_after)
+    return static_cast<Status>(bring_back_after(context, *settings.bring_back_after));
   if (settings.help) return show(run_command(command_table(), asking_help(settings), context));
   if (settings.version) return show({version_answer(), {}});
   if (settings.manual) return show({{Shape::text, {}, manual_sections(command_table())}, {}});

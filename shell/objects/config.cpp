@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <cerrno>
-#include <cstring>
+#include <ctime>
 
 #include "config/change.h"
 #include "config/file.h"
 #include "config/lines.h"
+#include "config/pending.h"
 #include "config/store.h"
 #include "fault.h"
 #include "objects/registry.h"
@@ -13,6 +13,7 @@
 namespace swsh {
 namespace {
 
+constexpr int64_t kLongestConfirmation = 86400;
 constexpr char kRunning[] = "running";
 
 std::string object_chosen(const Arguments &arguments) {
@@ -54,10 +55,68 @@ State good_file(const std::string &path, const Context &context, const Board &bo
   return std::move(file.state);
 }
 
+// The process that would bring the old configuration back waits before anything is changed:
+// it does so too if this one is killed half-way.
+void load_until_confirmed(const State &target, int64_t seconds, const Context &context,
+                          const Board &board) {
+  const Snapshot before(context, board);
+  await_confirmation(context.unit, seconds, text_of(before.state(), board));
+  try {
+    change_from(before, target, context, board);
+  } catch (const CommandError &) {
+    confirm(context.unit);
+    throw;
+  }
+}
+
 Answer load_config(const Arguments &arguments, const Context &context) {
   const Board board;
-  change_to(good_file(arguments.word("FILE"), context, board), context, board);
+  const State target = good_file(arguments.word("FILE"), context, board);
+  if (arguments.has("confirm")) {
+    load_until_confirmed(target, arguments.number("confirm"), context, board);
+  } else {
+    change_to(target, context, board);
+  }
   return {};
+}
+
+Answer confirm_config(const Arguments &, const Context &context) {
+  if (!confirm(context.unit))
+    throw CommandError(wrong_usage("no load waits for a confirmation", std::nullopt));
+  return {};
+}
+
+Answer keep_config(const Arguments &arguments, const Context &context) {
+  const Board board;
+  keep_checkpoint(context.unit, arguments.word("NAME"), text_of(read_state(context, board), board));
+  return {};
+}
+
+Answer roll_back(const Arguments &arguments, const Context &context) {
+  const Board board;
+  const std::string file = checkpoint_file(context.unit, arguments.word("NAME"));
+  change_to(good_file(file, context, board), context, board);
+  return {};
+}
+
+Answer forget_config(const Arguments &arguments, const Context &context) {
+  forget_checkpoint(context.unit, arguments.word("NAME"));
+  return {};
+}
+
+std::string time_text(int64_t time) {
+  const auto seconds = static_cast<time_t>(time);
+  char text[sizeof "2000-01-01T00:00:00+0000"];
+  strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S%z", localtime(&seconds));
+  return text;
+}
+
+Answer list_checkpoints(const Arguments &, const Context &context) {
+  Answer answer = {Shape::table, {}, ""};
+  for (const Checkpoint &each : checkpoints(context.unit))
+    answer.records.push_back(
+        Record().add("checkpoint", each.name).add("time", time_text(each.time)));
+  return answer;
 }
 
 Answer check_config(const Arguments &arguments, const Context &context) {
@@ -139,6 +198,9 @@ Node load_config_command() {
   return {.name = "load",
           .help = "Change the chip to a configuration",
           .positional = {file_parameter("FILE", "Configuration; - is standard input", true)},
+          .keywords = {{.name = "confirm",
+                        .type = number(1, kLongestConfirmation, "seconds"),
+                        .help = "Take it back after this time without config confirm"}},
           .details =
               "Changes what differs and nothing else; what the file does not make is made as\n"
               "after power-on. The file is checked whole before anything is changed. What is\n"
@@ -158,6 +220,16 @@ Node diff_config_command() {
           .run = diff_config};
 }
 
+Node name_command(const char *name, const char *help, Handler run) {
+  return {.name = name,
+          .help = help,
+          .positional = {file_parameter("NAME", "Name of the checkpoint", true)},
+          .details =
+              "Checkpoints are files below /var/lib/swctl, or SWCTL_STATE_DIRECTORY; at\n"
+              "most 50 are kept of a unit.\n",
+          .run = run};
+}
+
 }  // namespace
 
 Node config_object() {
@@ -175,7 +247,16 @@ Node config_object() {
                     .help = "Say everything that is wrong with a configuration",
                     .positional = {file_parameter("FILE", "Configuration", true)},
                     .details = "Nothing is changed.\n",
-                    .run = check_config}},
+                    .run = check_config},
+                   {.name = "confirm",
+                    .help = "Keep what a load with confirm has made",
+                    .run = confirm_config},
+                   name_command("checkpoint", "Keep the configuration under a name", keep_config),
+                   name_command("rollback", "Change the chip to a checkpoint", roll_back),
+                   name_command("forget", "Remove a checkpoint", forget_config),
+                   {.name = "checkpoints",
+                    .help = "Show the checkpoints",
+                    .run = list_checkpoints}},
   };
 }
 

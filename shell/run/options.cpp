@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "run/options.h"
 
+#include <cstdlib>
 #include <getopt.h>
 #include <limits>
 
@@ -95,6 +96,7 @@ class Reader {
     if (name == "batch") settings_.batch = value;
     if (name == "describe") settings_.described = true;
     if (name == "complete") settings_.completion_index = value;
+    if (name == "bring-back") settings_.bring_back_after = atoll(value.c_str());
     if (name == "unit") set_unit(value);
   }
 
@@ -129,6 +131,7 @@ const std::vector<Option> &options() {
       {"Version", 'V', "", "Show the version of the program"},
       {"manual", 0, "", ""},
       {"describe", 0, "", ""},
+      {"bring-back", 0, "SECONDS", ""},
       {"complete", 0, "INDEX", ""},
   };
   return all;

@@ -34,6 +34,7 @@ struct Settings {
   bool pretty = false;
   bool force = false;
   bool atomic = false;
+  std::optional<int64_t> bring_back_after;  // how the program calls itself, config/pending.h
   bool echo_status = false;
   bool help = false;
   bool version = false;

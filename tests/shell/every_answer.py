@@ -109,6 +109,12 @@ port set 4 vlan 10
 config diff plan
 config load plan
 config check plan
+config load plan confirm 60
+config confirm
+config checkpoint kept
+config checkpoints
+config rollback kept
+config forget kept
 qos map set 3 queue 4
 qos map show
 qos dscp set 46 priority 5
@@ -170,6 +176,7 @@ def main():
     with tempfile.TemporaryDirectory() as name:
         os.chdir(name)
         os.environ["VCHIP_IMAGE"] = f"{name}/chip.img"
+        os.environ["SWCTL_STATE_DIRECTORY"] = f"{name}/state"
         subprocess.run(["vchipctl", "reset"], check=True)
         elements = answers_to(LINES)
     wrong = [f"{each['command']}: {fault}" for each in elements
