@@ -9,8 +9,8 @@ POINTERS = {"val": "{} {}", "out": "{} *{}", "upd": "{} *{}", "ref": "const {} *
 
 
 def member(each):
-    size = "" if each.count is None else f"[{each.count}]"
-    return f"  {each.kind} {each.name}{size};"
+    sizes = "".join(f"[{size}]" for size in (each.count, each.inner) if size is not None)
+    return f"  {each.kind} {each.name}{sizes};"
 
 
 def record(each):

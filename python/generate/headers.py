@@ -23,7 +23,7 @@ CALLBACK = re.compile(DOCUMENTED + r"\btypedef int32_t \(\*(?P<name>\w+)\)\((?P<
 VARIABLE = re.compile(r"\bSWCTL_API extern (?P<kind>\w+) (?P<name>\w+)(?P<size>\[\w+\])?;")
 DEFINE = re.compile(r"^[ \t]*#[ \t]*define (?P<name>\w+)(?P<rest>(?:[^\n\\]|\\\n|\\)*)$", re.MULTILINE)
 INLINE = re.compile(r"static inline \w+ uint32_t (\w+)\([^)]*\) \{.*?\n\}", re.DOTALL)
-MEMBER = re.compile(r"(?P<kind>(?:const )?\w+(?: \*)?)\s*\b(?P<name>\w+)(?:\[(?P<size>\w+)\])?\s*;"
+MEMBER = re.compile(r"(?P<kind>(?:const )?\w+(?: \*)?)\s*\b(?P<name>\w+)(?P<sizes>(?:\[\w+\])*)\s*;"
                     rf"[ \t]*(?P<after>/\*\*<(?:(?!\*/).)*\*/)?", re.DOTALL)
 GROUP = re.compile(r"/\*\*(?P<head>(?:(?!\*/).)*@name (?P<title>[^\n]*)(?:(?!\*/).)*)@\{\s*\*/"
                    r"(?P<body>.*?)/\*\* @\} \*/", re.DOTALL)
@@ -43,8 +43,11 @@ def sentence(comment):
 class Member:
     def __init__(self, match, before, constants):
         self.name, self.kind = match["name"], " ".join(match["kind"].split())
-        size = match["size"]
-        self.count = None if size is None else int(size) if size.isdigit() else constants[size]
+        sizes = [int(size) if size.isdigit() else constants[size]
+                 for size in re.findall(r"\w+", match["sizes"])]
+        if len(sizes) > 2:
+            raise Refusal(f"the array {self.name} has more than two dimensions")
+        self.count, self.inner = (*sizes, None, None)[:2]
         self.text = sentence(match["after"] or before)
 
 
@@ -54,10 +57,15 @@ class Record:
         position = 0
         for match in MEMBER.finditer(body):
             between = body[position:match.start()]
-            if re.sub(declarations.COMMENT, "", between, flags=re.DOTALL).strip():
-                raise Refusal(f"record {name}: {between.strip()!r} is no member")
+            self.expect_comment(between)
             self.members.append(Member(match, between, constants))
             position = match.end()
+        self.expect_comment(body[position:])
+
+    def expect_comment(self, between):
+        rest = re.sub(declarations.COMMENT, "", between, flags=re.DOTALL).strip()
+        if rest:
+            raise Refusal(f"record {self.name}: {rest!r} is no member")
 
     @property
     def has_address(self):

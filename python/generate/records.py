@@ -31,6 +31,7 @@ class Field:
 
     def __init__(self, record, member, records):
         self.name, self.text, self.kind, self.count = member.name, member.text, member.kind, member.count
+        self.inner_size = member.inner
         self.record = record.name
         self.make(records)
 
@@ -50,6 +51,8 @@ class Field:
             self.inner(class_name(kind))
         elif kind not in SCALARS:
             raise Refusal(f"{self.record}: the type {kind} of {name} is not known")
+        elif self.inner_size:
+            self.table()
         elif count:
             self.several()
         else:
@@ -78,6 +81,13 @@ class Field:
         else:
             self.says(kind, f"{kind}()", f'into.{self.name} = _v.record("{self.name}", self.{self.name}, {kind})[0]',
                       f"{kind}._get(found.{self.name})")
+
+    def table(self):
+        if self.kind != "uint8_t":
+            raise Refusal(f"{self.record}: {self.name} is a table of {self.kind}")
+        self.says("Sequence[Address]", f"(bytes({self.inner_size}),) * {self.count}",
+                  f'_v.put_rows("{self.name}", self.{self.name}, {self.count}, {self.inner_size}, into.{self.name})',
+                  f"tuple(bytes(_each) for _each in found.{self.name})")
 
     def several(self):
         if PORT.match(self.text):

@@ -11,7 +11,7 @@ import xml.etree.ElementTree as ElementTree
 
 import pytest
 import swctl
-from swctl import c
+from swctl import c, records
 from swctl._names import NAMES
 
 SOURCE = pathlib.Path(os.environ["SWCTL_PYTHON_SOURCE"])
@@ -124,20 +124,54 @@ def test_functions_have_the_arguments_of_the_register():
         assert c.ffi.typeof(getattr(c, name)) == c.ffi.typeof(getattr(c, other))
 
 
-def test_constants_are_those_of_the_compiler(tmp_path):
-    """All of them, as a compiler reads the headers."""
+HEADERS = ["swctl/swctl.h", "swctl/platform/adapter.h", "swctl/platform/sdk.h", "swctl/platform/read.h",
+           "swctl-vchip/vchip.h", "swctl-vchip/ability.h", "swctl-vchip/frame.h", "swctl-vchip/document.h",
+           "swctl-probe/process.h", "swctl/platform/log.h"]
+
+
+def compiler_refuses(conditions, declarations=""):
+    """What a compiler says of conditions and declarations that it reads with the headers."""
+    text = "#include <stddef.h>\n" + "".join(f"#include <{name}>\n" for name in HEADERS)
+    text += "".join(f'_Static_assert({each}, "{each}");\n' for each in conditions) + declarations
+    folders = [f"-I{SOURCE / folder}" for folder in ("include", "vchip/include", "probe/include")]
+    done = subprocess.run(["cc", "-fsyntax-only", *folders, "-x", "c", "-"], input=text, capture_output=True, text=True, check=False,
+                          env={"PATH": os.environ["PATH"]})
+    return done.stderr
+
+
+def test_constants_are_those_of_the_compiler():
     stub = (pathlib.Path(swctl.__file__).parent / "c.pyi").read_text()
     names = re.findall(r"^([A-Z]\w+): int$", stub, re.MULTILINE)
     assert len(names) > 300
-    checks = "".join(f'_Static_assert((long long)({name}) == {getattr(c, name)}LL, "{name}");\n'
-                     for name in names)
-    headers = ["swctl/swctl.h", "swctl/platform/adapter.h", "swctl/platform/sdk.h", "swctl/platform/read.h",
-               "swctl-vchip/vchip.h", "swctl-vchip/ability.h", "swctl-vchip/frame.h"]
-    text = "".join(f"#include <{name}>\n" for name in headers) + checks
-    done = subprocess.run(["cc", "-fsyntax-only", f"-I{SOURCE}/include", f"-I{SOURCE}/vchip/include", "-x", "c",
-                           "-"], input=text, capture_output=True, text=True, check=False,
-                          env={"PATH": os.environ["PATH"]})
-    assert done.returncode == 0, done.stderr
+    assert compiler_refuses([f"(long long)({name}) == {getattr(c, name)}LL" for name in names]) == ""
+    assert "static assertion failed" in compiler_refuses(["USER_LINK_UP == 0"])
+
+
+def test_every_function_is_that_of_the_compiler(monkeypatch):
+    """A declaration that differs from an earlier one is an error."""
+    monkeypatch.syspath_prepend(SOURCE / "include")
+    monkeypatch.syspath_prepend(SOURCE / "python/generate")
+    headers, cdef = importlib.import_module("headers"), importlib.import_module("cdef")
+    interface = headers.Interface()
+    lines = [cdef.prototype(each) for each in interface.functions.values()]
+    lines += [cdef.call(name, arguments) for name, (arguments, _) in interface.calls.items()]
+    assert len(lines) == len(NAMES["functions"])
+    assert compiler_refuses([], "\n".join(lines)) == ""
+    assert "conflicting types" in compiler_refuses([], "int32_t user_port_init(uint32_t lead);\n")
+
+
+def test_every_record_is_that_of_the_compiler():
+    names = [kind.C_NAME for kind in map(vars(records).get, records.__all__)]
+    names += ["user_pbmp_t", "user_counter_t", "vchip_frame_t", "vchip_arrival_t"]
+    text = "".join(path.read_text() for folder in ("include", "vchip/include")
+                   for path in (SOURCE / folder).rglob("*.h") if path.read_text().startswith("/*"))
+    assert set(names) == set(re.findall(r"^struct (\w+) \{", text, re.MULTILINE))
+    conditions = []
+    for name in names:
+        struct = c.ffi.typeof(f"struct {name}")
+        conditions.append(f"sizeof(struct {name}) == {c.ffi.sizeof(struct)}")
+        conditions += [f"offsetof(struct {name}, {field}) == {found.offset}" for field, found in struct.fields]
+    assert compiler_refuses(conditions) == ""
 
 
 def refused_header(tmp_path, addition):
@@ -153,6 +187,7 @@ def refused_header(tmp_path, addition):
 
 @pytest.mark.parametrize("addition,why", [
     ("union user_word { uint32_t a; };", "'union user_word { uint32_t a; };' is not understood"),
+    ("struct user_word { uint32_t a; uint32_t b : 3; };", "record user_word: 'uint32_t b : 3;' is no member"),
     ("#define USER_TWICE(x) (2 * (x))", "USER_TWICE is a macro with arguments"),
     ("/**\n * @brief Reads.\n * @param there somewhere\n * @return 0\n */\n"
      "SWCTL_API int32_t user_qos_new_get(uint32_t *there);",

@@ -102,6 +102,11 @@ def test_what_the_sdk_only_writes_can_be_read_back(board):
     swctl.vlan.create(10)
     vlan = swctl.platform.vlan_next(2)
     assert isinstance(vlan, records.PlatformVlan) and vlan.index == 10
+    swctl.field.qualify_SrcMac(6, "02:00:00:00:00:01", "ff:ff:ff:ff:ff:00")
+    rule = swctl.platform.acl_rule_next(0)
+    assert (rule.index, rule.written[c.CHIP_ACL_FIELD_SRC_MAC], rule.written[c.CHIP_ACL_FIELD_DST_MAC]) == (6, 1, 0)
+    assert rule.data[c.CHIP_ACL_FIELD_SRC_MAC] == bytes.fromhex("020000000001") + bytes(10)
+    assert rule.mask[c.CHIP_ACL_FIELD_SRC_MAC] == b"\xff" * 5 + bytes(11)
 
 
 def test_the_sdk_itself(board):

@@ -164,6 +164,13 @@ def records(name: str, value: Sequence[R], kind: type[R], count: int, into: Any)
         each._put(into[index])
 
 
+def put_rows(name: str, value: Sequence[Address], count: int, size: int, into: Any) -> None:
+    if isinstance(value, (str, int)) or not hasattr(value, "__len__") or len(value) != count:
+        raise ValueError(f"{name}: expected {count} rows of {size} bytes, not {value!r}")
+    for index, each in enumerate(value):
+        into[index] = octets(f"{name}[{index}]", each, size)
+
+
 class Callback:
     """A Python function that C calls for each entry. What it raises ends the walk and
     is raised again after it.
@@ -228,5 +235,5 @@ __all__ = [
     "Address", "Any", "Callable", "Callback", "ChipPort", "Code", "Flags", "Frame", "NULL", "Optional",
     "Port", "PortSet", "Ports", "Record", "Sequence", "Union", "bitmap", "box_port", "c", "chip_port",
     "counter", "ffi", "frame", "get_bitmap", "integer", "new", "numbers", "octets", "put_bitmap",
-    "put_counter", "record", "records", "refused", "said", "switch", "text", "text_or_none",
+    "put_counter", "put_rows", "record", "records", "refused", "said", "switch", "text", "text_or_none",
 ]
