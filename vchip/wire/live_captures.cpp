@@ -14,6 +14,9 @@
 namespace vchipd {
 namespace {
 
+constexpr uint32_t kReadable = EPOLLIN;
+constexpr uint32_t kWritable = EPOLLOUT;
+
 uint64_t wall_clock() {
   timespec now = {};
   clock_gettime(CLOCK_REALTIME, &now);
@@ -85,8 +88,8 @@ bool LiveCaptures::flush(Reader &reader) {
   const bool waits = reader.capture->has_backlog();
   if (waits != reader.waits) {
     reader.waits = waits;
-    const uint32_t writable = waits ? EPOLLOUT : 0;
-    loop_.change(reader.connection.get(), writable | (reader.capture->has_ended() ? 0 : EPOLLIN));
+    const uint32_t writable = waits ? kWritable : 0;
+    loop_.change(reader.connection.get(), writable | (reader.capture->has_ended() ? 0 : kReadable));
   }
   return waits || !reader.capture->has_ended();
 }
@@ -104,7 +107,7 @@ void LiveCaptures::flush() {
 void LiveCaptures::end(Reader &reader) {
   if (reader.capture->has_ended()) return;
   reader.capture->end(stamp(panel_.clock().now()));
-  loop_.change(reader.connection.get(), reader.waits ? EPOLLOUT : 0);
+  loop_.change(reader.connection.get(), reader.waits ? kWritable : 0);
 }
 
 void LiveCaptures::serve(int descriptor, uint32_t events) {
