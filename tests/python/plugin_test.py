@@ -72,6 +72,18 @@ def test_the_log_of_a_daemon_is_shown_when_the_test_fails(pytester):
     done.stdout.fnmatch_lines(["E*./no-such-program: No such file or directory; name the program with its path*"])
 
 
+def test_a_daemon_that_crashes_is_an_error(pytester):
+    done = run(pytester, """
+    def test_crash(daemon):
+        one = daemon(sys.executable, "-c", "import os; print('now', flush=True); os.abort()", wait_for="now")
+        one.process.wait()
+    def test_killed(daemon):
+        daemon("sleep", "60").signal(signal.SIGKILL)
+    """)
+    done.assert_outcomes(passed=2, errors=1)
+    done.stdout.fnmatch_lines(["python3* was ended by SIGABRT", "*- log of python3* -*", "now"])
+
+
 def test_each_call_of_a_test_fails_once(pytester):
     done = run(pytester, """
     seen = []

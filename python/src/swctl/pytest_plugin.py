@@ -66,13 +66,15 @@ def daemon(request: pytest.FixtureRequest, tmp_path: pathlib.Path) -> Iterator[S
 
     `daemon("linkwatch", "plan", wait_for="the plan is set")` starts one and waits until it
     has printed that. `wait_for` may be a compiled pattern or a function too; `deadline` is
-    in seconds; `environment` is added to that of the test.
+    in seconds; `environment` is added to that of the test. A program that is ended by a
+    signal that the test has not sent makes an error of it.
     """
     started = request.node.stash.setdefault(DAEMONS, [])
     faults = request.node.stash.get(FAULTS, None)
 
     def start(*words: Union[str, "os.PathLike[str]"], wait_for: Optional[Wanted] = None, deadline: float = 10.0,
               environment: Optional[dict[str, str]] = None) -> Daemon:
+        __tracebackhide__ = True
         given = [os.fspath(word) for word in words]
         if not given:
             raise TypeError("daemon: expected the program and its arguments")
@@ -87,6 +89,9 @@ def daemon(request: pytest.FixtureRequest, tmp_path: pathlib.Path) -> Iterator[S
     yield start
     for one in started:
         one.end()
+    crashed = [f"{one.name} was ended by {one.crash}" for one in started if one.crash]
+    if crashed:
+        pytest.fail("; ".join(crashed), pytrace=False)
 
 
 def environment_of(request: pytest.FixtureRequest, faults: Optional[Faults], folder: pathlib.Path,
@@ -225,5 +230,5 @@ def pytest_runtest_makereport(item: pytest.Item, call: pytest.CallInfo[None]) ->
     if (faults is not None and faults.each.nth and call.when == "call" and isinstance(error, Refused)
             and error.code == faults.each.result):
         report.outcome, report.longrepr = "passed", None
-    if report.failed and call.when == "call":
+    if report.failed:
         report.sections += [(f"log of {one.name}", one.log) for one in item.stash.get(DAEMONS, [])]

@@ -32,6 +32,7 @@ class Daemon:
     def __init__(self, words: Sequence[str], log: pathlib.Path, environment: dict[str, str],
                  command: Optional[Sequence[str]] = None) -> None:
         self.name, self._log = os.path.basename(words[0]), log
+        self._signalled = False
         with open(log, "wb") as output:
             try:
                 self.process = subprocess.Popen(command or words, stdin=subprocess.DEVNULL, stdout=output,
@@ -47,6 +48,7 @@ class Daemon:
 
     def wait_for(self, wanted: Wanted, deadline: float = 10.0) -> None:
         """Waits until its log has a text or matches a pattern, or a function answers true."""
+        __tracebackhide__ = True
         end = time.monotonic() + deadline
         while True:
             ended = self.process.poll() is not None
@@ -68,10 +70,19 @@ class Daemon:
         return bool(wanted())
 
     def signal(self, number: int) -> None:
+        """Sends it a signal."""
+        self._signalled = True
         self.process.send_signal(number)
+
+    @property
+    def crash(self) -> Optional[str]:
+        """The signal that has ended it, if the test has sent none."""
+        status = self.process.poll()
+        return signal.Signals(-status).name if status is not None and status < 0 and not self._signalled else None
 
     def wait(self, deadline: float = 10.0) -> int:
         """Waits until it ends by itself, and answers its status."""
+        __tracebackhide__ = True
         try:
             return self.process.wait(deadline)
         except subprocess.TimeoutExpired:
@@ -81,7 +92,7 @@ class Daemon:
     def end(self) -> int:
         """Ends it with SIGTERM, and with SIGKILL if that does not help."""
         if self.process.poll() is None:
-            self.process.send_signal(signal.SIGTERM)
+            self.signal(signal.SIGTERM)
             try:
                 self.process.wait(PATIENCE_AT_END)
             except subprocess.TimeoutExpired:
