@@ -11,7 +11,10 @@ release=$(find /usr/src -maxdepth 1 -name 'linux-headers-*-amd64' -printf '%f\n'
   sed 's/^linux-headers-//' | sort -V | tail -n 1)
 [ -n "$release" ] || { echo "fetch.sh: no kernel headers are installed" >&2; exit 1; }
 mkdir -p "$dir"
-if [ -s "$dir/vmlinuz" ] && [ -d "$dir/modules" ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
+modules=(net/llc/llc.ko net/802/stp.ko net/bridge/bridge.ko drivers/net/veth.ko
+  drivers/net/ethernet/intel/e1000/e1000.ko)
+here() { find "$dir/modules" -name '*.ko' 2>/dev/null | wc -l; }
+if [ -s "$dir/vmlinuz" ] && [ "$(here)" -eq ${#modules[@]} ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -22,7 +25,6 @@ chmod 755 "$work"
   exit 1
 }
 place=./lib/modules/$release/kernel
-modules=(net/llc/llc.ko net/802/stp.ko net/bridge/bridge.ko drivers/net/veth.ko)
 dpkg-deb --fsys-tarfile "$work"/linux-image-*.deb |
   tar -x -C "$work" "./boot/vmlinuz-$release" "${modules[@]/#/$place/}"
 rm -rf "$dir/modules"

@@ -81,12 +81,12 @@ class Host:
 class Case(wires.Case):
     """A chip with hosts at its ports."""
 
-    def hosts(self, *counts):
+    def hosts(self, *counts, more=()):
         """As many hosts, each with so many interfaces: port 1 is the first one's eth0."""
         hosts = [Host(self, f"host{number}") for number in range(1, len(counts) + 1)]
         ends = [(host, place) for host, count in zip(hosts, counts) for place in range(count)]
         self.start(*(f"{port}=veth:sw{port}:eth{place}@{host.path}"
-                     for port, (host, place) in enumerate(ends, 1)))
+                     for port, (host, place) in enumerate(ends, 1)), *more)
         return hosts
 
     def said(self, daemon):
