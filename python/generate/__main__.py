@@ -4,6 +4,7 @@
 Writes the modules of the package that are made from the public headers into
 OUTPUT_DIR, which holds the others already.
 """
+import contextlib
 import pathlib
 import re
 import sys
@@ -20,7 +21,7 @@ from headers import Interface, Refusal
 from meaning import Reader
 from modules import Writer
 
-# Functions that only the package itself has a use for; `c` has them too.
+# Its text is a format of printf(), whose arguments only C knows; `c` has it.
 BY_NAME_ONLY = {"Log_logging_func"}
 FAMILIES = ["field", "frame", "kmsg", "l2", "mcast", "mirror_trunk", "port", "qos", "stp", "vlan"]
 
@@ -111,7 +112,8 @@ def generate(output):
     builder = cffi.FFI()
     builder.cdef(cdef.text(interface))
     builder.set_source("swctl._cdef", None)
-    builder.emit_python_code(str(output / "_cdef.py"))
+    with contextlib.redirect_stdout(None):
+        builder.emit_python_code(str(output / "_cdef.py"))
 
 
 if __name__ == "__main__":

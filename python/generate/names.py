@@ -3,6 +3,8 @@
 import keyword
 import re
 
+from headers import Refusal
+
 PREFIXES = re.compile(r"^(?:[Uu]ser_|swctl_platform_|vchip_|swprobe_)")
 
 
@@ -34,5 +36,5 @@ def function_names(family, names):
         if bare != words and taken.count(bare) == 0 and not bare.endswith("_set"):
             found[name] = bare
     if len(set(found.values())) != len(found):
-        raise ValueError(f"two functions of {family} would have the same name")
+        raise Refusal(f"two functions of {family} would have the same name")
     return {name: f"{words}_" if keyword.iskeyword(words) else words for name, words in found.items()}
