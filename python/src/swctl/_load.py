@@ -5,7 +5,6 @@ finds the next one: the library asks the probe, which asks the platform.
 from __future__ import annotations
 
 import os
-import pathlib
 import sys
 import threading
 from typing import Any
@@ -76,10 +75,10 @@ def places(name: str) -> list[str]:
     if "/" in name:
         return [name]
     if named:
-        return [str(pathlib.Path(named) / name)]
+        return [os.path.join(named, name)]
     prefixes = dict.fromkeys([sys.prefix, "/usr/local"])
-    beside = [pathlib.Path(prefix) / "lib" / name for prefix in prefixes]
-    return [name, *(str(path) for path in beside if path.exists())]
+    beside = [os.path.join(prefix, "lib", name) for prefix in prefixes]
+    return [name, *(path for path in beside if os.path.exists(path))]
 
 
 def _open(name: str) -> Any:
