@@ -117,6 +117,10 @@ void load_streams(const char *from, const char *to, Pace pace, size_t bytes) {
   const int out = join(to);
   write_all(out, record_of(frame_of(60, 1, 2)));
   usleep(300000);
+  // What came before is about the cable.
+  uint8_t told[4096];
+  while (recv(out, told, sizeof told, MSG_DONTWAIT) > 0) {
+  }
   std::atomic<uint64_t> received = 0;
   std::thread reader([&] {
     std::vector<uint8_t> room(1 << 18);

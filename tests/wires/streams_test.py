@@ -94,6 +94,53 @@ class Switching(wires.Case):
         self.assertIsNone(self.host[2].receive(NOTHING))
 
 
+class Cable(wires.Case):
+    """Two chips, each with a vchipd, joined by a stream."""
+
+    def setUp(self):
+        super().setUp()
+        self.start(f"1=unix:{self.path('cable')}", f"2=unix:{self.path('s2')}")
+        self.near = self.image
+        self.far = self.path("far.img")
+        self.environment["VCHIP_IMAGE"] = self.far
+        self.start(f"3=unix:{self.path('cable')}", f"4=unix:{self.path('s4')}")
+        wait_until(lambda: self.link(self.near, 1) == ("up", 1000), "the near link is up")
+        wait_until(lambda: self.link(self.far, 3) == ("up", 1000), "the far link is up")
+
+    def at(self, image, line):
+        self.environment["VCHIP_IMAGE"] = image
+        return self.swctl(line)
+
+    def link(self, image, port):
+        row = json.loads(self.at(image, f"-j port show {port}"))[0]
+        return row["link"], row["speed"]
+
+    def test_frames_pass(self):
+        self.environment["VCHIP_IMAGE"] = self.near
+        two = self.connect(2, "s2")
+        self.environment["VCHIP_IMAGE"] = self.far
+        four = self.connect(4, "s4")
+        two.send(frame(BROADCAST, mac(1)))
+        self.assertEqual(four.receive(), frame(BROADCAST, mac(1)))
+
+    def test_the_chips_negotiate(self):
+        self.at(self.near, "port set 1 advertise 10-full,100-full")
+        wait_until(lambda: self.link(self.far, 3) == ("up", 100), "the far end goes along")
+        self.assertEqual(self.link(self.near, 1), ("up", 100))
+        self.at(self.far, "port set 3 advertise 1000-full")
+        wait_until(lambda: self.link(self.near, 1)[0] == "down", "nothing in common")
+        self.assertEqual(self.link(self.far, 3)[0], "down")
+        self.at(self.near, "port set 1 advertise 1000-full,100-full")
+        wait_until(lambda: self.link(self.near, 1) == ("up", 1000) and
+                   self.link(self.far, 3) == ("up", 1000), "in common again")
+
+    def test_a_port_that_is_off_is_a_dead_cable(self):
+        self.at(self.far, "port set 3 admin off")
+        wait_until(lambda: self.link(self.near, 1)[0] == "down", "the near link goes down")
+        self.at(self.far, "port set 3 admin on")
+        wait_until(lambda: self.link(self.near, 1) == ("up", 1000), "and comes back")
+
+
 class Wires(wires.Case):
     def test_change_while_it_runs(self):
         self.start(f"1=unix:{self.path('s1')}")

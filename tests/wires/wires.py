@@ -15,6 +15,8 @@ import unittest
 
 PROGRAMS = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else pathlib.Path()
 BROADCAST = b"\xff" * 6
+# What a vchipd tells another one about its port.
+CABLE = bytes.fromhex("0180c2000001020000000000" "8808fffe")
 NOTHING = 0.15  # seconds in which a frame would have come
 PATIENCE = 5    # seconds until something is given up
 
@@ -52,6 +54,13 @@ class Stream:
         self.socket.sendall(b"".join(struct.pack(">I", len(each)) + each for each in frames))
 
     def receive(self, seconds=PATIENCE):
+        """The next frame that is not about the cable;"""
+        while True:
+            got = self.receive_any(seconds)
+            if got is None or not got.startswith(CABLE):
+                return got
+
+    def receive_any(self, seconds=PATIENCE):
         """The next frame; None if there is none in that time, or the stream has ended."""
         self.socket.settimeout(seconds)
         while len(self.rest) < 4 or len(self.rest) < 4 + self.length():

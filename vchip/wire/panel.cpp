@@ -57,12 +57,14 @@ class Panel::Plugged : public Socket {
     if (on == carrier_) return;
     carrier_ = on;
     if (port_ == VCHIP_CPU_PORT) return;
-    if (!on) {
+    if (on) {
+      plug();
+    } else {
       vchip_cable_pull(panel_.unit_, port_);
-      return;
     }
-    const vchip_partner_t partner = wire_->partner();
-    vchip_cable_plug(panel_.unit_, port_, &partner);
+  }
+  void partner_is_new() override {
+    if (carrier_ && port_ != VCHIP_CPU_PORT) plug();
   }
   bool is_due() const {
     const std::optional<uint64_t> time = wire_->next_time();
@@ -75,6 +77,11 @@ class Panel::Plugged : public Socket {
   bool ready = false;
 
  private:
+  void plug() {
+    const vchip_partner_t partner = wire_->partner();
+    vchip_cable_plug(panel_.unit_, port_, &partner);
+  }
+
   Panel &panel_;
   const int32_t port_;
   const std::string word_;

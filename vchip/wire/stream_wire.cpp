@@ -14,6 +14,7 @@
 #include <sys/uio.h>
 #include <sys/un.h>
 
+#include "cable.h"
 #include "descriptor.h"
 #include "fault.h"
 #include "loop.h"
@@ -100,7 +101,8 @@ class Inbox {
 
 class StreamWire : public Wire {
  public:
-  explicit StreamWire(Address address) : address_(std::move(address)) {}
+  StreamWire(Address address, const Place &place)
+      : address_(std::move(address)), unit_(place.unit), port_(place.port) {}
   ~StreamWire() override {
     disconnect();
     stop_listening();
@@ -112,6 +114,8 @@ class StreamWire : public Wire {
   void send(const vchip_frame_t *frames, uint32_t count) override;
   bool has_backlog() const override { return !backlog_.empty(); }
   std::string note() const override;
+  void links_are(uint32_t) override { tell(); }
+  vchip_partner_t partner() const override { return far_ ? far_->partner : Wire::partner(); }
 
  private:
   void meet();
@@ -133,7 +137,14 @@ class StreamWire : public Wire {
   void keep(size_t written);
   void flush();
 
+  void tell();
+  void hear(const CableEnd &end);
+
   const Address address_;
+  const uint32_t unit_;
+  const int32_t port_;
+  std::optional<CableEnd> told_;  // to the other end
+  std::optional<CableEnd> far_;   // what it has told
   Loop *loop_ = nullptr;
   Socket *socket_ = nullptr;
   Descriptor listener_;
@@ -240,6 +251,30 @@ void StreamWire::connection_made() {
   make_quick(connection_.get(), address_);
   inbox_.clear();
   socket_->carrier_is(true);
+  tell();
+}
+
+// The other end is told once, and when something has changed. One that is no vchipd
+// drops it as any MAC control that it does not know.
+void StreamWire::tell() {
+  if (!connection_ || connecting_ || port_ == VCHIP_CPU_PORT) return;
+  const CableEnd end = cable_end(unit_, port_);
+  if (told_ == end) return;
+  told_ = end;
+  const CableFrame frame = write_cable_frame(end);
+  uint8_t length[kLengthBytes];
+  write_length(length, kCableFrameBytes);
+  backlog_.insert(backlog_.end(), std::begin(length), std::end(length));
+  backlog_.insert(backlog_.end(), frame.begin(), frame.end());
+  loop_->change(connection_.get(), EPOLLIN | EPOLLOUT);
+  flush();
+}
+
+void StreamWire::hear(const CableEnd &end) {
+  if (far_ == end) return;
+  far_ = end;
+  if (end.on) socket_->partner_is_new();
+  socket_->carrier_is(end.on);
 }
 
 void StreamWire::disconnect() {
@@ -247,6 +282,8 @@ void StreamWire::disconnect() {
   loop_->forget(connection_.get());
   connection_.reset();
   connecting_ = false;
+  told_.reset();
+  far_.reset();
   backlog_.clear();
   inbox_.clear();
 }
@@ -286,6 +323,10 @@ void StreamWire::collect(Arrivals &arrivals, uint32_t most) {
   while (arrivals.size() < most) {
     const uint8_t *frame = inbox_.next(length);
     if (frame == nullptr) return;
+    if (const std::optional<CableEnd> end = read_cable_frame(frame, length)) {
+      hear(*end);
+      continue;
+    }
     if (is_frame_length(length)) {
       arrivals.push_back({frame, length, 0});
       ++counts_.received;
@@ -405,12 +446,12 @@ Address tcp_address(const std::string &rest) {
 
 }  // namespace
 
-std::unique_ptr<Wire> make_unix_wire(const std::string &rest, const Place &) {
-  return std::make_unique<StreamWire>(unix_address(rest));
+std::unique_ptr<Wire> make_unix_wire(const std::string &rest, const Place &place) {
+  return std::make_unique<StreamWire>(unix_address(rest), place);
 }
 
-std::unique_ptr<Wire> make_tcp_wire(const std::string &rest, const Place &) {
-  return std::make_unique<StreamWire>(tcp_address(rest));
+std::unique_ptr<Wire> make_tcp_wire(const std::string &rest, const Place &place) {
+  return std::make_unique<StreamWire>(tcp_address(rest), place);
 }
 
 }  // namespace vchipd

@@ -27,6 +27,8 @@ class Socket {
   virtual void frames_came() = 0;
   // The other end is there, or is no longer.
   virtual void carrier_is(bool on) = 0;
+  // It advertises something else.
+  virtual void partner_is_new() = 0;
 };
 
 struct WireCounts {
