@@ -19,8 +19,9 @@ def of_ports(text):
 
 
 def fill(text, indent):
-    return textwrap.fill(" ".join(text.split()), WIDTH, initial_indent=indent,
-                         subsequent_indent=indent + "    " if indent.strip() == "" and len(indent) > 4 else indent)
+    """Lines of an entry of a list go on further to the right."""
+    further = f"{indent}    " if len(indent) > 4 else indent
+    return textwrap.fill(" ".join(text.split()), WIDTH, initial_indent=indent, subsequent_indent=further)
 
 
 def body(comment):
@@ -43,7 +44,7 @@ def paragraph(text, indent="    "):
     return fill(text, indent)
 
 
-def arguments(call, takes):
+def arguments(takes):
     for each in takes:
         text = plain(each.text)
         if each.kind in ("port", "chip_ports", "interfaces"):
@@ -52,10 +53,10 @@ def arguments(call, takes):
             yield fill(f"{each.name}: {text}", "        ")
 
 
-def docstring(call, takes, gives, head=""):
-    paragraphs = body(call.comment) or [head or call.name]
+def docstring(call, takes, gives):
+    paragraphs = body(call.comment) or [call.name]
     lines = ["\n\n".join(paragraph(each) for each in paragraphs).lstrip()]
-    words = list(arguments(call, takes))
+    words = list(arguments(takes))
     if words:
         lines += ["", "    Args:", *words]
     texts = [fill(f"{each.name}: {of_ports(plain(each.text)) if 'port' in each.kind else plain(each.text)}",

@@ -103,6 +103,13 @@ def test_expect_explains_what_became_of_the_frame(board):
     assert board.explain(BROADCAST, 4).dropped == "port: port 4 has no link"
 
 
+def test_expect_wants_ports_that_there_are(board):
+    with pytest.raises(TypeError, match=r"on: expected a collection of ports such as \[2, 3\], not 2"):
+        board.expect(BROADCAST, on=2)
+    with pytest.raises(ValueError, match="on: there is no port 40"):
+        board.expect(BROADCAST, on=[40])
+
+
 def test_explain_changes_nothing(board):
     board.link_up(1, 2)
     before = board.dump()

@@ -50,6 +50,9 @@ def test_switches_flags_and_counters(board):
     assert swctl.port.ability_advert(3) & codes.Ability.ABILITY_1000_FULL
     controls.counter_set(3, c.CHIP_COUNTER_RX_UNICAST, 2**40 + 5)
     assert swctl.port.packetstat(3, c.CHIP_COUNTER_RX_UNICAST) == 2**40 + 5
+    controls.acl_count(1, packets=5, bytes_=2**33)
+    assert swctl.field.get_statistics(1, c.USER_FIELD_COUNT_PACKETS) == 5
+    assert swctl.field.get_statistics(1, c.USER_FIELD_COUNT_PACKETS + 1) == 2**33
     everything = swctl.port.stat_port_getAll(3)
     assert everything.value[c.CHIP_COUNTER_RX_UNICAST] == 2**40 + 5
 

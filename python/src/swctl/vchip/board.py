@@ -217,6 +217,8 @@ class Board:
         `on` names it.
         """
         __tracebackhide__ = True
+        if isinstance(on, (int, str, bytes)):
+            raise TypeError(f"on: expected a collection of ports such as [2, 3], not {on!r}")
         wanted = set(on)
         for each in wanted:
             chip_port("on", each)
