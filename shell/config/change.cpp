@@ -24,7 +24,6 @@ std::optional<Fault> take_step(const Step &step, const Context &context) {
 
 Fault refused_step(const Step &step, Fault fault) {
   if (fault.context.empty()) fault.context = step.command;
-  fault.status = kRefused;
   return fault;
 }
 
@@ -86,16 +85,39 @@ Snapshot::Snapshot(const Context &context, const Board &board)
       state_(read_state(context, board)),
       learned_(learned_addresses(context)) {}
 
+namespace {
+
+std::string not_known(const CommandError &error) {
+  return "what was put back is not known: " + fault_line(error.fault());
+}
+
+}  // namespace
+
 std::string Snapshot::put_back() const {
   try {
-    for (const Step &step : plan(read_state(context_, board_), state_, board_))
-      take_step(step, context_);
-    const auto left = differences(state_, read_state(context_, board_), board_);
-    if (!left.empty()) return "not put back: " + named_settings(left);
-    return put_learned_back();
+    return put_back_from(read_state(context_, board_));
   } catch (const CommandError &error) {
-    return "what was put back is not known: " + fault_line(error.fault());
+    return not_known(error);
   }
+}
+
+// A setting that is always there is set again, whatever it reads as.
+std::string Snapshot::put_back_after(const Step &refused, const State &target) const {
+  try {
+    State now = read_state(context_, board_);
+    if (kinds(board_)[refused.kind].usual({}))
+      now.contents[refused.kind] = target.contents[refused.kind];
+    return put_back_from(std::move(now));
+  } catch (const CommandError &error) {
+    return not_known(error);
+  }
+}
+
+std::string Snapshot::put_back_from(State now) const {
+  for (const Step &step : plan(now, state_, board_)) take_step(step, context_);
+  const auto left = differences(state_, read_state(context_, board_), board_);
+  if (!left.empty()) return "not put back: " + named_settings(left);
+  return put_learned_back();
 }
 
 // What reading or deleting a VLAN removes.
@@ -116,11 +138,20 @@ std::vector<std::string> Snapshot::unread() const {
 
 namespace {
 
-[[noreturn]] void fail_and_put_back(Fault fault, const Snapshot &before) {
-  const std::string left = before.put_back();
+[[noreturn]] void fail_with(Fault fault, const Snapshot &before, const std::string &left) {
+  fault.status = kRefused;
   fault.message += left.empty() ? "; all is as it was" : "; " + left;
   const std::vector<std::string> unread = before.unread();
   if (!unread.empty()) fault.message += "; cannot be read: " + named_settings(unread);
+  throw CommandError(fault);
+}
+
+// The chip has to read as the target: what it did not take shows.
+void expect_reads_as(const State &target, const Context &context, const Board &board) {
+  const auto left = differences(target, read_state(context, board), board);
+  if (left.empty()) return;
+  Fault fault;
+  fault.message = "the chip reads otherwise afterwards: " + named_settings(left);
   throw CommandError(fault);
 }
 
@@ -131,15 +162,14 @@ void change_from(const Snapshot &before, const State &target, const Context &con
   const std::vector<Step> steps = plan(before.state(), target, board);
   for (const Step &step : steps) {
     const std::optional<Fault> fault = take_step(step, context);
-    if (fault) fail_and_put_back(refused_step(step, *fault), before);
+    if (fault) fail_with(refused_step(step, *fault), before, before.put_back_after(step, target));
   }
   if (steps.empty()) return;
-  const auto left = differences(target, read_state(context, board), board);
-  if (left.empty()) return;
-  Fault fault;
-  fault.status = kRefused;
-  fault.message = "the chip reads otherwise afterwards: " + named_settings(left);
-  fail_and_put_back(fault, before);
+  try {
+    expect_reads_as(target, context, board);
+  } catch (const CommandError &error) {
+    fail_with(error.fault(), before, before.put_back());
+  }
 }
 
 void change_to(const State &target, const Context &context, const Board &board) {

@@ -22,10 +22,14 @@ class Snapshot {
   // Makes the chip as it was, and says in words what is not: empty if nothing. What the
   // platform cannot read does not count.
   std::string put_back() const;
+  // The same after a step on the way to a target was refused: of what it sets, more may have
+  // changed than can be read.
+  std::string put_back_after(const Step &refused, const State &target) const;
   // Kinds of settings that the platform cannot read.
   std::vector<std::string> unread() const;
 
  private:
+  std::string put_back_from(State now) const;
   std::string put_learned_back() const;
 
   const Context &context_;
