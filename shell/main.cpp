@@ -56,7 +56,9 @@ Status batch(const Settings &settings, DataOutput &output) {
                     .atomic = settings.atomic,
                     .style = settings.style(),
                     .in_array = settings.batch.has_value(),
-                    .context = {.unit = settings.unit, .width = text_width(output.descriptor())}},
+                    .context = {.unit = settings.unit,
+                                .width = text_width(output.descriptor()),
+                                .may_exist = settings.may_exist}},
                    output);
 }
 
@@ -75,7 +77,7 @@ Status run(const Settings &settings, DataOutput &output) {
   const Context context = {
       settings.unit,
       [&](const Record &record) { output.write(line_text(record, style.format) + '\n'); },
-      text_width(output.descriptor())};
+      text_width(output.descriptor()), settings.may_exist};
   const auto show = [&](const Outcome &outcome) { return report(outcome, kPlace, style, output); };
   if (settings.completion_index) return complete(settings, output);
   if (settings.fault) return show({{}, settings.fault});

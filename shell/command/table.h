@@ -124,6 +124,7 @@ struct Context {
   // answers are gathered before they are shown.
   std::function<void(const Record &)> emit = {};
   size_t width = kUsualWidth;  // columns for text
+  bool may_exist = false;      // what a command makes may be so already
 };
 
 using Handler = Answer (*)(const Arguments &, const Context &);

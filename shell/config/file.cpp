@@ -42,6 +42,28 @@ void expect_all_taken(const Walk &found, const Statement &statement) {
         throw no_setting(statement.command, each.name);
 }
 
+}  // namespace
+
+bool take_settings(const std::string &command, const Walk &found, const Context &context,
+                   const Board &board, State &state, std::vector<Changed> &changed) {
+  Statement statement(command, found.arguments, board);
+  bool taken = false;
+  for (const size_t number : kinds_of(command, board)) {
+    const SettingKind &kind = kinds(board)[number];
+    Draft draft(kind, state.contents[number]);
+    if (!kind.take(statement, draft)) continue;
+    taken = true;
+    if (kind.on_unit_zero && context.unit != 0)
+      throw CommandError(
+          wrong_usage("the library reaches unit 0 only", std::to_string(context.unit), {"unit 0"}));
+    for (const Id &id : draft.changed()) changed.push_back({number, id});
+  }
+  if (taken) expect_all_taken(found, statement);
+  return taken;
+}
+
+namespace {
+
 // The places of what was set, by kind and ID.
 using Places = std::vector<std::map<Id, int64_t>>;
 
@@ -92,21 +114,10 @@ class FileReader {
 
   void take_walk(const Walk &found) {
     const std::string command = join(command_path(command_table(), found), " ");
-    Statement statement(command, found.arguments, board_);
-    bool taken = false;
-    for (const size_t number : kinds_of(command, board_)) {
-      const SettingKind &kind = kinds(board_)[number];
-      Draft draft(kind, file_.state.contents[number]);
-      if (!kind.take(statement, draft)) continue;
-      taken = true;
-      if (kind.on_unit_zero && context_.unit != 0)
-        throw CommandError(wrong_usage("the library reaches unit 0 only",
-                                       std::to_string(context_.unit), {"unit 0"}));
-      if (kind.owner || kind.check)
-        for (const Id &id : draft.changed()) places_[number][id] = line_;
-    }
-    if (!taken) throw no_setting(command, "");
-    expect_all_taken(found, statement);
+    std::vector<Changed> changed;
+    if (!take_settings(command, found, context_, board_, file_.state, changed))
+      throw no_setting(command, "");
+    for (const auto &[number, id] : changed) places_[number][id] = line_;
   }
 
   bool is_there(const Owner &owner) const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "command/walker.h"
 #include "config/state.h"
 #include "fault.h"
 
@@ -32,6 +33,17 @@ FileState read_text(const std::string &name, const std::string &text, const Cont
 
 // Throws the CommandError that names all faults, line by line, if there are any.
 void expect_good(const FileState &file);
+
+// A setting that a command was about.
+struct Changed {
+  size_t kind;
+  Id id;
+};
+
+// Takes a command, "vlan add", into a configuration. False if it makes no settings. Throws
+// a CommandError if it makes some and something else, or if they do not fit what there is.
+bool take_settings(const std::string &command, const Walk &found, const Context &context,
+                   const Board &board, State &state, std::vector<Changed> &changed);
 
 }  // namespace swsh
 

@@ -2,6 +2,7 @@
 #include "config/setting.h"
 
 #include "config/kinds.h"
+#include "fault.h"
 
 namespace swsh {
 
@@ -40,6 +41,15 @@ void Draft::put(const Id &id, Content content) {
   } else {
     contents_.insert_or_assign(id, std::move(content));
   }
+}
+
+void Draft::add(const Id &id, Content content) {
+  const Content before = at(id);
+  if (before && before != content) {
+    const std::string which = id.text.empty() ? std::to_string(id.number) : id.text;
+    throw CommandError(wrong_usage(kind_.title() + ' ' + which + " is there already", which));
+  }
+  put(id, std::move(content));
 }
 
 const std::vector<SettingKind> &kinds(const Board &board) {

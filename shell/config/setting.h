@@ -87,6 +87,8 @@ class Draft {
 
   Content at(const Id &id) const;
   void put(const Id &id, Content content);
+  // Throws a CommandError if there is another one already.
+  void add(const Id &id, Content content);
   const std::vector<Id> &changed() const { return changed_; }
 
  private:

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "objects/registry.h"
 
+#include "config/idempotent.h"
+
 namespace swsh {
 
-const Node &command_table() {
-  static const Node root = {
+namespace {
+
+Node make_table() {
+  Node root = {
       .name = "swctl",
       .help = "Shows and changes a switch chip through libswctl",
       .children =
@@ -18,6 +22,14 @@ const Node &command_table() {
           "Without a command, swctl reads commands: from a terminal with history and\n"
           "completion, from a file or pipe as a batch.\n",
   };
+  add_replace_commands(root);
+  return root;
+}
+
+}  // namespace
+
+const Node &command_table() {
+  static const Node root = make_table();
   return root;
 }
 

@@ -8,6 +8,7 @@
 #include "command/help.h"
 #include "command/value.h"
 #include "command/walker.h"
+#include "config/idempotent.h"
 #include "interrupt.h"
 #include "output/wrap.h"
 #include "text.h"
@@ -49,8 +50,15 @@ std::vector<std::string> notes_on(const Walk &found) {
   return notes;
 }
 
-Answer run(const Node &root, const Walk &found, const Context &context) {
+Answer run(const Node &root, const Walk &found, const Context &context,
+           std::vector<std::string> &notes) {
   if (needs_platform(root, found)) expect_platform();
+  if (context.may_exist) {
+    Context plain = context;
+    plain.may_exist = false;
+    std::optional<Answer> answer = run_if_needed(found, plain, notes);
+    if (answer) return *answer;
+  }
   return found.node->run(found.arguments, context);
 }
 
@@ -64,9 +72,10 @@ Outcome run_command(const Node &root, const std::vector<std::string> &words,
   if (found.wrong) return failed(*found.wrong, found.path);
   if (found.missing) return failed(*found.missing, found.path);
   try {
-    Answer answer = run(root, found, context);
+    std::vector<std::string> notes = notes_on(found);
+    Answer answer = run(root, found, context, notes);
     stop_if_interrupted();  // it may have cut a wait short
-    return {std::move(answer), std::nullopt, notes_on(found)};
+    return {std::move(answer), std::nullopt, std::move(notes)};
   } catch (const CommandError &error) {
     // What failed may have failed because it was interrupted.
     return failed(take_interrupt() ? interrupted() : error.fault(), found.path);

@@ -34,6 +34,7 @@ struct Settings {
   bool pretty = false;
   bool force = false;
   bool atomic = false;
+  bool may_exist = false;
   std::optional<int64_t> bring_back_after;  // how the program calls itself, config/pending.h
   bool echo_status = false;
   bool help = false;

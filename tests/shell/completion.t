@@ -90,6 +90,7 @@ What completion offers.
   -batch
   -force
   -atomic
+  -may-exist
   -echo-status
   -unit
   -help

@@ -103,6 +103,12 @@ mirror add 1 to 26 ports 1-2 direction ingress
 mirror show
 mirror del 1
 mirror reset 1
+acl replace 300 src-port 7 action drop
+mac replace 02:00:00:00:00:01 vlan 1 port 4
+mcast replace 01:00:5e:00:00:01 vlan 10 ports 4
+mcast ip replace 232.1.2.3 vlan 10 ports 3
+vlan replace 10 tagged 1
+vlan translate replace 2 port 1 from 10 to 11
 config show
 config save plan
 port set 4 vlan 10

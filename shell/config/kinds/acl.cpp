@@ -120,8 +120,9 @@ CommandError written_twice(int64_t rule) {
 
 void take_new_rule(Statement &statement, Draft &draft) {
   const Id id = {statement.take("RULE")->number};
-  RuleText rule = rule_in(draft.at(id));
-  if (!rule.body().empty()) throw written_twice(id.number);
+  const Content before = draft.at(id);
+  RuleText rule = rule_in(before);
+  const bool is_new = rule.body().empty();
   rule.match = conditions_text(conditions_of(statement.arguments));
   if (statement.arguments.has("action"))
     rule.actions = planned_text(actions_of(statement.arguments.word("action")));
@@ -129,6 +130,7 @@ void take_new_rule(Statement &statement, Draft &draft) {
   for (const Parameter &each : qualifier_parameters()) statement.take(each.name);
   statement.take("action");
   statement.take("enable");
+  if (!is_new && rule.words() != before) throw written_twice(id.number);
   draft.put(id, rule.words());
 }
 

@@ -47,6 +47,10 @@ Id id_given(Statement &statement) {
 bool take_address(Statement &statement, Draft &draft) {
   if (statement.arguments.has("dynamic")) return false;
   const Id id = id_given(statement);
+  if (statement.command == "mac del") {
+    draft.put(id, std::nullopt);
+    return true;
+  }
   statement.take("static");
   const int64_t port = statement.take("port")->number;
   statement.board.expect({port});

@@ -33,8 +33,13 @@ void put_ports(SettingReader &reader, const Id &id, uint32_t chip_ports) {
   }
 }
 
-void expect_new(const Draft &draft, const Id &id) {
-  if (draft.at(id)) throw CommandError(wrong_usage(id.text + " is there already", id.text));
+// Taken away, or added with the ports that are given.
+void take_group(Statement &statement, Draft &draft, const Id &id) {
+  if (statement.command.ends_with(" del")) {
+    draft.put(id, std::nullopt);
+  } else {
+    draft.add(id, list_words("ports", take_interfaces(statement, "ports")).substr(1));
+  }
 }
 
 SettingKind group_kind() {
@@ -47,9 +52,7 @@ SettingKind group_kind() {
     uint8_t mac[6] = {};
     std::ranges::transform(statement.take("MAC")->numbers, mac,
                            [](int64_t byte) { return static_cast<uint8_t>(byte); });
-    const Id id = group_id(mac_text(mac), statement.take("vlan")->number);
-    expect_new(draft, id);
-    draft.put(id, list_words("ports", take_interfaces(statement, "ports")).substr(1));
+    take_group(statement, draft, group_id(mac_text(mac), statement.take("vlan")->number));
     return true;
   };
   return kind;
@@ -121,8 +124,7 @@ bool take_ip_entry(Statement &statement, Draft &draft) {
                                      {"a source of the group's family"}));
     if (!is_every_word(from)) id.text = with_source(id.text, from);
   }
-  expect_new(draft, id);
-  draft.put(id, list_words("ports", take_interfaces(statement, "ports")).substr(1));
+  take_group(statement, draft, id);
   return true;
 }
 

@@ -17,7 +17,7 @@ inline SettingKind table_kind(const std::string &object, const std::string &name
   SettingKind kind;
   kind.object = object;
   kind.name = name;
-  kind.commands = {add};
+  kind.commands = {add, del};
   kind.usual = [](const Id &) { return Content(); };
   kind.change = [=](const Change &change, Commands &commands) {
     if (!change.to) {

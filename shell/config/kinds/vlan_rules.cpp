@@ -136,6 +136,10 @@ std::string argument_words(Statement &statement, const std::string &name, const 
 
 bool take_rule(Statement &statement, Draft &draft, const RuleWords &words) {
   const Id id = {statement.take("INDEX")->number};
+  if (statement.command.starts_with("vlan rule del")) {
+    draft.put(id, std::nullopt);
+    return true;
+  }
   Fields fields;
   fields["ports"] = all_ports(statement.board);
   for (const std::string each : words.words) {
@@ -143,12 +147,7 @@ bool take_rule(Statement &statement, Draft &draft, const RuleWords &words) {
     const Argument *given = statement.take(name);
     if (given != nullptr) fields[name] = argument_words(statement, name, *given);
   }
-  if (draft.at(id)) {
-    const std::string number = std::to_string(id.number);
-    throw CommandError(
-        wrong_usage(std::string(words.kind) + " rule " + number + " is there already", number));
-  }
-  draft.put(id, composed(words, fields, statement.board));
+  draft.add(id, composed(words, fields, statement.board));
   return true;
 }
 
@@ -182,12 +181,16 @@ void read_translations(SettingReader &reader) {
 }
 
 bool take_translation(Statement &statement, Draft &draft) {
+  const Id id = {statement.take("INDEX")->number};
+  if (statement.command == "vlan translate del") {
+    draft.put(id, std::nullopt);
+    return true;
+  }
   const int64_t port = statement.take("port")->number;
   statement.board.expect({port});
   const std::string from = std::to_string(statement.take("from")->number);
   const std::string to = std::to_string(statement.take("to")->number);
-  draft.put({statement.take("INDEX")->number},
-            "port " + std::to_string(port) + " from " + from + " to " + to);
+  draft.put(id, "port " + std::to_string(port) + " from " + from + " to " + to);
   return true;
 }
 

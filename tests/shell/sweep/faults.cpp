@@ -94,7 +94,9 @@ class Sweep {
     ++commands_;
     const Run reference = run({.line = line, .keep_in = &after_});
     // One that reads the whole chip makes thousands of calls, most of them alike.
-    const size_t every = line.starts_with("config ") ? 64 * every_ : every_;
+    const bool reads_all =
+        line.starts_with("config ") || line.find(" replace ") != std::string::npos;
+    const size_t every = reads_all ? 64 * every_ : every_;
     for (const Fault &fault : faults_of(reference.calls)) {
       if (seen_++ % every != 0) continue;
       const Run failed = run({.line = line, .plan = fault.plan, .as = &after_});

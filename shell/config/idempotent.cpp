@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "config/idempotent.h"
+
+#include <set>
+
+#include "config/change.h"
+#include "config/file.h"
+#include "number_list.h"
+#include "objects/registry.h"
+#include "run/words.h"
+#include "text.h"
+
+namespace swsh {
+namespace {
+
+std::vector<std::string> words_of(const char *path) {
+  return split_words(path).words;
+}
+
+// "already so: vlan 10-12, port vlan 3"
+std::string already_so(const std::vector<Changed> &same, const Board &board) {
+  std::vector<std::string> names;
+  for (size_t at = 0; at < same.size();) {
+    const SettingKind &kind = kinds(board)[same[at].kind];
+    std::set<int64_t> numbers;
+    size_t next = at;
+    for (; next < same.size() && same[next].kind == same[at].kind; ++next) {
+      const Id &id = same[next].id;
+      if (id.text.empty()) numbers.insert(id.number);
+      if (!id.text.empty()) names.push_back(kind.title() + ' ' + id.text);
+    }
+    const bool is_one = !kind.merges && kind.usual({}) && numbers == std::set<int64_t>{0};
+    if (is_one) names.push_back(kind.title());
+    if (!numbers.empty() && !is_one)
+      names.push_back(kind.title() + ' ' + number_list_text({numbers.begin(), numbers.end()}));
+    at = next;
+  }
+  return "already so: " + join(names, ", ");
+}
+
+Content content_of(const State &state, const Changed &setting, const Board &board) {
+  const Contents &contents = state.contents[setting.kind];
+  const auto found = contents.find(setting.id);
+  return found == contents.end() ? kinds(board)[setting.kind].usual(setting.id) : found->second;
+}
+
+}  // namespace
+
+std::optional<Answer> run_if_needed(const Walk &found, const Context &context,
+                                    std::vector<std::string> &notes) {
+  const std::vector<std::string> path = command_path(command_table(), found);
+  const Board board;
+  // A command is about one object, but a VLAN is wanted by others too.
+  const Snapshot before(context, board);
+  State wanted = before.state();
+  std::vector<Changed> changed;
+  if (!take_settings(join(path, " "), found, context, board, wanted, changed)) return std::nullopt;
+  std::erase_if(changed, [&](const Changed &each) {
+    return content_of(before.state(), each, board) != content_of(wanted, each, board);
+  });
+  if (!changed.empty()) notes.push_back(join(found.path, " ") + ": " + already_so(changed, board));
+  change_from(before, wanted, context, board);
+  return Answer();
+}
+
+namespace {
+
+template <const char *add>
+Answer replace(const Arguments &arguments, const Context &context) {
+  const Board board;
+  const Snapshot before(context, board);
+  State wanted = before.state();
+  Walk found;
+  found.node = &command_table();
+  found.arguments = arguments;
+  for (const std::string &word : words_of(add))
+    for (const Node &child : found.node->children)
+      if (child.name == word) {
+        found.node = &child;
+        break;
+      }
+  State fresh(board);
+  std::vector<Changed> changed;
+  // What ages is no setting, and takes the place of what is there anyway.
+  if (!take_settings(add, found, context, board, fresh, changed))
+    return found.node->run(arguments, context);
+  for (const Changed &each : changed) {
+    const Content content = content_of(fresh, each, board);
+    Draft(kinds(board)[each.kind], wanted.contents[each.kind]).put(each.id, content);
+  }
+  change_from(before, wanted, context, board);
+  return {};
+}
+
+struct Replacing {
+  const char *add;
+  Handler run;
+};
+
+constexpr char kAcl[] = "acl add";
+constexpr char kMac[] = "mac add";
+constexpr char kMcast[] = "mcast add";
+constexpr char kMcastIp[] = "mcast ip add";
+constexpr char kVlan[] = "vlan add";
+constexpr char kTranslate[] = "vlan translate add";
+constexpr Replacing kReplacing[] = {
+    {kAcl, replace<kAcl>},         {kMac, replace<kMac>},   {kMcast, replace<kMcast>},
+    {kMcastIp, replace<kMcastIp>}, {kVlan, replace<kVlan>}, {kTranslate, replace<kTranslate>},
+};
+
+Node *child_named(Node &node, const std::string &name) {
+  for (Node &child : node.children)
+    if (child.name == name) return &child;
+  return nullptr;
+}
+
+}  // namespace
+
+void add_replace_commands(Node &root) {
+  for (const Replacing &each : kReplacing) {
+    std::vector<std::string> words = words_of(each.add);
+    words.pop_back();
+    Node *node = &root;
+    for (const std::string &word : words) node = child_named(*node, word);
+    Node command = *child_named(*node, "add");
+    command.name = "replace";
+    command.help = "Add, in place of what is there";
+    command.details = "What is there already is not touched.\n";
+    command.run = each.run;
+    node->children.push_back(std::move(command));
+  }
+}
+
+}  // namespace swsh
