@@ -89,6 +89,17 @@ class Case(wires.Case):
                      for port, (host, place) in enumerate(ends, 1)), *more)
         return hosts
 
+    def tearDown(self):
+        """In order: a pair that a killed vchipd left would be used by the next one, and go
+        with the namespace of its host."""
+        for process in self.processes:
+            process.terminate()
+            try:
+                process.communicate(timeout=wires.PATIENCE)
+            except subprocess.TimeoutExpired:
+                process.kill()
+        super().tearDown()
+
     def said(self, daemon):
         return daemon.log.read_text(encoding="utf-8", errors="replace")
 
