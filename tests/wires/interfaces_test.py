@@ -37,6 +37,13 @@ def names():
     return sorted(each["ifname"] for each in json.loads(run("ip", "-j", "link")))
 
 
+def processor_time(process):
+    """Seconds that a process has used."""
+    with open(f"/proc/{process}/stat", encoding="ascii") as stat:
+        fields = stat.read().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
 class Interface:
     """Frames at the host's end, as they are on the cable."""
 
@@ -237,6 +244,21 @@ class Raw(wires.Case):
         self.assertEqual(two.receive(), tagged(sent, 30))
         self.swctl("port set 1 admin off")
         wait_until(lambda: "LOWER_UP" not in link("tp1")["flags"], "the host sees the link go")
+
+    def test_a_tap_that_is_removed_costs_nothing(self):
+        if not os.access("/dev/net/tun", os.R_OK | os.W_OK):
+            self.skipTest("no right to open /dev/net/tun")
+        process = self.start("1=tap:tp1", "0=cpu:")
+        ip("link set tp1 up")
+        wait_until(lambda: self.wires()[1]["carrier"], "the cable is plugged")
+        ip("link del tp1")
+        ip("link del cpu3")
+        wait_until(lambda: self.wires()[1]["note"] == "the interface is gone", "the tap is gone")
+        wait_until(lambda: self.wires()[0]["note"] == "an interface is gone", "one of many is gone")
+        self.assertFalse(self.wires()[1]["carrier"])
+        before = processor_time(process.pid)
+        time.sleep(0.5)
+        self.assertLess(processor_time(process.pid) - before, 0.1)
 
     def test_the_processors_side(self):
         """What is trapped comes up on the interface of its port, and goes back there."""

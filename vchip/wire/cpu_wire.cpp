@@ -29,22 +29,34 @@ class CpuWire : public Wire {
   int32_t deliver(uint32_t unit, int32_t port, Arrivals &arrivals) override;
   void send(const vchip_frame_t *frames, uint32_t count) override;
   void links_are(uint32_t up) override;
+  std::string note() const override { return gone_ ? "an interface is gone" : ""; }
 
  private:
+  void came(size_t port, uint32_t events, Socket &socket);
+
   std::array<std::unique_ptr<Tap>, VCHIP_PORTS> taps_;
   Loop *loop_ = nullptr;
   uint32_t ready_ = 0;  // a bit for each tap that may have frames
   int32_t turn_ = 0;    // the tap that is looked at next
+  bool gone_ = false;   // somebody has removed one of the interfaces
 };
+
+// The descriptor of an interface that was removed would be ready for ever.
+void CpuWire::came(size_t port, uint32_t events, Socket &socket) {
+  if ((events & EPOLLERR) != 0) {
+    gone_ = true;
+    return loop_->forget(taps_[port]->descriptor());
+  }
+  ready_ |= 1u << port;
+  socket.frames_came();
+}
 
 void CpuWire::start(Loop &loop, Socket &socket) {
   for (const auto &tap : taps_) tap->open();
   loop_ = &loop;
   for (size_t port = 0; port < taps_.size(); ++port)
-    loop.watch(taps_[port]->descriptor(), EPOLLIN, [this, port, &socket](uint32_t) {
-      ready_ |= 1u << port;
-      socket.frames_came();
-    });
+    loop.watch(taps_[port]->descriptor(), EPOLLIN,
+               [this, port, &socket](uint32_t events) { came(port, events, socket); });
   socket.carrier_is(true);
 }
 

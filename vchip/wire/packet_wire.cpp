@@ -37,7 +37,7 @@ class PacketWire : public Wire {
     counts_.missed += frames_.take_overflow();
     return counts_;
   }
-  std::string note() const override { return gone_ ? "the interface is gone" : ""; }
+  std::string note() const override { return gone_ ? kGoneNote : ""; }
 
  protected:
   // The interface is there when this returns.

@@ -25,7 +25,10 @@ class TapWire : public Wire {
   void start(Loop &loop, Socket &socket) override {
     loop_ = &loop;
     tap_.open();
-    loop.watch(tap_.descriptor(), EPOLLIN, [&socket](uint32_t) { socket.frames_came(); });
+    loop.watch(tap_.descriptor(), EPOLLIN, [this, &socket](uint32_t events) {
+      if ((events & EPOLLERR) != 0) return lose(socket);
+      socket.frames_came();
+    });
     monitor_ = std::make_unique<LinkMonitor>(loop, tap_.index(), [&socket](uint32_t flags) {
       socket.carrier_is((flags & IFF_UP) != 0);
     });
@@ -40,12 +43,21 @@ class TapWire : public Wire {
   void links_are(uint32_t up) override {
     if (port_ != VCHIP_CPU_PORT) tap_.show_carrier((up >> port_ & 1u) != 0 || !tap_.is_up());
   }
+  std::string note() const override { return gone_ ? kGoneNote : ""; }
 
  private:
+  // The interface was removed. Its descriptor would be ready for ever.
+  void lose(Socket &socket) {
+    gone_ = true;
+    loop_->forget(tap_.descriptor());
+    socket.carrier_is(false);
+  }
+
   Tap tap_;
   const int32_t port_;
   Loop *loop_ = nullptr;
   std::unique_ptr<LinkMonitor> monitor_;
+  bool gone_ = false;
 };
 
 }  // namespace

@@ -44,6 +44,9 @@ constexpr uint32_t kFramesAtATime = 64;
 // The bytes of memory in front of each frame that a wire sends.
 constexpr uint32_t kHeadroom = 16;
 
+// The note of one whose interface somebody has removed.
+inline constexpr const char *kGoneNote = "the interface is gone";
+
 class Wire {
  public:
   virtual ~Wire() = default;
