@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 // load interface NAME SECONDS BYTES [FRAMES_PER_SECOND]
 // load streams FROM TO SECONDS BYTES [FRAMES_PER_SECOND]
+// load calls SECONDS CALLS_PER_SECOND
 //
 // Offers frames from 02:00:00:00:00:01 to 02:00:00:00:00:02, to an interface of Linux
 // or into a stream with lengths in front; the other stream is read and counted. Prints
 // as JSON how many were sent, in what time, and how many a stream brought back.
+// "calls" changes settings of the chip in VCHIP_IMAGE, and prints how long a call took
+// in microseconds: the median, the 99th percentile and the longest.
+#include <swctl/platform/sdk.h>
+
+#include <algorithm>
 #include <arpa/inet.h>
 #include <atomic>
 #include <cstdint>
@@ -141,6 +147,27 @@ void load_streams(const char *from, const char *to, Pace pace, size_t bytes) {
   print(pace, received / record.size());
 }
 
+// Frames of one VLAN are switched while the default VLAN of a port without a cable
+// changes.
+void call(double seconds, double rate) {
+  std::vector<double> times;
+  const double begin = now();
+  while (now() - begin < seconds) {
+    const double due = begin + static_cast<double>(times.size()) / rate;
+    if (const double early = due - now(); early > 0) usleep(static_cast<useconds_t>(early * 1e6));
+    const double start = now();
+    if (rtk_vlan_portPvid_set(0, 9, times.size() % 2 == 0 ? 1 : 10) != 0) exit(2);
+    times.push_back((now() - start) * 1e6);
+  }
+  std::sort(times.begin(), times.end());
+  const auto at = [&](double part) {
+    return times[std::min(static_cast<size_t>(part * static_cast<double>(times.size())),
+                          times.size() - 1)];
+  };
+  printf("{\"calls\":%zu,\"median\":%.1f,\"p99\":%.1f,\"most\":%.1f}\n", times.size(), at(0.5),
+         at(0.99), at(1));
+}
+
 double number(const char *word) {
   return word == nullptr ? 0 : atof(word);
 }
@@ -154,8 +181,11 @@ int main(int argc, char **argv) {
   } else if (what == "streams" && argc >= 6) {
     load_streams(argv[2], argv[3], {number(argv[4]), number(argv[6])},
                  strtoul(argv[5], nullptr, 10));
+  } else if (what == "calls" && argc >= 4) {
+    call(number(argv[2]), number(argv[3]));
   } else {
-    fprintf(stderr, "usage: load interface NAME SECONDS BYTES [RATE] | streams FROM TO ...\n");
+    fprintf(stderr,
+            "usage: load interface NAME SECONDS BYTES [RATE] | streams FROM TO ... | calls ...\n");
     return 1;
   }
   return 0;

@@ -214,11 +214,26 @@ def compare():
                          f"{result['rate'] / reference:.2f}"])
         print(f"{size} bytes")
         table(rows)
+    control()
     with Vchipd() as switch:
         time.sleep(1)
         begin = switch.own_time()
         time.sleep(5)
         print(f"idle: {switch.own_time() - begin:.2f} s of processor time in 5 s\n")
+
+
+def control():
+    """A thousand changes of a setting a second, from another process, at full load."""
+    with Streams() as switch:
+        alone = switch.measure(60)["rate"]
+        caller = subprocess.Popen([PROGRAMS / "swctl_wire_load", "calls", str(SECONDS + 1), "1000"],
+                                  stdout=subprocess.PIPE, text=True)
+        time.sleep(0.3)
+        shared = switch.measure(60)["rate"]
+        answer = json.loads(caller.communicate(timeout=30)[0])
+    print(f"under 1,000 control calls a second: {shared:,.0f} frames/s of {alone:,.0f} "
+          f"({shared / alone:.2f}); a call takes {answer['median']:.0f} us in the median, "
+          f"{answer['p99']:.0f} at the 99th percentile, {answer['most']:.0f} at most\n")
 
 
 def throughput(switch, size):
