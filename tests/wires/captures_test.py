@@ -63,7 +63,9 @@ class Captures(wires.Case):
         self.assertGreaterEqual(time.monotonic() - begin, 0.5)
         self.end(process)
         (early, _), (late, _) = read_capture(self.path("out"))
-        self.assertGreaterEqual(late - early, SECOND // 2 - SECOND // 100)
+        # Neither is early; a busy machine may make each of them late.
+        self.assertLess(early, late)
+        self.assertGreaterEqual(late, SECOND // 2)
 
     def test_time_moves_the_clock(self):
         """vchipctl time lets what an egress limit holds go."""

@@ -24,8 +24,9 @@ constexpr uint64_t kLinkLook = 10'000'000;
 constexpr size_t kSlotBytes = 2048;
 // So often wires that show their frames are served before the system is asked.
 constexpr uint32_t kTurnsOfRings = 16;
-// From so many frames a turn on frames are gathered, for so long.
-constexpr size_t kManyFrames = 8;
+// From so many frames in such a time on frames are gathered, for so long.
+constexpr uint64_t kManyFrames = 40;
+constexpr uint64_t kWindow = 1'000'000;
 constexpr uint64_t kRest = 25'000;
 
 void rest(uint64_t nanoseconds) {
@@ -157,9 +158,19 @@ bool Panel::look_at_rings() {
 bool Panel::shows_frames() {
   if (came_ == 0 || ++turns_ >= kTurnsOfRings) return false;
   if (look_at_rings()) return true;
-  if (came_ < kManyFrames) return false;
+  if (!is_high_rate_) return false;
   rest(kRest);
   return look_at_rings();
+}
+
+// Over a short time, for the frames of one turn are few when turns are fast.
+void Panel::weigh_rate() {
+  window_came_ += came_;
+  const uint64_t now = monotonic_now();
+  if (now - window_begin_ < kWindow) return;
+  is_high_rate_ = window_came_ * kWindow >= kManyFrames * (now - window_begin_);
+  window_came_ = 0;
+  window_begin_ = now;
 }
 
 void Panel::turn() {
@@ -168,6 +179,7 @@ void Panel::turn() {
     turns_ = 0;
   }
   serve();
+  weigh_rate();
 }
 
 void Panel::serve() {

@@ -55,6 +55,7 @@ class Panel {
 
   bool look_at_rings();
   bool shows_frames();
+  void weigh_rate();
   uint64_t time_to_wait();
   void take_in(Plugged &plugged);
   void give_out();
@@ -73,10 +74,13 @@ class Panel {
   Arrivals arrivals_;
   std::unique_ptr<Outbox> outbox_;
   Observer *observer_ = nullptr;
-  uint64_t next_look_ = 0;  // at the links
-  bool ready_ = false;      // some wire has more to take in
-  size_t came_ = 0;         // frames of the last turn
-  uint32_t turns_ = 0;      // since the system was asked for events
+  uint64_t next_look_ = 0;     // at the links
+  bool ready_ = false;         // some wire has more to take in
+  size_t came_ = 0;            // frames of the last turn
+  bool is_high_rate_ = false;  // frames are gathered
+  uint64_t window_came_ = 0;
+  uint64_t window_begin_ = 0;
+  uint32_t turns_ = 0;  // since the system was asked for events
 };
 
 }  // namespace vchipd
