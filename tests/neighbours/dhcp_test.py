@@ -23,7 +23,7 @@ class Dhcp(neighbours.Case):
 
     def serve(self, interface):
         self.server.up(interface, "10.20.0.1/24")
-        self.server.start("dnsmasq", "-k", "--conf-file=/dev/null", "--port=0", "--user=root",
+        self.server.start("dnsmasq", "--no-daemon", "--conf-file=/dev/null", "--port=0",
                           f"--interface={interface}", "--bind-interfaces",
                           "--dhcp-range=10.20.0.50,10.20.0.60,1h",
                           f"--dhcp-leasefile={self.path('leases')}", "--pid-file",
@@ -42,7 +42,7 @@ class Dhcp(neighbours.Case):
     def expect_lease_in_vlan(self):
         self.assertFalse(self.lease(1), "the client's port is in VLAN 1")
         self.put_into_vlan(2)
-        self.assertTrue(self.lease(8))
+        self.assertTrue(self.lease(8), self.said(self.server.daemons[0]))
         self.assertRegex(self.client.run("ip -4 addr show eth0"), r"inet 10\.20\.0\.(5\d|60)/24")
         self.assertTrue(self.client.pings("10.20.0.1"))
 
