@@ -117,8 +117,8 @@ class Checker:
     def check_document(self, line, document):
         if isinstance(document, dict) and "error" in document:
             return self.faults("error", document)
-        if self.name(line) == "mac monitor":
-            return self.faults("mac monitor", document)
+        if self.name(line) in ("mac monitor", "monitor"):
+            return self.faults(self.name(line), document)
         if line.words or line.options & (HELP | VERSION):
             return self.check_answer(line, document)
         return self.check_batch(document if line.options & BATCH else [document])

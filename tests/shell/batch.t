@@ -55,10 +55,10 @@ It stops at exit or quit:
   $ swctl -j -force -b ended 2>/dev/null | jq -c '.[] | [.line, .status]'
   [1,1]
   $ printf 'exit now\n' | swctl
-  stdin:1: unknown word "exit", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  stdin:1: unknown word "exit", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl exit
-  swctl: unknown word "exit", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "exit", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 It stops at the first command that fails, with its status:
@@ -108,10 +108,10 @@ Other lines that are wrong:
   $ printf 'port show 3 \\' | swctl -j | is_json
   valid
   $ echo "prot" | swctl -b -
-  stdin:1: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  stdin:1: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ echo "help nothing" | swctl
-  stdin:1: unknown word "nothing", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  stdin:1: unknown word "nothing", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 Files that are not there:
@@ -191,7 +191,7 @@ Standard input without -batch has an answer on each line, for a conversation:
   $ printf 'port show 3\n\n# nothing\nport set 3 loopback off\nprot\n' | data swctl -j
   {"line":1,"command":"port show 3","status":0,"output":[{"port":3,"link":"down","speed":null,"duplex":"both","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2}]}
   {"line":4,"command":"port set 3 loopback off","status":0,"output":[]}
-  {"line":5,"command":"prot","status":1,"output":{"error":{"message":"unknown word \"prot\"","culprit":"prot","expected":["acl","config","dos","flood","kernel","mac","mcast","meter","mirror","port","qos","storm","stp","trap","trunk","vlan","version","help"],"suggestions":["port"],"status":1}}}
+  {"line":5,"command":"prot","status":1,"output":{"error":{"message":"unknown word \"prot\"","culprit":"prot","expected":["acl","config","dos","flood","kernel","mac","mcast","meter","mirror","monitor","port","qos","storm","stp","trap","trunk","vlan","version","help"],"suggestions":["port"],"status":1}}}
   [1]
   $ swctl -j < /dev/null
   $ echo 'port show "3' | data swctl -j

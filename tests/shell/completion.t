@@ -12,6 +12,7 @@ What completion offers.
   mcast
   meter
   mirror
+  monitor
   port
   qos
   storm

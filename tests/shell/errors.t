@@ -5,7 +5,7 @@ Wrong usage: the culprit, what was expected, and status 1.
 Words that the shell does not know:
 
   $ swctl prot
-  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port shwo
   swctl: port: unknown word "shwo" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
@@ -120,7 +120,7 @@ One bad number in a list and nothing is changed:
 Options:
 
   $ swctl -x port show
-  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -echo-status, -unit, -help, -Version
+  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -echo-status, -unit, -help, -Version
   [1]
   $ swctl -unit
   swctl: option "-unit" lacks its value
@@ -138,13 +138,13 @@ Options:
 Control characters do not reach the terminal:
 
   $ swctl "$(printf '\033[2J')"
-  swctl: unknown word "\x1b[2J", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "\x1b[2J", expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 A word that is one slip away is suggested:
 
   $ swctl prot show
-  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port set 3 loopbak on
   swctl: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
@@ -153,14 +153,14 @@ A word that is one slip away is suggested:
   swctl: port set 3 mdix: bad value "straigth" (did you mean "straight"?), expected one of: auto, straight, crossed
   [1]
   $ swctl Port show
-  swctl: unknown word "Port" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "Port" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port shw
   swctl: port: unknown word "shw" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl -jsn
-  swctl: unknown option "-jsn" (did you mean "-json"?), expected one of: -json, -pretty, -batch, -force, -echo-status, -unit, -help, -Version
-  {"error":{"message":"unknown option \"-jsn\"","culprit":"-jsn","expected":["-json","-pretty","-batch","-force","-echo-status","-unit","-help","-Version"],"suggestions":["-json"],"status":1}}
+  swctl: unknown option "-jsn" (did you mean "-json"?), expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -echo-status, -unit, -help, -Version
+  {"error":{"message":"unknown option \"-jsn\"","culprit":"-jsn","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-echo-status","-unit","-help","-Version"],"suggestions":["-json"],"status":1}}
   [1]
   $ data swctl -j port shw | jq -c .error.suggestions
   ["show"]

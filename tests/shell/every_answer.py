@@ -165,7 +165,7 @@ version
 """
 
 # What answers otherwise: the module of the kernel, and events as they happen.
-ELSEWHERE = {"kernel send", "mac monitor"}
+ELSEWHERE = {"kernel send", "mac monitor", "monitor"}
 
 
 def answers_to(lines):

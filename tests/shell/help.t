@@ -20,6 +20,7 @@ Help at every level.
     mcast    Multicast: layer-2 groups, IP entries
     meter    Meters, which limit the rate of what rules match
     mirror   Mirroring: copies of frames to a port
+    monitor  Print what changes as it happens
     port     Ports: state, settings, counters, cables
     qos      Quality of service: priorities and queues
     storm    Storm control: rates of flooded traffic
@@ -149,7 +150,7 @@ It may be asked for in several ways:
   $ swctl port -help set 3 | diff expected -
   $ echo 'port set --help' | swctl | diff expected -
   $ swctl help prot
-  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan, version, help
+  swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
 
 It is as wide as COLUMNS says, errors are one line:
