@@ -11,6 +11,10 @@ import wires
 from wires import BROADCAST, frame, mac, wait_until
 
 
+# A soak may want more.
+KILLS = int(os.environ.get("WIRES_KILLS", "5"))
+
+
 class Endings(wires.Case):
     def left_files(self):
         return sorted(name for name in os.listdir(self.directory) if name != "chip.img")
@@ -59,7 +63,7 @@ class Endings(wires.Case):
         """The image stays sound, and what was learned and set is still there."""
         ports = [f"{port}=unix:{self.path(f's{port}')}" for port in (1, 2)]
         self.swctl("vlan add 77")
-        for number in range(1, 6):
+        for number in range(1, KILLS + 1):
             process = self.start(*ports)
             begin = time.monotonic()
             one, two = self.connect(1, "s1"), self.connect(2, "s2")
@@ -86,7 +90,7 @@ class Endings(wires.Case):
             self.assertEqual(check.returncode, 0, check.stdout)
         table = self.swctl("mac show")
         self.assertIn("02:00:00:00:00:01", table)
-        self.assertIn("02:00:00:00:00:05", table)
+        self.assertIn(f"02:00:00:00:00:{KILLS:02x}", table)
         self.assertIn("77", self.swctl("vlan show"))
         self.end(self.start(*ports))
         self.assertEqual(self.left_files(), [])

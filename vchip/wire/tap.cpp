@@ -22,6 +22,9 @@ constexpr size_t kMemory = 256 * 1024;
 
 void Tap::open() {
   descriptor_ = Descriptor(::open(kDevice, O_RDWR | O_NONBLOCK | O_CLOEXEC));
+  if (!descriptor_ && errno == EACCES)
+    throw Fault(wire_ + ": no right to open " + kDevice +
+                "; run as root, or use veth: inside 'unshare -Urn', or unix:, tcp: or pcap:");
   if (!descriptor_) throw system_fault(wire_ + ": " + kDevice);
   ifreq request = {};
   name_.copy(request.ifr_name, IFNAMSIZ - 1);
