@@ -70,6 +70,16 @@ class Switching(wires.Case):
         self.connect(2, "s2")
         self.assertEqual(links(), [True, True, True])
 
+    def test_a_reset_chip_keeps_its_wires(self):
+        self.swctl("vlan add 20")
+        self.vchipctl("reset")
+        wait_until(lambda: json.loads(self.swctl("-j port show 1"))[0]["link"] == "up",
+                   "the cable is still there")
+        wait_until(lambda: json.loads(self.swctl("-j port show 2"))[0]["link"] == "up",
+                   "the other one too")
+        self.host[1].send(frame(BROADCAST, mac(1)))
+        self.assertIsNotNone(self.host[2].receive())
+
     def test_a_cable_has_two_ends(self):
         third = wires.Stream(self.path("s1"))
         self.addCleanup(third.close)

@@ -24,6 +24,12 @@ void Clock::follow() {
   real_ = real;
 }
 
+bool Clock::was_reset() {
+  const uint64_t before = chip_;
+  chip_ = vchip_clock();
+  return chip_ < before;
+}
+
 void Clock::advance_to(uint64_t time) {
   if (time > chip_ && vchip_clock_advance(time - chip_) == 0) chip_ = time;
 }

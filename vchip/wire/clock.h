@@ -21,6 +21,9 @@ class Clock {
   // Brings the chip's clock to the present.
   void follow();
   void advance_to(uint64_t time);
+  // Whether the chip has been reset since it was asked last, which another process may
+  // do.
+  bool was_reset();
 
  private:
   const bool virtual_;

@@ -250,6 +250,10 @@ void Panel::show_links() {
   const uint64_t now = monotonic_now();
   if (now < next_look_) return;
   next_look_ = now + kLinkLook;
+  // A reset pulls every cable; those of the wires are still there.
+  if (clock_.was_reset())
+    for (const auto &plugged : plugged_)
+      if (plugged) plugged->partner_is_new();
   uint32_t up = 0;
   for (int32_t port = 0; port < VCHIP_CPU_PORT; ++port)
     up |= (vchip::port(unit_, port).link ? 1u : 0u) << port;
