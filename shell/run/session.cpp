@@ -11,6 +11,7 @@
 #include "interrupt.h"
 #include "output/wrap.h"
 #include "run/command.h"
+#include "run/filter.h"
 #include "run/line_editor.h"
 #include "run/session_words.h"
 #include "run/words.h"
@@ -102,8 +103,14 @@ LineHelper helper_for(const Node &root, int terminal) {
 Outcome run_line(const Node &root, const std::string &text, const Line &line, Context context,
                  int terminal) {
   context.width = text_width(terminal);  // it may have changed meanwhile
-  if (line.fault.empty()) return run_command(root, line.words, context);
-  return {{}, wrong_usage(line.fault, text)};
+  if (!line.fault.empty()) return {{}, wrong_usage(line.fault, text)};
+  std::vector<std::string> words = line.words;
+  std::vector<Filter> filters;
+  const std::optional<Fault> wrong = take_filters(words, filters);
+  if (wrong) return {{}, wrong};
+  Outcome outcome = run_command(root, words, context);
+  if (!outcome.fault) outcome.answer = filtered(std::move(outcome.answer), filters);
+  return outcome;
 }
 
 }  // namespace

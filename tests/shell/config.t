@@ -54,7 +54,7 @@ A chip that refuses, and an object that has no settings:
   swctl: config show port: rtk_l2_newMacOp_get refused port 1: result -5
   [2]
   $ swctl -j config show nothing 2>&1 | head -1
-  swctl: config show: bad value "nothing", expected one of: acl, dos, flood, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan
+  swctl: config show: bad value "nothing", expected one of: acl, dos, flood, mac, mcast, meter, mirror, port, qos, storm, stp, trap, trunk, vlan
 
 Unit 1 has no address table that the library reaches:
 

@@ -50,6 +50,8 @@ Words that are wrong:
   -pretty
   -batch
   -force
+  -atomic
+  -may-exist
   -echo-status
   -unit
   -help
