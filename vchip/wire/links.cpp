@@ -233,7 +233,13 @@ void LinkMonitor::read_changes() {
   alignas(nlmsghdr) char memory[kMessageBytes * 4];
   for (;;) {
     const ssize_t size = recv(netlink_.get(), memory, sizeof memory, MSG_DONTWAIT);
-    if (size < 0 && errno != ENOBUFS) return;
+    if (size < 0 && errno == ENOBUFS) {
+      // Some changes were lost: what is now, counts.
+      Link link = {};
+      changed_(Request(RTM_GETLINK, 0, index_).ask(read_link, &link) ? link.flags : 0);
+      continue;
+    }
+    if (size < 0) return;
     int rest = static_cast<int>(size);
     for (auto *header = reinterpret_cast<const nlmsghdr *>(memory); mnl_nlmsg_ok(header, rest);
          header = mnl_nlmsg_next(header, &rest)) {
