@@ -8,8 +8,8 @@ wires: 60 and 1,514 bytes over veth, as fast as the sender goes, and over stream
 with each the processor time that a frame took, of sender and switch together, which
 a busy machine changes less than the rate.
 
-rfc: throughput, latency, frame loss rate (RFC 2544), forwarding and address caching
-(RFC 2889) over veth.
+rfc: throughput, latency and frame loss rate (RFC 2544) and forwarding (RFC 2889) over
+veth.
 """
 import json
 import os
@@ -251,8 +251,8 @@ def throughput(switch, size):
 
 
 def latency(count=2000):
-    """RFC 2544, 26.2, store and forward: from the end of sending until it is received;
-    microseconds, sorted."""
+    """RFC 2544, 26.2, of one frame at a time: from before it is sent until a program has
+    received it, which includes the system's part of both; microseconds, sorted."""
     sender = socket.socket(socket.AF_PACKET, socket.SOCK_RAW, socket.htons(0))
     receiver = socket.socket(socket.AF_PACKET, socket.SOCK_RAW, socket.htons(0x88b6))
     sender.bind((Veth.one, 0))
@@ -261,8 +261,8 @@ def latency(count=2000):
     times = []
     for number in range(count):
         frame = bytes.fromhex("020000000002020000000001" "88b6") + struct.pack(">I", number)
-        sender.send(frame.ljust(60, b"\0"))
         begin = time.perf_counter()
+        sender.send(frame.ljust(60, b"\0"))
         receiver.recv(2048)
         times.append((time.perf_counter() - begin) * 1e6)
     sender.close()
