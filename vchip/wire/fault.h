@@ -24,6 +24,13 @@ inline Fault system_fault(const std::string &what) {
   return Fault(what + ": " + strerror(errno));
 }
 
+// The same for want of a right: `what` is not allowed.
+inline Fault no_right(const std::string &wire, const std::string &what) {
+  return Fault(wire + ": no right to " + what +
+               "; run as root, or inside 'unshare -Urn', or use unix:, tcp: or pcap:, which need "
+               "no right");
+}
+
 }  // namespace vchipd
 
 #endif

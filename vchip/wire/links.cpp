@@ -89,14 +89,9 @@ int read_link(const nlmsghdr *header, void *into) {
   return MNL_CB_OK;
 }
 
-Fault no_right(const std::string &what) {
-  return Fault(what +
-               ": no right to make or change an interface; run as root, or inside 'unshare -Urn', "
-               "or use unix:, tcp: or pcap:, which need no right");
-}
-
 Fault link_fault(const std::string &what) {
-  return errno == EPERM || errno == EACCES ? no_right(what) : system_fault(what);
+  if (errno == EPERM || errno == EACCES) return no_right(what, "make or change an interface");
+  return system_fault(what);
 }
 
 void put_name(nlmsghdr *header, const std::string &name) {

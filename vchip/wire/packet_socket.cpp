@@ -38,9 +38,7 @@ Descriptor new_packet_socket(const std::string &wire) {
   Descriptor made(socket(AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (made) return made;
   if (errno != EPERM) throw system_fault(wire);
-  throw Fault(wire +
-              ": no right to open a packet socket; run as root, or inside 'unshare -Urn', or use "
-              "unix:, tcp: or pcap:, which need no right");
+  throw no_right(wire, "open a packet socket");
 }
 
 void bind_to(const std::string &wire, const Descriptor &descriptor, int index, uint16_t protocol) {

@@ -30,10 +30,7 @@ void Tap::open() {
   name_.copy(request.ifr_name, IFNAMSIZ - 1);
   request.ifr_flags = IFF_TAP | IFF_NO_PI;
   if (ioctl(descriptor_.get(), TUNSETIFF, &request) != 0) {
-    if (errno == EPERM)
-      throw Fault(wire_ +
-                  ": no right to make an interface; run as root, or inside 'unshare -Urn', or use "
-                  "unix:, tcp: or pcap:, which need no right");
+    if (errno == EPERM) throw no_right(wire_, "make an interface");
     if (errno == EBUSY) throw Fault(wire_ + ": another process has the interface " + name_);
     if (errno == EINVAL)
       throw Fault(wire_ + ": there is an interface " + name_ + ", and it is no tap");
