@@ -100,6 +100,7 @@ Status run(const Settings &settings, DataOutput &output) {
 int main(int argc, char **argv) {
   // A closed pipe is then an error of write(), reported like a full disk.
   signal(SIGPIPE, SIG_IGN);
+  set_waiting_program("/proc/self/exe");
   DataOutput output = DataOutput::take_standard_output();
   try {
     return run(read_options(argc, argv), output);

@@ -22,12 +22,14 @@ extern char **environ;
 namespace swsh {
 namespace {
 
+const char *waiting_program = nullptr;
+
 // The old configuration while a load waits; the first line has the process.
 std::string pending_file(uint32_t unit) {
   return unit_directory(unit) + "/pending";
 }
 
-// The process that waits; 0 if none does. A machine that was started anew has
+// The process that waits; 0 if none does. A machine that was started again has
 // no such process any more.
 pid_t waiting_process(uint32_t unit) {
   std::ifstream file(pending_file(unit));
@@ -47,6 +49,7 @@ CommandError no_process(int error) {
 
 // This program once more, in a session of its own and without our files.
 pid_t start_waiting(uint32_t unit, int64_t seconds) {
+  if (waiting_program == nullptr) throw no_process(ENOSYS);
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -61,7 +64,7 @@ pid_t start_waiting(uint32_t unit, int64_t seconds) {
   arguments.push_back(nullptr);
   pid_t process = 0;
   const int error =
-      posix_spawn(&process, "/proc/self/exe", &files, &attributes, arguments.data(), environ);
+      posix_spawn(&process, waiting_program, &files, &attributes, arguments.data(), environ);
   posix_spawnattr_destroy(&attributes);
   posix_spawn_file_actions_destroy(&files);
   if (error != 0) throw no_process(error);
@@ -71,12 +74,16 @@ pid_t start_waiting(uint32_t unit, int64_t seconds) {
 void sleep_for(int64_t seconds) {
   timespec end = {};
   clock_gettime(CLOCK_BOOTTIME, &end);
-  end.tv_sec += seconds;
+  end.tv_sec += static_cast<time_t>(seconds);
   while (clock_nanosleep(CLOCK_BOOTTIME, TIMER_ABSTIME, &end, nullptr) == EINTR) {
   }
 }
 
 }  // namespace
+
+void set_waiting_program(const char *path) {
+  waiting_program = path;
+}
 
 void await_confirmation(uint32_t unit, int64_t seconds, const std::string &text) {
   if (waiting_process(unit) != 0)

@@ -11,6 +11,10 @@
 
 namespace swsh {
 
+// The program that can wait, which is this one where main() says so; without, no load can ask
+// for a confirmation.
+void set_waiting_program(const char *path);
+
 // Starts to wait; `text` comes back after the seconds. Throws a CommandError if another load
 // waits already, or if there is no process.
 void await_confirmation(uint32_t unit, int64_t seconds, const std::string &text);

@@ -56,7 +56,7 @@ std::optional<Fault> take_filter(const std::vector<std::string> &words,
   } else if (words.size() == 2 && words[0] == kInclude) {
     filters.push_back({false, words[1]});
   } else {
-    return wrong_usage("behind a bar comes a filter", words.empty() ? "" : words[0],
+    return wrong_usage("after a bar comes a filter", words.empty() ? "" : words[0],
                        {"include WORD", "count"});
   }
   return std::nullopt;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What follows a command behind a bar in a session: "mac show | include vlan | count".
+// What follows a command after a bar in a session: "mac show | include vlan | count".
 #ifndef SWCTL_SHELL_RUN_FILTER_H
 #define SWCTL_SHELL_RUN_FILTER_H
 

@@ -17,6 +17,8 @@
 #include <stdexcept>
 #include <unistd.h>
 
+#include "config/pending.h"
+
 namespace {
 
 template <typename Function>
@@ -120,6 +122,7 @@ void allow_dump_file(bool allowed) {
 void enter_new_directory() {
   char name[] = "/tmp/shell_sweep.XXXXXX";
   if (mkdtemp(name) == nullptr || chdir(name) != 0) throw std::runtime_error("no directory");
+  swsh::set_waiting_program("nobody");
   setenv("SWCTL_STATE_DIRECTORY", (std::string(name) + "/state").c_str(), 1);
 }
 
