@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "lab_command.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
