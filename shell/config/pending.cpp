@@ -101,7 +101,7 @@ void await_confirmation(uint32_t unit, int64_t seconds, const std::string &text)
 
 bool confirm(uint32_t unit) {
   const pid_t process = waiting_process(unit);
-  // Whoever takes the file away decides.
+  // Removing the file is what decides: only one of two processes can.
   if (unlink(pending_file(unit).c_str()) != 0 || process == 0) return false;
   kill(process, SIGTERM);
   return true;

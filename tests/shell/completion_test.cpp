@@ -75,8 +75,9 @@ TEST_F(Completing, PassesOverOptions) {
 }
 
 TEST_F(Completing, OffersOptionsInFrontOfTheCommand) {
-  EXPECT_THAT(complete_line({"-"}), ElementsAre("-json", "-pretty", "-batch", "-force",
-                                                "-atomic", "-may-exist", "-echo-status", "-unit", "-help", "-Version"));
+  EXPECT_THAT(complete_line({"-"}),
+              ElementsAre("-json", "-pretty", "-batch", "-force", "-atomic", "-may-exist",
+                          "-echo-status", "-unit", "-help", "-Version"));
   EXPECT_THAT(complete_line({"-j", "--f"}), ElementsAre("--force"));
 }
 

@@ -94,8 +94,8 @@ class Sweep {
     ++commands_;
     const Run reference = run({.line = line, .keep_in = &after_});
     // One that reads the whole chip makes thousands of calls, most of them alike.
-    const bool reads_all =
-        line.starts_with("config ") || line.starts_with("monitor") || line.find(" replace ") != std::string::npos;
+    const bool reads_all = line.starts_with("config ") || line.starts_with("monitor") ||
+                           line.find(" replace ") != std::string::npos;
     const size_t every = reads_all ? 64 * every_ : every_;
     for (const Fault &fault : faults_of(reference.calls)) {
       if (seen_++ % every != 0) continue;
