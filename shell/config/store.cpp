@@ -78,10 +78,14 @@ void expect_name(const std::string &name) {
 
 }  // namespace
 
-std::string unit_directory(uint32_t unit) {
+std::string unit_path(uint32_t unit) {
   const char *given = getenv("SWCTL_STATE_DIRECTORY");
   const std::string directory = given == nullptr || *given == 0 ? kUsualDirectory : given;
-  const std::string own = directory + "/unit" + std::to_string(unit);
+  return directory + "/unit" + std::to_string(unit);
+}
+
+std::string unit_directory(uint32_t unit) {
+  const std::string own = unit_path(unit);
   std::error_code error;
   std::filesystem::create_directories(own, error);
   if (!error) return own;

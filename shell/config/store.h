@@ -12,7 +12,9 @@ namespace swsh {
 // Throws the CommandError that names the file and says why it is as before.
 void write_whole(const std::string &path, const std::string &text);
 
-// What a unit has below SWCTL_STATE_DIRECTORY, or /var/lib/swctl. Throws a CommandError of
+// Where a unit has what is kept: below SWCTL_STATE_DIRECTORY, or /var/lib/swctl.
+std::string unit_path(uint32_t unit);
+// The same, which is there afterwards. Throws a CommandError of
 // status kRefused if it cannot be made.
 std::string unit_directory(uint32_t unit);
 

@@ -7,6 +7,7 @@
 #include "chip/each.h"
 #include "chip/limits.h"
 #include "chip/platform.h"
+#include "config/description.h"
 #include "fault.h"
 #include "port/commands.h"
 #include "port/mode.h"
@@ -100,6 +101,10 @@ void apply_outer(const Arguments &arguments, const Context &context, const Port 
   perform(SWSH_CALL(user_tpid_entry_set), port, kLead, context.unit, entry, arguments.u32("outer"));
 }
 
+void apply_description(const Arguments &arguments, const Context &context, const Port &port) {
+  set_description(context.unit, port.interface, arguments.word("description"));
+}
+
 // The library switches a limit on and never off: the highest rate is none.
 #define APPLY_RATE(keyword, function, limit)                                   \
   [](const Arguments &arguments, const Context &context, const Port &port) {   \
@@ -182,6 +187,10 @@ const std::vector<Setting> &settings() {
        APPLY_RATE("ingress", user_port_ingress_rate_set, rtk_rate_igrBandwidthCtrlEnable_set)},
       {{.name = "egress", .type = limit, .help = "Egress rate limit"},
        APPLY_RATE("egress", user_port_egress_rate_set, rtk_rate_egrBandwidthCtrlEnable_set)},
+      {{.name = "description",
+        .type = text(),
+        .help = "What the port is called; \"\" is no description"},
+       apply_description},
   };
   return all;
 }
@@ -204,6 +213,7 @@ void check_together(const Arguments &arguments, const Context &context) {
     throw CommandError(wrong_usage("entry belongs to tpid", "entry", {"tpid"}));
   if (arguments.has("outer") && !arguments.has("tpid"))
     throw CommandError(wrong_usage("outer belongs to tpid", "outer", {"tpid"}));
+  if (arguments.has("description")) expect_description(arguments.word("description"));
   if (arguments.has("learning")) expect_unit_zero(context, "learning");
   if (arguments.has("isolation")) bitmap_of(interfaces_given(arguments, "isolation"));
 }

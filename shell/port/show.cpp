@@ -5,6 +5,7 @@
 
 #include "chip/call.h"
 #include "chip/optional_call.h"
+#include "config/description.h"
 #include "port/commands.h"
 #include "port/mode.h"
 
@@ -137,12 +138,33 @@ Record detailed_record(const Context &context, const Port &port) {
   return record;
 }
 
+// Nothing where the directory cannot be read: the chip's settings are shown all the same.
+Descriptions descriptions_to_show(const Context &context) {
+  try {
+    return read_descriptions(context.unit);
+  } catch (const CommandError &) {
+    return {};
+  }
+}
+
+void add_description(Record &record, const Descriptions &descriptions, const Port &port) {
+  const auto found = descriptions.find(port.interface);
+  if (found == descriptions.end()) {
+    record.add_detail("description", nullptr);
+  } else {
+    record.add_detail("description", found->second);
+  }
+}
+
 Answer show(const Arguments &arguments, const Context &context) {
   const auto ports = chosen_ports(arguments);
   const bool detail = arguments.has("detail");
   Answer answer = {detail ? Shape::detail : Shape::table, {}, ""};
-  const auto record_of = detail ? detailed_record : port_record;
-  for (const Port &port : ports) answer.records.push_back(record_of(context, port));
+  const Descriptions descriptions = detail ? descriptions_to_show(context) : Descriptions();
+  for (const Port &port : ports) {
+    answer.records.push_back(detail ? detailed_record(context, port) : port_record(context, port));
+    if (detail) add_description(answer.records.back(), descriptions, port);
+  }
   return answer;
 }
 

@@ -55,6 +55,7 @@ What completion offers.
   outer
   ingress
   egress
+  description
   $ swctl -complete 5 swctl port set 3 speed 10
   10
   100
@@ -81,6 +82,7 @@ What completion offers.
   outer
   ingress
   egress
+  description
   $ swctl -complete 3 swctl -j port s
   show
   set
@@ -120,6 +122,6 @@ In bash:
   $ bash ask "$TESTDIR" swctl port ""
   show set stats clear cable help
   $ bash ask "$TESTDIR" swctl port set 1-4 d
-  duplex dtag
+  duplex dtag description
   $ bash ask "$TESTDIR" swctl -j po
   port

@@ -15,7 +15,7 @@ A batch that is refused half-way, with -atomic: what it changed is put back.
   > vlan add 20
   > END
   $ swctl -atomic -b batch
-  batch:6: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  batch:6: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   STATIC-MAC: User add static MAC 02:00:00:00:00:01 into network system
   batch: all settings are as they were
   batch: cannot be undone: port clear 3

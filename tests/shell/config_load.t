@@ -89,7 +89,7 @@ Everything that is wrong with a file is said, and nothing is changed:
   > port set "3
   > END
   $ swctl config check bad
-  bad:2: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  bad:2: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   bad:3: port set 3 speed 100: speed and duplex are given together in a configuration, expected duplex
   bad:4: the file makes no vlan 14
   bad:5: mac show: "mac show" makes no setting of a configuration

@@ -11,7 +11,9 @@ import os
 import sys
 import tempfile
 
-from config_world import R, random_text, run, state
+from config_world import COMMANDS, R, ports, random_text, run, state
+
+WORDS = ["uplink", "to the north", "", "#1", 'a "b" c', "back\\\\slash", "it's", "\u00fcber"]
 
 
 def expect_same(what, one, other):
@@ -22,10 +24,17 @@ def expect_same(what, one, other):
             sys.exit(f"{what}: {block} differs\n{one[0]}---\n{content}\n---\n{other[1][block]}")
 
 
+def quoted(text):
+    escaped = text.replace("\\", "\\\\").replace('"', '\\"')
+    return f'"{escaped}"'
+
+
+COMMANDS.append(lambda: f"port set {ports()} description {quoted(R.choice(WORDS))}")
 R.seed(int(sys.argv[1]))
 with tempfile.TemporaryDirectory() as directory:
     os.chdir(directory)
     os.environ["VCHIP_IMAGE"] = directory + "/chip.img"
+    os.environ["SWCTL_STATE_DIRECTORY"] = directory + "/state"
     for number in range(int(sys.argv[2])):
         run("vchipctl", "reset")
         run("swctl", "-force", "-b", "-", text=random_text(), status=None)

@@ -11,10 +11,10 @@ Words that the shell does not know:
   swctl: port: unknown word "shwo" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl port set 3 sped 100
-  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   [1]
   $ swctl port set 3 loopback on now
-  swctl: port set 3 loopback on: unknown word "now", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  swctl: port set 3 loopback on: unknown word "now", expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   [1]
   $ swctl version now
   swctl: version: unexpected word "now", expected end of command
@@ -35,7 +35,7 @@ Words that are missing:
   swctl: port set: missing PORTS, expected interface numbers 1-26 such as 1-4,7, or all
   [1]
   $ swctl port set 3
-  swctl: port set 3: missing keyword, expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  swctl: port set 3: missing keyword, expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   [1]
   $ swctl port set 3 speed
   swctl: port set 3 speed: missing value, expected one of: 10, 100, 1000, 10000
@@ -53,7 +53,7 @@ Values that are not to be had:
   swctl: port set 3 loopback: bad value "yes", expected one of: on, off
   [1]
   $ swctl port set 3 speed 10 duplex half speed 100
-  swctl: port set 3 speed 10 duplex half: keyword "speed" is there twice, expected one of: admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  swctl: port set 3 speed 10 duplex half: keyword "speed" is there twice, expected one of: admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   [1]
 
 Interfaces that the device does not have:
@@ -147,7 +147,7 @@ A word that is one slip away is suggested:
   swctl: unknown word "prot" (did you mean "port"?), expected one of: acl, config, dos, flood, kernel, mac, mcast, meter, mirror, monitor, port, qos, storm, stp, trap, trunk, vlan, version, help
   [1]
   $ swctl port set 3 loopbak on
-  swctl: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
+  swctl: port set 3: unknown word "loopbak" (did you mean "loopback"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
   [1]
   $ swctl port set 3 mdix straigth
   swctl: port set 3 mdix: bad value "straigth" (did you mean "straight"?), expected one of: auto, straight, crossed

@@ -74,7 +74,7 @@ Help at every level.
                         [learning on|off|forward|cpu|copy|restore]
                         [isolation PORTS] [vlan 1-4094] [filter on|off]
                         [dtag on|off] [tpid 0-65535] [entry 0-3] [outer 0-65535]
-                        [ingress RATE] [egress RATE]
+                        [ingress RATE] [egress RATE] [description TEXT]
   
   Change settings of ports.
   speed and duplex switch autonegotiation off and force the mode; flow control
@@ -127,6 +127,8 @@ Help at every level.
                                 steps of 16 such as 64kbit, 10mbit or 1gbit
     egress RATE                 Egress rate limit: a rate 0-16777200 kbit in steps
                                 of 16 such as 64kbit, 10mbit or 1gbit
+    description TEXT            What the port is called; "" is no description: a
+                                text
   $ swctl version help
   Usage: swctl version
   

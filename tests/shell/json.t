@@ -67,7 +67,8 @@ JSON on standard output, whatever happens.
       "dtag": false,
       "tpid": 33024,
       "ingress": 16777200,
-      "egress": 16777200
+      "egress": 16777200,
+      "description": null
     }
   ]
   $ swctl -j port show | is_json
@@ -85,8 +86,8 @@ A command without an answer answers nothing:
 Errors are there and, as ever, on standard error:
 
   $ swctl -j port set 3 sped 100
-  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress
-  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","admin","advertise","autoneg","pause","backpressure","mdix","eee","loopback","mtu","learning","isolation","vlan","filter","dtag","tpid","entry","outer","ingress","egress"],"suggestions":["speed"],"status":1}}
+  swctl: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
+  {"error":{"message":"port set 3: unknown word \"sped\"","culprit":"sped","expected":["speed","duplex","admin","advertise","autoneg","pause","backpressure","mdix","eee","loopback","mtu","learning","isolation","vlan","filter","dtag","tpid","entry","outer","ingress","egress","description"],"suggestions":["speed"],"status":1}}
   [1]
   $ data swctl -j port set 3 sped 100 | is_json
   valid

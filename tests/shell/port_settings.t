@@ -30,6 +30,7 @@ detail shows them all:
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
+  description   -
 
 Each keyword changes one of them:
 
@@ -62,8 +63,9 @@ Each keyword changes one of them:
   tpid          0x9100
   ingress       10000 kbit/s
   egress        64 kbit/s
+  description   -
   $ swctl -j port show 3 detail
-  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"backpressure":true,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"filter":true,"dtag":true,"tpid":37120,"ingress":10000,"egress":64}]
+  [{"port":3,"link":"down","speed":null,"duplex":"full","medium":"copper","loopback":false,"max_speed":1000,"chip_port":2,"admin":false,"autoneg":true,"advertise":["10-full","100-full"],"pause":false,"pause_active":false,"backpressure":true,"mdix":"crossed","eee":true,"mtu":9000,"learning":"off","isolation":[0,1,2,25],"vlan":20,"filter":true,"dtag":true,"tpid":37120,"ingress":10000,"egress":64,"description":null}]
 
 The advertised modes go to the chip before autonegotiation is switched:
 

@@ -9,6 +9,7 @@
 #include "chip/limits.h"
 #include "chip/optional_call.h"
 #include "command/value.h"
+#include "config/description.h"
 #include "config/kinds.h"
 #include "config/kinds/words.h"
 #include "config/plain.h"
@@ -287,6 +288,40 @@ SettingKind frame_length_kind(const Board &board) {
   return kind;
 }
 
+void read_port_descriptions(SettingReader &reader) {
+  try {
+    for (const auto &[interface, text] : read_descriptions(reader.context.unit))
+      reader.put({interface}, description_word(text));
+  } catch (const CommandError &error) {
+    reader.leave_out("", error.fault().message);
+  }
+}
+
+bool take_description(Statement &statement, Draft &draft) {
+  const Argument *text = statement.take("description");
+  if (text == nullptr) return false;
+  expect_description(text->word);
+  for (const int64_t port : statement.take_ports("PORTS"))
+    draft.put({port}, description_word(text->word));
+  return true;
+}
+
+// The chip has none; the directory of the unit keeps them.
+SettingKind description_kind() {
+  SettingKind kind;
+  kind.object = "port";
+  kind.name = "description";
+  kind.merges = true;
+  kind.commands = {"port set"};
+  kind.usual = [](const Id &) { return description_word(""); };
+  kind.read = read_port_descriptions;
+  kind.take = take_description;
+  kind.change = [](const Change &change, Commands &commands) {
+    commands.push_back("port set " + change.ids + " description " + *change.to);
+  };
+  return kind;
+}
+
 int64_t isolation_of(const SettingReader &reader, int64_t interface) {
   const Port port = reader.board.port(interface);
   const user_pbmp_t reached =
@@ -306,6 +341,7 @@ void add_port_kinds(Kinds &kinds, const Board &board) {
                                 .usual = usual,
                                 .needs = std::move(needs)}));
   };
+  kinds.push_back(description_kind());
   add("vlan", of_port(SWSH_CALL(user_port_untagged_vlan_get)), kFirstVlan);
   add("filter", of_chip_port(SWSH_OPTIONAL_CALL(swctl_platform_port_filter_get)), 0,
       {"swctl_platform_port_filter_get"});
