@@ -64,9 +64,8 @@ TEST_F(Vchipctl, WrongPortsAreNamed) {
 TEST_F(Vchipctl, WrongWordsAreNamed) {
   const std::string all =
       "expected reset, dump, status, check, convert, diff, link, medium, learn, mark, rule-count, "
-      "time, pair, "
-      "counter, "
-      "storm, send, explain, play, drops, queues, trace, help";
+      "time, pair, counter, storm, send, explain, play, drops, queues, wire, wires, capture, "
+      "extcap, lab, trace, help";
   expect_wrong("", "a command is missing: " + all);
   expect_wrong("rest", "'rest' does not belong here: " + all);
   expect_wrong("link", "a command is missing: expected up, down");
