@@ -92,6 +92,10 @@ Answer replace(const Arguments &arguments, const Context &context) {
   return {};
 }
 
+constexpr char kAdd[] = "add";
+constexpr char kReplace[] = "replace";
+constexpr char kReplaceHelp[] = "Add, in place of what is there";
+
 struct Replacing {
   const char *add;
   Handler run;
@@ -103,9 +107,25 @@ constexpr char kMcast[] = "mcast add";
 constexpr char kMcastIp[] = "mcast ip add";
 constexpr char kVlan[] = "vlan add";
 constexpr char kTranslate[] = "vlan translate add";
+constexpr char kTranslationRule[] = "vlan rule add translation";
+constexpr char kDoubleTagRule[] = "vlan rule add double-tag";
+constexpr char kMacRule[] = "vlan rule add mac";
+constexpr char kIp4Rule[] = "vlan rule add ip4";
+constexpr char kVoiceRule[] = "vlan rule add voice";
+constexpr char kProtocolRule[] = "vlan rule add protocol";
 constexpr Replacing kReplacing[] = {
-    {kAcl, replace<kAcl>},         {kMac, replace<kMac>},   {kMcast, replace<kMcast>},
-    {kMcastIp, replace<kMcastIp>}, {kVlan, replace<kVlan>}, {kTranslate, replace<kTranslate>},
+    {kAcl, replace<kAcl>},
+    {kMac, replace<kMac>},
+    {kMcast, replace<kMcast>},
+    {kMcastIp, replace<kMcastIp>},
+    {kVlan, replace<kVlan>},
+    {kTranslate, replace<kTranslate>},
+    {kTranslationRule, replace<kTranslationRule>},
+    {kDoubleTagRule, replace<kDoubleTagRule>},
+    {kMacRule, replace<kMacRule>},
+    {kIp4Rule, replace<kIp4Rule>},
+    {kVoiceRule, replace<kVoiceRule>},
+    {kProtocolRule, replace<kProtocolRule>},
 };
 
 Node *child_named(Node &node, const std::string &name) {
@@ -114,20 +134,37 @@ Node *child_named(Node &node, const std::string &name) {
   return nullptr;
 }
 
+// The command "add" once more, which puts aside what is there.
+Node replacing(const Node &add, const std::string &name, const std::string &help, Handler run) {
+  Node command = add;
+  command.name = name;
+  command.help = help;
+  command.details = "What is there already is not touched.\n";
+  command.run = run;
+  return command;
+}
+
 }  // namespace
 
 void add_replace_commands(Node &root) {
   for (const Replacing &each : kReplacing) {
     std::vector<std::string> words = words_of(each.add);
+    const std::string last = words.back();
+    if (last != kAdd) words.pop_back();
     words.pop_back();
     Node *node = &root;
     for (const std::string &word : words) node = child_named(*node, word);
-    Node command = *child_named(*node, "add");
-    command.name = "replace";
-    command.help = "Add, in place of what is there";
-    command.details = "What is there already is not touched.\n";
-    command.run = each.run;
-    node->children.push_back(std::move(command));
+    Node &add = *child_named(*node, kAdd);
+    if (last == kAdd) {
+      node->children.push_back(replacing(add, kReplace, kReplaceHelp, each.run));
+      continue;
+    }
+    // "add" has a word for each sort of entry.
+    const Node &sort = *child_named(add, last);
+    Node command = replacing(sort, last, sort.help, each.run);
+    if (child_named(*node, kReplace) == nullptr)
+      node->children.push_back({.name = kReplace, .help = kReplaceHelp});
+    child_named(*node, kReplace)->children.push_back(std::move(command));
   }
 }
 

@@ -60,3 +60,41 @@ replace takes the place of what is there:
   -acl add 7 src-port 8 action permit enable
   +mcast add 01:00:5e:00:00:01 vlan 10 ports 1-3
   +acl add 7 src-port 7 action drop enable
+
+So do the rules of VLANs, each sort in its own places:
+
+  $ vchipctl reset
+  $ swctl vlan rule replace mac 3 02:00:5e:00:00:01 vlan 20 ports 1-4
+  $ swctl vlan rule add ip4 3 192.0.2.0/24 vlan 10
+  $ swctl vlan rule replace mac 3 02:00:5e:00:00:02 vlan 30 priority 5
+  $ swctl vlan rule replace translation 1 from 10 to 11
+  $ swctl vlan rule replace translation 1 from 10 to 12
+  $ swctl vlan rule replace double-tag 1 inner 10 outer 11
+  $ swctl vlan rule replace double-tag 1 inner 10 outer 12
+  $ swctl vlan rule replace ip4 3 198.51.100.0/24 vlan 11
+  $ swctl vlan rule replace voice 2 02:00:5e:00:00:01 vlan 11
+  $ swctl vlan rule replace voice 2 02:00:5e:00:00:01 vlan 12
+  $ swctl vlan rule replace protocol 2 vlan 10 encapsulation ethernet ethertype 0x800
+  $ swctl vlan rule replace protocol 2 vlan 11 encapsulation snap ethertype 0x800
+  $ swctl config show
+  vlan rule add translation 1 from 10 to 12
+  vlan rule add double-tag 1 inner 10 outer 12
+  vlan rule add mac 3 02:00:5e:00:00:02 vlan 30 priority 5
+  vlan rule add ip4 3 198.51.100.0/255.255.255.0 vlan 11
+  vlan rule add voice 2 02:00:5e:00:00:01 vlan 12
+  vlan rule add protocol 2 vlan 11 encapsulation snap ethertype 0x800
+  $ SWPROBE=record:calls swctl vlan rule replace translation 1 from 10 to 12
+  $ grep -c adp_fp_add_entity_rule calls
+  0
+  [1]
+  $ SWPROBE=record:calls swctl vlan rule replace translation 1 from 10 to 13
+  $ grep -c adp_fp_add_entity_rule calls
+  1
+  $ swctl vlan rule replace mac 3 02:00:5e:00:00:02 vlan 99999
+  swctl: vlan rule replace mac 3 02:00:5e:00:00:02 vlan: bad value "99999", expected a number 1-4094
+  [1]
+  $ SWPROBE_FAIL='adp_fp_add_entity_rule nth 1 result -5' swctl vlan rule replace mac 3 02:00:5e:00:00:03 vlan 30
+  swctl: vlan rule add mac 3 02:00:5e:00:00:03 vlan 30: adp_fp_add_entity_rule refused mac rule 3: result -5; all is as it was
+  [2]
+  $ swctl config show vlan | grep 'rule add mac'
+  vlan rule add mac 3 02:00:5e:00:00:02 vlan 30 priority 5

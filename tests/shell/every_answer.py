@@ -109,6 +109,12 @@ mcast replace 01:00:5e:00:00:01 vlan 10 ports 4
 mcast ip replace 232.1.2.3 vlan 10 ports 3
 vlan replace 10 tagged 1
 vlan translate replace 2 port 1 from 10 to 11
+vlan rule replace translation 2 from 10 to 11
+vlan rule replace double-tag 2 inner 10 outer 11
+vlan rule replace mac 2 02:00:00:00:00:01 vlan 10
+vlan rule replace ip4 2 192.0.2.0/24 vlan 10
+vlan rule replace voice 2 02:00:00:00:00:01 vlan 10
+vlan rule replace protocol 2 vlan 10 encapsulation ethernet ethertype 0x800
 config show
 config save plan
 port set 4 vlan 10
