@@ -15,6 +15,7 @@
 #include "run/batch.h"
 #include "run/command.h"
 #include "run/options.h"
+#include "run/pager.h"
 #include "run/session.h"
 #include "text.h"
 
@@ -73,7 +74,8 @@ std::vector<std::string> asking_help(const Settings &settings) {
 }
 
 Status run(const Settings &settings, DataOutput &output) {
-  const Style style = settings.style();
+  Style style = settings.style();
+  if (!settings.no_pager) style.pager = pager_for(output.descriptor());
   const Context context = {
       settings.unit,
       [&](const Record &record) { output.write(line_text(record, style.format) + '\n'); },

@@ -11,6 +11,7 @@
 #include "config/idempotent.h"
 #include "interrupt.h"
 #include "output/wrap.h"
+#include "run/pager.h"
 #include "text.h"
 
 namespace swsh {
@@ -126,7 +127,7 @@ Status report(const Outcome &outcome, const std::string &place, const Style &sty
   complain(place, outcome);
   std::string text = outcome_text(outcome, style.format);
   if (style.echo_status) text += "status " + std::to_string(outcome.status()) + '\n';
-  output.write(text);
+  if (!show_by_pager(style.pager, text, output.descriptor())) output.write(text);
   return outcome.status();
 }
 

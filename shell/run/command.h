@@ -33,6 +33,7 @@ Value outcome_value(const Outcome &outcome);
 struct Style {
   Format format = Format::human;
   bool echo_status = false;  // a line "status N" after every outcome
+  std::string pager = {};    // shows what is longer than the terminal; empty: nothing does
 };
 
 // One line on standard error, wrapped if that is a terminal: `place`, a colon and

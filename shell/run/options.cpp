@@ -89,6 +89,7 @@ class Reader {
     if (name == "pretty") settings_.pretty = true;
     if (name == "force") settings_.force = true;
     if (name == "may-exist") settings_.may_exist = true;
+    if (name == "no-pager") settings_.no_pager = true;
     if (name == "atomic") settings_.atomic = true;
     if (name == "echo-status") settings_.echo_status = true;
     if (name == "help") settings_.help = true;
@@ -127,6 +128,7 @@ const std::vector<Option> &options() {
       {"force", 0, "", "In a batch, go on after a command that failed"},
       {"atomic", 0, "", "Put back what a batch has changed if a command of it fails"},
       {"may-exist", 0, "", "Make only what is not so already"},
+      {"no-pager", 0, "", "Write long answers to a terminal as they are"},
       {"echo-status", 0, "", "After each answer, a line with the status of its command"},
       {"unit", 'u', "N", "Work on switch unit N instead of 0"},
       {"help", 'h', "", "Show this help"},

@@ -35,6 +35,7 @@ struct Settings {
   bool force = false;
   bool atomic = false;
   bool may_exist = false;
+  bool no_pager = false;
   std::optional<int64_t> bring_back_after;  // how the program calls itself, config/pending.h
   bool echo_status = false;
   bool help = false;

@@ -94,6 +94,7 @@ What completion offers.
   -force
   -atomic
   -may-exist
+  -no-pager
   -echo-status
   -unit
   -help

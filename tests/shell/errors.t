@@ -120,7 +120,7 @@ One bad number in a list and nothing is changed:
 Options:
 
   $ swctl -x port show
-  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -echo-status, -unit, -help, -Version
+  swctl: unknown option "-x", expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -no-pager, -echo-status, -unit, -help, -Version
   [1]
   $ swctl -unit
   swctl: option "-unit" lacks its value
@@ -159,8 +159,8 @@ A word that is one slip away is suggested:
   swctl: port: unknown word "shw" (did you mean "show"?), expected one of: show, set, stats, clear, cable, help
   [1]
   $ swctl -jsn
-  swctl: unknown option "-jsn" (did you mean "-json"?), expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -echo-status, -unit, -help, -Version
-  {"error":{"message":"unknown option \"-jsn\"","culprit":"-jsn","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-echo-status","-unit","-help","-Version"],"suggestions":["-json"],"status":1}}
+  swctl: unknown option "-jsn" (did you mean "-json"?), expected one of: -json, -pretty, -batch, -force, -atomic, -may-exist, -no-pager, -echo-status, -unit, -help, -Version
+  {"error":{"message":"unknown option \"-jsn\"","culprit":"-jsn","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-no-pager","-echo-status","-unit","-help","-Version"],"suggestions":["-json"],"status":1}}
   [1]
   $ data swctl -j port shw | jq -c .error.suggestions
   ["show"]

@@ -38,6 +38,7 @@ Help at every level.
     -force           In a batch, go on after a command that failed
     -atomic          Put back what a batch has changed if a command of it fails
     -may-exist       Make only what is not so already
+    -no-pager        Write long answers to a terminal as they are
     -echo-status     After each answer, a line with the status of its command
     -u, -unit N      Work on switch unit N instead of 0
     -h, -help        Show this help

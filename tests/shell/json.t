@@ -95,10 +95,10 @@ Errors are there and, as ever, on standard error:
   {"error":{"message":"port set 3 speed: missing value","culprit":null,"expected":["10","100","1000","10000"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -j -x
-  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-no-pager","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -x -j
-  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
+  {"error":{"message":"unknown option \"-x\"","culprit":"-x","expected":["-json","-pretty","-batch","-force","-atomic","-may-exist","-no-pager","-echo-status","-unit","-help","-Version"],"suggestions":[],"status":1}}
   [1]
   $ data swctl -p -u
   {

@@ -32,8 +32,10 @@ class Session:
 
     def __init__(self, directory, *options, columns=1000, **variables):
         environment = dict(os.environ, TERM="vt100", XDG_STATE_HOME=str(directory),
-                           VCHIP_IMAGE=str(directory / "chip.img"), **variables)
-        environment.pop("COLUMNS", None)
+                           VCHIP_IMAGE=str(directory / "chip.img"), SWCTL_PAGER="")
+        environment.update(variables)
+        environment = {name: value for name, value in environment.items()
+                       if value is not None and name != "COLUMNS"}
         self.pid, self.terminal = pty.fork()
         if self.pid == 0:
             resize(0, columns)
@@ -165,6 +167,102 @@ def check_width(directory):
     check("a terminal of another size has wider help", 60 < longest_line(shown) <= 100, shown)
     session.type("exit\n")
     session.end()
+
+
+MARK = "sed s/^/paged:/"
+
+
+def check_pager(directory):
+    """`port show` has more lines than the terminal, which has 24."""
+    session = Session(directory, SWCTL_PAGER=MARK, PAGER="false")
+    shown = session.run("port show")
+    check("a long answer goes to the pager", re.search(r"^paged:26 ", shown, re.M), shown)
+    shown = session.run("port show 1-22")
+    check("one that fits does not", "paged" not in shown and "22" in shown, shown)
+    shown = session.run("port show | count")
+    check("nor one that a filter makes short", shown == "26\n", shown)
+    session.type("exit\n")
+    session.end()
+    for variables, paged in (({"SWCTL_PAGER": None, "PAGER": MARK}, True),
+                             ({"SWCTL_PAGER": "", "PAGER": MARK}, False),
+                             ({"SWCTL_PAGER": "cat", "PAGER": MARK}, False),
+                             ({"SWCTL_PAGER": MARK, "TERM": "dumb"}, False),
+                             ({"SWCTL_PAGER": "no-such-pager"}, False)):
+        session = Session(directory, **variables)
+        shown = session.run("port show")
+        check(f"{variables}", ("paged:" in shown) == paged and "26 " in shown, shown)
+        session.type("exit\n")
+        session.end()
+    session = Session(directory, "-no-pager", SWCTL_PAGER=MARK)
+    shown = session.run("port show")
+    check("-no-pager", "paged" not in shown and "26 " in shown, shown)
+    session.type("exit\n")
+    session.end()
+
+
+def check_usual_pager(directory):
+    programs = directory / "programs"
+    programs.mkdir()
+    (programs / "less").write_text('#!/bin/sh\necho "less with $*"\ncat\n')
+    (programs / "less").chmod(0o755)
+    session = Session(directory, SWCTL_PAGER=None, PAGER=None,
+                      PATH=f"{programs}:{os.environ['PATH']}")
+    shown = session.run("port show")
+    check("the usual pager is less", "less with -FRX" in shown and "26 " in shown, shown)
+    session.type("exit\n")
+    session.end()
+
+
+def check_pager_ends(directory):
+    session = Session(directory, SWCTL_PAGER="head -n 1")
+    shown = session.run("acl add help")
+    check("a pager may end early", len(shown.splitlines()) == 1, shown)
+    session.type("exit\n")
+    session.end()
+    session = Session(directory, SWCTL_PAGER="echo 'wai''ting'; cat >/dev/null; sleep 600")
+    session.type("port show\n")
+    session.wait_for("waiting")
+    time.sleep(0.5)
+    session.interrupt()
+    session.wait_for(PROMPT)
+    shown = session.run("port show 3")
+    check("Ctrl-C is the pager's", "3     down" in shown and "interrupted" not in shown, shown)
+    session.type("exit\n")
+    session.end()
+
+
+def at_terminal(directory, *words):
+    """What swctl prints at a terminal that is wide."""
+    pid, terminal = pty.fork()
+    if pid == 0:
+        resize(0, 1000)
+        os.execvpe("swctl", ["swctl", *words],
+                   dict(os.environ, TERM="vt100", SWCTL_PAGER=MARK,
+                        VCHIP_IMAGE=str(directory / "chip.img")))
+    shown = b""
+    try:
+        while data := os.read(terminal, 4096):
+            shown += data
+    except OSError:
+        pass
+    os.waitpid(pid, 0)
+    os.close(terminal)
+    return shown.decode()
+
+
+def check_pager_of_command(directory):
+    shown = at_terminal(directory, "port", "show")
+    check("a command on its own has a pager", "paged:26 " in shown, shown)
+    shown = at_terminal(directory, "-p", "port", "show")
+    check("at a terminal in JSON too", "paged:]" in shown, shown)
+    (directory / "lines").write_text("port show\n")
+    shown = at_terminal(directory, "-b", str(directory / "lines"))
+    check("a batch has none", "paged" not in shown and "26 " in shown, shown)
+    for words in (["port", "show"], ["-p", "port", "show"]):
+        piped = subprocess.run(["swctl", *words], check=True, capture_output=True, text=True,
+                               env=dict(os.environ, TERM="vt100", SWCTL_PAGER=MARK,
+                                        VCHIP_IMAGE=str(directory / "chip.img"))).stdout
+        check("nor has a pipe", "paged" not in piped and "26" in piped, piped)
 
 
 def check_end_of_input(directory):
@@ -326,6 +424,10 @@ def main():
         check_commands(directory)
         check_json(directory)
         check_width(directory)
+        check_pager(directory)
+        check_usual_pager(directory)
+        check_pager_ends(directory)
+        check_pager_of_command(directory)
         check_end_of_input(directory)
         for locale in ("C", "C.UTF-8", "", "none"):
             check_characters(directory, LC_ALL=locale)
