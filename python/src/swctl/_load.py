@@ -26,12 +26,12 @@ class Libraries:
         self.probe = _open_if_there(PROBE)
         self.platform = [_open(name) for name in _platform()]
         self.vchip = None if os.environ.get("SWCTL_PLATFORM") else self.platform[0]
-        self.library = _open(LIBRARY)
+        self.swctl = _open(LIBRARY)
         self.all = ffi.dlopen(None, ffi.RTLD_GLOBAL)
 
     def find(self, name: str) -> Any:
         """A function or variable: the library's own, or the first one of all."""
-        for place in (self.library, self.all):
+        for place in (self.swctl, self.all):
             try:
                 return getattr(place, name)
             except (AttributeError, ffi.error):

@@ -39,4 +39,4 @@ def variables() -> Any:
     """The library's variables as attributes, to read and to set."""
     from ._load import libraries
 
-    return libraries().library
+    return libraries().swctl
