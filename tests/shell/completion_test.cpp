@@ -77,7 +77,7 @@ TEST_F(Completing, PassesOverOptions) {
 TEST_F(Completing, OffersOptionsInFrontOfTheCommand) {
   EXPECT_THAT(complete_line({"-"}),
               ElementsAre("-json", "-pretty", "-batch", "-force", "-atomic", "-may-exist",
-                          "-echo-status", "-unit", "-help", "-Version"));
+                          "-no-pager", "-echo-status", "-unit", "-help", "-Version"));
   EXPECT_THAT(complete_line({"-j", "--f"}), ElementsAre("--force"));
 }
 

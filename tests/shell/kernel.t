@@ -52,6 +52,7 @@ Words that are wrong:
   -force
   -atomic
   -may-exist
+  -no-pager
   -echo-status
   -unit
   -help

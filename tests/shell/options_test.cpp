@@ -98,7 +98,7 @@ TEST(Options, PrettyIsJsonToo) {
 TEST(Options, ThatAreUnknownAreNamed) {
   EXPECT_EQ(fault_of({"-x"}),
             "unknown option \"-x\", expected one of: -json, -pretty, -batch, -force, -atomic, "
-            "-may-exist, -echo-status, -unit, -help, -Version");
+            "-may-exist, -no-pager, -echo-status, -unit, -help, -Version");
   EXPECT_EQ(settings_of({"-x"}).fault->culprit, "-x");
   EXPECT_EQ(settings_of({"--yaml"}).fault->culprit, "--yaml");
   EXPECT_THAT(settings_of({"-jsn"}).fault->suggestions, ElementsAre("-json"));

@@ -83,6 +83,7 @@ With its settings, line by line; in JSON with the same keys for one and for many
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
+  description   -
   $ swctl port show 26 detail
   port          26
   link          down
@@ -109,6 +110,7 @@ With its settings, line by line; in JSON with the same keys for one and for many
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
+  description   -
 
   $ swctl port show detail | grep -c '^port '
   26
@@ -146,6 +148,7 @@ Setting speed and duplex switches autonegotiation off:
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
+  description   -
   $ SWPROBE=trace swctl port set 7 speed 10 duplex full 2>&1 | grep _set
   rtk_port_phyAutoNegoEnable_set(unit=0, port=6, enable=0) = 0
   rtk_port_phyForceModeAbility_set(unit=0, port=6, speed=0, duplex=1, flow_control=1) = 0
@@ -241,6 +244,7 @@ Everything may be abbreviated but values:
   tpid          0x8100
   ingress       16777200 kbit/s
   egress        16777200 kbit/s
+  description   -
 
 Another unit has a state of its own:
 
