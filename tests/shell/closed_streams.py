@@ -2,9 +2,8 @@
 """closed_streams.py
 
 Every tool with a standard stream closed, or all of them, and those that write
-files with every subset: what it prints
-never ends in an image or a recording, and an answer that cannot be written is
-status 2.
+files with every subset: what it prints never ends in an image or a recording, and
+an answer that cannot be written is status 2.
 """
 import os
 import pathlib
@@ -62,6 +61,11 @@ COMMANDS = [
     ["vchipctl", "play", "no-such-folder"],
     ["vchipctl", "drops", "--all"],
     ["vchipctl", "queues"],
+    ["vchipctl", "wires"],
+    ["vchipctl", "wire", "1", "none"],
+    ["vchipctl", "capture"],
+    ["vchipctl", "extcap", "--extcap-interface", "swctl:chip.img:0:1", "--extcap-dlts"],
+    ["vchipctl", "lab", "--ports", "99"],
     ["vchipctl", "help"],
     ["vchipctl", "--help"],
     ["vchipctl", "--version"],
