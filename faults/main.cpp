@@ -7,17 +7,16 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <sys/resource.h>
 
+#include "os/command_line.h"
 #include "report.h"
 
 namespace {
 
 constexpr int kGood = 0;
-constexpr int kWrongUsage = 1;
 constexpr int kBad = 2;
 
 constexpr const char *kPurpose =
@@ -34,10 +33,6 @@ struct CommandLine {
   swfaults::Settings settings;
   bool json = false;
   std::string junit;
-};
-
-struct Refused : std::runtime_error {
-  using std::runtime_error::runtime_error;
 };
 
 void add_words(CLI::App &app, CommandLine &line) {
@@ -85,12 +80,6 @@ void write_file(const std::string &path, const std::string &text) {
   if (!file) throw std::runtime_error("cannot write '" + path + "'");
 }
 
-void expect_printed() {
-  std::cout.flush();
-  if (!std::cout || fflush(stdout) != 0 || ferror(stdout) != 0)
-    throw Refused("standard output cannot be written");
-}
-
 int run(CommandLine &line) {
   take_environment(line.settings);
   without_cores();
@@ -106,34 +95,11 @@ int run(CommandLine &line) {
   return kGood;
 }
 
-int parse_and_run(CLI::App &app, CommandLine &line, int argc, char **argv) {
-  int status = kGood;
-  try {
-    app.parse(argc, argv);
-    status = run(line);
-  } catch (const CLI::Success &success) {
-    app.exit(success);
-  }
-  expect_printed();
-  return status;
-}
-
-int complain(const std::exception &error, int status) {
-  fprintf(stderr, "swctl-faults: %s\n", error.what());
-  return status;
-}
-
 }  // namespace
 
 int main(int argc, char **argv) {
   CLI::App app{kPurpose, "swctl-faults"};
   CommandLine line;
   add_words(app, line);
-  try {
-    return parse_and_run(app, line, argc, argv);
-  } catch (const Refused &error) {
-    return complain(error, kBad);
-  } catch (const std::exception &error) {
-    return complain(error, kWrongUsage);
-  }
+  return os::run_program_main(app, argc, argv, [&] { return run(line); });
 }

@@ -2,20 +2,17 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
-#include <exception>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "os/command_line.h"
 #include "report.h"
 
 namespace {
 
 constexpr int kSame = 0;
-constexpr int kWrongUsage = 1;
 constexpr int kDiffers = 2;
-constexpr int kRefused = 2;
 
 constexpr const char *kPurpose =
     "Makes the calls of recordings again, on this platform, and compares the answers";
@@ -43,25 +40,8 @@ void add_words(CLI::App &app, CommandLine &line) {
   app.footer(kFooter);
 }
 
-// What is no fault of the words or of a recording.
-struct Refused : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 void complain(const std::string &text) {
   fprintf(stderr, "swctl-replay: %s\n", text.c_str());
-}
-
-int failed(const std::exception &error, int status) {
-  complain(error.what());
-  return status;
-}
-
-// Whether all that was printed has arrived.
-void expect_printed() {
-  std::cout.flush();
-  if (!std::cout || fflush(stdout) != 0 || ferror(stdout) != 0)
-    throw Refused("standard output cannot be written");
 }
 
 std::vector<swreplay::Recording> read_all(const std::vector<std::string> &files) {
@@ -77,7 +57,7 @@ std::vector<swreplay::Recording> read_all(const std::vector<std::string> &files)
 
 int run(const CommandLine &line) {
   const std::vector<swreplay::Recording> recordings = read_all(line.files);
-  if (const char *fault = swreplay::platform_fault()) throw Refused(fault);
+  if (const char *fault = swreplay::platform_fault()) throw os::Refused(fault);
   swreplay::Outcome outcome;
   for (const swreplay::Recording &recording : recordings)
     if (!swreplay::replay(recording, line.keep_going, outcome)) break;
@@ -87,30 +67,11 @@ int run(const CommandLine &line) {
   return outcome.differences.empty() ? kSame : kDiffers;
 }
 
-// Runs what the words ask for; help and version are printed at once.
-int parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv) {
-  int status = kSame;
-  try {
-    app.parse(argc, argv);
-    status = run(line);
-  } catch (const CLI::Success &success) {
-    app.exit(success);
-  }
-  expect_printed();
-  return status;
-}
-
 }  // namespace
 
 int main(int argc, char **argv) {
   CLI::App app{kPurpose, "swctl-replay"};
   CommandLine line;
   add_words(app, line);
-  try {
-    return parse_and_run(app, line, argc, argv);
-  } catch (const Refused &error) {
-    return failed(error, kRefused);
-  } catch (const std::exception &error) {
-    return failed(error, kWrongUsage);
-  }
+  return os::run_program_main(app, argc, argv, [&] { return run(line); });
 }

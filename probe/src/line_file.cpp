@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "high_descriptor.h"
+#include "os/high_descriptor.h"
 
 namespace swprobe {
 namespace {
@@ -31,7 +31,7 @@ int write_all(int descriptor, std::string_view text) {
 }
 
 int open_lines(const std::string &path, int flags) {
-  return open_high(path, O_WRONLY | O_CREAT | O_APPEND | flags, 0666);
+  return os::open_high(path, O_WRONLY | O_CREAT | O_APPEND | flags, 0666);
 }
 
 std::string old_name(const std::string &path, unsigned age) {

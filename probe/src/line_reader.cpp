@@ -7,12 +7,12 @@
 #include <stdexcept>
 #include <unistd.h>
 
-#include "high_descriptor.h"
+#include "os/high_descriptor.h"
 
 namespace swprobe {
 
 LineReader::LineReader(const std::string &path) : name_(path == "-" ? "standard input" : path) {
-  const int descriptor = path == "-" ? dup(STDIN_FILENO) : open_high(path, 0);
+  const int descriptor = path == "-" ? dup(STDIN_FILENO) : os::open_high(path, 0);
   file_ = descriptor < 0 ? nullptr : fdopen(descriptor, "r");
   if (file_ == nullptr) unreadable();
 }

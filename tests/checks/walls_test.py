@@ -59,6 +59,16 @@ CASES = [
     ("vchip/wire/panel.cpp", '"../src/chip/chip.h"', False),
     ("vchip/wire/panel.cpp", '"chip/chip.h"', False),
     ("vchip/ctl/wires_client.cpp", '"../wire/panel.h"', False),
+    ("vchip/ctl/wires_client.cpp", '"os/descriptor.h"', True),
+    ("vchip/wire/panel.cpp", '"os/descriptor.h"', True),
+    ("vchip/src/image/image.cpp", '"os/high_descriptor.h"', True),
+    ("vchip/src/pipeline/run.cpp", '"os/program.h"', False),
+    ("probe/src/line_file.cpp", '"os/high_descriptor.h"', True),
+    ("src/port/link.cpp", '"os/descriptor.h"', False),
+    ("shell/main.cpp", '"os/program.h"', False),
+    ("os/program.cpp", '"os/descriptor.h"', True),
+    ("os/program.cpp", '"image/header.h"', False),
+    ("os/program.cpp", "<swctl-vchip/vchip.h>", False),
 ]
 
 
@@ -72,6 +82,7 @@ def accepts(tree, file, target):
     name = target.strip('"')
     if target.startswith('"') and ".." not in name:
         room = pathlib.Path(file).parts[0]
+        room = room if not name.startswith("os/") else ""
         write(tree / room / ("src" if room == "vchip" else "") / name, "")
     write(tree / file, f"#include {target}\n")
     result = subprocess.run([sys.executable, HERE / "walls.py", tree], capture_output=True, text=True)

@@ -12,7 +12,7 @@
 #include <sys/socket.h>
 
 #include "capture_blocks.h"
-#include "descriptor.h"
+#include "os/descriptor.h"
 #include "usage_error.h"
 #include "wires_client.h"
 #include "words.h"
@@ -34,7 +34,7 @@ void ask_for_the_end(int) {
 }
 
 // The first signal ends the capture in order, a second one the program.
-void watch_signals(const Descriptor &capture) {
+void watch_signals(const os::Descriptor &capture) {
   interrupted_capture = capture.get();
   struct sigaction action = {};
   action.sa_handler = ask_for_the_end;
@@ -62,17 +62,17 @@ void expect_no_terminal(const CaptureWords &words) {
         "standard output is a terminal: give -w FILE, or a pipe such as | tcpdump -n -r -");
 }
 
-Descriptor open_output(const CaptureWords &words) {
-  Descriptor output(is_to_stdout(words)
-                        ? fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
-                        : open(words.file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+os::Descriptor open_output(const CaptureWords &words) {
+  os::Descriptor output(is_to_stdout(words) ? fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
+                                            : open(words.file.c_str(),
+                                                   O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
   if (!output)
     throw Refused((is_to_stdout(words) ? "standard output" : words.file) + ": " + strerror(errno));
   return output;
 }
 
 // False if nobody reads it any more.
-bool write_all(const Descriptor &output, const std::vector<uint8_t> &bytes) {
+bool write_all(const os::Descriptor &output, const std::vector<uint8_t> &bytes) {
   for (size_t done = 0; done < bytes.size();) {
     const ssize_t count = write(output.get(), bytes.data() + done, bytes.size() - done);
     if (count < 0 && errno == EPIPE) return false;
@@ -84,13 +84,13 @@ bool write_all(const Descriptor &output, const std::vector<uint8_t> &bytes) {
 }
 
 // Waits for bytes of the capture. False if the reader of the output has gone.
-bool wait_for(const Descriptor &capture, const Descriptor &output) {
+bool wait_for(const os::Descriptor &capture, const os::Descriptor &output) {
   pollfd descriptors[] = {{capture.get(), POLLIN, 0}, {output.get(), 0, 0}};
   if (poll(descriptors, 2, -1) < 0) return true;
   return (descriptors[1].revents & POLLERR) == 0;
 }
 
-void copy(const Descriptor &capture, const Descriptor &output, CaptureBlocks &blocks) {
+void copy(const os::Descriptor &capture, const os::Descriptor &output, CaptureBlocks &blocks) {
   std::vector<uint8_t> bytes(kBytesAtATime);
   while (wait_for(capture, output)) {
     const ssize_t count = recv(capture.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -105,9 +105,9 @@ void copy(const Descriptor &capture, const Descriptor &output, CaptureBlocks &bl
 void capture(const CaptureWords &words) {
   expect_no_terminal(words);
   const Json request = request_of(words);
-  const Descriptor capture = follow_vchipd(parse_unit(words.unit), request);
+  const os::Descriptor capture = follow_vchipd(parse_unit(words.unit), request);
   watch_signals(capture);
-  const Descriptor output = open_output(words);
+  const os::Descriptor output = open_output(words);
   CaptureBlocks blocks;
   copy(capture, output, blocks);
   fprintf(stderr, "vchipctl: %" PRIu64 " frames captured, %" PRIu64 " missed\n", blocks.frames(),

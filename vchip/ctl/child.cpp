@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "os/program.h"
 #include "usage_error.h"
 
 namespace vchipctl {
@@ -20,14 +20,6 @@ constexpr int kNotFound = 127;
 constexpr int kNotAllowed = 126;
 constexpr useconds_t kLook = 10'000;
 constexpr int kLooksASecond = 100;
-
-std::string beside_this_program(const std::string &name) {
-  std::error_code fault;
-  const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", fault);
-  const std::filesystem::path beside = own.parent_path() / name;
-  const bool plain = name.find('/') == name.npos;
-  return !fault && plain && access(beside.c_str(), X_OK) == 0 ? beside.string() : name;
-}
 
 void take_default_signals() {
   for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGPIPE}) signal(number, SIG_DFL);
@@ -78,7 +70,7 @@ int become(const std::vector<std::string> &words) {
   std::vector<char *> arguments;
   for (std::string &word : copies) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  execvp(beside_this_program(words.front()).c_str(), arguments.data());
+  execvp(os::find_program(words.front()).c_str(), arguments.data());
   const int fault = errno;
   fprintf(stderr, "vchipctl: %s: %s\n", words.front().c_str(), strerror(fault));
   return fault == ENOENT ? kNotFound : kNotAllowed;

@@ -13,6 +13,7 @@
 #include "child.h"
 #include "lab_host.h"
 #include "lab_record.h"
+#include "os/program.h"
 #include "port_names.h"
 #include "spaces.h"
 #include "usage_error.h"
@@ -108,13 +109,10 @@ void leave_signals_to(const Child &command) {
 
 // Programs of the same folder are found, as this one was.
 void put_own_folder_first() {
-  std::error_code fault;
-  const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", fault);
+  const std::string folder = os::own_folder();
   const char *path = getenv("PATH");
-  if (fault) return;
-  setenv("PATH",
-         (own.parent_path().string() + (path == nullptr ? "" : ":" + std::string(path))).c_str(),
-         1);
+  if (folder.empty()) return;
+  setenv("PATH", (path == nullptr ? folder : folder + ':' + path).c_str(), 1);
 }
 
 int run_in_lab(const std::vector<std::string> &words) {

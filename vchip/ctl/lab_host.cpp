@@ -54,7 +54,7 @@ class InterfaceSettings {
       throw Refused(std::string(request_.ifr_name) + ": " + strerror(errno));
   }
 
-  Descriptor socket_;
+  os::Descriptor socket_;
   ifreq request_ = {};
 };
 
@@ -118,8 +118,8 @@ LabHost::LabHost(int32_t interface) {
   int pair[2] = {-1, -1};
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair) != 0)
     throw Refused(std::string("socketpair: ") + strerror(errno));
-  control_ = Descriptor(pair[0]);
-  const Descriptor theirs(pair[1]);
+  control_ = os::Descriptor(pair[0]);
+  const os::Descriptor theirs(pair[1]);
   holder_ = Child([&] {
     control_.reset();
     return hold(pair[1], interface);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "child.h"
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipctl {
 
@@ -25,7 +25,7 @@ class LabHost {
   static std::string address(int32_t interface);
 
  private:
-  Descriptor control_;
+  os::Descriptor control_;
   Child holder_;
 };
 

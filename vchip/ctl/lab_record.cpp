@@ -49,7 +49,7 @@ void LabRecord::write(const LabProcesses &processes) {
 }
 
 LabProcesses find_lab(const std::string &image) {
-  const Descriptor file(open(record_of(image).c_str(), O_RDONLY | O_CLOEXEC));
+  const os::Descriptor file(open(record_of(image).c_str(), O_RDONLY | O_CLOEXEC));
   if (!file || flock(file.get(), LOCK_SH | LOCK_NB) == 0) throw no_lab(image);
   std::ifstream stream(record_of(image));
   const Json record = Json::parse(stream, nullptr, false);

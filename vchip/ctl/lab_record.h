@@ -9,7 +9,7 @@
 #include <string>
 #include <sys/types.h>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipctl {
 
@@ -30,7 +30,7 @@ class LabRecord {
 
  private:
   const std::string path_;
-  Descriptor file_;
+  os::Descriptor file_;
 };
 
 // Throws Refused if there is no lab on that image.

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "frame_lines.h"
 #include "images.h"
 #include "lab_command.h"
+#include "os/command_line.h"
 #include "usage_error.h"
 #include "wire_commands.h"
 
@@ -307,13 +307,6 @@ int complain(const std::string &text, int status) {
   return status;
 }
 
-// Whether all that was printed has arrived; a pipe or a disk may say no late.
-void expect_printed() {
-  std::cout.flush();
-  if (!std::cout || fflush(stdout) != 0 || ferror(stdout) != 0)
-    throw Refused("standard output cannot be written");
-}
-
 void run(const CLI::App &app, const CommandLine &line) {
   if (app.got_subcommand("help")) {
     printf("%s", whole_help().c_str());
@@ -323,20 +316,13 @@ void run(const CLI::App &app, const CommandLine &line) {
   run_command(line);
 }
 
-// Runs what the words ask for; help and version are printed at once.
-int parse_and_run(CLI::App &app, const CommandLine &line, int argc, char **argv) {
-  int status = 0;
+int exit_status(const CLI::App &app, const CommandLine &line) {
   try {
-    app.parse(argc, argv);
     run(app, line);
-    status = line.exit_status;
-  } catch (const CLI::Success &success) {
-    app.exit(success);
+    return line.exit_status;
   } catch (const Differ &) {
-    status = kDiffer;
+    return kDiffer;
   }
-  expect_printed();
-  return status;
 }
 
 }  // namespace
@@ -346,7 +332,7 @@ int main(int argc, char **argv) {
   CommandLine line;
   add_commands(app, line);
   try {
-    return parse_and_run(app, line, argc, argv);
+    return os::parse_and_run(app, argc, argv, [&] { return exit_status(app, line); });
   } catch (const CLI::ParseError &error) {
     return complain(explain(app, error), kWrongUsage);
   } catch (const UsageError &error) {

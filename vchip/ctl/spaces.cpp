@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 #include "usage_error.h"
 
 namespace vchipctl {
@@ -27,7 +27,7 @@ Refused denied() {
 }
 
 void write_map(const char *file, const std::string &text) {
-  const Descriptor map(open(file, O_WRONLY | O_CLOEXEC));
+  const os::Descriptor map(open(file, O_WRONLY | O_CLOEXEC));
   if (!map || write(map.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size()))
     throw denied();
 }
@@ -52,7 +52,7 @@ void furnish(const std::string &host_name) {
 
 void join(pid_t process, const char *kind) {
   const std::string path = "/proc/" + std::to_string(process) + "/ns/" + kind;
-  const Descriptor space(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const os::Descriptor space(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat there = {}, here = {};
   const bool known = space && fstat(space.get(), &there) == 0 &&
                      stat((std::string("/proc/self/ns/") + kind).c_str(), &here) == 0;

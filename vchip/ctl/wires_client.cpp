@@ -22,7 +22,7 @@ using Json = nlohmann::ordered_json;
 
 // Through its directory, which may have a longer name than an address has room for.
 bool connect_to(int descriptor, const std::filesystem::path &path) {
-  const Descriptor directory(
+  const os::Descriptor directory(
       open(std::filesystem::absolute(path).parent_path().c_str(), O_PATH | O_CLOEXEC));
   const std::string name =
       "/proc/self/fd/" + std::to_string(directory.get()) + "/" + path.filename().string();
@@ -60,9 +60,9 @@ std::string image_in_use() {
 }
 
 // Asks, and reads the answer from the connection. False if no vchipd serves the unit.
-bool ask(Descriptor &connection, uint32_t unit, const Json &request, Json &answer) {
+bool ask(os::Descriptor &connection, uint32_t unit, const Json &request, Json &answer) {
   const std::string path = vchip::wires_socket(image_in_use(), unit);
-  connection = Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  connection = os::Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   if (!connect_to(connection.get(), path)) {
     if (errno == ENOENT || errno == ECONNREFUSED) return false;
     throw Refused(path + ": " + strerror(errno));
@@ -82,7 +82,7 @@ Refused not_served(uint32_t unit) {
 }  // namespace
 
 std::optional<Json> ask_if_served(uint32_t unit, const Json &request) {
-  Descriptor connection;
+  os::Descriptor connection;
   Json answer;
   if (!ask(connection, unit, request, answer)) return std::nullopt;
   return answer;
@@ -94,8 +94,8 @@ Json ask_vchipd(uint32_t unit, const Json &request) {
   return *answer;
 }
 
-Descriptor follow_vchipd(uint32_t unit, const Json &request) {
-  Descriptor connection;
+os::Descriptor follow_vchipd(uint32_t unit, const Json &request) {
+  os::Descriptor connection;
   Json answer;
   if (!ask(connection, unit, request, answer)) throw not_served(unit);
   return connection;

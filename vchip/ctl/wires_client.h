@@ -7,7 +7,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipctl {
 
@@ -19,7 +19,7 @@ std::optional<nlohmann::ordered_json> ask_if_served(uint32_t unit,
 nlohmann::ordered_json ask_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
 
 // The same for a request whose answer goes on: the connection, from there.
-Descriptor follow_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
+os::Descriptor follow_vchipd(uint32_t unit, const nlohmann::ordered_json &request);
 
 }  // namespace vchipctl
 

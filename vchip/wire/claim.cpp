@@ -32,7 +32,7 @@ bool is_named(int descriptor, const std::string &path) {
 Claim::Claim(const std::string &image, uint32_t unit)
     : path_(vchip::wires_socket(image, unit) + ".lock") {
   do {
-    file_ = Descriptor(open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+    file_ = os::Descriptor(open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
     if (!file_) throw system_fault(path_);
     if (flock(file_.get(), LOCK_EX | LOCK_NB) != 0) {
       if (errno != EWOULDBLOCK) throw system_fault(path_);

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipd {
 
@@ -19,7 +19,7 @@ class Claim {
 
  private:
   const std::string path_;
-  Descriptor file_;
+  os::Descriptor file_;
 };
 
 }  // namespace vchipd

@@ -24,7 +24,7 @@ constexpr size_t kLongestRequest = 8192;
 
 // Through the directory, so that it may have a longer name than an address has room
 // for.
-sockaddr_un address_of(const std::filesystem::path &path, const Descriptor &directory) {
+sockaddr_un address_of(const std::filesystem::path &path, const os::Descriptor &directory) {
   const std::string name =
       "/proc/self/fd/" + std::to_string(directory.get()) + "/" + path.filename().string();
   sockaddr_un address = {};
@@ -35,11 +35,11 @@ sockaddr_un address_of(const std::filesystem::path &path, const Descriptor &dire
   return address;
 }
 
-Descriptor listen_at(const std::string &path) {
+os::Descriptor listen_at(const std::string &path) {
   const std::filesystem::path whole = std::filesystem::absolute(path);
-  const Descriptor directory(open(whole.parent_path().c_str(), O_PATH | O_CLOEXEC));
+  const os::Descriptor directory(open(whole.parent_path().c_str(), O_PATH | O_CLOEXEC));
   const sockaddr_un address = address_of(whole, directory);
-  Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+  os::Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   // What a killed process has left; this one has the claim.
   unlink(path.c_str());
   if (!directory || !listener ||
@@ -122,7 +122,8 @@ Control::~Control() {
 }
 
 void Control::accept_caller() {
-  Descriptor connection(accept4(listener_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+  os::Descriptor connection(
+      accept4(listener_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
   if (!connection) return;
   const int descriptor = connection.get();
   callers_[descriptor] = {std::move(connection), ""};
@@ -134,9 +135,9 @@ void Control::hang_up(int descriptor) {
 }
 
 // The connection is no caller's any more.
-Descriptor Control::take(int descriptor) {
+os::Descriptor Control::take(int descriptor) {
   loop_.forget(descriptor);
-  Descriptor connection = std::move(callers_.at(descriptor).connection);
+  os::Descriptor connection = std::move(callers_.at(descriptor).connection);
   callers_.erase(descriptor);
   return connection;
 }
@@ -153,7 +154,7 @@ void Control::hear(int descriptor) {
   const std::string reply = answer(request.substr(0, end)) + "\n";
   // An answer is far smaller than what a socket has room for.
   send(descriptor, reply.data(), reply.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-  Descriptor connection = take(descriptor);
+  os::Descriptor connection = take(descriptor);
   if (begun_) captures_.begin(std::move(begun_), std::move(connection));
 }
 

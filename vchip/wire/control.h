@@ -8,8 +8,8 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
-#include "descriptor.h"
 #include "loop.h"
+#include "os/descriptor.h"
 
 namespace vchipd {
 
@@ -28,14 +28,14 @@ class Control {
 
  private:
   struct Caller {
-    Descriptor connection;
+    os::Descriptor connection;
     std::string request;
   };
 
   void accept_caller();
   void hear(int descriptor);
   void hang_up(int descriptor);
-  Descriptor take(int descriptor);
+  os::Descriptor take(int descriptor);
   nlohmann::ordered_json perform(const nlohmann::ordered_json &request);
   std::string answer(const std::string &request);
 
@@ -44,7 +44,7 @@ class Control {
   LiveCaptures &captures_;
   std::unique_ptr<LiveCapture> begun_;  // goes to the connection that has asked for it
   std::string path_;
-  Descriptor listener_;
+  os::Descriptor listener_;
   std::map<int, Caller> callers_;
 };
 

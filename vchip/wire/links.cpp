@@ -113,7 +113,7 @@ std::string path_of_space(const std::string &space) {
 }
 
 void ethtool(const std::string &name, uint32_t command) {
-  const Descriptor any(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  const os::Descriptor any(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   ethtool_value value = {command, 0};
   ifreq request = {};
   memcpy(request.ifr_name, name.c_str(), std::min(name.size(), kLinkNameMax));
@@ -191,7 +191,7 @@ void make_silent(int index) {
 void move_link(const std::string &wire, int index, const std::string &space,
                const std::string &name) {
   const std::string path = path_of_space(space);
-  const Descriptor target(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const os::Descriptor target(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!target) throw system_fault(wire + ": network namespace " + path);
   Request request(RTM_NEWLINK, NLM_F_ACK, index);
   put_name(request.header(), name);
@@ -210,7 +210,8 @@ void stop_receiving_offloads(const std::string &name) {
 
 LinkMonitor::LinkMonitor(Loop &loop, int index, std::function<void(uint32_t)> changed)
     : loop_(loop), index_(index), changed_(std::move(changed)) {
-  netlink_ = Descriptor(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE));
+  netlink_ =
+      os::Descriptor(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE));
   sockaddr_nl address = {};
   address.nl_family = AF_NETLINK;
   address.nl_groups = RTMGRP_LINK;

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipd {
 
@@ -62,7 +62,7 @@ class LinkMonitor {
   Loop &loop_;
   const int index_;
   const std::function<void(uint32_t)> changed_;
-  Descriptor netlink_;
+  os::Descriptor netlink_;
 };
 
 }  // namespace vchipd

@@ -91,7 +91,7 @@ void LiveCapture::end(uint64_t time) {
     if (own) put_statistics(bytes_, own->number, time, own->seen, own->missed);
 }
 
-bool LiveCapture::flush(const Descriptor &connection) {
+bool LiveCapture::flush(const os::Descriptor &connection) {
   while (has_backlog()) {
     const ssize_t sent = send(connection.get(), bytes_.data() + begin_, bytes_.size() - begin_,
                               MSG_NOSIGNAL | MSG_DONTWAIT);

@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 #include "pcapng.h"
 
 namespace vchipd {
@@ -47,7 +47,7 @@ class LiveCapture {
   // Whether it has had as many frames as were asked for.
   bool is_full() const { return words_.count != 0 && written_ >= words_.count; }
   // Writes what there is room for. False if nobody reads any more.
-  bool flush(const Descriptor &connection);
+  bool flush(const os::Descriptor &connection);
 
  private:
   class Filter;

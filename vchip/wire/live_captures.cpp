@@ -55,7 +55,7 @@ std::unique_ptr<LiveCapture> LiveCaptures::make(const CaptureWords &words) const
   return std::make_unique<LiveCapture>(words, present, describe);
 }
 
-void LiveCaptures::begin(std::unique_ptr<LiveCapture> capture, Descriptor connection) {
+void LiveCaptures::begin(std::unique_ptr<LiveCapture> capture, os::Descriptor connection) {
   const int descriptor = connection.get();
   Reader &reader = readers_[descriptor] = {std::move(capture), std::move(connection), false};
   loop_.watch(descriptor, EPOLLIN,

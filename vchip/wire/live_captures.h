@@ -32,7 +32,7 @@ class LiveCaptures : public Observer {
   // A capture for begin(). Throws WrongWords.
   std::unique_ptr<LiveCapture> make(const CaptureWords &words) const;
   // It goes to a socket until the other end closes its half, or all of it.
-  void begin(std::unique_ptr<LiveCapture> capture, Descriptor connection);
+  void begin(std::unique_ptr<LiveCapture> capture, os::Descriptor connection);
   // The frames have all passed: gives the readers so long to take what there is.
   void finish(uint64_t nanoseconds);
 
@@ -43,7 +43,7 @@ class LiveCaptures : public Observer {
  private:
   struct Reader {
     std::unique_ptr<LiveCapture> capture;
-    Descriptor connection;
+    os::Descriptor connection;
     bool waits;  // for room in the socket
   };
   // A frame that was dropped and is none of those that arrive now.

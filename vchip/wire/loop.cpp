@@ -19,7 +19,7 @@ timespec timespec_of(uint64_t nanoseconds) {
           static_cast<long>(bounded % kNanosecondsPerSecond)};
 }
 
-void control(const Descriptor &epoll, int operation, int descriptor, uint32_t events) {
+void control(const os::Descriptor &epoll, int operation, int descriptor, uint32_t events) {
   epoll_event event = {};
   event.events = events;
   event.data.fd = descriptor;

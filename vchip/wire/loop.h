@@ -8,7 +8,7 @@
 #include <map>
 #include <memory>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 
 namespace vchipd {
 
@@ -26,7 +26,7 @@ class Loop {
   void wait(uint64_t nanoseconds);
 
  private:
-  Descriptor epoll_;
+  os::Descriptor epoll_;
   std::map<int, std::shared_ptr<Handler>> handlers_;
 };
 

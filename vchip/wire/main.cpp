@@ -17,6 +17,7 @@
 #include "fault.h"
 #include "live_captures.h"
 #include "loop.h"
+#include "os/command_line.h"
 #include "panel.h"
 #include "wire_words.h"
 
@@ -59,12 +60,12 @@ class Signals {
     sigaddset(&set, SIGTERM);
     sigaddset(&set, SIGINT);
     sigprocmask(SIG_BLOCK, &set, nullptr);
-    descriptor_ = vchipd::Descriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
+    descriptor_ = os::Descriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
   }
   int get() const { return descriptor_.get(); }
 
  private:
-  vchipd::Descriptor descriptor_;
+  os::Descriptor descriptor_;
 };
 
 void serve(const Words &words) {
@@ -123,11 +124,11 @@ int main(int argc, char **argv) {
   Words words;
   add_words(app, words);
   try {
-    app.parse(argc, argv);
-    choose_image(words);
-    serve(words);
-  } catch (const CLI::Success &success) {
-    return app.exit(success);
+    return os::parse_and_run(app, argc, argv, [&] {
+      choose_image(words);
+      serve(words);
+      return 0;
+    });
   } catch (const CLI::ParseError &error) {
     return complain(error.what(), kWrongUsage);
   } catch (const WrongWords &error) {
@@ -135,5 +136,4 @@ int main(int argc, char **argv) {
   } catch (const std::exception &error) {
     return complain(error.what(), kRefused);
   }
-  return 0;
 }

@@ -34,14 +34,15 @@ void set_number(const std::string &wire, int descriptor, int option, int value) 
   set_option(wire, descriptor, option, &value, sizeof value);
 }
 
-Descriptor new_packet_socket(const std::string &wire) {
-  Descriptor made(socket(AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+os::Descriptor new_packet_socket(const std::string &wire) {
+  os::Descriptor made(socket(AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (made) return made;
   if (errno != EPERM) throw system_fault(wire);
   throw no_right(wire, "open a packet socket");
 }
 
-void bind_to(const std::string &wire, const Descriptor &descriptor, int index, uint16_t protocol) {
+void bind_to(const std::string &wire, const os::Descriptor &descriptor, int index,
+             uint16_t protocol) {
   sockaddr_ll address = {};
   address.sll_family = AF_PACKET;
   address.sll_protocol = htons(protocol);
@@ -50,7 +51,7 @@ void bind_to(const std::string &wire, const Descriptor &descriptor, int index, u
     throw system_fault(wire);
 }
 
-void hear_all(const std::string &wire, const Descriptor &descriptor, int index) {
+void hear_all(const std::string &wire, const os::Descriptor &descriptor, int index) {
   packet_mreq all = {};
   all.mr_ifindex = index;
   all.mr_type = PACKET_MR_PROMISC;

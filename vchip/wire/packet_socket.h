@@ -11,8 +11,8 @@
 #include <sys/socket.h>
 #include <vector>
 
-#include "descriptor.h"
 #include "offload.h"
+#include "os/descriptor.h"
 #include "wire.h"
 
 namespace vchipd {
@@ -47,8 +47,8 @@ class PacketSocket {
                     Arrivals &arrivals, WireCounts &counts);
   uint8_t *keep(uint32_t length);
 
-  Descriptor in_;
-  Descriptor out_;
+  os::Descriptor in_;
+  os::Descriptor out_;
   std::array<mmsghdr, kFramesAtATime> messages_ = {};
   std::array<iovec, kFramesAtATime> parts_ = {};
   uint8_t *ring_ = nullptr;

@@ -15,9 +15,9 @@
 #include <sys/un.h>
 
 #include "cable.h"
-#include "descriptor.h"
 #include "fault.h"
 #include "loop.h"
+#include "os/descriptor.h"
 
 namespace vchipd {
 namespace {
@@ -46,8 +46,8 @@ struct Address {
   const sockaddr *get() const { return reinterpret_cast<const sockaddr *>(&bytes); }
 };
 
-Descriptor new_socket(const Address &address) {
-  Descriptor socket_(
+os::Descriptor new_socket(const Address &address) {
+  os::Descriptor socket_(
       socket(address.bytes.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (!socket_) throw system_fault(address.text);
   return socket_;
@@ -128,7 +128,7 @@ class StreamWire : public Wire {
   void retry_later();
   void connection_made();
   void accept_one();
-  void take_connection(Descriptor connection);
+  void take_connection(os::Descriptor connection);
   void disconnect();
   void stop_listening();
   void lost_connection();
@@ -147,9 +147,9 @@ class StreamWire : public Wire {
   std::optional<CableEnd> far_;   // what it has told
   Loop *loop_ = nullptr;
   Socket *socket_ = nullptr;
-  Descriptor listener_;
-  Descriptor connection_;
-  Descriptor timer_;
+  os::Descriptor listener_;
+  os::Descriptor connection_;
+  os::Descriptor timer_;
   bool connecting_ = false;
   Inbox inbox_;
   std::vector<uint8_t> backlog_;
@@ -159,7 +159,7 @@ class StreamWire : public Wire {
 void StreamWire::start(Loop &loop, Socket &socket) {
   loop_ = &loop;
   socket_ = &socket;
-  timer_ = Descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC));
+  timer_ = os::Descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC));
   if (!timer_) throw system_fault("timerfd_create");
   loop.watch(timer_.get(), EPOLLIN, [this](uint32_t) {
     uint64_t ignored = 0;
@@ -199,7 +199,7 @@ void StreamWire::look_for_partner() {
 // False: somebody has the address, or it is another machine's.
 bool StreamWire::try_to_listen() {
   const int yes = 1;
-  Descriptor listener = new_socket(address_);
+  os::Descriptor listener = new_socket(address_);
   setsockopt(listener.get(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   if (bind(listener.get(), address_.get(), address_.size) != 0) {
     if (errno == EADDRINUSE || errno == EADDRNOTAVAIL) return false;
@@ -215,7 +215,7 @@ bool StreamWire::try_to_listen() {
 }
 
 StreamWire::Answer StreamWire::try_to_connect() {
-  Descriptor connection = new_socket(address_);
+  os::Descriptor connection = new_socket(address_);
   const int result = connect(connection.get(), address_.get(), address_.size);
   if (result != 0 && (errno == EACCES || errno == EPERM)) throw system_fault(address_.text);
   if (result != 0 && errno == EAGAIN) return Answer::busy;
@@ -238,7 +238,8 @@ void StreamWire::remove_leftover() {
 }
 
 void StreamWire::accept_one() {
-  Descriptor connection(accept4(listener_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+  os::Descriptor connection(
+      accept4(listener_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
   // A cable has two ends: a third is turned away.
   if (!connection || connection_) return;
   connection_ = std::move(connection);

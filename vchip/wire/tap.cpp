@@ -21,7 +21,7 @@ constexpr size_t kMemory = 256 * 1024;
 }  // namespace
 
 void Tap::open() {
-  descriptor_ = Descriptor(::open(kDevice, O_RDWR | O_NONBLOCK | O_CLOEXEC));
+  descriptor_ = os::Descriptor(::open(kDevice, O_RDWR | O_NONBLOCK | O_CLOEXEC));
   if (!descriptor_ && errno == EACCES)
     throw Fault(wire_ + ": no right to open " + kDevice +
                 "; run as root, or use veth: inside 'unshare -Urn', or unix:, tcp: or pcap:");

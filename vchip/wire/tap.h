@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "descriptor.h"
+#include "os/descriptor.h"
 #include "wire.h"
 
 namespace vchipd {
@@ -31,7 +31,7 @@ class Tap {
  private:
   const std::string wire_;
   const std::string name_;
-  Descriptor descriptor_;
+  os::Descriptor descriptor_;
   int index_ = 0;
   int carrier_ = -1;
   std::vector<uint8_t> memory_;

@@ -17,11 +17,11 @@
 #include "chip/nobody_inside.h"
 #include "chip/scratch.h"
 #include "chip/words.h"
-#include "image/high_descriptor.h"
 #include "image/image.h"
 #include "image/openers.h"
 #include "image/patience.h"
 #include "image/sparse.h"
+#include "os/high_descriptor.h"
 
 namespace vchip {
 namespace {
@@ -50,7 +50,7 @@ class OpenFile {
     struct stat status = {};
     if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
       fail(path, "not a regular file");
-    return open_high(path, O_RDONLY);
+    return os::open_high(path, O_RDONLY);
   }
   const int descriptor_;
 };

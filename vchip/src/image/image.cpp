@@ -12,8 +12,8 @@
 
 #include "image/file_lock.h"
 #include "image/header.h"
-#include "image/high_descriptor.h"
 #include "image/sparse.h"
+#include "os/high_descriptor.h"
 
 namespace vchip {
 namespace {
@@ -35,7 +35,7 @@ int open_beside(const std::string &path, std::string &name) {
   int descriptor = -1;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     name = stem + std::to_string(attempt);
-    descriptor = open_high(name, O_WRONLY | O_CREAT | O_EXCL, kMode);
+    descriptor = os::open_high(name, O_WRONLY | O_CREAT | O_EXCL, kMode);
     if (descriptor >= 0 || errno != EEXIST) break;
   }
   return descriptor;
@@ -134,7 +134,7 @@ std::string write_new_image(const std::string &path, const void *memory, size_t 
 }
 
 int open_descriptor(const std::string &path) {
-  return open_high(path, O_RDWR | kOtherFlags);
+  return os::open_high(path, O_RDWR | kOtherFlags);
 }
 
 OpenedImage open_image(const std::string &path, const ImageFormat &format) {
@@ -165,7 +165,7 @@ OpenedImage view_image(const std::string &path, const ImageFormat &format) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0) return refused(system_fault("cannot be opened"));
   if (!S_ISREG(status.st_mode)) return refused("not a regular file");
-  const int descriptor = open_high(path, O_RDONLY | kOtherFlags);
+  const int descriptor = os::open_high(path, O_RDONLY | kOtherFlags);
   if (descriptor < 0) return refused(system_fault("cannot be opened"));
   return map_image(descriptor, format, sizeof(Header), PROT_READ);
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "high_descriptor.h"
+#include "os/high_descriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace swprobe {
+namespace os {
 namespace {
 
 // A program that closes all descriptors opens its own files on the lowest
@@ -43,4 +43,4 @@ int open_high(const std::string &path, int flags, mode_t mode) {
   return high;
 }
 
-}  // namespace swprobe
+}  // namespace os

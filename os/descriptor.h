@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#ifndef VCHIPCTL_DESCRIPTOR_H
-#define VCHIPCTL_DESCRIPTOR_H
+#ifndef SWCTL_OS_DESCRIPTOR_H
+#define SWCTL_OS_DESCRIPTOR_H
 
 #include <unistd.h>
 #include <utility>
 
-namespace vchipctl {
+namespace os {
 
 // A file descriptor that is closed with its owner.
 class Descriptor {
@@ -30,6 +30,6 @@ class Descriptor {
   int number_ = -1;
 };
 
-}  // namespace vchipctl
+}  // namespace os
 
 #endif
