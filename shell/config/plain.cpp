@@ -145,6 +145,12 @@ std::vector<int64_t> numbers_to(int64_t last) {
   return numbers;
 }
 
+std::function<void(const Change &, Commands &)> change_by(const std::string &command) {
+  return [command](const Change &change, Commands &commands) {
+    commands.push_back(replaced(replaced(command, kIdMark, change.ids), kValueMark, *change.to));
+  };
+}
+
 SettingKind plain_kind(const Plain &plain) {
   const auto pattern = std::make_shared<const Pattern>(pattern_of(plain.command));
   const std::vector<int64_t> ids = pattern->id.empty() ? std::vector<int64_t>{0} : plain.ids;
@@ -178,9 +184,7 @@ SettingKind plain_kind(const Plain &plain) {
       draft.put({id}, value_word(pattern->type, value));
     return true;
   };
-  kind.change = [command = plain.command](const Change &change, Commands &commands) {
-    commands.push_back(replaced(replaced(command, kIdMark, change.ids), kValueMark, *change.to));
-  };
+  kind.change = change_by(plain.command);
   return kind;
 }
 

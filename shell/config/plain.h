@@ -35,6 +35,10 @@ struct Plain {
   int64_t (*reads_as)(int64_t) = [](int64_t value) { return value; };
 };
 
+// The command that brings about a change: such a command as above, whose value may be
+// several words.
+std::function<void(const Change &, Commands &)> change_by(const std::string &command);
+
 // `words` are of the object that the command begins with.
 SettingKind plain_kind(const Plain &plain);
 

@@ -44,9 +44,7 @@ void add_flood_kinds(Kinds &kinds, const Board &board) {
   kind.usual = [all](const Id &) { return all; };
   kind.read = read_flood;
   kind.take = take_flood;
-  kind.change = [](const Change &change, Commands &commands) {
-    commands.push_back("flood set " + *change.to);
-  };
+  kind.change = change_by("flood set @");
   kinds.push_back(std::move(kind));
 }
 

@@ -256,9 +256,7 @@ SettingKind tpid_kind() {
   kind.usual = [](const Id &) { return tpid_words(kInnerTpid, 0, kOuterTpid); };
   kind.read = read_tpids;
   kind.take = take_tpid;
-  kind.change = [](const Change &change, Commands &commands) {
-    commands.push_back("port set " + change.ids + ' ' + *change.to);
-  };
+  kind.change = change_by("port set % @");
   return kind;
 }
 
@@ -316,9 +314,7 @@ SettingKind description_kind() {
   kind.usual = [](const Id &) { return description_word(""); };
   kind.read = read_port_descriptions;
   kind.take = take_description;
-  kind.change = [](const Change &change, Commands &commands) {
-    commands.push_back("port set " + change.ids + " description " + *change.to);
-  };
+  kind.change = change_by("port set % description @");
   return kind;
 }
 

@@ -74,9 +74,7 @@ SettingKind schedule_kind() {
   kind.usual = schedule_at_power_on;
   kind.read = read_schedule;
   kind.take = take_schedule;
-  kind.change = [](const Change &change, Commands &commands) {
-    commands.push_back("qos schedule set " + *change.to);
-  };
+  kind.change = change_by("qos schedule set @");
   return kind;
 }
 

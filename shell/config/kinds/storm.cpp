@@ -78,10 +78,7 @@ SettingKind rate_kind(uint32_t type, const Board &board) {
   kind.take = [type](Statement &statement, Draft &draft) {
     return take_control(statement, draft, type);
   };
-  kind.change = [type](const Change &change, Commands &commands) {
-    commands.push_back("storm set " + change.ids + " type " + std::to_string(type) + ' ' +
-                       *change.to);
-  };
+  kind.change = change_by("storm set % type " + std::to_string(type) + " @");
   return kind;
 }
 
