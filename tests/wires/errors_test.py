@@ -124,19 +124,81 @@ class Errors(wires.Case):
         self.assertEqual(process.returncode, 2)
         self.assertIn(self.image, errors)
 
-    def test_config(self):
-        config = pathlib.Path(self.path("config"))
-        config.write_text("vlan add 20\n")
-        process = self.start(options=["--config", str(config)])
-        self.assertIn("20", self.swctl("vlan show"))
-        self.end(process)
-        config.write_text("vlan add 30\nvlan subtract 30\n")
-        process = self.launch("--config", str(config))
+    def write_config(self, *lines):
+        path = pathlib.Path(self.path("config"))
+        path.write_text("".join(f"{line}\n" for line in lines))
+        return str(path)
+
+    def config_refused(self, config, *complaints):
+        """With these lines in front of vchipd's own; no setting is changed."""
+        before = self.swctl("config show")
+        process = self.launch("--config", config, "--port", f"1=unix:{self.path('s1')}")
         _, errors = process.communicate(timeout=wires.PATIENCE)
         self.assertEqual(process.returncode, 2)
-        self.assertEqual(errors.splitlines()[-1],
-                         f"vchipd: --config {config}: swctl has refused it")
-        self.assertIn(f"{config}:2:", errors)
+        lines = errors.splitlines()
+        self.assertEqual(lines[-1], f"vchipd: --config {config}: swctl has refused it")
+        for line, complaint in zip(lines, complaints):
+            self.assertTrue(line.startswith(complaint), (line, complaint))
+        self.assertEqual(len(lines), len(complaints) + 2, errors)
+        self.assertEqual([name for name in os.listdir(self.directory)
+                          if ".wires" in name or name == "s1"], [])
+        self.assertEqual(self.swctl("config show"), before)
+
+    def test_config(self):
+        """The chip becomes as the file says: what it does not mention goes."""
+        self.swctl("vlan add 99")
+        config = self.write_config("port set 2 vlan 20", "# a comment", "vlan add 20 untagged 2")
+        process = self.start(options=["--config", config])
+        self.assertEqual(self.swctl("config show"),
+                         "vlan add 20 untagged 2\nport set 2 vlan 20\n")
+        self.end(process)
+
+    def test_a_saved_config(self):
+        for line in ("vlan add 30 tagged 1-4", "port set 3 ingress 100mbit",
+                     "acl add 300 src-ip 10.0.0.0/8 action drop enable"):
+            self.swctl(line)
+        saved = self.swctl("config show")
+        self.swctl(f"config save {self.path('saved')}")
+        self.vchipctl("reset")
+        self.start(options=["--config", self.path("saved")])
+        self.assertEqual(self.swctl("config show"), saved)
+
+    def test_config_of_the_other_unit(self):
+        self.launch("--unit", "1", "--config", self.write_config("vlan add 20"))
+        wires.wait_until(lambda: self.run_program("vchipctl", "wires", "--unit", "1").returncode
+                         == 0, "the other unit is served")
+        self.assertIn("vlan add 20", self.swctl("-u 1 config show"))
+        self.assertEqual(self.swctl("config show"), "")
+
+    def test_a_wrong_config(self):
+        self.swctl("vlan add 99")
+        config = self.write_config("vlan add 30", "vlan subtract 30", "port set 5 vlna 30")
+        self.config_refused(config, f'{config}:2: vlan: unknown word "subtract"',
+                            f'{config}:3: port set 5: unknown word "vlna" (did you mean "vlan"?)')
+        config = self.write_config("vlan add 30", "port show 3")
+        self.config_refused(config, f'{config}:2: port show 3: "port show" makes no setting')
+        config = self.write_config("trunk set 1 25-26", "trunk set 2 26")
+        self.config_refused(config, f"{config}:2: port 26 is in another trunk too")
+
+    def test_a_config_that_is_not_there(self):
+        missing = self.path("missing")
+        process = self.launch("--config", missing)
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        self.assertEqual((errors, process.returncode),
+                         (f'swctl: config load {missing}: "{missing}": No such file or directory\n'
+                          f"vchipd: --config {missing}: swctl has refused it\n", 2))
+
+    def test_a_config_that_the_chip_refuses(self):
+        """Half-way: what was changed is put back."""
+        self.environment["SWPROBE_FAIL"] = "rtk_vlan_create nth 2 result -5"
+        config = self.write_config("vlan add 30", "vlan add 31")
+        process = self.launch("--config", config)
+        _, errors = process.communicate(timeout=wires.PATIENCE)
+        del self.environment["SWPROBE_FAIL"]
+        self.assertEqual(process.returncode, 2)
+        self.assertIn("vlan add 30,31", errors.replace("30-31", "30,31"))
+        self.assertIn("all is as it was", errors)
+        self.assertEqual(self.swctl("config show"), "")
 
     def test_vchipctl(self):
         no_one = f"vchipctl: image {self.image}: no vchipd serves unit 0\n"

@@ -182,7 +182,7 @@ void add_lab_commands(CLI::App &app, LabWords &words, const std::optional<std::s
   CLI::App *make =
       app.add_subcommand("lab", "A host at each port, while a shell or a COMMAND runs");
   make->add_option("--ports", words.ports, "How many hosts, 1 to 26; 4 if not given");
-  make->add_option("--config", words.config, "Lines for swctl, carried out at the start");
+  make->add_option("--config", words.config, "Configuration for swctl, loaded at the start");
   make->footer("COMMAND and its words follow the options.");
   make->fallthrough(false)->prefix_command();
   CLI::App *enter = make->add_subcommand("enter", "A shell, or a COMMAND, in the host at a port");

@@ -71,7 +71,7 @@ class Signals {
 void serve(const Words &words) {
   if (const char *refusal = vchip_open()) throw Fault(refusal);
   const vchipd::Claim claim(words.image, words.unit);
-  if (!words.config.empty()) vchipd::configure(words.config);
+  if (!words.config.empty()) vchipd::configure(words.config, words.unit);
   const Signals signals;
   vchipd::Loop loop;
   vchipd::Panel panel(loop, words.image, words.unit, words.virtual_time);
@@ -97,7 +97,8 @@ void add_words(CLI::App &app, Words &words) {
       ->check(CLI::Range(0, VCHIP_UNITS - 1));
   app.add_option("--port", words.ports, "PORT=WIRE: what is at a port; once for each")
       ->allow_extra_args(false);
-  app.add_option("--config", words.config, "Lines for swctl, carried out before the first frame");
+  app.add_option("--config", words.config,
+                 "Configuration for swctl, loaded before the first frame");
   app.add_flag("--virtual-time", words.virtual_time,
                "The chip's clock follows the captures, or vchipctl time, not real time");
   app.set_version_flag("-V,--version", "vchipd " SWCTL_VERSION, "Print the version and end");
