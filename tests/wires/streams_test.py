@@ -175,6 +175,19 @@ class Wires(wires.Case):
         self.start(f"1=unix:{self.path('s')}", f"2=unix:{self.path('s')}")
         wait_until(lambda: all(row["carrier"] for row in self.wires().values()), "both are up")
 
+    def test_who_expects_wires_to_be_up(self):
+        self.start(f"1=unix:{self.path('s1')}", f"2=unix:{self.path('s2')}")
+        self.connect(1, "s1")
+        self.done("vchipctl", "wires", "--up", "1")
+        for ports, complaint in (("1-2", f"port 2: unix:{self.path('s2')} is down (listening)"),
+                                 ("1,3", "port 3 has no wire")):
+            result = self.run_program("vchipctl", "wires", "--up", ports)
+            self.assertEqual((result.returncode, result.stderr), (2, f"vchipctl: {complaint}\n"))
+            self.assertIn("unix:", result.stdout)
+        for ports in ("", "27", "x"):
+            result = self.run_program("vchipctl", "wires", "--up", ports)
+            self.assertEqual((result.returncode, result.stdout), (1, ""), result.stderr)
+
     def test_text(self):
         self.start(f"3=unix:{self.path('s')}")
         header, row = self.vchipctl("wires").splitlines()

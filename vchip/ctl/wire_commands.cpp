@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "port_names.h"
+#include "usage_error.h"
 #include "wires_client.h"
 #include "words.h"
 
@@ -41,6 +42,24 @@ void print_wires(const Json &rows) {
            row["missed"].get<uint64_t>());
 }
 
+// Names the first of the ports without a wire or a carrier.
+void expect_up(const Json &rows, const std::vector<int32_t> &ports) {
+  for (const int32_t port : ports) {
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&](const Json &each) { return each["port"] == port; });
+    if (row == rows.end()) throw Refused("port " + port_name(port) + " has no wire");
+    if (!(*row)["carrier"])
+      throw Refused("port " + port_name(port) + ": " + (*row)["wire"].get<std::string>() + " is " +
+                    carrier_text(*row));
+  }
+}
+
+void print(Json rows, bool json) {
+  if (!json) return print_wires(rows);
+  for (Json &row : rows) row["port"] = port_json(row["port"]);
+  printf("%s\n", rows.dump().c_str());
+}
+
 }  // namespace
 
 void wire(const WireWords &words) {
@@ -49,13 +68,13 @@ void wire(const WireWords &words) {
 }
 
 void wires(const WireWords &words) {
+  const std::vector<int32_t> wanted = words.up ? parse_ports(*words.up) : std::vector<int32_t>();
   Json rows = ask_vchipd(parse_unit(words.unit), {{"do", "wires"}})["wires"];
   std::sort(rows.begin(), rows.end(), [](const Json &first, const Json &second) {
     return port_rank(first["port"]) < port_rank(second["port"]);
   });
-  if (!words.json) return print_wires(rows);
-  for (Json &row : rows) row["port"] = port_json(row["port"]);
-  printf("%s\n", rows.dump().c_str());
+  print(rows, words.json);
+  expect_up(rows, wanted);
 }
 
 void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &run) {
@@ -68,6 +87,7 @@ void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &r
   one->callback([&] { run = [&] { wire(words); }; });
   CLI::App *all = app.add_subcommand("wires", "The wires of the ports, and their frames");
   all->add_flag("-j,--json", words.json, "Print JSON");
+  all->add_option("--up", words.up, "Refuse unless these ports, such as 1-4, have a carrier");
   all->callback([&] { run = [&] { wires(words); }; });
   for (CLI::App *command : {one, all})
     command->add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace vchipctl {
@@ -14,6 +15,7 @@ struct WireWords {
   std::string port;
   std::string wire;
   bool json = false;
+  std::optional<std::string> up;  // ports that have to have a wire and a carrier
 };
 
 void wire(const WireWords &words);
