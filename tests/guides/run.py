@@ -8,6 +8,12 @@ the packages in build/packages; the commands are typed in another directory.
     ```console            commands after "$ ", continued after "> ", and what
                           they print; a line "..." stands for any lines
     ```c NAME             a file that the reader writes
+    ```console (not run: WHY)
+                          commands that cannot be typed here, and why
+
+No other block may be there. "unshare -Urn" starts a shell, as at a terminal: what
+follows is typed there. A guide that does so is read by an ordinary user; where
+that user may not do so it is not followed, with status 77.
 
 A guide that says "Install: first-hour.md" begins where that section of the
 first hour ends.
@@ -15,33 +21,51 @@ first hour ends.
 import os
 import pathlib
 import re
+import signal
 import subprocess
 import sys
 import tempfile
 
-BLOCK = re.compile(r"^```(\w*)(?: +(\S+))?\n(.*?)^```$", re.DOTALL | re.MULTILINE)
+BLOCK = re.compile(r"^```(\w*)(?: +(\S+|\(not run: [^\n]+\)))?\n(.*?)^```$", re.DOTALL | re.MULTILINE)
+INDENTED = re.compile(r"\n\n    [^\n]*")
 END = "--- end of command, status "
+SPACE = "unshare -Urn"
+USER = 65534
+NOT_RUN = 77
+
+
+def as_user(user):
+    """Words for subprocess."""
+    return {} if user is None else {"user": user, "group": user, "extra_groups": []}
 
 
 class Shell:
     """One bash for a whole guide, so that variables and directories last."""
 
-    def __init__(self, home):
+    def __init__(self, home, user=None):
         work = home / "work"
         work.mkdir()
         environment = {"HOME": str(home), "PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "LANG": "C.UTF-8",
                        "TERM": "dumb"}
         # Not by its standard input, which commands may read.
         script, commands = os.pipe()
+        self.script = f"/dev/fd/{script}"
+        if user is not None:
+            home.chmod(0o755)
+            for place in (home, work, script):
+                os.chown(place, user, user)
         self.commands = os.fdopen(commands, "w")
-        self.process = subprocess.Popen(["bash", "--norc", f"/dev/fd/{script}"], cwd=work,
+        self.process = subprocess.Popen(["bash", "--norc", self.script], cwd=work,
                                         env=environment, text=True, pass_fds=[script],
                                         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                        stderr=subprocess.STDOUT)
+                                        stderr=subprocess.STDOUT, start_new_session=True,
+                                        **as_user(user))
         os.close(script)
 
     def run(self, command):
         """What the command prints, and its status, which $? still holds."""
+        if command == SPACE:
+            command = f"exec {SPACE} bash --norc {self.script}"
         self.commands.write(f"{command}\n{{ (s=$?; printf '\\n{END}%s\\n' $s; exit $s); }}\n")
         self.commands.flush()
         lines = []
@@ -53,15 +77,22 @@ class Shell:
         raise SystemExit(f"the shell ended at: {command}")
 
     def end(self):
+        """With what it has left in the background."""
         self.commands.close()
+        os.killpg(self.process.pid, signal.SIGKILL)
         self.process.stdout.close()
         self.process.wait()
 
 
 def steps(text):
     """("file", name, content) and ("command", command, output), in order."""
+    indented = INDENTED.search(BLOCK.sub("", text))
+    if indented:
+        raise SystemExit(f"a block that nobody runs: {indented[0].strip()!r}")
     for language, name, body in BLOCK.findall(text):
-        if name:
+        if name.startswith("("):
+            yield "nothing", name, body
+        elif name:
             yield "file", name, body
         elif language == "console":
             for part in re.split(r"^\$ ", body, flags=re.MULTILINE)[1:]:
@@ -84,6 +115,7 @@ def fits(shown, printed):
 def follow(shell, home, text):
     """Yields what is not as the guide says."""
     todo = list(steps(text))
+    todo = [step for step in todo if step[0] != "nothing"]
     for (kind, what, shown), after in zip(todo, [*todo[1:], ("", "", "")]):
         if kind == "file":
             (home / "work" / what).write_text(shown)
@@ -110,20 +142,37 @@ def section(text, title):
     return re.search(rf"^## {title}\n(.*?)(?=^## |\Z)", text, re.DOTALL | re.MULTILINE)[1]
 
 
+def reason_against(user, packages):
+    """Why an ordinary user cannot follow a guide with a network of its own; None if one can."""
+    for words, reason in ((SPACE.split() + ["true"], "an ordinary user may make no namespaces"),
+                          (["ls", str(packages)], f"an ordinary user may not read {packages}")):
+        if subprocess.run(words, capture_output=True, check=False, **as_user(user)).returncode:
+            return reason
+    return None
+
+
 def check(guide, source, packages):
     text = guide.read_text()
     if "(first-hour.md#install)" in text and guide.name != "first-hour.md":
         text = section((guide.parent / "first-hour.md").read_text(), "Install") + text
-    count = sum(1 for step in steps(text) if step[0] == "command")
+    kinds = [step[0] for step in steps(text)]
+    count = kinds.count("command")
+    has_space = f"$ {SPACE}\n" in text
+    user = USER if has_space and os.getuid() == 0 else None
+    reason = reason_against(user, packages) if has_space else None
+    if reason:
+        print(f"{guide.name}: not run: {reason}")
+        sys.exit(NOT_RUN)
     with tempfile.TemporaryDirectory() as directory:
         home = pathlib.Path(directory)
         make_home(home, source, packages)
-        shell = Shell(home)
+        shell = Shell(home, user)
         problems = list(follow(shell, home, text))
         shell.end()
     for problem in problems:
         print(f"{guide.name}: {problem}", file=sys.stderr)
-    print(f"{guide.name}: {count} commands, {len(problems)} not as shown")
+    print(f"{guide.name}: {count} commands, {len(problems)} not as shown, "
+          f"{kinds.count('nothing')} blocks not run")
     return bool(problems) or count == 0
 
 
