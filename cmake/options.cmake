@@ -26,8 +26,13 @@ add_library(swctl_tool_options INTERFACE)
 target_compile_options(swctl_tool_options INTERFACE ${SWCTL_TOOL_OPTIONS})
 target_link_libraries(swctl_tool_options INTERFACE swctl_options)
 
-# Compiles several files of a target at a time, which takes a third of the
-# processor time: what they include is read once. A name of a file's own must be
+# Programs that wait for people, files and the chip.
+add_library(swctl_program_options INTERFACE)
+target_compile_options(swctl_program_options INTERFACE ${SWCTL_PROGRAM_OPTIONS})
+target_link_libraries(swctl_program_options INTERFACE swctl_tool_options)
+
+# Compiles so many files of a target at a time, 0 for all, which takes a third of
+# the processor time: what they include is read once. A name of a file's own must be
 # its own among the files of its target; ./dev headers compiles each file alone.
 function(swctl_unite target files)
   set_target_properties(${target} PROPERTIES

@@ -68,14 +68,14 @@ bool Comparison::is_free(const std::string &call, const std::string &argument) c
 
 void Comparison::add_free(const std::vector<std::string> &words) {
   if (words.size() < 2) bad_rule("the name of a call is missing after 'differ'");
-  if (words.size() < 3) bad_rule("the name of an argument is missing after " + quoted(words[1]));
+  if (words.size() < 3) bad_rule("the name of an argument is missing after " + in_quotes(words[1]));
   Free free = {words[1], {}};
   const std::vector<const Site *> sites = calls_like(free.call);
   for (size_t i = 2; i < words.size(); ++i) {
     const std::string name = without_record_index(words[i]);
     const auto has = [&](const Site *site) { return has_argument(*site, name); };
     if (std::ranges::none_of(sites, has))
-      bad_rule(quoted(free.call) + " has no argument " + quoted(words[i]));
+      bad_rule(in_quotes(free.call) + " has no argument " + in_quotes(words[i]));
     free.arguments.push_back(name);
   }
   free_.push_back(std::move(free));
@@ -87,8 +87,8 @@ void Comparison::add_rule(const std::string &line) {
   const std::string &kind = words.front();
   if (kind == "differ") return add_free(words);
   if (kind != "unordered" && kind != "ignore")
-    bad_rule(quoted(kind) + " is none of differ, unordered and ignore");
-  if (words.size() < 2) bad_rule("the name of a call is missing after " + quoted(kind));
+    bad_rule(in_quotes(kind) + " is none of differ, unordered and ignore");
+  if (words.size() < 2) bad_rule("the name of a call is missing after " + in_quotes(kind));
   std::vector<std::string> &calls = kind == "ignore" ? ignored_ : unordered_;
   for (size_t i = 1; i < words.size(); ++i) {
     calls_like(words[i]);

@@ -31,7 +31,7 @@ class Parser {
   const std::string &next(const std::string &expected) {
     if (at_ < words_.size()) return words_[at_++];
     if (words_.empty()) bad_rule("the rule is empty");
-    bad_rule(expected + " is missing after " + quoted(words_.back()));
+    bad_rule(expected + " is missing after " + in_quotes(words_.back()));
   }
 
   void parse_when() {
@@ -49,7 +49,7 @@ class Parser {
     const std::string count = next("a number");
     const auto number = parse_number(count);
     if (!number || *number < 1) {
-      bad_rule(quoted(count) + " after '" + word + "' is not a number from 1 on");
+      bad_rule(in_quotes(count) + " after '" + word + "' is not a number from 1 on");
     }
     rule_.n = static_cast<uint64_t>(*number);
   }
@@ -60,7 +60,7 @@ class Parser {
     const std::vector<Known> known = arguments_like(name, condition.place);
     const auto given = [](const Known &k) { return k.info->direction != Direction::out; };
     if (std::none_of(known.begin(), known.end(), given)) {
-      bad_rule(quoted(name) + " is an output; only what goes into a call can be compared");
+      bad_rule(in_quotes(name) + " is an output; only what goes into a call can be compared");
     }
     condition.text = next("a value");
     const auto is_text = [](const Known &k) { return k.info->form == Form::text; };
@@ -74,20 +74,20 @@ class Parser {
     const std::string word = next("a number");
     const auto number = parse_number(word);
     if (!number || *number < INT32_MIN || *number > INT32_MAX) {
-      bad_rule("the result " + quoted(word) + " is not a signed 32-bit number");
+      bad_rule("the result " + in_quotes(word) + " is not a signed 32-bit number");
     }
     rule_.result = static_cast<int32_t>(*number);
   }
 
   void parse_output() {
     const std::string word = next("'out'");
-    if (word != "out") bad_rule(quoted(word) + " is where 'out' or the end is expected");
+    if (word != "out") bad_rule(in_quotes(word) + " is where 'out' or the end is expected");
     const std::string name = next("the name of an output");
     Output output{place_of(name), {}};
     const std::vector<Known> known = arguments_like(name, output.place);
     const auto written = [](const Known &k) { return k.info->is_output(); };
     if (std::none_of(known.begin(), known.end(), written)) {
-      bad_rule(quoted(name) + " is not written by " + quoted(rule_.call));
+      bad_rule(in_quotes(name) + " is not written by " + in_quotes(rule_.call));
     }
     output.values = numbers(name, next("a value"), known);
     rule_.outputs.push_back(output);
@@ -99,18 +99,18 @@ class Parser {
       const auto argument = find_argument(*site, place.name);
       if (argument) known.push_back(*argument);
     }
-    if (known.empty()) bad_rule(quoted(rule_.call) + " has no argument " + quoted(word));
+    if (known.empty()) bad_rule(in_quotes(rule_.call) + " has no argument " + in_quotes(word));
     return known;
   }
 
   static std::vector<int64_t> numbers(const std::string &name, const std::string &word,
                                       const std::vector<Known> &known) {
     const auto values = parse_numbers(word);
-    if (!values) bad_rule(quoted(word) + " for " + quoted(name) + " is not a number");
+    if (!values) bad_rule(in_quotes(word) + " for " + in_quotes(name) + " is not a number");
     for (const Known &argument : known) {
       const auto too_large = [&](int64_t value) { return !fits(value, argument.field->width); };
       if (std::any_of(values->begin(), values->end(), too_large)) {
-        bad_rule(quoted(word) + " does not fit into " + quoted(name));
+        bad_rule(in_quotes(word) + " does not fit into " + in_quotes(name));
       }
     }
     return *values;
@@ -142,7 +142,7 @@ Rule parse_rule(const std::string &text) {
 Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
   const Site *site = find_call(name);
   if (site == nullptr || site->layer != Layer::platform)
-    bad_rule("no call is named " + quoted(name));
+    bad_rule("no call is named " + in_quotes(name));
   if (!fits(answer.result, sizeof(int32_t))) bad_rule("the result does not fit into 32 bits");
   Rule rule;
   rule.call = name;
@@ -152,9 +152,9 @@ Rule rule_of(const std::string &name, uint64_t nth, const Answer &answer) {
   for (const auto &[output, value] : answer.outputs) {
     const Place place = place_of(output);
     const auto known = find_argument(*site, place.name);
-    if (!known || !known->info->is_output()) bad_rule(name + " has no output " + quoted(output));
+    if (!known || !known->info->is_output()) bad_rule(name + " has no output " + in_quotes(output));
     if (!fits(value, known->field->width))
-      bad_rule("the value of " + quoted(output) + " is too large");
+      bad_rule("the value of " + in_quotes(output) + " is too large");
     rule.outputs.push_back({place, {value}});
   }
   return rule;

@@ -9,7 +9,7 @@
 
 namespace swprobe {
 
-std::string quoted(const std::string &word) {
+std::string in_quotes(const std::string &word) {
   return "'" + word + "'";
 }
 
@@ -25,7 +25,7 @@ std::vector<const Site *> calls_like(const std::string &pattern) {
   for (const Site *site : known_calls()) {
     if (fnmatch(pattern.c_str(), site->name, 0) == 0) sites.push_back(site);
   }
-  if (sites.empty()) throw std::invalid_argument("no call is named " + quoted(pattern));
+  if (sites.empty()) throw std::invalid_argument("no call is named " + in_quotes(pattern));
   return sites;
 }
 

@@ -17,7 +17,7 @@ namespace swprobe {
 [[noreturn]] inline void bad_rule(const std::string &what) {
   throw std::invalid_argument(what);
 }
-std::string quoted(const std::string &word);
+std::string in_quotes(const std::string &word);
 std::vector<std::string> words_of(const std::string &text);
 // The calls of the platform with a name like this. Throws std::invalid_argument
 // if there is none.

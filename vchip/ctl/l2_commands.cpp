@@ -2,6 +2,7 @@
 // What stations do to the address table.
 #include <swctl-vchip/vchip.h>
 
+#include <chrono>
 #include <cstring>
 #include <nlohmann/json.hpp>
 
@@ -45,11 +46,11 @@ void mark(const MarkWords &words) {
 // The frames that wait belong to the vchipd that serves the unit: if it leaves the
 // clock to others, it moves the clock, and with it the frames.
 void pass_time(const TimeWords &words) {
-  constexpr uint64_t kNanosecondsPerSecond = 1000000000;
   const uint32_t unit = parse_unit(words.unit);
   const uint32_t seconds = parse_word(words.seconds, "number of seconds", UINT32_MAX);
+  const auto passed = std::chrono::nanoseconds(std::chrono::seconds(seconds)).count();
   const auto answer =
-      ask_if_served(unit, {{"do", "time"}, {"nanoseconds", seconds * kNanosecondsPerSecond}});
+      ask_if_served(unit, {{"do", "time"}, {"nanoseconds", static_cast<uint64_t>(passed)}});
   if (answer && (*answer)["moved"] == true) return;
   expect_done(vchip_time_pass(unit, seconds));
 }
