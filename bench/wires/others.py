@@ -157,3 +157,8 @@ class Vde(Pairs):
         self.wait_for("ctl/ctl")
         for name, _ in self.pairs:
             self.start("vde_pcapplug", "-s", self.path("ctl"), name)
+
+    def forget(self):
+        """A switch that has just been started knows nothing."""
+        self.__exit__()
+        self.__enter__()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""run.py PROGRAMS [wires|rfc]
+"""run.py PROGRAMS [wires | rfc [OPTIONS]]
 
 Frames through vchipd, and in the same run through the other switches of this
 machine: the kernel's bridge, Open vSwitch and vde where they are installed.
@@ -8,8 +8,7 @@ wires: 60 and 1,514 bytes over veth, as fast as the sender goes, and over stream
 with each the processor time that a frame took, of sender and switch together, which
 a busy machine changes less than the rate.
 
-rfc: throughput, latency and frame loss rate (RFC 2544) and forwarding (RFC 2889) over
-veth.
+rfc: the benchmarks of RFC 2544 and RFC 2889 over veth; rfc --help shows the options.
 """
 import os
 import sys
@@ -22,7 +21,8 @@ if __name__ == "__main__":
         space = ["-n"] if os.getuid() == 0 else ["-Urn"]
         os.execvp("unshare", ["unshare", *space, sys.executable, *sys.argv])
     if (sys.argv[2:] or ["wires"])[0] == "rfc":
-        from rfc import rfc as measure
+        from rfc import rfc
+        rfc(sys.argv[3:])
     else:
-        from compare import compare as measure
-    measure()
+        from compare import compare
+        compare()

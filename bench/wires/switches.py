@@ -115,6 +115,10 @@ class Bridge(Veth):
         self.quiet()
         return self
 
+    def forget(self):
+        """The addresses that were learned."""
+        ip("link set br0 type bridge fdb_flush")
+
     def __exit__(self, *_):
         for name in ("br0", *(f"s{number}" for number in range(1, len(self.ends) + 1))):
             ip(f"link del {name}")
@@ -155,6 +159,9 @@ class Vchipd(Veth):
 
     def own_time(self):
         return time_of(self.process.pid)
+
+    def forget(self):
+        run(PROGRAMS / "swctl", "mac", "flush", "all")
 
     def __exit__(self, *_):
         self.process.terminate()
