@@ -1,0 +1,153 @@
+# SPDX-License-Identifier: MIT
+"""image_test.py
+
+The container image as podman runs it, alone and in the topology of the example for
+containerlab, which is not here itself: the file is read, and the same containers and links
+are made.
+"""
+import os
+import pathlib
+import shlex
+import sys
+import tempfile
+import time
+import unittest
+
+import podman as containers
+import yaml
+
+EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
+# The least that a switch needs.
+RIGHTS = ["--cap-drop=all", "--cap-add=net_admin,net_raw", "--read-only"]
+PODMAN, REASON = containers.find_podman()
+
+
+def wait_until(holds, what, seconds=20):
+    end = time.monotonic() + seconds
+    while not holds():
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain: {what}")
+        time.sleep(0.2)
+
+
+class Case(unittest.TestCase):
+    def container(self, name, *options, command=()):
+        made = containers.Container(PODMAN, name, *options, command=command)
+        self.addCleanup(made.remove)
+        return made
+
+    def host(self, name):
+        return self.container(name, "--entrypoint=sleep", "--no-healthcheck",
+                              "--cap-add=net_raw", command=["infinity"])
+
+    def wait_for_health(self, switch):
+        wait_until(lambda: switch.check_health() == (0, "healthy"), f"{switch.name} is healthy")
+
+    def assert_pings(self, host, address, expected):
+        result = host.ask("ping", "-c", "2", "-i", "0.2", "-W", "1", address)
+        self.assertEqual(result.returncode == 0, expected, (host.name, address, result.stdout))
+
+
+class Switch(Case):
+    def setUp(self):
+        self.directory = tempfile.TemporaryDirectory()
+        self.addCleanup(self.directory.cleanup)
+        self.config = pathlib.Path(self.directory.name, "config")
+        self.state = pathlib.Path(self.directory.name, "state")
+        self.state.mkdir()
+
+    def switch(self):
+        return self.container("switch", *RIGHTS, f"--volume={self.state}:/var/lib/swctl",
+                              f"--volume={self.config}:/etc/swctl/config:ro")
+
+    def test_health_is_that_of_the_wires(self):
+        self.config.write_text("")
+        switch, host = self.switch(), self.host("host")
+        status, health = switch.check_health()
+        self.assertNotEqual((status, health), (0, "healthy"))
+        containers.cable(switch, "eth1", host, "eth1")
+        self.wait_for_health(switch)
+        host.set_up("ip link set eth1 down")
+        wait_until(lambda: switch.check_health()[0] != 0, "a check fails")
+        # What fails in the first seconds of a container does not count.
+        wait_until(lambda: switch.check_health()[1] == "unhealthy", "it is unhealthy", 60)
+        host.set_up("ip link set eth1 up")
+        self.wait_for_health(switch)
+
+    def test_its_state_is_in_the_volume(self):
+        """It ends by itself when it is told to, and the next one goes on."""
+        self.config.write_text("vlan add 10\nport set 1 description north\n")
+        switch = self.switch()
+        wait_until(lambda: switch.ask("vchipctl", "wires").returncode == 0, "vchipd answers")
+        saved = switch.do("swctl config show")
+        self.assertIn("north", saved)
+        switch.do("swctl config checkpoint monday")
+        PODMAN.do("stop", "-t", "20", switch.name)
+        self.assertEqual(switch.inspect()["State"]["ExitCode"], 0)
+        switch.remove()
+        self.config.write_text("vlan add 20\n")
+        switch = self.switch()
+        wait_until(lambda: switch.ask("vchipctl", "wires").returncode == 0, "vchipd answers")
+        self.assertEqual(switch.do("swctl config show"), "vlan add 20\n")
+        switch.do("swctl config rollback monday")
+        self.assertEqual(switch.do("swctl config show"), saved)
+
+    def test_a_wrong_configuration_ends_it(self):
+        self.config.write_text("vlan add 10\nvlan subtract 10\n")
+        switch = self.switch()
+        wait_until(lambda: not switch.inspect()["State"]["Running"], "it has ended")
+        self.assertEqual(switch.inspect()["State"]["ExitCode"], 2)
+        said = PODMAN.ask("logs", switch.name)
+        self.assertIn("/etc/swctl/config:2: vlan:", said.stdout + said.stderr)
+
+
+class Topology(Case):
+    """What containerlab makes of a topology, as far as the examples use it."""
+
+    KNOWN = {"kind", "image", "binds", "entrypoint", "exec"}
+
+    def make(self, path):
+        document = yaml.safe_load(path.read_text(encoding="utf-8"))
+        self.assertEqual(set(document), {"name", "topology"})
+        topology = document["topology"]
+        self.assertEqual(set(topology), {"defaults", "nodes", "links"})
+        nodes = {name: self.node(path.parent, name, {**topology["defaults"], **(words or {})})
+                 for name, words in topology["nodes"].items()}
+        for link in topology["links"]:
+            self.assertEqual(set(link), {"endpoints"})
+            ends = [end.split(":") for end in link["endpoints"]]
+            containers.cable(nodes[ends[0][0]], ends[0][1], nodes[ends[1][0]], ends[1][1])
+        for name, words in topology["nodes"].items():
+            for line in words.get("exec", []):
+                nodes[name].set_up(line)
+        return nodes
+
+    def node(self, folder, name, words):
+        """Binds are relative to the file; all nodes are privileged there."""
+        self.assertLessEqual(set(words), self.KNOWN)
+        self.assertEqual((words["kind"], words["image"]), ("linux", containers.IMAGE))
+        options = [f"--volume={(folder / bind).resolve()}" for bind in words.get("binds", [])]
+        command = []
+        if "entrypoint" in words:
+            entrypoint, *command = shlex.split(words["entrypoint"])
+            options += [f"--entrypoint={entrypoint}", "--no-healthcheck"]
+        return self.container(name, *options, "--cap-add=net_admin,net_raw", command=command)
+
+    def test_two_switches(self):
+        nodes = self.make(EXAMPLES / "containerlab/two-switches.clab.yml")
+        for name in ("sw1", "sw2"):
+            self.wait_for_health(nodes[name])
+        self.assert_pings(nodes["host1"], "10.0.0.2", True)
+        self.assert_pings(nodes["host3"], "10.0.0.2", False)
+        self.assertRegex(nodes["sw1"].do("swctl mac show"), r"(?m)^10 .* 25 ")
+        for line in ("vlan port del 10 1", "vlan port add 20 untagged 1", "port set 1 vlan 20"):
+            nodes["sw2"].do(f"swctl {line}")
+        self.assert_pings(nodes["host1"], "10.0.0.2", False)
+        self.assert_pings(nodes["host3"], "10.0.0.2", True)
+
+
+if __name__ == "__main__":
+    if REASON:
+        print(f"image_test: not run: {REASON}")
+        sys.exit(77)
+    unittest.main(verbosity=2)
