@@ -10,10 +10,11 @@ set xlabel "{x}"
 set ylabel "{y}"
 set grid
 set key outside right top
-set format y "%'.0f"
+set format y "%.0f"
 {more}
 """
 SIZES_TICS = "set xrange [0:1600]\nset xtics (64, 128, 256, 512, 1024, 1280, 1518) rotate by -45"
+WIDE_RANGE = "\nset logscale y\nset format y '%g'"
 LINES = "with linespoints pointtype 7 pointsize 0.5"
 
 
@@ -45,9 +46,10 @@ def drawings(found, folder):
         lines.append(("theoretical, 1 Gbit/s", line, "with lines dashtype 2 linecolor 'black'"))
     yield (folder / "throughput.svg", "Throughput (RFC 2544, 26.1)", (size, rate), lines, SIZES_TICS)
     yield (folder / "latency.svg", "Latency at the throughput, mean (RFC 2544, 26.2)",
-           (size, "microseconds"), by_switch(found, "latency", lambda each: each["mean"]), SIZES_TICS)
+           (size, "microseconds"), by_switch(found, "latency", lambda each: each["mean"]),
+           SIZES_TICS + WIDE_RANGE)
     yield (folder / "burst.svg", "Back-to-back frames (RFC 2544, 26.4)", (size, "frames"),
-           by_switch(found, "burst"), SIZES_TICS)
+           by_switch(found, "burst", lambda burst: burst or "NaN"), SIZES_TICS + WIDE_RANGE)
     yield (folder / "forwarding.svg", "Maximum forwarding rate (RFC 2889, 5.6)", (size, rate),
            by_switch(found, "forwarding", lambda each: max(each["rates"].values())), SIZES_TICS)
     yield (folder / "broadcast.svg", "Broadcast forwarding rate (RFC 2889, 5.10)", (size, rate),
