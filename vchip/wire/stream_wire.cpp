@@ -23,8 +23,10 @@ namespace vchipd {
 namespace {
 
 constexpr size_t kLengthBytes = 4;
-constexpr size_t kInboxBytes = 256 * 1024;
-constexpr size_t kBacklogBytes = 512 * 1024;
+// With the sockets' own buffers these are what a port may take: a megabyte.
+constexpr size_t kInboxBytes = 128 * 1024;
+constexpr size_t kBacklogBytes = 256 * 1024;
+constexpr size_t kBacklogRoom = kBacklogBytes + kLengthBytes + VCHIP_FRAME_MAX;
 constexpr long kRetryNanoseconds = 250'000'000;
 
 uint32_t read_length(const uint8_t *bytes) {
@@ -381,6 +383,7 @@ void StreamWire::send(const vchip_frame_t *frames, uint32_t count) {
 // What the other end has no room for now waits here, up to a limit; what is beyond
 // it is lost, but never a part of a frame.
 void StreamWire::keep(size_t written) {
+  backlog_.reserve(kBacklogRoom);  // to grow step by step would leave holes in the heap
   for (const iovec &part : parts_) {
     const size_t skipped = std::min(written, part.iov_len);
     written -= skipped;

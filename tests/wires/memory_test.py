@@ -1,0 +1,135 @@
+# SPDX-License-Identifier: MIT
+"""memory_test.py PROGRAMS: what a wire takes, with every front port of a chip in use and
+loaded, and nobody reading what leaves: at most 1 Mbyte a port, of the process and of
+the kernel in the name of its sockets."""
+import ctypes
+import errno
+import os
+import signal
+import socket
+import struct
+import time
+
+import interfaces_test
+import wires
+from wires import BROADCAST, frame, mac, wait_until
+
+PORTS = 26
+MOST = 1 << 20      # bytes a port
+SECONDS = 2
+FRAMES = 300        # to each port while vchipd does not run: more than a ring holds
+PIDFD_GETFD = 438   # of every architecture that has pidfds
+SO_MEMINFO = 55
+# Of a sanitizer the memory that it keeps back would be counted.
+SANITIZER = "quarantine_size_mb=0:thread_local_quarantine_size_kb=0"
+
+
+def socket_memory(process):
+    """Bytes that the kernel keeps for the sockets of a process: received and not yet read,
+    sent and not yet taken."""
+    total = 0
+    handle = os.pidfd_open(process)
+    system = ctypes.CDLL(None, use_errno=True)
+    for name in os.listdir(f"/proc/{process}/fd"):
+        if not os.readlink(f"/proc/{process}/fd/{name}").startswith("socket:"):
+            continue
+        number = system.syscall(PIDFD_GETFD, handle, int(name), 0)
+        if number < 0:
+            raise OSError(ctypes.get_errno(), "pidfd_getfd")
+        with socket.socket(fileno=number) as copy:
+            received, _, sent = struct.unpack("3I", copy.getsockopt(socket.SOL_SOCKET, SO_MEMINFO,
+                                                                    36)[:12])
+        total += received + sent
+    os.close(handle)
+    return total
+
+
+def process_memory(process):
+    """Bytes in memory, rings that the kernel shares with it included."""
+    with open(f"/proc/{process}/status", encoding="ascii") as status:
+        return next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
+
+
+class Memory(wires.Case):
+    def setUp(self):
+        super().setUp()
+        options = [self.environment.get("ASAN_OPTIONS", ""), SANITIZER]
+        self.environment["ASAN_OPTIONS"] = ":".join(filter(None, options))
+
+    def tearDown(self):
+        super().tearDown()
+        interfaces_test.remove_links()
+
+    def measure(self, wire, prepare, send):
+        """Bytes a port, once every end has been sent to for a time, and then while vchipd
+        does not run, which fills what is in front of it."""
+        alone = self.start()
+        base = process_memory(alone.pid)
+        self.end(alone)
+        process = self.start(*(f"{port}={wire(port)}" for port in range(1, PORTS + 1)))
+        ends = [prepare(port) for port in range(1, PORTS + 1)]
+        wait_until(lambda: all(row["carrier"] for row in self.wires().values()), "links", 30)
+        end = time.monotonic() + SECONDS
+        while time.monotonic() < end:
+            for number, each in enumerate(ends, 1):
+                send(each, number)
+        rows = self.wires().values()
+        process.send_signal(signal.SIGSTOP)
+        for _ in range(FRAMES):
+            for number, each in enumerate(ends, 1):
+                send(each, number)
+        own = (process_memory(process.pid) - base) // PORTS
+        sockets = socket_memory(process.pid) // PORTS
+        process.send_signal(signal.SIGCONT)
+        self.assertEqual(len(rows), PORTS)
+        for row in rows:
+            self.assertGreater(row["received"], 100, row)
+            self.assertGreater(row["sent"] + row["lost"], 1000, row)
+        self.end(process)
+        print(f"{self.id()}: a port takes {own:,} bytes of the process and {sockets:,} of sockets",
+              flush=True)
+        self.assertLessEqual(own + sockets, MOST)
+
+    def test_streams(self):
+        def prepare(port):
+            end = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+            self.addCleanup(end.close)
+            end.connect(self.path(f"s{port}"))
+            end.setblocking(False)
+            return end
+
+        rests = {}
+
+        def send(end, number):
+            data = frame(BROADCAST, mac(number), b"x" * 1400)
+            rests.setdefault(end, (struct.pack(">I", len(data)) + data) * 10)
+            try:
+                rests[end] = rests[end][end.send(rests[end]):] or rests.pop(end)
+            except BlockingIOError:
+                pass
+        self.measure(lambda port: f"unix:{self.path(f's{port}')}", prepare, send)
+
+    def test_interfaces(self):
+        """With frames that are longer than a place in the ring, too."""
+        def prepare(port):
+            for name in (f"sw{port}", f"sw{port}h"):
+                interfaces_test.ip(f"link set {name} mtu 9000")
+            interfaces_test.ip(f"link set sw{port}h up")
+            end = socket.socket(socket.AF_PACKET, socket.SOCK_RAW)
+            self.addCleanup(end.close)
+            end.bind((f"sw{port}h", 0))
+            return end
+
+        def send(end, number):
+            for size in (8000, 1400, 60, 60, 60):
+                try:
+                    end.send(frame(BROADCAST, mac(number), b"x" * size))
+                except OSError as fault:
+                    self.assertEqual(fault.errno, errno.ENOBUFS)
+        self.measure(lambda port: f"veth:sw{port}", prepare, send)
+
+
+if __name__ == "__main__":
+    if interfaces_test.INSIDE not in os.environ:
+        interfaces_test.enter()
+    wires.main()
