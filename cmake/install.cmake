@@ -59,6 +59,8 @@ install(FILES ${PROJECT_BINARY_DIR}/README.md CHANGELOG.md CONTRIBUTING.md LICEN
   DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/port_status.c examples/linkwatch.c
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/containerlab examples/kubernetes
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(FILES cmake/mips-linux-gnu.cmake DESTINATION ${CMAKE_INSTALL_DOCDIR}/cmake)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md"
   PATTERN "*.svg" PATTERN "*.schema.json" PATTERN "man" EXCLUDE PATTERN "reference" EXCLUDE)

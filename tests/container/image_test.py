@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 """image_test.py
 
-The container image as podman runs it, alone and in the topology of the example for
-containerlab, which is not here itself: the file is read, and the same containers and links
-are made.
+The container image as podman runs it, alone, in the topology of the example for
+containerlab and in the pod of that for Kubernetes. Neither of these is here itself: the
+topology is read, and the same containers and links are made; podman plays the manifest.
 """
-import os
+import json
 import pathlib
 import shlex
 import sys
@@ -32,7 +32,7 @@ def wait_until(holds, what, seconds=20):
 
 class Case(unittest.TestCase):
     def container(self, name, *options, command=()):
-        made = containers.Container(PODMAN, name, *options, command=command)
+        made = containers.Container.start(PODMAN, name, *options, command=command)
         self.addCleanup(made.remove)
         return made
 
@@ -144,6 +144,55 @@ class Topology(Case):
             nodes["sw2"].do(f"swctl {line}")
         self.assert_pings(nodes["host1"], "10.0.0.2", False)
         self.assert_pings(nodes["host3"], "10.0.0.2", True)
+
+
+class Manifest(Case):
+    """What Kubernetes makes of the pod, as far as podman does the same."""
+
+    FILE = EXAMPLES / "kubernetes/switch.yaml"
+    VOLUMES = ("switch-config", "switch-state")
+
+    def setUp(self):
+        for name in self.VOLUMES:
+            self.assertNotEqual(PODMAN.ask("volume", "exists", name).returncode, 0,
+                                f"there is a volume {name} already")
+        documents = yaml.safe_load_all(self.FILE.read_text(encoding="utf-8"))
+        self.documents = {each["kind"]: each for each in documents}
+        self.pod = self.documents["Deployment"]["spec"]["template"]
+        self.addCleanup(self.take_down)
+        PODMAN.do("play", "kube", "--network=none", self.FILE)
+        self.switch = containers.Container(PODMAN, "switch-pod-0-switch")
+
+    def take_down(self):
+        PODMAN.ask("play", "kube", "--down", self.FILE)
+        PODMAN.ask("volume", "rm", "-f", *self.VOLUMES)
+
+    def interfaces(self):
+        """Those that Multus would make, of the networks that there are."""
+        wanted = json.loads(self.pod["metadata"]["annotations"]["k8s.v1.cni.cncf.io/networks"])
+        networks = (self.FILE.parent / "networks.yaml").read_text(encoding="utf-8")
+        names = [each["metadata"]["name"] for each in yaml.safe_load_all(networks)]
+        self.assertEqual([each["name"] for each in wanted], names)
+        return [each["interface"] for each in wanted]
+
+    def probe(self, name):
+        return self.switch.ask(*self.pod["spec"]["containers"][0][name]["exec"]["command"])
+
+    def test_the_pod(self):
+        wait_until(lambda: self.probe("livenessProbe").returncode == 0, "it lives")
+        self.assertNotEqual(self.probe("readinessProbe").returncode, 0)
+        self.assertEqual(self.switch.do("swctl config show"),
+                         "vlan add 10 untagged 1,2\nport set 1,2 vlan 10\n")
+        hosts = [self.host(f"host{number}") for number in (1, 2)]
+        for number, (host, interface) in enumerate(zip(hosts, self.interfaces()), 1):
+            containers.cable(self.switch, interface, host, "eth1")
+            host.set_up(f"ip address add 10.0.0.{number}/24 dev eth1")
+        wait_until(lambda: self.probe("readinessProbe").returncode == 0, "it is ready")
+        self.assert_pings(hosts[0], "10.0.0.2", True)
+        self.switch.do("swctl port set 2 vlan 1")
+        self.switch.do("swctl vlan port del 10 2")
+        self.assert_pings(hosts[0], "10.0.0.2", False)
+        self.assertEqual(PODMAN.ask("healthcheck", "run", self.switch.name).returncode, 0)
 
 
 if __name__ == "__main__":

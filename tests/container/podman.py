@@ -1,27 +1,30 @@
 # SPDX-License-Identifier: MIT
 """Containers of podman, with cables made by hand between them."""
+import atexit
 import json
 import os
 import shutil
 import subprocess
+import tempfile
 
 IMAGE = "localhost/swctl:latest"
-# What this machine's podman runs containers with: options of podman, and of its run.
-VARIANTS = [([], []), ([], ["--cgroups=disabled"]), (["--runtime", "runc"], [])]
 PREFIX = f"swctl-test-{os.getpid()}-"
-
-
-# Less than podman gives, which is more than it may in a container itself.
-LIMITS = ["--ulimit=nofile=4096:4096", "--ulimit=nproc=4096:4096"]
+# Limits that podman may set where it is in a container itself, and what this machine may
+# need more: cgroups left alone, another runtime.
+LIMITS = '[containers]\ndefault_ulimits = ["nofile=4096:4096", "nproc=4096:4096"]\n'
+VARIANTS = ["", 'cgroups = "disabled"\n', '[engine]\nruntime = "runc"\n']
 
 
 class Podman:
-    def __init__(self, words, run_words):
-        self.words, self.run_words = ["podman", *words], [*run_words, *LIMITS]
+    def __init__(self, variant):
+        with tempfile.NamedTemporaryFile("w", suffix=".conf", delete=False) as file:
+            file.write(LIMITS + variant)
+        atexit.register(os.unlink, file.name)
+        self.environment = {**os.environ, "CONTAINERS_CONF": file.name}
 
     def ask(self, *words):
-        return subprocess.run([*self.words, *map(str, words)], capture_output=True, text=True,
-                              timeout=120, check=False)
+        return subprocess.run(["podman", *map(str, words)], capture_output=True, text=True,
+                              timeout=120, check=False, env=self.environment)
 
     def do(self, *words):
         result = self.ask(*words)
@@ -30,7 +33,7 @@ class Podman:
         return result.stdout
 
     def run_container(self, *words):
-        return self.ask("run", "--network=none", *self.run_words, *words)
+        return self.ask("run", "--network=none", *words)
 
 
 def find_podman():
@@ -43,8 +46,8 @@ def find_podman():
     if subprocess.run(["podman", "image", "exists", IMAGE], check=False).returncode != 0:
         return None, f"there is no image {IMAGE}: ./dev image makes it"
     reasons = []
-    for words, run_words in VARIANTS:
-        podman = Podman(words, run_words)
+    for variant in VARIANTS:
+        podman = Podman(variant)
         result = podman.run_container("--rm", "--entrypoint=true", IMAGE)
         if result.returncode == 0:
             return podman, None
@@ -53,14 +56,19 @@ def find_podman():
 
 
 class Container:
-    """One that runs until it is removed."""
+    """One that runs."""
 
-    def __init__(self, podman, name, *options, command=()):
-        self.podman, self.name = podman, PREFIX + name
+    def __init__(self, podman, name):
+        self.podman, self.name = podman, name
+
+    @classmethod
+    def start(cls, podman, name, *options, command=()):
+        self = cls(podman, PREFIX + name)
         result = podman.run_container("-d", f"--name={self.name}", f"--hostname={name}", *options,
                                       IMAGE, *command)
         if result.returncode != 0:
             raise AssertionError((name, result.stdout, result.stderr))
+        return self
 
     def inspect(self):
         return json.loads(self.podman.do("inspect", self.name))[0]
@@ -84,7 +92,7 @@ class Container:
         return status, self.inspect()["State"]["Health"]["Status"]
 
     def remove(self):
-        self.podman.ask("rm", "-f", "-t", "2", self.name)
+        self.podman.ask("rm", "-f", "-v", "-t", "2", self.name)
 
 
 def cable(one, one_interface, other, other_interface):
