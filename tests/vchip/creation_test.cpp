@@ -69,7 +69,7 @@ TEST_F(Creation, ANameWithoutDirectory) {
 }
 
 TEST_F(Creation, RacingCreatorsShareOneImage) {
-  constexpr int kRounds = 30;
+  constexpr int kRounds = 12;
   constexpr uint64_t kCreators = 8;
   for (int round = 0; round < kRounds; ++round) {
     unlink(image_.c_str());
@@ -94,12 +94,12 @@ TEST_F(Creation, RacingCreatorsShareOneImage) {
 
 // A creator that is killed leaves no image or a whole one, never a part.
 TEST_F(Creation, KilledCreators) {
-  constexpr int kRounds = 150;
+  constexpr int kRounds = 75;
   int without_image = 0;
   for (int round = 0; round < kRounds; ++round) {
     unlink(image_.c_str());
     const pid_t creator = vchip_test::start(image(), [] { return vchip_reset() == 0 ? 0 : 1; });
-    usleep(static_cast<useconds_t>(round * 20));
+    usleep(static_cast<useconds_t>(round * 40));
     kill(creator, SIGKILL);
     vchip_test::wait_for(creator);
     const std::string bytes = vchip_test::read_file(image_);
