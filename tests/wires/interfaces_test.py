@@ -81,6 +81,10 @@ class Interface:
             data = data[:12] + struct.pack(">HH", kind, tag) + data[12:]
         return data
 
+    def make_room(self):
+        """For a flood that is read afterwards; of a process with rights over the machine."""
+        self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 8 << 20)
+
     def close(self):
         self.socket.close()
 
@@ -115,8 +119,8 @@ class Raw(wires.Case):
         self.addCleanup(interface.close)
         return interface
 
-    def start_pair(self):
-        self.process = self.start("1=veth:sw1", "2=veth:sw2")
+    def start_pair(self, within=()):
+        self.process = self.start("1=veth:sw1", "2=veth:sw2", within=within)
         # Silent hosts: no frame but those of the test.
         for name in ("sw1h", "sw2h"):
             ip(f"link set {name} addrgenmode none")
@@ -171,6 +175,84 @@ class Raw(wires.Case):
         one.send(*burst)
         for number, sent in enumerate(burst):
             self.assertEqual(two.receive(), sent, number)
+
+    def pass_many(self, one, two, count):
+        """A flood with numbers: each that comes is whole, and none before an earlier one."""
+        before = self.wires()[1]
+        for first in range(0, count, 50):
+            one.send(*[frame(BROADCAST, mac(1), struct.pack(">I", number))
+                       for number in range(first, first + 50)])
+        numbers = []
+        while (got := two.receive(NOTHING)) is not None:
+            numbers.append(struct.unpack(">I", got[14:18])[0])
+            self.assertEqual(got, frame(BROADCAST, mac(1), got[14:18]))
+        self.assertEqual(numbers, sorted(set(numbers)))
+        after = self.wires()[1]
+        taken = after["received"] - before["received"]
+        self.assertEqual(taken + after["missed"] - before["missed"], count)
+        return len(numbers), taken
+
+    def test_a_flood_stays_in_order_and_is_counted(self):
+        one, two = self.start_pair()
+        two.make_room()
+        self.assertEqual([row["note"] for row in self.wires().values()], ["", ""])
+        came, taken = self.pass_many(one, two, 5000)
+        self.assertEqual(came, taken)
+        self.assertEqual(self.wires()[2]["sent"], taken)
+        # Afterwards one frame alone is not waited for, and none costs nothing.
+        one.send(frame(BROADCAST, mac(1)))
+        self.assertEqual(two.receive(), frame(BROADCAST, mac(1)))
+        time.sleep(0.1)
+        before = processor_time(self.process.pid)
+        time.sleep(0.5)
+        self.assertLess(processor_time(self.process.pid) - before, 0.05)
+
+    def test_frames_pass_where_af_xdp_is_refused(self):
+        """It locks memory; without a right to that, packet sockets send."""
+        one, two = self.start_pair(within=["prlimit", "--memlock=0:0"])
+        two.make_room()
+        for row in self.wires().values():
+            self.assertEqual(row["note"],
+                             "sends without AF_XDP: memory: No buffer space available")
+        came, taken = self.pass_many(one, two, 1000)
+        self.assertEqual(came, taken)
+        self.assertEqual(self.wires()[2]["sent"], taken)
+
+    def test_a_host_that_keeps_frames(self):
+        """They are held in memory of the chip's end for as long as the host's bridge has
+        them queued; what is more is sent in another way, after them."""
+        one, two = self.start_pair()
+        ip("link add nd1 type bridge mcast_snooping 0")
+        ip("link add nd2 type veth peer name nd2h")
+        for name in ("nd1", "nd2", "nd2h"):
+            ip(f"link set {name} addrgenmode none")
+        ip("link set sw2h master nd1")
+        ip("link set nd2 master nd1")
+        run("tc", *"qdisc add dev nd2 root tbf rate 1mbit burst 1600 limit 1000000".split())
+        far = self.open("nd2h")
+        for name in ("nd1", "nd2"):
+            ip(f"link set {name} up")
+        # Known to the bridge, so that it queues the frames themselves, not copies.
+        far.send(frame(BROADCAST, mac(9)))
+        self.assertEqual(one.receive(), frame(BROADCAST, mac(9)))
+        sent = [frame(mac(9), mac(1), bytes([number])) for number in range(200)]
+        one.send(*sent)
+        for number, each in enumerate(sent):
+            self.assertEqual(far.receive(), each, number)
+        self.assertEqual([row["note"] for row in self.wires().values()], ["", ""])
+        self.assertEqual((self.wires()[2]["sent"], self.wires()[2]["lost"]), (200, 0))
+        del two
+
+    def test_an_end_that_goes_down_and_comes_back(self):
+        one, two = self.start_pair()
+        for _ in range(3):
+            ip("link set sw2 down")
+            one.send(frame(BROADCAST, mac(1)))
+            ip("link set sw2 up")
+            wait_until(lambda: self.wires()[2]["carrier"], "the cable is plugged")
+            one.send(frame(BROADCAST, mac(1)))
+            self.assertEqual(two.receive(), frame(BROADCAST, mac(1)))
+            self.assertEqual(self.wires()[2]["note"], "")
 
     def test_the_system_says_nothing_on_the_chips_end(self):
         self.start_pair()
@@ -412,7 +494,7 @@ class Hosts(wires.Case):
 
 def enter():
     """Into namespaces of this test's own; 77 if the system does not allow it."""
-    missing = [name for name in ("unshare", "nsenter", "ip", "ping") if not shutil.which(name)]
+    missing = [name for name in ("unshare", "nsenter", "ip", "ping", "prlimit", "tc") if not shutil.which(name)]
     if missing:
         print(f"interfaces_test: not run: no {', '.join(missing)}")
         sys.exit(77)

@@ -142,16 +142,17 @@ class Case(unittest.TestCase):
     def drops(self, port):
         return json.loads(self.vchipctl("drops", "-j", str(port)))[0]["counts"]
 
-    def launch(self, *words):
-        process = subprocess.Popen([PROGRAMS / "vchipd", *words], env=self.environment, text=True,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    def launch(self, *words, within=()):
+        """Within another program, if that is given."""
+        process = subprocess.Popen([*within, PROGRAMS / "vchipd", *words], env=self.environment,
+                                   text=True, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.processes.append(process)
         return process
 
-    def start(self, *ports, options=()):
+    def start(self, *ports, options=(), within=()):
         """A vchipd that answers."""
         words = [word for port in ports for word in ("--port", port)]
-        process = self.launch(*words, *options)
+        process = self.launch(*words, *options, within=within)
         def answers():
             if process.poll() is not None:
                 raise AssertionError(process.communicate())

@@ -14,6 +14,7 @@
 #include "offload.h"
 #include "os/descriptor.h"
 #include "wire.h"
+#include "xdp_sender.h"
 
 namespace vchipd {
 
@@ -26,6 +27,10 @@ class PacketSocket {
 
   // The text of a Fault begins with `wire`.
   void open(const std::string &wire, int index);
+  // Sends by AF_XDP from now on where the system allows it, frames up to that MTU.
+  void send_by_xdp(int index, uint32_t mtu);
+  // Why it does not, if it was to.
+  const std::string &xdp_refusal() const { return xdp_.refusal(); }
   int descriptor() const { return in_.get(); }
 
   // As those of Wire.
@@ -46,9 +51,11 @@ class PacketSocket {
   void take_divided(const OffloadHeader &offload, const uint8_t *packet, uint32_t length,
                     Arrivals &arrivals, WireCounts &counts);
   uint8_t *keep(uint32_t length);
+  void send_by_packets(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
 
   os::Descriptor in_;
   os::Descriptor out_;
+  XdpSender xdp_;
   std::array<mmsghdr, kFramesAtATime> messages_ = {};
   std::array<iovec, kFramesAtATime> parts_ = {};
   uint8_t *ring_ = nullptr;

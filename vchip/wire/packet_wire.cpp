@@ -19,15 +19,14 @@ constexpr const char *kMark = "vchipd ";
 class PacketWire : public Wire {
  public:
   PacketWire(std::string word, std::string name) : word_(std::move(word)), name_(std::move(name)) {}
-  ~PacketWire() override {
-    if (loop_ != nullptr) loop_->forget(frames_.descriptor());
-  }
+  ~PacketWire() override { announce(false); }
 
   void start(Loop &loop, Socket &socket) override;
   bool receive(Arrivals &arrivals, uint32_t most) override {
     return frames_.receive(arrivals, most, counts_);
   }
   bool shows_frames() const override { return frames_.has_frames(); }
+  void announce(bool on) override;
   void arrived() override { frames_.arrived(); }
   void send(const vchip_frame_t *frames, uint32_t count) override {
     if (!gone_) return frames_.send(frames, count, counts_);
@@ -37,7 +36,7 @@ class PacketWire : public Wire {
     counts_.missed += frames_.take_overflow();
     return counts_;
   }
-  std::string note() const override { return gone_ ? kGoneNote : ""; }
+  std::string note() const override;
 
  protected:
   // The interface is there when this returns.
@@ -46,12 +45,15 @@ class PacketWire : public Wire {
   const std::string &name() const { return name_; }
 
  private:
-  void changed(Socket &socket, uint32_t flags);
+  void changed(uint32_t flags);
 
   const std::string word_;
   const std::string name_;
   PacketSocket frames_;
   Loop *loop_ = nullptr;
+  Socket *socket_ = nullptr;
+  Link link_ = {};
+  bool announces_ = false;
   std::unique_ptr<LinkMonitor> monitor_;
   bool gone_ = false;
 };
@@ -61,18 +63,39 @@ bool has_carrier(uint32_t flags) {
 }
 
 void PacketWire::start(Loop &loop, Socket &socket) {
-  const Link link = prepare();
-  monitor_ = std::make_unique<LinkMonitor>(
-      loop, link.index, [this, &socket](uint32_t flags) { changed(socket, flags); });
-  frames_.open(word_, link.index);
+  link_ = prepare();
+  monitor_ =
+      std::make_unique<LinkMonitor>(loop, link_.index, [this](uint32_t flags) { changed(flags); });
+  frames_.open(word_, link_.index);
   loop_ = &loop;
-  loop.watch(frames_.descriptor(), EPOLLIN, [&socket](uint32_t) { socket.frames_came(); });
-  changed(socket, find_link(name_).value_or(Link{}).flags);
+  socket_ = &socket;
+  announce(true);
+  changed(find_link(name_).value_or(Link{}).flags);
 }
 
-void PacketWire::changed(Socket &socket, uint32_t flags) {
+void PacketWire::announce(bool on) {
+  if (on == announces_ || loop_ == nullptr) return;
+  announces_ = on;
+  if (on) {
+    loop_->watch(frames_.descriptor(), EPOLLIN, [this](uint32_t) { socket_->frames_came(); });
+  } else {
+    loop_->forget(frames_.descriptor());
+  }
+}
+
+// Only a pair's other end is known to take a frame, or to drop it, while it is sent: a
+// network card may keep it for as long as it likes.
+void PacketWire::changed(uint32_t flags) {
   if (flags == 0) gone_ = true;
-  socket.carrier_is(has_carrier(flags));
+  const bool on = has_carrier(flags);
+  if (on && link_.kind == "veth") frames_.send_by_xdp(link_.index, link_.mtu);
+  socket_->carrier_is(on);
+}
+
+std::string PacketWire::note() const {
+  if (gone_) return kGoneNote;
+  const std::string &refusal = frames_.xdp_refusal();
+  return refusal.empty() ? "" : "sends without AF_XDP: " + refusal;
 }
 
 class NetdevWire : public PacketWire {

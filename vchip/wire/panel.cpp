@@ -173,13 +173,31 @@ void Panel::weigh_rate() {
   window_begin_ = now;
 }
 
-void Panel::turn() {
-  if (!shows_frames()) {
-    loop_.wait(came_ != 0 && turns_ >= kTurnsOfRings ? 0 : time_to_wait());
-    turns_ = 0;
+void Panel::let_announce(bool on) {
+  if (on == announce_) return;
+  announce_ = on;
+  for (const auto &plugged : plugged_)
+    if (plugged) plugged->wire().announce(on);
+}
+
+// Between turns of the rings the system is only asked; else it has to tell of frames.
+void Panel::wait() {
+  const bool is_between = came_ != 0 && turns_ >= kTurnsOfRings;
+  turns_ = 0;
+  if (is_between) {
+    look_at_rings();
+    loop_.wait(0);
+  } else {
+    let_announce(true);
+    loop_.wait(time_to_wait());
   }
+}
+
+void Panel::turn() {
+  if (!shows_frames()) wait();
   serve();
   weigh_rate();
+  if (is_high_rate_) let_announce(false);
 }
 
 void Panel::serve() {
@@ -277,6 +295,8 @@ bool Panel::has_backlog() const {
 
 void Panel::drain(uint64_t nanoseconds) {
   const uint64_t end = monotonic_now() + nanoseconds;
+  let_announce(true);
+  look_at_rings();
   for (;;) {
     serve();
     const bool waits = vchip_clock_next() != kNever && !clock_.is_virtual();

@@ -55,6 +55,8 @@ class Panel {
 
   bool look_at_rings();
   bool shows_frames();
+  void wait();
+  void let_announce(bool on);
   void weigh_rate();
   uint64_t time_to_wait();
   void take_in(Plugged &plugged);
@@ -78,6 +80,7 @@ class Panel {
   bool ready_ = false;         // some wire has more to take in
   size_t came_ = 0;            // frames of the last turn
   bool is_high_rate_ = false;  // frames are gathered
+  bool announce_ = true;       // wires that show their frames tell the loop too
   uint64_t window_came_ = 0;
   uint64_t window_begin_ = 0;
   uint32_t turns_ = 0;  // since the system was asked for events

@@ -57,6 +57,9 @@ class Wire {
   virtual bool receive(Arrivals &arrivals, uint32_t most) = 0;
   // Whether frames have come that it can tell of without asking the system.
   virtual bool shows_frames() const { return false; }
+  // Whether such a wire also tells the loop that frames have come, as it does at first.
+  // To tell of every frame costs the sender's time.
+  virtual void announce(bool) {}
   // Those have arrived.
   virtual void arrived() {}
   // Gives them to the port.

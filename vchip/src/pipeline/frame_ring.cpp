@@ -9,8 +9,9 @@ namespace vchip {
 namespace {
 
 constexpr size_t kFirstRoom = 2048;
-// An empty ring gives back what is larger.
-constexpr size_t kKeptRoom = 65536;
+// An empty ring gives back what is larger than a batch of 64 frames of the usual size
+// needs: memory that is asked for with every batch costs more than the copies.
+constexpr size_t kKeptRoom = 128 * 1024;
 
 constexpr size_t size_of(uint32_t length) {
   constexpr size_t kAlignment = alignof(FrameNote);
