@@ -62,5 +62,6 @@ make_image() {
 make_root
 make_image
 rm -f "$output/swctl.tar"
-buildah push --quiet "$name:$version" "docker-archive:$output/swctl.tar:$name:$version"
+podman save --quiet --format docker-archive --output "$output/swctl.tar" \
+  "$name:$version" "$name:latest"
 echo "image: $name:$version, $output/swctl.tar"
