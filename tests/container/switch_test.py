@@ -9,6 +9,7 @@ import pathlib
 import signal
 import subprocess
 import sys
+import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "neighbours"))
 # pylint: disable=wrong-import-position
@@ -133,6 +134,23 @@ class Switch(neighbours.Case):
         self.assertIn("vlan add 77", before)
         self.assertIn("north", before)
 
+    def test_term_while_it_starts(self):
+        self.config.write_text("vlan add 20\n")
+        for hundredths in (0, 1, 2, 5, 10, 20, 40):
+            with self.subTest(hundredths):
+                self.begin()
+                time.sleep(hundredths / 100)
+                self.running.send_signal(signal.SIGTERM)
+                self.ends()
+                self.assertNotEqual(self.inside("vchipctl", "wires").returncode, 0)
+                self.assertEqual(self.vchipds(), "")
+
+    def vchipds(self):
+        """Those of this test's namespace: it is the one that they are in."""
+        found = subprocess.run(["pgrep", "--ns", str(self.host.holder.pid), "--nslist", "net",
+                                "vchipd"], capture_output=True, text=True, check=False)
+        return found.stdout
+
     def test_a_wrong_configuration_ends_it(self):
         self.config.write_text("vlan add 20\nvlan subtract 30\n")
         self.begin()
@@ -143,9 +161,7 @@ class Switch(neighbours.Case):
         self.new_host(1, "eth1")
         self.begin()
         self.wait_for_health()
-        children = subprocess.run(["pgrep", "-P", str(self.running.pid), "vchipd"], check=True,
-                                  capture_output=True, text=True).stdout
-        os.kill(int(children), signal.SIGKILL)
+        os.kill(int(self.vchipds()), signal.SIGKILL)
         self.assertEqual(self.ends(), 128 + signal.SIGKILL)
 
     def test_words(self):
