@@ -2,8 +2,10 @@
 """dhcp_test.py PROGRAMS: dnsmasq gives a client at another port an address, if the VLANs
 of the chip let them see each other."""
 import os
+import shutil
 
 import neighbours
+import open_vswitch
 
 SCRIPT = """#!/bin/sh
 [ "$1" = bound ] && ip addr add "$ip/24" dev "$interface"
@@ -61,6 +63,23 @@ class Dhcp(neighbours.Case):
         self.serve("eth0.20")
         self.swctl("vlan add 20 tagged 1 untagged 2")
         self.expect_lease_in_vlan()
+
+    def test_from_a_trunk_of_open_vswitch(self):
+        """The server is at an access port of a bridge, which puts the tag on."""
+        missing = [name for name in open_vswitch.PROGRAMS if not shutil.which(name)]
+        if missing:
+            self.skipTest(f"there is no {missing[0]}")
+        if os.geteuid() != 0 or not os.access("/dev/net/tun", os.R_OK | os.W_OK):
+            self.skipTest("Open vSwitch needs root, and /dev/net/tun")
+        bridge = open_vswitch.OpenVswitch(self, self.server, "br0")
+        bridge.control("add-port br0 eth0 vlan_mode=trunk trunks=20")
+        bridge.control("add-port br0 server tag=20 -- set interface server type=internal")
+        self.serve("server")
+        self.swctl("vlan add 20 tagged 1 untagged 2")
+        self.expect_lease_in_vlan()
+        # It was the tag: the same frames without one are in VLAN 1.
+        bridge.control("set port eth0 vlan_mode=native-untagged tag=20")
+        self.assertFalse(self.client.pings("10.20.0.1"))
 
 
 if __name__ == "__main__":

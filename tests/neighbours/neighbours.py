@@ -24,23 +24,16 @@ def wait_until(holds, what, seconds=30):
         time.sleep(0.2)
 
 
-class Host:
-    """A machine of its own: network, mounts and /run."""
+class Machine:
+    """Programs in a network; the one in which vchipd runs, the switch itself."""
 
-    def __init__(self, case, name):
+    def __init__(self, case, name="switch"):
         self.case, self.name = case, name
-        self.holder = subprocess.Popen(
-            ["unshare", "-n", "-m", "-u", "sh", "-c",
-             f"hostname {name}; mount -t tmpfs none /run && mkdir -p /run/lock && "
-             "mount -t sysfs none /sys; ip link set lo up; echo up; exec sleep 1000"],
-            stdout=subprocess.PIPE)
-        case.addCleanup(self.close)
-        self.holder.stdout.readline()
-        self.path = f"/proc/{self.holder.pid}/ns/net"
         self.daemons = []
+        case.addCleanup(self.close)
 
     def inside(self, *words):
-        return ["nsenter", "-n", "-m", "-u", "-t", str(self.holder.pid), *map(str, words)]
+        return list(map(str, words))
 
     def ask(self, *words):
         """A command, however it ends."""
@@ -72,9 +65,31 @@ class Host:
         return self.ask("ping", "-c", count, "-i", "0.1", "-W", "1", address).returncode == 0
 
     def close(self):
-        for process in [*self.daemons, self.holder]:
+        for process in self.daemons:
             process.kill()
             process.wait()
+
+
+class Host(Machine):
+    """A machine of its own: network, mounts and /run."""
+
+    def __init__(self, case, name):
+        self.holder = subprocess.Popen(
+            ["unshare", "-n", "-m", "-u", "sh", "-c",
+             f"hostname {name}; mount -t tmpfs none /run && mkdir -p /run/lock && "
+             "mount -t sysfs none /sys; ip link set lo up; echo up; exec sleep 1000"],
+            stdout=subprocess.PIPE)
+        super().__init__(case, name)
+        self.holder.stdout.readline()
+        self.path = f"/proc/{self.holder.pid}/ns/net"
+
+    def inside(self, *words):
+        return ["nsenter", "-n", "-m", "-u", "-t", str(self.holder.pid), *map(str, words)]
+
+    def close(self):
+        super().close()
+        self.holder.kill()
+        self.holder.wait()
         self.holder.stdout.close()
 
 
