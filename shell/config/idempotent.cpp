@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "config/idempotent.h"
 
+#include <algorithm>
 #include <set>
 
 #include "config/change.h"
@@ -65,7 +66,14 @@ std::optional<Answer> run_if_needed(const Walk &found, const Context &context,
 
 namespace {
 
-template <const char *add>
+// The words of a command, which a handler can be made for.
+template <size_t size>
+struct CommandWords {
+  constexpr CommandWords(const char (&words)[size]) { std::ranges::copy(words, text); }
+  char text[size] = {};
+};
+
+template <CommandWords add>
 Answer replace(const Arguments &arguments, const Context &context) {
   const Board board;
   const Snapshot before(context, board);
@@ -73,7 +81,7 @@ Answer replace(const Arguments &arguments, const Context &context) {
   Walk found;
   found.node = &command_table();
   found.arguments = arguments;
-  for (const std::string &word : words_of(add))
+  for (const std::string &word : words_of(add.text))
     for (const Node &child : found.node->children)
       if (child.name == word) {
         found.node = &child;
@@ -82,7 +90,7 @@ Answer replace(const Arguments &arguments, const Context &context) {
   State fresh(board);
   std::vector<Changed> changed;
   // What ages is no setting, and takes the place of what is there anyway.
-  if (!take_settings(add, found, context, board, fresh, changed))
+  if (!take_settings(add.text, found, context, board, fresh, changed))
     return found.node->run(arguments, context);
   for (const Changed &each : changed) {
     const Content content = content_of(fresh, each, board);
@@ -101,31 +109,24 @@ struct Replacing {
   Handler run;
 };
 
-constexpr char kAcl[] = "acl add";
-constexpr char kMac[] = "mac add";
-constexpr char kMcast[] = "mcast add";
-constexpr char kMcastIp[] = "mcast ip add";
-constexpr char kVlan[] = "vlan add";
-constexpr char kTranslate[] = "vlan translate add";
-constexpr char kTranslationRule[] = "vlan rule add translation";
-constexpr char kDoubleTagRule[] = "vlan rule add double-tag";
-constexpr char kMacRule[] = "vlan rule add mac";
-constexpr char kIp4Rule[] = "vlan rule add ip4";
-constexpr char kVoiceRule[] = "vlan rule add voice";
-constexpr char kProtocolRule[] = "vlan rule add protocol";
+template <CommandWords add>
+constexpr Replacing replacing_by() {
+  return {add.text, replace<add>};
+}
+
 constexpr Replacing kReplacing[] = {
-    {kAcl, replace<kAcl>},
-    {kMac, replace<kMac>},
-    {kMcast, replace<kMcast>},
-    {kMcastIp, replace<kMcastIp>},
-    {kVlan, replace<kVlan>},
-    {kTranslate, replace<kTranslate>},
-    {kTranslationRule, replace<kTranslationRule>},
-    {kDoubleTagRule, replace<kDoubleTagRule>},
-    {kMacRule, replace<kMacRule>},
-    {kIp4Rule, replace<kIp4Rule>},
-    {kVoiceRule, replace<kVoiceRule>},
-    {kProtocolRule, replace<kProtocolRule>},
+    replacing_by<"acl add">(),
+    replacing_by<"mac add">(),
+    replacing_by<"mcast add">(),
+    replacing_by<"mcast ip add">(),
+    replacing_by<"vlan add">(),
+    replacing_by<"vlan translate add">(),
+    replacing_by<"vlan rule add translation">(),
+    replacing_by<"vlan rule add double-tag">(),
+    replacing_by<"vlan rule add mac">(),
+    replacing_by<"vlan rule add ip4">(),
+    replacing_by<"vlan rule add voice">(),
+    replacing_by<"vlan rule add protocol">(),
 };
 
 Node *child_named(Node &node, const std::string &name) {
