@@ -257,13 +257,13 @@ class Sender {
   uint64_t due_frames() {
     const uint64_t most = std::min<uint64_t>(most_ - sent_, kBatch);
     if (rate_ <= 0) return most;
-    const double behind = (now() - schedule_) * rate_ - static_cast<double>(sent_);
-    if (behind < 0) {
-      if (-behind / rate_ > kNap) usleep(static_cast<useconds_t>(kNap * 1e6 / 2));
+    const double late = (now() - schedule_) * rate_ - static_cast<double>(sent_);
+    if (late < 0) {
+      if (-late / rate_ > kNap) usleep(static_cast<useconds_t>(kNap * 1e6 / 2));
       return 0;
     }
-    if (behind > kBatch) schedule_ += (behind - kBatch) / rate_;
-    return std::min(most, static_cast<uint64_t>(behind) + 1);
+    if (late > kBatch) schedule_ += (late - kBatch) / rate_;
+    return std::min(most, static_cast<uint64_t>(late) + 1);
   }
 
   void send(uint64_t count) {

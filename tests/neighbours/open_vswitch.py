@@ -57,7 +57,7 @@ class OpenVswitch:
                                            "bond0"])).stdout
 
     def attached(self):
-        """How many links take part in the bundle."""
+        """How many links the bundle uses."""
         return self.lacp().count("current attached")
 
     def is_negotiated(self):
