@@ -45,11 +45,14 @@ function(swctl_unite target files)
 endfunction()
 
 # The same, a folder at a time: a name must be its own among the files of its
-# folder.
+# folder. The small folders given by name are one together.
 function(swctl_unite_folders target)
   get_target_property(files ${target} SOURCES)
   foreach(file ${files})
     cmake_path(GET file PARENT_PATH folder)
+    if(folder IN_LIST ARGN)
+      set(folder together)
+    endif()
     string(MAKE_C_IDENTIFIER "folder_${folder}" group)
     set_source_files_properties(${file} PROPERTIES UNITY_GROUP ${group})
   endforeach()

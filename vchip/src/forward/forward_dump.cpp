@@ -9,7 +9,7 @@
 namespace vchip {
 namespace {
 
-constexpr const char *kModes[] = {"at-once", "by-software", "nothing"};
+constexpr const char *kLearningModes[] = {"at-once", "by-software", "nothing"};
 constexpr const char *kActionNames[] = {"forward", "drop", "trap-to-cpu", "copy-to-cpu"};
 
 }  // namespace
@@ -38,7 +38,7 @@ void MaskBlock::dump(const char *name, Dump &unit) const {
 void LearningBlock::dump(const char *name, Dump &unit) const {
   unit.objects(name, VCHIP_PORTS, [this](Dump &entry, size_t port) {
     entry.number("port", static_cast<int64_t>(port));
-    entry.text("learns", kModes[ports_[port].mode]);
+    entry.text("learns", kLearningModes[ports_[port].mode]);
     entry.text("frame", kActionNames[number_of(ports_[port].action)]);
   });
 }

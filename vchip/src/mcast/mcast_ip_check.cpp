@@ -6,7 +6,7 @@ namespace vchip {
 namespace {
 
 template <typename Table>
-bool has_before(const Table &table, size_t index) {
+bool is_listed_before(const Table &table, size_t index) {
   for (size_t before = 0; before < index; ++before)
     if (table[before].used != 0 && same_key(table[before].entry, table[index].entry)) return true;
   return false;
@@ -33,7 +33,7 @@ void check_table(Findings &findings, const char *name, const Table &table) {
     if (place.used == 0) return;
     findings.rule(is_group(place.entry.address_b), "address_b", "is no group");
     findings.rule(!is_group(place.entry.address_a), "address_a", "is a group");
-    findings.rule(!has_before(table, index), "", "is there twice");
+    findings.rule(!is_listed_before(table, index), "", "is there twice");
   });
 }
 

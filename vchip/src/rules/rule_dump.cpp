@@ -20,7 +20,7 @@ Word word_at(const uint8_t *bytes) {
   return word;
 }
 
-std::string hex_text(uint32_t number) {
+std::string ethertype_text(uint32_t number) {
   char text[sizeof "0xffff"];
   snprintf(text, sizeof text, "0x%04x", number & 0xffff);
   return text;
@@ -40,7 +40,7 @@ void dump_bytes(Dump &entry, const char *name, Reading reading, const uint8_t *b
     case Reading::ip4: return entry.text(name, ip4_text(word_at<uint32_t>(bytes)));
     case Reading::ports: return entry.numbers(name, ports_at(bytes));
     case Reading::half: return entry.number(name, word_at<uint16_t>(bytes));
-    case Reading::ethertype: return entry.text(name, hex_text(word_at<uint16_t>(bytes)));
+    case Reading::ethertype: return entry.text(name, ethertype_text(word_at<uint16_t>(bytes)));
     case Reading::word: return entry.number(name, word_at<uint32_t>(bytes));
   }
 }

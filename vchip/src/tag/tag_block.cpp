@@ -12,7 +12,7 @@ namespace {
 constexpr uint32_t kCustomerTpid = 0x8100;
 constexpr uint32_t kServiceTpid = 0x88a8;
 
-bool is_whole(const PortTags &port) {
+bool is_whole_tags(const PortTags &port) {
   return port.outer_pvid < kVlanIds && port.ingress_inner_tpids <= kTpidMask &&
          port.egress_inner_tpid < kTpids && port.egress_outer_tpid < kTpids;
 }
@@ -29,7 +29,7 @@ void TagBlock::power_on() {
 }
 
 bool TagBlock::sound() const {
-  return std::ranges::all_of(ports_, is_whole) && are_at_most(inner_, kMaxTpid) &&
+  return std::ranges::all_of(ports_, is_whole_tags) && are_at_most(inner_, kMaxTpid) &&
          are_at_most(outer_, kMaxTpid);
 }
 

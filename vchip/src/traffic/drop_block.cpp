@@ -4,7 +4,7 @@
 namespace vchip {
 namespace {
 
-constexpr std::array<const char *, kFates> kNames = {
+constexpr std::array<const char *, kFates> kFateNames = {
     "received", "forwarded", "taken", "attack", "ingress-rate", "vlan",  "filter",
     "trap",     "state",     "learn", "rule",   "lookup",       "storm", "egress",
     "port",     "length",    "queue", "loop",   "held",
@@ -13,7 +13,7 @@ constexpr std::array<const char *, kFates> kNames = {
 }  // namespace
 
 const char *fate_name(Fate fate) {
-  return kNames[static_cast<size_t>(fate)];
+  return kFateNames[static_cast<size_t>(fate)];
 }
 
 void DropBlock::repair() {

@@ -28,7 +28,7 @@ void copy_fields(chip_vlan_egress_entry &to, const chip_vlan_egress_entry &from)
 }
 
 // Values of a key that is ignored lead nowhere.
-bool is_whole(const chip_vlan_egress_entry &entry) {
+bool is_whole_entry(const chip_vlan_egress_entry &entry) {
   if (entry.valid == 0) return true;
   return (entry.ignore_vid != 0 || entry.vid < kVlanIds) &&
          (entry.ignore_port != 0 || entry.port < VCHIP_PORTS) && entry.new_vid < kVlanIds;
@@ -43,7 +43,7 @@ void ConversionBlock::power_on() {
 }
 
 bool ConversionBlock::sound() const {
-  return std::ranges::all_of(egress_, is_whole) && are_at_most(modes_, kMaxBlockMode);
+  return std::ranges::all_of(egress_, is_whole_entry) && are_at_most(modes_, kMaxBlockMode);
 }
 
 void ConversionBlock::set_egress(uint32_t index, const chip_vlan_egress_entry &entry) {
