@@ -4,6 +4,7 @@ Every figure is of frames that were sent and counted in this run."""
 import argparse
 import os
 import pathlib
+import shutil
 
 import plots
 import rfc2544
@@ -25,6 +26,16 @@ sizes count the 4 bytes of the FCS, which veth does not carry. Rates are frames 
 """
 
 
+def sizes_of(text):
+    """Frame sizes with commas between, without repetition."""
+    sizes = []
+    for word in text.split(","):
+        if not word.isdecimal() or not 64 <= int(word) <= 1518:
+            raise argparse.ArgumentTypeError(f"'{word}' is no frame size from 64 to 1518")
+        sizes.append(int(word))
+    return sorted(set(sizes))
+
+
 def options_of(words):
     parser = argparse.ArgumentParser(prog="./dev bench rfc", description=__doc__)
     parser.add_argument("--plots", metavar="DIR", type=pathlib.Path,
@@ -32,23 +43,25 @@ def options_of(words):
     parser.add_argument("--seconds", type=float, default=0.5, help="of a trial (%(default)s)")
     parser.add_argument("--repeats", type=int, default=3,
                         help="trials that an average is of (%(default)s)")
-    parser.add_argument("--sizes", default=",".join(map(str, SIZES)),
+    parser.add_argument("--sizes", type=sizes_of, default=",".join(map(str, SIZES)),
                         help="frame sizes, with the FCS (%(default)s)")
     parser.add_argument("--switches", default="bridge,vchipd",
                         help=f"some of {','.join(SWITCHES)} (%(default)s)")
     parser.add_argument("--tables", default=",".join(TABLES), help="some of %(default)s")
     options = parser.parse_args(words)
-    try:
-        options.sizes = [int(size) for size in options.sizes.split(",")]
-        options.switches = [SWITCHES[name] for name in options.switches.split(",")]
-    except (ValueError, KeyError) as fault:
-        parser.error(f"no such frame size or switch: {fault}")
+    options.switches = options.switches.split(",")
+    for name in options.switches:
+        if name not in SWITCHES:
+            parser.error(f"--switches: no switch '{name}', expected some of {', '.join(SWITCHES)}")
+    options.switches = [SWITCHES[name] for name in options.switches]
     options.tables = set(options.tables.split(","))
     if not options.tables <= set(TABLES):
-        parser.error(f"no such table: {', '.join(sorted(options.tables - set(TABLES)))}")
-    if options.seconds <= 0 or options.repeats < 1 or not all(
-            64 <= size <= 1518 for size in options.sizes):
-        parser.error("seconds and repeats are above 0, and frame sizes from 64 to 1518")
+        parser.error(f"--tables: no table '{min(options.tables - set(TABLES))}', expected some of "
+                     f"{', '.join(TABLES)}")
+    if options.seconds <= 0 or options.repeats < 1:
+        parser.error("--seconds and --repeats have to be above 0")
+    if options.plots and not shutil.which("gnuplot"):
+        parser.error("--plots: there is no gnuplot (package gnuplot-nox)")
     if options.plots:
         try:
             options.plots.mkdir(parents=True, exist_ok=True)

@@ -21,9 +21,12 @@ if __name__ == "__main__":
         os.environ[INSIDE] = "1"
         space = ["-n"] if os.getuid() == 0 else ["-Urn"]
         os.execvp("unshare", ["unshare", *space, sys.executable, *sys.argv])
-    if (sys.argv[2:] or ["wires"])[0] == "rfc":
+    what, *words = sys.argv[2:] or ["wires"]
+    if what == "rfc":
         from rfc import rfc
-        rfc(sys.argv[3:])
+        rfc(words)
+    elif words:
+        sys.exit(f"unknown word \"{words[0]}\" after wires")
     else:
         from compare import compare
         sys.exit(compare())
