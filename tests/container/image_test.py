@@ -5,9 +5,12 @@ The container image as podman runs it, alone, in the topology of the example for
 containerlab and in the pod of that for Kubernetes. Neither of these is here itself: the
 topology is read, and the same containers and links are made; podman plays the manifest.
 """
+import hashlib
 import json
+import os
 import pathlib
 import shlex
+import subprocess
 import sys
 import tempfile
 import time
@@ -19,6 +22,21 @@ import yaml
 EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
 # The least that a switch needs.
 RIGHTS = ["--cap-drop=all", "--cap-add=net_admin,net_raw", "--read-only"]
+SERVER = """
+import hashlib, socket
+with socket.create_server(("", 5001)) as server:
+    print("listening", flush=True)
+    caller = server.accept()[0]
+    digest = hashlib.sha256()
+    while got := caller.recv(65536):
+        digest.update(got)
+    print(digest.hexdigest(), flush=True)
+"""
+CLIENT = """
+import socket, sys
+with socket.create_connection((sys.argv[1], 5001), timeout=30) as server:
+    server.sendall(sys.stdin.buffer.read())
+"""
 PODMAN, REASON = containers.find_podman()
 
 
@@ -46,6 +64,21 @@ class Case(unittest.TestCase):
     def assert_pings(self, host, address, expected):
         result = host.ask("ping", "-c", "2", "-i", "0.2", "-W", "1", address)
         self.assertEqual(result.returncode == 0, expected, (host.name, address, result.stdout))
+
+
+    def assert_tcp(self, host, other, address):
+        """Many segments, as the hosts' interfaces leave them to be divided."""
+        text = os.urandom(1 << 20) * 8
+        server = subprocess.Popen(other.outside(sys.executable, "-c", SERVER),
+                                  stdout=subprocess.PIPE)
+        self.addCleanup(server.stdout.close)
+        self.addCleanup(server.kill)
+        self.assertEqual(server.stdout.readline(), b"listening\n")
+        subprocess.run(host.outside(sys.executable, "-c", CLIENT, address), input=text, check=True,
+                       timeout=60)
+        self.assertEqual(server.stdout.readline().decode().strip(),
+                         hashlib.sha256(text).hexdigest())
+        self.assertEqual(server.wait(), 0)
 
 
 class Switch(Case):
@@ -138,6 +171,7 @@ class Topology(Case):
         for name in ("sw1", "sw2"):
             self.wait_for_health(nodes[name])
         self.assert_pings(nodes["host1"], "10.0.0.2", True)
+        self.assert_tcp(nodes["host1"], nodes["host2"], "10.0.0.2")
         self.assert_pings(nodes["host3"], "10.0.0.2", False)
         self.assertRegex(nodes["sw1"].do("swctl mac show"), r"(?m)^10 .* 25 ")
         for line in ("vlan port del 10 1", "vlan port add 20 untagged 1", "port set 1 vlan 20"):

@@ -84,10 +84,13 @@ class Container:
     def do(self, line):
         return self.podman.do("exec", self.name, *line.split())
 
+    def outside(self, *words):
+        """A command in its network, with the programs and rights of outside."""
+        return [*OUTSIDE, "nsenter", "-n", "-t", str(self.process()), *words]
+
     def set_up(self, line):
-        """With rights that the container has not: what an orchestrator does from outside."""
-        subprocess.run([*OUTSIDE, "nsenter", "-n", "-t", str(self.process()), *line.split()],
-                       check=True)
+        """What an orchestrator does from outside."""
+        subprocess.run(self.outside(*line.split()), check=True)
 
     def check_health(self):
         """The exit status of a check, and what podman makes of it: starting, healthy..."""
