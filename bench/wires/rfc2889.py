@@ -6,6 +6,7 @@ from trials import highest, make_known, show, trial
 
 MOST_ADDRESSES = 32768
 SLOW = 10000  # frames a second at which addresses are learned where the rate does not matter
+SLOWEST, TRIES = 2500, 3
 LOADS = range(10, 101, 10)
 RESOLUTION = 0.02
 SEED = 2889
@@ -51,20 +52,30 @@ def flooded(switch, count, seed, rate):
     return asking["received"]["h3"] if asking["received"]["h1"] == count else None
 
 
-def flooded_at_last(switch, count, seed):
-    """As slowly as it takes to lose nothing."""
-    for rate in (SLOW, SLOW, SLOW / 2, SLOW / 2, SLOW / 4, SLOW / 8):
-        found = flooded(switch, count, seed, rate)
-        if found is not None:
-            return found
-    raise LostFrames
+class Pace:
+    """A rate at which nothing is lost: halved until that is so, and then kept."""
+
+    def __init__(self):
+        self.rate, self.tries = SLOW, TRIES
+
+    def flooded(self, switch, count, seed):
+        while self.rate >= SLOWEST:
+            found = flooded(switch, count, seed, self.rate)
+            if found is not None:
+                return found
+            self.tries -= 1
+            if self.tries == 0:
+                self.rate, self.tries = self.rate / 2, TRIES
+        raise LostFrames
 
 
 def capacity_of(switch, seed):
+    pace = Pace()
+
     def passes(count):
-        return count if flooded_at_last(switch, count, seed) == 0 else None
+        return count if pace.flooded(switch, count, seed) == 0 else None
     capacity = highest(passes, MOST_ADDRESSES, 16)[0]
-    return capacity, MOST_ADDRESSES - flooded_at_last(switch, MOST_ADDRESSES, seed)
+    return capacity, MOST_ADDRESSES - pace.flooded(switch, MOST_ADDRESSES, seed)
 
 
 def caching(switch, _):
@@ -79,7 +90,7 @@ def caching(switch, _):
             rows.append([name, ("at least " if capacity == MOST_ADDRESSES else "") +
                          f"{capacity:,}", f"{held:,}"])
         except LostFrames:
-            rows.append([name, f"not measured: frames are lost at {SLOW / 8:,.0f}/s", "-"])
+            rows.append([name, f"not measured: frames are lost at {SLOWEST:,}/s", "-"])
     table(rows)
     return found
 
