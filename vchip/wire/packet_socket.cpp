@@ -11,13 +11,16 @@
 namespace vchipd {
 namespace {
 
-// A slot holds a frame of the usual size; the kernel hands out a larger one beside
-// the ring.
-constexpr uint32_t kSlotBytes = 2048;
-constexpr uint32_t kSlots = 256;
+// A slot holds a frame of the usual size with two tags, behind what the kernel writes
+// about it; a larger frame is handed out beside the ring. With the memory of XdpSender a
+// port takes a megabyte in all.
+constexpr uint32_t kSlotBytes = 26 * 64;
 constexpr uint32_t kBlockBytes = 64 * 1024;
-constexpr size_t kRingBytes = size_t{kSlotBytes} * kSlots;
-constexpr int kBesideRing = 144 * 1024;  // the kernel doubles it; a port takes a megabyte in all
+constexpr uint32_t kBlocks = 9;
+constexpr uint32_t kSlotsOfBlock = kBlockBytes / kSlotBytes;
+constexpr uint32_t kSlots = kBlocks * kSlotsOfBlock;
+constexpr size_t kRingBytes = size_t{kBlockBytes} * kBlocks;
+constexpr int kBesideRing = 112 * 1024;  // the kernel doubles it
 // The longest packet that a sender leaves to its interface, with its link header.
 constexpr size_t kPacketRoom = 65536 + 64;
 // What is taken from beside the ring at a time.
@@ -109,7 +112,7 @@ void PacketSocket::open(const std::string &wire, int index) {
 void PacketSocket::open_ring(const std::string &wire) {
   tpacket_req request = {};
   request.tp_block_size = kBlockBytes;
-  request.tp_block_nr = static_cast<uint32_t>(kRingBytes / kBlockBytes);
+  request.tp_block_nr = kBlocks;
   request.tp_frame_size = kSlotBytes;
   request.tp_frame_nr = kSlots;
   const int room = kBesideRing;
@@ -126,11 +129,12 @@ void PacketSocket::open_ring(const std::string &wire) {
 }
 
 tpacket2_hdr *PacketSocket::slot(uint32_t number) const {
-  return reinterpret_cast<tpacket2_hdr *>(ring_ + size_t{number} * kSlotBytes);
+  const size_t offset = number / kSlotsOfBlock * kBlockBytes + number % kSlotsOfBlock * kSlotBytes;
+  return reinterpret_cast<tpacket2_hdr *>(ring_ + offset);
 }
 
-bool PacketSocket::has_frames() const {
-  return (load_status(*slot(next_)) & TP_STATUS_USER) != 0;
+bool PacketSocket::has_frames(uint32_t count) const {
+  return (load_status(*slot((next_ + count - 1) % kSlots)) & TP_STATUS_USER) != 0;
 }
 
 bool PacketSocket::receive(Arrivals &arrivals, uint32_t most, WireCounts &counts) {

@@ -36,7 +36,7 @@ class PacketSocket {
   // As those of Wire.
   bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
   void arrived();
-  bool has_frames() const;
+  bool has_frames(uint32_t count) const;
   void send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
   // Frames that came while the ring was full, since this was asked last.
   uint64_t take_overflow();

@@ -25,7 +25,7 @@ class PacketWire : public Wire {
   bool receive(Arrivals &arrivals, uint32_t most) override {
     return frames_.receive(arrivals, most, counts_);
   }
-  bool shows_frames() const override { return frames_.has_frames(); }
+  bool shows_frames(uint32_t count) const override { return frames_.has_frames(count); }
   void announce(bool on) override;
   void arrived() override { frames_.arrived(); }
   void send(const vchip_frame_t *frames, uint32_t count) override {

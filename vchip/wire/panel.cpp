@@ -28,6 +28,8 @@ constexpr uint32_t kTurnsOfRings = 16;
 constexpr uint64_t kManyFrames = 40;
 constexpr uint64_t kWindow = 1'000'000;
 constexpr uint64_t kRest = 25'000;
+// So many need no rest.
+constexpr uint32_t kGathered = 32;
 
 void rest(uint64_t nanoseconds) {
   const timespec time = {0, static_cast<long>(nanoseconds)};
@@ -149,17 +151,22 @@ void Panel::take_in(Plugged &plugged) {
 
 bool Panel::look_at_rings() {
   for (const auto &plugged : plugged_)
-    if (plugged && plugged->wire().shows_frames()) plugged->frames_came();
+    if (plugged && plugged->wire().shows_frames(1)) plugged->frames_came();
   return ready_;
 }
 
-// At a high rate a short rest gathers frames, and costs less than to be woken for each
-// few of them. The wires that show no frames have a turn between.
+bool Panel::shows_many() const {
+  return std::any_of(plugged_.begin(), plugged_.end(), [](const auto &plugged) {
+    return plugged && plugged->wire().shows_frames(kGathered);
+  });
+}
+
+// At a high rate a short rest gathers frames: a few at a time cost more, for the chip as
+// for the sender, who then writes where the chip is reading. The wires that show no frames
+// have a turn between.
 bool Panel::shows_frames() {
   if (came_ == 0 || ++turns_ >= kTurnsOfRings) return false;
-  if (look_at_rings()) return true;
-  if (!is_high_rate_) return false;
-  rest(kRest);
+  if (is_high_rate_ && !ready_ && !shows_many()) rest(kRest);
   return look_at_rings();
 }
 

@@ -55,6 +55,7 @@ class Panel {
 
   bool look_at_rings();
   bool shows_frames();
+  bool shows_many() const;
   void wait();
   void let_announce(bool on);
   void weigh_rate();

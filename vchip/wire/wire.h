@@ -55,8 +55,8 @@ class Wire {
   virtual void start(Loop &loop, Socket &socket) = 0;
   // Takes in frames, at most `most`; whether there are more.
   virtual bool receive(Arrivals &arrivals, uint32_t most) = 0;
-  // Whether frames have come that it can tell of without asking the system.
-  virtual bool shows_frames() const { return false; }
+  // Whether so many frames have come, as far as it can tell without asking the system.
+  virtual bool shows_frames(uint32_t) const { return false; }
   // Whether such a wire also tells the loop that frames have come, as it does at first.
   // To tell of every frame costs the sender's time.
   virtual void announce(bool) {}
