@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """vchipd beside the other switches of this machine: 60 and 1,514 bytes over veth, as fast
-as the sender goes, and over streams; control calls meanwhile; and a vchipd at rest."""
+as the sender goes, and over streams; vchipd and the bridge by turns; control calls meanwhile; and a vchipd at
+rest."""
 import json
 import os
 import statistics
@@ -10,6 +11,7 @@ import time
 from others import OpenVswitch, OpenVswitchKernel, Vde
 from switches import PROGRAMS, RULES, SECONDS, Bridge, Streams, Urgent, Vchipd
 from tables import table
+from turns import by_turns
 
 CALLS, CONTROL_PAIRS = 1000, 3
 FRAMES_KEPT = 0.9   # under that many control calls a second
@@ -37,6 +39,7 @@ def compare():
                          f"{result['rate'] / reference:.2f}"])
         print(f"{size} bytes")
         table(rows)
+    by_turns()
     exceeded = [*control(), *idle()]
     for line in exceeded:
         print(line)

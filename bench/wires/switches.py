@@ -25,8 +25,8 @@ def ip(line):
     run("ip", *line.split())
 
 
-def load(*words):
-    return json.loads(run(PROGRAMS / "swctl_wire_load", *map(str, words)))
+def load(*words, within=()):
+    return json.loads(run(*within, PROGRAMS / "swctl_wire_load", *map(str, words)))
 
 
 class Busy:
@@ -56,6 +56,7 @@ class Veth:
     """A switch with hosts' ends of veth: as many as `ends` has."""
 
     one, two = "h1", "h2"
+    sender = ()  # words in front of the sending program
 
     def __init__(self, ends=(one, two)):
         self.ends = ends
@@ -91,7 +92,7 @@ class Veth:
     def measure(self, size, rate=0, seconds=SECONDS):
         self.learn()
         begin, busy = self.received(), Busy(self)
-        result = load("interface", self.one, seconds, size, rate)
+        result = load("interface", self.one, seconds, size, rate, within=self.sender)
         received = self.settled() - begin
         return {"offered": result["sent"] / result["seconds"],
                 "rate": received / result["seconds"],

@@ -37,6 +37,7 @@ class PacketSocket {
   bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
   void arrived();
   bool has_frames(uint32_t count) const;
+  uint32_t lend(vchip_frame_t *places) { return xdp_.is_open() ? xdp_.lend(places) : 0; }
   void send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
   // Frames that came while the ring was full, since this was asked last.
   uint64_t take_overflow();
@@ -44,6 +45,7 @@ class PacketSocket {
  private:
   void open_ring(const std::string &wire);
   tpacket2_hdr *slot(uint32_t number) const;
+  void prefetch() const;
   void take_slot(tpacket2_hdr &head, Arrivals &arrivals, WireCounts &counts);
   void take_copy(Arrivals &arrivals, WireCounts &counts);
   void take(const OffloadHeader &offload, uint8_t *frame, uint32_t length, Arrivals &arrivals,

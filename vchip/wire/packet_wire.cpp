@@ -28,6 +28,7 @@ class PacketWire : public Wire {
   bool shows_frames(uint32_t count) const override { return frames_.has_frames(count); }
   void announce(bool on) override;
   void arrived() override { frames_.arrived(); }
+  uint32_t lend(vchip_frame_t *places) override { return frames_.lend(places); }
   void send(const vchip_frame_t *frames, uint32_t count) override {
     if (!gone_) return frames_.send(frames, count, counts_);
     counts_.lost += count;

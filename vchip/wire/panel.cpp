@@ -97,6 +97,7 @@ class Panel::Plugged : public Socket {
 struct Panel::Outbox {
   std::vector<uint8_t> memory;
   std::array<vchip_frame_t, kFramesAtATime> frames = {};
+  std::array<vchip_frame_t, kFramesAtATime> lent = {};  // places of a wire
   std::vector<uint8_t> large_memory;
   vchip_frame_t large = {};
 
@@ -219,12 +220,6 @@ void Panel::serve() {
   if (came_ == 0) give_out();
 }
 
-// How many of the places of the outbox are filled; 0: none has left.
-uint32_t Panel::leave(int32_t port) {
-  const int32_t count = vchip_frames_leave(unit_, port, outbox_->frames.data(), kFramesAtATime);
-  return count > 0 ? static_cast<uint32_t>(count) : 0;
-}
-
 void Panel::give_out(int32_t port) {
   const auto &plugged = plugged_[static_cast<size_t>(port)];
   const auto send = [&](const vchip_frame_t *frames, uint32_t count) {
@@ -232,9 +227,12 @@ void Panel::give_out(int32_t port) {
     if (plugged) plugged->wire().send(frames, count);
   };
   for (;;) {
-    const uint32_t count = leave(port);
-    if (count != 0) send(outbox_->frames.data(), count);
-    if (count == kFramesAtATime) continue;
+    const uint32_t lent = plugged ? plugged->wire().lend(outbox_->lent.data()) : 0;
+    vchip_frame_t *places = lent != 0 ? outbox_->lent.data() : outbox_->frames.data();
+    const uint32_t room = lent != 0 ? lent : kFramesAtATime;
+    const int32_t count = vchip_frames_leave(unit_, port, places, room);
+    if (count > 0) send(places, static_cast<uint32_t>(count));
+    if (count == static_cast<int32_t>(room)) continue;
     if (vchip_frames_leave(unit_, port, &outbox_->large, 1) != 1) return;
     send(&outbox_->large, 1);
   }

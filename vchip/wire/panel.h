@@ -63,7 +63,6 @@ class Panel {
   void take_in(Plugged &plugged);
   void give_out();
   void give_out(int32_t port);
-  uint32_t leave(int32_t port);
   void show_links();
   uint64_t next_arrival() const;
   bool has_backlog() const;

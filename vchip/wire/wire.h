@@ -64,6 +64,9 @@ class Wire {
   virtual void arrived() {}
   // Gives them to the port.
   virtual int32_t deliver(uint32_t unit, int32_t port, Arrivals &arrivals);
+  // Places in its own memory for frames that it is to send next, kFramesAtATime at most; 0:
+  // any will do. They hold until the next call of it or of send().
+  virtual uint32_t lend(vchip_frame_t *) { return 0; }
   // Sends frames, or counts them as lost. In front of each are kHeadroom bytes
   // that the wire may write to.
   virtual void send(const vchip_frame_t *frames, uint32_t count) = 0;

@@ -140,7 +140,8 @@ uint32_t XdpSender::fill(const vchip_frame_t *frames, uint32_t count) {
   uint32_t filled = 0;
   for (; filled < count && free_count_ != 0 && frames[filled].length <= longest_; ++filled) {
     const uint32_t chunk = free_[--free_count_];
-    memcpy(memory_.at(chunk), frames[filled].bytes, frames[filled].length);
+    const vchip_frame_t &frame = frames[filled];
+    if (frame.bytes != memory_.at(chunk)) memcpy(memory_.at(chunk), frame.bytes, frame.length);
     entries[(begin + filled) % kChunks] = {chunk, frames[filled].length, 0};
   }
   store(outgoing_.producer, begin + filled);
@@ -168,8 +169,19 @@ void XdpSender::kick(WireCounts &counts) {
   socket_.reset();
 }
 
-uint32_t XdpSender::send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts) {
+// In the order in which fill() takes the chunks.
+uint32_t XdpSender::lend(vchip_frame_t *places) {
   take_back();
+  lent_ = true;
+  for (uint32_t place = 0; place < free_count_; ++place) {
+    places[place].bytes = memory_.at(free_[free_count_ - 1 - place]);
+    places[place].room = longest_;
+  }
+  return free_count_;
+}
+
+uint32_t XdpSender::send(const vchip_frame_t *frames, uint32_t count, WireCounts &counts) {
+  if (!std::exchange(lent_, false)) take_back();
   const uint32_t filled = fill(frames, count);
   if (filled != 0) kick(counts);
   return filled;

@@ -41,6 +41,8 @@ class XdpSender {
   bool is_open() const { return static_cast<bool>(socket_); }
   const std::string &refusal() const { return refusal_; }
 
+  // As that of Wire: what is in these places is sent without a copy of this process.
+  uint32_t lend(vchip_frame_t *places);
   // Sends frames from the first on, and counts them. How many: it stops before one that
   // is too long for it, and when the system still holds all memory that frames are sent
   // from. Those that follow may be sent at once in another way.
@@ -75,6 +77,7 @@ class XdpSender {
   uint32_t longest_ = 0;
   std::array<uint32_t, kChunks> free_ = {};
   uint32_t free_count_ = 0;
+  bool lent_ = false;  // the last of the free ones
   std::string refusal_;
 };
 
