@@ -6,7 +6,8 @@ from trials import highest, make_known, show, trial
 
 MOST_ADDRESSES = 32768
 SLOW = 10000  # frames a second at which addresses are learned where the rate does not matter
-SLOWEST, TRIES = 2500, 3
+SLOWEST = 1000
+PART, TRIES = 1024, 5  # addresses at a time, and how often at a rate
 LOADS = range(10, 101, 10)
 RESOLUTION = 0.02
 SEED = 2889
@@ -38,44 +39,53 @@ def forwarding(_, options):
     return found
 
 
-def flooded(switch, count, seed, rate):
-    """How many of so many addresses, learned at a rate from the first host, the switch
-    does not know: the second sends a frame to each, and the third monitors. None if
-    learning frames, or those to the addresses, were lost."""
+class Stations:
+    """Addresses that the first host has, as many as wanted, counting up or at random. They
+    are sent from, and sent to, a part at a time and slowly, and a part of which a frame was
+    lost again: what is lost before the switch says nothing of its table."""
+
+    def __init__(self, seed):
+        self.seed, self.rate = seed, SLOW
+
+    def each_part(self, total, **words):
+        for first in range(0, total, PART):
+            some = min(PART, total - first)
+            yield self.without_loss(first=first, frames=some, stations=some, seed=self.seed, **words)
+
+    def without_loss(self, **words):
+        while self.rate >= SLOWEST:
+            for _ in range(TRIES):
+                result = trial(rate=self.rate, **words)
+                if result["received"][words["count"].split(",")[0]] == result["sent"]:
+                    return result
+            self.rate /= 2
+        raise LostFrames
+
+    def learn(self, count):
+        for _ in self.each_part(count, kind="learn", count="h2"):
+            pass
+
+    def flooded(self, count):
+        """To how many of them frames are flooded: the second host sends, and the third
+        monitors."""
+        return sum(each["received"]["h3"]
+                   for each in self.each_part(count, kind="ask", back=1, count="h1,h3"))
+
+
+def flooded(switch, stations, count):
     switch.forget()
     make_known()
-    learning = trial(kind="learn", frames=count, stations=count, seed=seed, rate=rate)
-    if learning["lost"] != 0:
-        return None
-    asking = trial(kind="ask", back=1, frames=count, stations=count, seed=seed,
-                   rate=min(rate, SLOW), count="h1,h3")
-    return asking["received"]["h3"] if asking["received"]["h1"] == count else None
-
-
-class Pace:
-    """A rate at which nothing is lost: halved until that is so, and then kept."""
-
-    def __init__(self):
-        self.rate, self.tries = SLOW, TRIES
-
-    def flooded(self, switch, count, seed):
-        while self.rate >= SLOWEST:
-            found = flooded(switch, count, seed, self.rate)
-            if found is not None:
-                return found
-            self.tries -= 1
-            if self.tries == 0:
-                self.rate, self.tries = self.rate / 2, TRIES
-        raise LostFrames
+    stations.learn(count)
+    return stations.flooded(count)
 
 
 def capacity_of(switch, seed):
-    pace = Pace()
+    stations = Stations(seed)
 
     def passes(count):
-        return count if pace.flooded(switch, count, seed) == 0 else None
+        return count if flooded(switch, stations, count) == 0 else None
     capacity = highest(passes, MOST_ADDRESSES, 16)[0]
-    return capacity, MOST_ADDRESSES - pace.flooded(switch, MOST_ADDRESSES, seed)
+    return capacity, MOST_ADDRESSES - flooded(switch, stations, MOST_ADDRESSES)
 
 
 def caching(switch, _):
@@ -98,10 +108,19 @@ def caching(switch, _):
 def learning_rate(switch, _):
     show("RFC 2889, 5.8", "Address learning rate",
          "the highest rate of frames with new addresses after which none is flooded")
-    offered = trial(kind="learn", frames=SOME_ADDRESSES, stations=SOME_ADDRESSES)["offered"]
+    def learn(rate):
+        return trial(kind="learn", frames=SOME_ADDRESSES, stations=SOME_ADDRESSES, rate=rate)
+    offered = learn(None)["offered"]
 
     def passes(rate):
-        return rate if flooded(switch, SOME_ADDRESSES, 0, rate) == 0 else None
+        switch.forget()
+        make_known()
+        result = learn(rate)
+        try:
+            unknown = result["lost"] or Stations(0).flooded(SOME_ADDRESSES)
+        except LostFrames:
+            return None
+        return result["offered"] if unknown == 0 else None
     rate = highest(passes, offered, RESOLUTION * offered)[1]
     table([["addresses", "maximum offered", "learning rate"],
            [f"{SOME_ADDRESSES:,}", f"{offered:,.0f}", f"{rate:,.0f}" if rate else "0"]])

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // trial from=NAME [kind=learn|ask|broadcast] [back=1] [bytes=N] [frames=N] [seconds=S]
-//       [rate=R] [stations=N] [seed=N] [count=NAME,...] [stamps=NAME,...]
+//       [rate=R] [stations=N] [first=N] [seed=N] [count=NAME,...] [stamps=NAME,...]
 //
 // One trial of RFC 2544 or RFC 2889: frames from an interface, `frames` of them or for
 // `seconds`, at `rate` frames a second or, at 0, as fast as they go. Prints as JSON how
@@ -13,7 +13,8 @@
 //   learn      from as many addresses as `stations`, in turn
 //   ask        to as many addresses as `stations`, in turn
 //   broadcast  to all
-// The stations' addresses count up, or are drawn at random from a seed that is not 0.
+// The stations' addresses count up from number `first`, or are drawn at random from a seed that is
+// not 0.
 #include <algorithm>
 #include <arpa/inet.h>
 #include <array>
@@ -131,13 +132,14 @@ class Route {
   explicit Route(const Words &words)
       : kind_(word(words, "kind")),
         stations_(static_cast<uint64_t>(number(words, "stations", 1))),
+        first_(static_cast<uint64_t>(number(words, "first", 0))),
         seed_(static_cast<uint64_t>(number(words, "seed", 0))),
         is_back_(number(words, "back", 0) != 0) {}
 
   void write(uint8_t *frame, uint64_t index) const {
     Address to = host(is_back_ ? 1 : 2), from = host(is_back_ ? 2 : 1);
-    if (kind_ == "learn") from = station(index % stations_, seed_);
-    if (kind_ == "ask") to = station(index % stations_, seed_);
+    if (kind_ == "learn") from = station(first_ + index % stations_, seed_);
+    if (kind_ == "ask") to = station(first_ + index % stations_, seed_);
     if (kind_ == "broadcast") to.fill(0xff);
     memcpy(frame, to.data(), to.size());
     memcpy(frame + to.size(), from.data(), from.size());
@@ -146,6 +148,7 @@ class Route {
  private:
   std::string kind_;
   uint64_t stations_;
+  uint64_t first_;
   uint64_t seed_;
   bool is_back_;
 };
