@@ -9,7 +9,7 @@ set title "{title}"
 set xlabel "{x}"
 set ylabel "{y}"
 set grid
-set key outside right top
+set key below
 set format y "%.0f"
 {more}
 """
