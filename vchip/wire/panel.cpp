@@ -27,9 +27,9 @@ constexpr uint32_t kTurnsOfRings = 16;
 // From so many frames in such a time on frames are gathered, for so long.
 constexpr uint64_t kManyFrames = 40;
 constexpr uint64_t kWindow = 1'000'000;
-constexpr uint64_t kRest = 25'000;
+constexpr uint64_t kRest = 40'000;
 // So many need no rest.
-constexpr uint32_t kGathered = 32;
+constexpr uint32_t kGathered = 64;
 
 void rest(uint64_t nanoseconds) {
   const timespec time = {0, static_cast<long>(nanoseconds)};
