@@ -9,7 +9,7 @@ set title "{title}"
 set xlabel "{x}"
 set ylabel "{y}"
 set grid
-set key below
+set key outside top center horizontal
 set format y "%.0f"
 {more}
 """

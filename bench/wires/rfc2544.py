@@ -128,7 +128,7 @@ def measure(_, options):
     maximum = {size: maximum_rate(size) for size in options.sizes}
     if wanted & {"throughput", "latency"}:
         rates = found["throughput"] = throughput(maximum, options)
-        found["line"] = {size: line_rate(size) for size in rates}
+        found["line"] = {size: line_rate(size) for size in range(64, 1519)}
     if "latency" in wanted:
         found["latency"] = latency(rates, options)
     if "loss" in wanted:
