@@ -11,7 +11,7 @@
 namespace vchipd {
 namespace {
 
-// A slot holds a frame of the usual size with two tags, behind what the kernel writes
+// A slot holds a frame of the usual size with two tags, after what the kernel writes
 // about it; a larger frame is handed out beside the ring. With the memory of XdpSender a
 // port takes a megabyte in all.
 constexpr uint32_t kSlotBytes = 26 * 64;
