@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "packet_socket.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <linux/if_ether.h>
 #include <sys/mman.h>
@@ -23,7 +24,7 @@ constexpr size_t kRingBytes = size_t{kBlockBytes} * kBlocks;
 constexpr int kBesideRing = 112 * 1024;  // the kernel doubles it
 // So far, and so much of each frame, is fetched before its turn.
 constexpr uint32_t kAhead = 6;
-constexpr uint32_t kLinesAhead = 2;
+constexpr uint32_t kLinesAhead = 8;
 // The longest packet that a sender leaves to its interface, with its link header.
 constexpr size_t kPacketRoom = 65536 + 64;
 // What is taken from beside the ring at a time.
@@ -145,7 +146,8 @@ void PacketSocket::prefetch() const {
   const tpacket2_hdr *head = slot((next_ + kAhead) % kSlots);
   if ((load_status(*head) & TP_STATUS_USER) == 0) return;
   const auto *bytes = reinterpret_cast<const uint8_t *>(head);
-  for (uint32_t line = 1; line <= kLinesAhead; ++line) __builtin_prefetch(bytes + line * 64);
+  const uint32_t lines = std::min(kLinesAhead, (head->tp_mac + head->tp_snaplen) / 64);
+  for (uint32_t line = 1; line <= lines; ++line) __builtin_prefetch(bytes + line * 64);
 }
 
 bool PacketSocket::receive(Arrivals &arrivals, uint32_t most, WireCounts &counts) {
