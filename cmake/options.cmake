@@ -26,7 +26,7 @@ if(SWCTL_SANITIZE)
   target_link_libraries(swctl_options INTERFACE $<$<LINK_LANG_AND_ID:C,Clang>:stdc++>)
 endif()
 
-# All but the library.
+# The virtual chip and the probe.
 add_library(swctl_tool_options INTERFACE)
 target_compile_options(swctl_tool_options INTERFACE ${SWCTL_TOOL_OPTIONS})
 target_link_libraries(swctl_tool_options INTERFACE swctl_options)
@@ -34,7 +34,7 @@ target_link_libraries(swctl_tool_options INTERFACE swctl_options)
 # Programs that wait for people, files and the chip.
 add_library(swctl_program_options INTERFACE)
 target_compile_options(swctl_program_options INTERFACE ${SWCTL_PROGRAM_OPTIONS})
-target_link_libraries(swctl_program_options INTERFACE swctl_tool_options)
+target_link_libraries(swctl_program_options INTERFACE swctl_options)
 
 # Compiles so many files of a target at a time, 0 for all, which takes a third of
 # the processor time: what they include is read once. A name of a file's own must be

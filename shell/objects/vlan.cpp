@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <swctl/port_frame.h>
 #include <swctl/vlan.h>
 
 #include <algorithm>

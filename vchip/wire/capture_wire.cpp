@@ -5,12 +5,11 @@
 #include <cstring>
 #include <pcap.h>
 
+#include "clock.h"
 #include "fault.h"
 
 namespace vchipd {
 namespace {
-
-constexpr uint64_t kNanosecondsPerSecond = 1'000'000'000;
 
 struct Closing {
   void operator()(pcap_t *capture) const { pcap_close(capture); }

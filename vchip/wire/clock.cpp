@@ -10,7 +10,8 @@ namespace vchipd {
 uint64_t monotonic_now() {
   timespec now = {};
   clock_gettime(CLOCK_MONOTONIC, &now);
-  return static_cast<uint64_t>(now.tv_sec) * 1'000'000'000 + static_cast<uint64_t>(now.tv_nsec);
+  return static_cast<uint64_t>(now.tv_sec) * kNanosecondsPerSecond +
+         static_cast<uint64_t>(now.tv_nsec);
 }
 
 Clock::Clock(bool is_virtual)

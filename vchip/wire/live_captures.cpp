@@ -7,6 +7,7 @@
 #include <sys/epoll.h>
 #include <time.h>
 
+#include "clock.h"
 #include "loop.h"
 #include "panel.h"
 #include "wire_words.h"
@@ -20,7 +21,8 @@ constexpr uint32_t kWritable = EPOLLOUT;
 uint64_t wall_clock() {
   timespec now = {};
   clock_gettime(CLOCK_REALTIME, &now);
-  return static_cast<uint64_t>(now.tv_sec) * 1'000'000'000 + static_cast<uint64_t>(now.tv_nsec);
+  return static_cast<uint64_t>(now.tv_sec) * kNanosecondsPerSecond +
+         static_cast<uint64_t>(now.tv_nsec);
 }
 
 std::string dropped(const vchip::LostFrame &lost) {

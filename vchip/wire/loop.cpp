@@ -4,12 +4,12 @@
 #include <sys/epoll.h>
 #include <time.h>
 
+#include "clock.h"
 #include "fault.h"
 
 namespace vchipd {
 namespace {
 
-constexpr uint64_t kNanosecondsPerSecond = 1'000'000'000;
 constexpr uint64_t kLongest = 3600 * kNanosecondsPerSecond;
 constexpr int kEventsAtATime = 64;
 

@@ -6,11 +6,11 @@
 #include <linux/if_ether.h>
 #include <netinet/in.h>
 
+#include "ethernet.h"
+
 namespace vchipd {
 namespace {
 
-constexpr uint32_t kMacs = 12;
-constexpr uint32_t kTagBytes = 4;
 constexpr uint32_t kIp4Bytes = 20;
 constexpr uint32_t kIp6Bytes = 40;
 constexpr uint32_t kUdpBytes = 8;

@@ -7,6 +7,7 @@
 #include <sys/mman.h>
 #include <sys/socket.h>
 
+#include "ethernet.h"
 #include "fault.h"
 
 namespace vchipd {
@@ -29,8 +30,6 @@ constexpr uint32_t kLinesAhead = 8;
 constexpr size_t kPacketRoom = 65536 + 64;
 // What is taken from beside the ring at a time.
 constexpr size_t kKeptAtATime = 128 * 1024;
-constexpr uint32_t kMacs = 12;
-constexpr uint32_t kTagBytes = 4;
 
 void set_option(const std::string &wire, int descriptor, int option, const void *value,
                 socklen_t size) {

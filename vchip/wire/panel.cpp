@@ -21,7 +21,7 @@ constexpr uint64_t kIdleLook = 1'000'000'000;
 constexpr uint64_t kWaitingLook = 10'000'000;
 // Links are looked at no more often than this.
 constexpr uint64_t kLinkLook = 10'000'000;
-constexpr size_t kSlotBytes = 2048;
+constexpr size_t kSlotRoom = 2048;
 // So often wires that show their frames are served before the system is asked.
 constexpr uint32_t kTurnsOfRings = 16;
 // From so many frames in such a time on frames are gathered, for so long.
@@ -102,11 +102,11 @@ struct Panel::Outbox {
   vchip_frame_t large = {};
 
   Outbox()
-      : memory(kFramesAtATime * (kHeadroom + kSlotBytes)),
+      : memory(kFramesAtATime * (kHeadroom + kSlotRoom)),
         large_memory(kHeadroom + VCHIP_FRAME_MAX) {
     for (size_t place = 0; place < frames.size(); ++place) {
-      frames[place].bytes = memory.data() + place * (kHeadroom + kSlotBytes) + kHeadroom;
-      frames[place].room = kSlotBytes;
+      frames[place].bytes = memory.data() + place * (kHeadroom + kSlotRoom) + kHeadroom;
+      frames[place].room = kSlotRoom;
     }
     large.bytes = large_memory.data() + kHeadroom;
     large.room = VCHIP_FRAME_MAX;

@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 #include <utility>
 
+#include "ethernet.h"
 #include "fault.h"
 
 namespace vchipd {
@@ -14,7 +15,6 @@ namespace {
 
 // A frame of the usual size; the system knows none smaller.
 constexpr uint32_t kChunkBytes = 2048;
-constexpr uint32_t kTagBytes = 4;
 // XDP_MAX_TX_SKB_BUDGET, which older headers lack; an older system takes 32 frames a call.
 constexpr int kBudgetOption = 9;
 // The system counts more for a frame than its bytes.
