@@ -5,6 +5,7 @@
 #include <swctl/platform/l2_read.h>
 #include <swctl/platform/sdk.h>
 
+#include <optional>
 #include <string>
 
 #include "chip/address_table.h"
@@ -39,7 +40,11 @@ class Walk {
       int32_t index = last_;
       const int32_t result = step_(&index, &entry);
       if (result != 0 || index <= last_) {
-        if (!is_end()) refuse({name_, result}, subject_of("the table of " + std::string(what_)));
+        if (!is_end()) {
+          doubt(result);
+          continue;
+        }
+        if (doubted_ && *doubted_ != result) refuse_table(*doubted_);
         return found;
       }
       before_last_ = last_;
@@ -50,6 +55,19 @@ class Walk {
   }
 
  private:
+  [[noreturn]] void refuse_table(int32_t result) const {
+    refuse({name_, result}, subject_of("the table of " + what_));
+  }
+
+  // An entry that another process adds after the step has found none is there when the
+  // platform is asked. The step finds it the next time, and what it said before is what
+  // it says at the end, too; anything else was a refusal.
+  void doubt(int32_t result) {
+    if (doubted_ && (doubted_at_ == last_ || *doubted_ != result)) refuse_table(result);
+    doubted_ = result;
+    doubted_at_ = last_;
+  }
+
   // Where the platform cannot tell, the chip has to say the same again, and has
   // to find the last entry once more.
   bool is_end() const {
@@ -68,6 +86,8 @@ class Walk {
   std::string what_;
   int32_t last_ = kBeforeFirst;
   int32_t before_last_ = kBeforeFirst;
+  std::optional<int32_t> doubted_;
+  int32_t doubted_at_ = kBeforeFirst;
 };
 
 template <typename Record, typename Step>

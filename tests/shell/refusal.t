@@ -90,6 +90,22 @@ not written over:
   $ SWPROBE_FAIL="rtk_l2_nextValidAddr_get result -1031" swctl mac show
   swctl: mac show: rtk_l2_nextValidAddr_get refused the table of addresses: the layer-2 table has no such entry (result -1031)
   [2]
+
+Once it may be the end of the table, to which another process has added an entry since;
+the chip then says the same at the end. Another refusal is one:
+
+  $ VCHIP_LOG=none swctl mac add 02:00:00:00:00:02 vlan 10 port 4
+  $ for nth in 1 2; do
+  >   SWPROBE_FAIL="rtk_l2_nextValidAddr_get nth $nth result -1031" swctl mac show | tail -n +2
+  > done
+  10    02:00:00:00:00:02  4     0      static  no
+  10    02:00:00:00:00:01  3     0      static  no
+  10    02:00:00:00:00:02  4     0      static  no
+  10    02:00:00:00:00:01  3     0      static  no
+  $ SWPROBE_FAIL="rtk_l2_nextValidAddr_get nth 2 result -5" swctl mac show
+  swctl: mac show: rtk_l2_nextValidAddr_get refused the table of addresses: result -5
+  [2]
+  $ swctl mac del 02:00:00:00:00:02 vlan 10
   $ swctl vlan show 10
   vlan  tagged  untagged
   10    1-4     -
