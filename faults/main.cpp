@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <swctl-probe/probe.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
@@ -35,20 +34,19 @@ struct CommandLine {
   std::string junit;
 };
 
-void add_words(CLI::App &app, CommandLine &line) {
-  app.add_option("PROGRAM", line.settings.words, "The program and its words, after --")->required();
+void add_words(os::Command &app, CommandLine &line) {
+  app.add_option("PROGRAM", line.settings.words, "The program and its words, after --").required();
   app.add_flag("-j,--json", line.json, "Print one JSON object");
   app.add_option("--junit", line.junit, "Write JUnit XML to this file too");
   app.add_option("-t,--timeout", line.settings.seconds, "Seconds that a run may take; 10")
-      ->check(CLI::Range(0.01, 86400.0));
+      .within(0.01, 86400.0);
   app.add_option("-p,--processes", line.settings.processes, "Runs at a time; one for each core")
-      ->check(CLI::Range(1, 1024));
+      .within(1, 1024);
   app.add_option("-r,--result", line.settings.result, "What a call that fails answers; -1")
-      ->check(CLI::Range(INT32_MIN, -1));
+      .within(INT32_MIN, -1);
   app.add_option("--only", line.settings.only, "Fail calls with such a name only, as rtk_vlan_*")
-      ->take_all()
-      ->expected(1);
-  app.set_version_flag("-V,--version", "swctl-faults " SWCTL_VERSION, "Print the version and end");
+      .one_each();
+  app.add_version("swctl-faults " SWCTL_VERSION);
   app.footer(kFooter);
 }
 
@@ -98,7 +96,7 @@ int run(CommandLine &line) {
 }  // namespace
 
 int main(int argc, char **argv) {
-  CLI::App app{kPurpose, "swctl-faults"};
+  os::Command app{kPurpose, "swctl-faults"};
   CommandLine line;
   add_words(app, line);
   return os::run_program_main(app, argc, argv, [&] { return run(line); });

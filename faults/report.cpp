@@ -3,13 +3,14 @@
 
 #include <algorithm>
 #include <array>
-#include <fmt/format.h>
-#include <nlohmann/json.hpp>
+
+#include "os/format.h"
+#include "os/json.h"
 
 namespace swfaults {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr std::array kVerdicts = {Verdict::told, Verdict::silent, Verdict::crashed, Verdict::hung,
                                   Verdict::not_reached};
@@ -66,9 +67,9 @@ std::string xml(const std::string &text) {
 }
 
 std::string test_case(const Run &run) {
-  std::string text = fmt::format(
-      "    <testcase classname=\"swctl-faults\" name=\"call {} {}: {}\" time=\"{:.3f}\"",
-      run.fault.call, fault_word(run.fault), xml(run.fault.line), run.end.seconds);
+  std::string text =
+      os::format("    <testcase classname=\"swctl-faults\" name=\"call {} {}: {}\" time=\"{:.3f}\"",
+                 run.fault.call, fault_word(run.fault), xml(run.fault.line), run.end.seconds);
   const bool is_error = run.verdict == Verdict::crashed || run.verdict == Verdict::hung;
   if (run.verdict == Verdict::told) return text + "/>\n";
   text += ">\n";
@@ -76,8 +77,8 @@ std::string test_case(const Run &run) {
     text += "      <skipped message=\"the program did not make the call\"/>\n";
   } else {
     text +=
-        fmt::format("      <{0} message=\"{1}: {2}\">{3}</{0}>\n", is_error ? "error" : "failure",
-                    word_of(run.verdict), answer_of(run.end), xml(run.end.error));
+        os::format("      <{0} message=\"{1}: {2}\">{3}</{0}>\n", is_error ? "error" : "failure",
+                   word_of(run.verdict), answer_of(run.end), xml(run.end.error));
   }
   return text + "    </testcase>\n";
 }
@@ -87,12 +88,12 @@ std::string test_case(const Run &run) {
 std::string table(const Outcome &outcome) {
   size_t width = std::string("what was called").size();
   for (const Run &run : outcome.runs) width = std::max(width, run.fault.line.size());
-  std::string text = fmt::format("{:>4}  {:<13}  {:<11}  {:<10}  {:<{}}  {}\n", "call", "fails",
-                                 "verdict", "answer", "what was called", width, "what it said");
+  std::string text = os::format("{:>4}  {:<13}  {:<11}  {:<10}  {:<{}}  {}\n", "call", "fails",
+                                "verdict", "answer", "what was called", width, "what it said");
   for (const Run &run : outcome.runs) {
-    std::string line = fmt::format("{:>4}  {:<13}  {:<11}  {:<10}  {:<{}}  {}", run.fault.call,
-                                   fault_word(run.fault), word_of(run.verdict), answer_of(run.end),
-                                   run.fault.line, width, said(run.end));
+    std::string line = os::format("{:>4}  {:<13}  {:<11}  {:<10}  {:<{}}  {}", run.fault.call,
+                                  fault_word(run.fault), word_of(run.verdict), answer_of(run.end),
+                                  run.fault.line, width, said(run.end));
     line.erase(line.find_last_not_of(' ') + 1);
     text += line + '\n';
   }
@@ -101,13 +102,13 @@ std::string table(const Outcome &outcome) {
 
 std::string summary(const Outcome &outcome) {
   std::string text =
-      fmt::format("{} call{}, {} run{}:", outcome.calls, outcome.calls == 1 ? "" : "s",
-                  outcome.runs.size(), outcome.runs.size() == 1 ? "" : "s");
+      os::format("{} call{}, {} run{}:", outcome.calls, outcome.calls == 1 ? "" : "s",
+                 outcome.runs.size(), outcome.runs.size() == 1 ? "" : "s");
   const char *between = " ";
   for (const Verdict verdict : kVerdicts) {
     const size_t count = count_of(outcome, verdict);
     if (count == 0 && verdict == Verdict::not_reached) continue;
-    text += fmt::format("{}{} {}", between, count, word_of(verdict));
+    text += os::format("{}{} {}", between, count, word_of(verdict));
     between = ", ";
   }
   return text;
@@ -134,16 +135,16 @@ std::string json(const Settings &settings, const Outcome &outcome) {
                            {"output", run.end.output},
                            {"error", run.end.error}});
   }
-  return all.dump(-1, ' ', false, Json::error_handler_t::replace);
+  return os::json_text(all);
 }
 
 std::string junit(const Settings &settings, const Outcome &outcome) {
   const std::string counts =
-      fmt::format("tests=\"{}\" failures=\"{}\" errors=\"{}\" skipped=\"{}\"", outcome.runs.size(),
-                  count_of(outcome, Verdict::silent),
-                  count_of(outcome, Verdict::crashed) + count_of(outcome, Verdict::hung),
-                  count_of(outcome, Verdict::not_reached));
-  std::string text = fmt::format(
+      os::format("tests=\"{}\" failures=\"{}\" errors=\"{}\" skipped=\"{}\"", outcome.runs.size(),
+                 count_of(outcome, Verdict::silent),
+                 count_of(outcome, Verdict::crashed) + count_of(outcome, Verdict::hung),
+                 count_of(outcome, Verdict::not_reached));
+  std::string text = os::format(
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites {0}>\n"
       "  <testsuite name=\"{1}\" {0}>\n",
       counts, xml(joined(settings.words)));

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
@@ -30,13 +29,13 @@ struct CommandLine {
   bool keep_going = false;
 };
 
-void add_words(CLI::App &app, CommandLine &line) {
+void add_words(os::Command &app, CommandLine &line) {
   app.add_option("FILE", line.files,
                  "A recording; several are replayed in turn; - is standard input")
-      ->required();
+      .required();
   app.add_flag("-j,--json", line.json, "Print one JSON object");
   app.add_flag("-k,--keep-going", line.keep_going, "Go on after an answer that differs");
-  app.set_version_flag("-V,--version", "swctl-replay " SWCTL_VERSION, "Print the version and end");
+  app.add_version("swctl-replay " SWCTL_VERSION);
   app.footer(kFooter);
 }
 
@@ -70,7 +69,7 @@ int run(const CommandLine &line) {
 }  // namespace
 
 int main(int argc, char **argv) {
-  CLI::App app{kPurpose, "swctl-replay"};
+  os::Command app{kPurpose, "swctl-replay"};
   CommandLine line;
   add_words(app, line);
   return os::run_program_main(app, argc, argv, [&] { return run(line); });

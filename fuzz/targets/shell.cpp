@@ -2,11 +2,11 @@
 // A batch file, or one command line with its options.
 #include <fcntl.h>
 #include <getopt.h>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include "library/calls.h"
 #include "objects/registry.h"
+#include "os/json.h"
 #include "run/batch.h"
 #include "run/command.h"
 #include "run/options.h"
@@ -69,7 +69,7 @@ swsh::Status run_line(Input &input, swsh::DataOutput &output) {
 // What a program reads as JSON is JSON, whatever was asked.
 void expect_json(const swfuzz::MemoryFile &file) {
   const std::string text = file.content();
-  if (!nlohmann::json::accept(text)) swfuzz::wrong("no JSON: " + text);
+  if (os::try_parse_json(text).is_discarded()) swfuzz::wrong("no JSON: " + text);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // One line of a recording, from JSON.
 #include <cstdint>
-#include <nlohmann/json.hpp>
 
 #include "number.h"
+#include "os/json.h"
 #include "place.h"
 #include "recording.h"
 #include "wrong.h"
@@ -11,7 +11,7 @@
 namespace swprobe {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 const Json &member(const Json &line, const char *name) {
   const auto found = line.find(name);
@@ -139,7 +139,7 @@ Call call_in(const Json &line) {
 
 Json parsed(const std::string &line) {
   try {
-    Json json = Json::parse(line);
+    Json json = os::parse_json(line);
     if (!json.is_object()) wrong("not a JSON object");
     return json;
   } catch (const Json::parse_error &error) {
@@ -159,10 +159,11 @@ bool from_other_order(const std::string &header) {
   if (member(line, "format") != kRecordingFormat) wrong("not a recording of calls");
   const Json &version = member(line, "version");
   if (version != kRecordingVersion && version != kLibraryVersion) {
-    wrong("version " + version.dump() + " of the format is not known");
+    wrong("version " + os::json_text(version) + " of the format is not known");
   }
   const Json order = line.value("byte_order", Json(kThisByteOrder));
-  if (order != kLittle && order != kBig) wrong("byte order " + order.dump() + " is not known");
+  if (order != kLittle && order != kBig)
+    wrong("byte order " + os::json_text(order) + " is not known");
   return order != kThisByteOrder;
 }
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The only file that sees the JSON library.
-#include <nlohmann/json.hpp>
+#include "os/json.h"
 
 #include "output/writer.h"
 
 namespace swsh {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr int kOneLine = -1;
 constexpr int kIndent = 2;
@@ -44,8 +44,7 @@ Json to_json(const Value &value) {
 std::string json_text(const Value &value, Format format) {
   // A word from the command line may hold any bytes; what is not UTF-8 becomes
   // the replacement character rather than an error about an error.
-  return to_json(value).dump(format == Format::pretty ? kIndent : kOneLine, ' ', false,
-                             Json::error_handler_t::replace);
+  return os::json_text(to_json(value), format == Format::pretty ? kIndent : kOneLine);
 }
 
 }  // namespace swsh

@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "os/json.h"
 #include "report.h"
 
 namespace {
@@ -165,7 +165,7 @@ TEST(ReportTest, JUnitHoldsOnlyWhatXmlCan) {
 }
 
 TEST(ReportTest, JsonIsOneObject) {
-  const auto json = nlohmann::json::parse(swfaults::json({}, two_runs()));
+  const auto json = os::parse_json(swfaults::json({}, two_runs()));
   ASSERT_EQ(json["runs"].size(), 2u);
   EXPECT_EQ(json["runs"][0]["status"], 3);
   EXPECT_EQ(json["runs"][0]["signal"], nullptr);

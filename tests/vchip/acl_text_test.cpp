@@ -6,13 +6,13 @@
 #include <cstring>
 #include <gmock/gmock.h>
 #include <map>
-#include <nlohmann/json.hpp>
 
+#include "os/json.h"
 #include "private_chip.h"
 
 namespace {
 
-using nlohmann::json;
+using json = os::Json;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Bytes = std::vector<uint8_t>;
@@ -133,7 +133,7 @@ TEST_F(AclText, TheDumpTellsTheRule) {
   action.word[14] = 3;
   ASSERT_EQ(rtk_acl_ruleAction_set(1, 0, 7, &action), 0);
   ASSERT_EQ(rtk_acl_ruleValidate_set(1, 0, 7, 1), 0);
-  const json block = json::parse(vchip::dump_json(-1, {1, "acl"}))["units"][1]["acl"];
+  const json block = os::parse_json(vchip::dump_json(-1, {1, "acl"}))["units"][1]["acl"];
   ASSERT_EQ(block["rules"].size(), 1u);
   const json rule = block["rules"][0];
   EXPECT_EQ(rule["rule"], 7);
@@ -143,8 +143,8 @@ TEST_F(AclText, TheDumpTellsTheRule) {
   EXPECT_EQ(rule["match"][1]["field"], 12);
   EXPECT_EQ(rule["match"][1]["text"], "outer vlan 10 mask 0xfff");
   EXPECT_EQ(rule["match"][1]["data"].size(), 2u);
-  EXPECT_EQ(rule["actions"], json::parse(R"(["meter 3", "drop"])"));
-  EXPECT_EQ(rule["action_words"], json::parse(R"([{"word": 13, "value": 1},
+  EXPECT_EQ(rule["actions"], os::parse_json(R"(["meter 3", "drop"])"));
+  EXPECT_EQ(rule["action_words"], os::parse_json(R"([{"word": 13, "value": 1},
     {"word": 14, "value": 3}, {"word": 25, "value": 1}])"));
 }
 
@@ -154,11 +154,11 @@ TEST_F(AclText, TheDumpTellsTheForm) {
   ASSERT_EQ(rtk_acl_templateSelector_set(0, 8, 4, 3, 0), 0);
   ASSERT_EQ(rtk_acl_lookupMissAct_set(0, 3, 1), 0);
   ASSERT_EQ(rtk_acl_ruleValidate_set(0, 0, 9, 1), 0);
-  const json block = json::parse(vchip::dump_json(-1, {0, "acl"}))["units"][0]["acl"];
+  const json block = os::parse_json(vchip::dump_json(-1, {0, "acl"}))["units"][0]["acl"];
   EXPECT_EQ(block["templates"][5]["field_types"],
-            json::parse("[1, 2, 11, 0, 0, 0, 0, 0, 0, 0, 0, 0]"));
-  EXPECT_EQ(block["selectors"][8], json::parse(R"({"selector": 8, "templates": [4, 3, 0]})"));
-  EXPECT_EQ(block["drops_what_no_rule_matches"], json::parse("[3]"));
+            os::parse_json("[1, 2, 11, 0, 0, 0, 0, 0, 0, 0, 0, 0]"));
+  EXPECT_EQ(block["selectors"][8], os::parse_json(R"({"selector": 8, "templates": [4, 3, 0]})"));
+  EXPECT_EQ(block["drops_what_no_rule_matches"], os::parse_json("[3]"));
   EXPECT_EQ(block["rules"][0]["text"], "match all");
 }
 

@@ -4,41 +4,40 @@
 #include <swctl/platform/log.h>
 #include <swctl/platform/sdk.h>
 
-#include <nlohmann/json.hpp>
-
+#include "os/json.h"
 #include "private_chip.h"
 
 namespace {
 
 using DumpTest = vchip_test::PrivateChip;
-using nlohmann::json;
+using json = os::Json;
 
 json dumped() {
-  return json::parse(vchip::dump_json(-1));
+  return os::parse_json(vchip::dump_json(-1));
 }
 
 TEST_F(DumpTest, TheWholeDocument) {
   const json document = dumped();
   EXPECT_TRUE(document["image"].is_null());
   EXPECT_EQ(document["interrupted_writes"], 0);
-  EXPECT_EQ(document["platform"], json::parse(R"({"log_lines":0,"trace_on":false,"trace":[]})"));
+  EXPECT_EQ(document["platform"], os::parse_json(R"({"log_lines":0,"trace_on":false,"trace":[]})"));
   ASSERT_EQ(document["units"].size(), 2u);
   for (size_t unit = 0; unit < 2; ++unit) {
     EXPECT_EQ(document["units"][unit]["unit"], unit);
     EXPECT_EQ(document["units"][unit]["port"].size(), 29u);
     EXPECT_EQ(document["units"][unit]["switch_wide"],
-              json::parse(R"({"tag_counts_in_length":true,"max_length":[1518,1518],
+              os::parse_json(R"({"tag_counts_in_length":true,"max_length":[1518,1518],
                   "cpu_format":[0,0,0,0,0,0,0,0]})"));
     json rate = document["units"][unit]["rate"];
     EXPECT_EQ(rate["ports"].size(), 29u);
     rate.erase("ports");
-    EXPECT_EQ(rate, json::parse(
+    EXPECT_EQ(rate, os::parse_json(
                         R"({"storm_mode":1,"storm_counts":"packets","storm_burst":[0,0,0,0,0]})"));
   }
 }
 
 TEST_F(DumpTest, APortAfterPowerOn) {
-  EXPECT_EQ(dumped()["units"][1]["port"][26], json::parse(R"({
+  EXPECT_EQ(dumped()["units"][1]["port"][26], os::parse_json(R"({
     "port": 26, "interface": 26, "admin": true, "link": {"up": false}, "loopback": false,
     "autonegotiation": true,
     "advertised": {"word": 4127195136,
@@ -62,7 +61,7 @@ TEST_F(DumpTest, APortWithEverythingChanged) {
   ASSERT_EQ(rtk_eee_portEnable_set(0, 24, 1), 0);
   ASSERT_EQ(vchip_cable_plug(0, 24, &partner), 0);
   ASSERT_EQ(vchip_medium_set(0, 24, 1), 0);
-  EXPECT_EQ(dumped()["units"][0]["port"][24], json::parse(R"({
+  EXPECT_EQ(dumped()["units"][0]["port"][24], os::parse_json(R"({
     "port": 24, "interface": 25, "admin": false, "link": {"up": true, "speed": 2, "duplex": 1},
     "loopback": true, "autonegotiation": false,
     "advertised": {"word": 4278190080,
@@ -80,7 +79,7 @@ TEST_F(DumpTest, PortsWithoutInterfaceAndTheCpuPort) {
   const json ports = dumped()["units"][0]["port"];
   EXPECT_TRUE(ports[25]["interface"].is_null());
   EXPECT_TRUE(ports[27]["interface"].is_null());
-  EXPECT_EQ(ports[28], json::parse(R"({"port": 28, "interface": 0, "admin": true,
+  EXPECT_EQ(ports[28], os::parse_json(R"({"port": 28, "interface": 0, "admin": true,
     "link": {"up": true, "speed": 2, "duplex": 1}, "loopback": false})"));
 }
 
@@ -93,10 +92,10 @@ TEST_F(DumpTest, RatesAndTrace) {
   document["units"][1]["rate"].erase("ports");
   EXPECT_EQ(
       document["units"][1]["rate"],
-      json::parse(R"({"storm_mode":0,"storm_counts":"bytes","storm_burst":[0,0,0,65535,0]})"));
+      os::parse_json(R"({"storm_mode":0,"storm_counts":"bytes","storm_burst":[0,0,0,65535,0]})"));
   EXPECT_EQ(document["platform"]["trace_on"], true);
   EXPECT_EQ(document["platform"]["trace"],
-            json::parse(R"([{"location":"here():1","message":"what \"it\" was\n"}])"));
+            os::parse_json(R"([{"location":"here():1","message":"what \"it\" was\n"}])"));
 }
 
 TEST_F(DumpTest, TextThatIsNotUtf8IsStillJson) {

@@ -3,14 +3,14 @@
 #include <swctl/platform/sdk.h>
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "os/json.h"
 #include "private_chip.h"
 
 namespace {
 
-using nlohmann::json;
+using json = os::Json;
 using testing::ElementsAre;
 using vchip::AclCountView;
 using vchip::MeterView;
@@ -21,14 +21,14 @@ class Meters : public vchip_test::PrivateChip {
     return rtk_acl_meterEntry_set(1, meter, &entry);
   }
   static json dumped(const char *block) {
-    return json::parse(vchip::dump_json(-1, {1, block}))["units"][1][block];
+    return os::parse_json(vchip::dump_json(-1, {1, block}))["units"][1][block];
   }
 };
 
 TEST_F(Meters, AreOffAfterPowerOn) {
   for (uint32_t meter : {0u, 255u}) EXPECT_EQ(vchip::meter(1, meter), (MeterView{false, 0, 0, 0}));
   EXPECT_THAT(vchip::burst_sizes(1), ElementsAre(512, 61440));
-  EXPECT_EQ(dumped("meter"), json::parse(R"({"meters": [], "burst_sizes": [512, 61440]})"));
+  EXPECT_EQ(dumped("meter"), os::parse_json(R"({"meters": [], "burst_sizes": [512, 61440]})"));
 }
 
 TEST_F(Meters, KeepWhatTheyAreSetTo) {
@@ -41,7 +41,7 @@ TEST_F(Meters, KeepWhatTheyAreSetTo) {
   EXPECT_EQ(entry.enable, 1u);
   EXPECT_EQ(entry.rate, 0xFFFFFu);
   EXPECT_EQ(entry.burst_slot, 1u);
-  EXPECT_EQ(dumped("meter")["meters"], json::parse(R"([{"meter": 255, "enabled": true,
+  EXPECT_EQ(dumped("meter")["meters"], os::parse_json(R"([{"meter": 255, "enabled": true,
     "rate": 1048575, "burst_slot": 1, "mode": 1}])"));
 }
 
@@ -85,7 +85,7 @@ TEST_F(Meters, CountersAddUp) {
   EXPECT_EQ(vchip::acl_count(1, 1535), (AclCountView{0x100000002, 0x50000000A}));
   EXPECT_EQ(vchip::acl_count(0, 1535), (AclCountView{0, 0}));
   EXPECT_EQ(vchip::acl_count(1, 1534), (AclCountView{0, 0}));
-  EXPECT_EQ(dumped("acl_count"), json::parse(R"([{"counter": 1535, "packets": 4294967298,
+  EXPECT_EQ(dumped("acl_count"), os::parse_json(R"([{"counter": 1535, "packets": 4294967298,
     "bytes": 21474836490}])"));
 }
 

@@ -4,18 +4,17 @@
 #include <swctl-vchip/view.h>
 #include <swctl/platform/sdk.h>
 
-#include <nlohmann/json.hpp>
-
+#include "os/json.h"
 #include "private_chip.h"
 
 namespace {
 
 using PortBlocks = vchip_test::PrivateChip;
-using nlohmann::json;
+using json = os::Json;
 using Words = std::vector<uint32_t>;
 
 json block(const char *name) {
-  return json::parse(vchip::dump_json(-1, {0, name}))["units"][0][name];
+  return os::parse_json(vchip::dump_json(-1, {0, name}))["units"][0][name];
 }
 
 TEST_F(PortBlocks, PowerOn) {
@@ -109,7 +108,7 @@ TEST_F(PortBlocks, StormWordsAreOnTheirOwn) {
   ASSERT_EQ(rtk_rate_stormControlTypeSel_set(0, 3, 3, 1), 0);
   ASSERT_EQ(rtk_rate_stormControlRate_set(0, 3, 4, 77), 0);
   ASSERT_EQ(vchip_storm_exceed(0, 3, 1), 0);
-  EXPECT_EQ(block("rate")["ports"][3]["storm"], json::parse(R"([
+  EXPECT_EQ(block("rate")["ports"][3]["storm"], os::parse_json(R"([
     {"controlled":false,"selection":0,"rate":16777215,"exceeded":false},
     {"controlled":false,"selection":0,"rate":16777215,"exceeded":true},
     {"controlled":true,"selection":0,"rate":16777215,"exceeded":false},
@@ -128,8 +127,8 @@ TEST_F(PortBlocks, BandwidthsOfBothWaysAreOnTheirOwn) {
   ASSERT_EQ(rtk_rate_igrBandwidthCtrlRate_set(0, 3, 625), 0);
   ASSERT_EQ(rtk_rate_egrBandwidthCtrlEnable_set(0, 3, 1), 0);
   const json port = block("rate")["ports"][3];
-  EXPECT_EQ(port["ingress"], json::parse(R"({"limited":false,"rate":625})"));
-  EXPECT_EQ(port["egress"], json::parse(R"({"limited":true,"rate":1048575})"));
+  EXPECT_EQ(port["ingress"], os::parse_json(R"({"limited":false,"rate":625})"));
+  EXPECT_EQ(port["egress"], os::parse_json(R"({"limited":true,"rate":1048575})"));
 }
 
 TEST_F(PortBlocks, FloodMasksBelongToTheirIndex) {
@@ -139,39 +138,39 @@ TEST_F(PortBlocks, FloodMasksBelongToTheirIndex) {
   EXPECT_EQ(vchip::forward_masks(0)[5], mask);
   ASSERT_EQ(rtk_l2_lookupMissFloodPortMaskIdx_set(0, 2, 5), 0);
   EXPECT_EQ(vchip::defaults(0).flood_mask_index, (Words{0, 0, 5, 0, 0, 0}));
-  EXPECT_EQ(block("forward_mask")[5], json::parse(R"({"index":5,"ports":[0,1,28]})"));
-  EXPECT_EQ(block("flood")["miss_index"], json::parse("[0,0,5,0,0,0]"));
+  EXPECT_EQ(block("forward_mask")[5], os::parse_json(R"({"index":5,"ports":[0,1,28]})"));
+  EXPECT_EQ(block("flood")["miss_index"], os::parse_json("[0,0,5,0,0,0]"));
 }
 
 TEST_F(PortBlocks, LearningInWords) {
   ASSERT_EQ(rtk_l2_newMacOp_set(0, 3, 1, 2), 0);
   EXPECT_EQ(block("learning")[3],
-            json::parse(R"({"port":3,"learns":"by-software","frame":"trap-to-cpu"})"));
+            os::parse_json(R"({"port":3,"learns":"by-software","frame":"trap-to-cpu"})"));
   EXPECT_EQ(block("learning")[4],
-            json::parse(R"({"port":4,"learns":"at-once","frame":"forward"})"));
+            os::parse_json(R"({"port":4,"learns":"at-once","frame":"forward"})"));
 }
 
 TEST_F(PortBlocks, TagsInWords) {
   ASSERT_EQ(rtk_l2_vlanMode_set(0, 3, 1), 0);
   ASSERT_EQ(rtk_vlan_portIgrTagKeepEnable_set(0, 3, 0, 1), 0);
   ASSERT_EQ(rtk_vlan_portEgrTagKeepEnable_set(0, 3, 1, 0), 0);
-  EXPECT_EQ(block("tag")["ports"][3], json::parse(R"({"port":3,"outer_pvid":1,
+  EXPECT_EQ(block("tag")["ports"][3], os::parse_json(R"({"port":3,"outer_pvid":1,
     "ingress_filter":false,"double_tag":true,"ingress_keep":{"inner":false,"outer":true},
     "egress_keep":{"inner":true,"outer":false},"outer_tag_status":0,"ingress_inner_tpids":1,
     "egress_inner_tpid":0,"egress_outer_tpid":0})"));
-  EXPECT_EQ(block("tag")["outer_tpid"], json::parse("[34984,34984,34984,34984]"));
+  EXPECT_EQ(block("tag")["outer_tpid"], os::parse_json("[34984,34984,34984,34984]"));
 }
 
 TEST_F(PortBlocks, AttacksInWords) {
   ASSERT_EQ(rtk_sec_portAttackPreventEnable_set(0, 3, 1), 0);
   ASSERT_EQ(rtk_sec_portAttackPreventEnable_set(0, 9, 1), 0);
   ASSERT_EQ(rtk_sec_portAttackPreventEnable_set(0, 9, 0), 0);
-  EXPECT_EQ(block("attack")["protected_ports"], json::parse("[3]"));
+  EXPECT_EQ(block("attack")["protected_ports"], os::parse_json("[3]"));
 }
 
 TEST_F(PortBlocks, CountersCountUpAndWrap) {
   ASSERT_EQ(vchip_counter_set(0, 3, CHIP_COUNTER_RX_UNICAST, UINT64_MAX), 0);
-  EXPECT_EQ(block("counter")[3], json::parse(R"({"port":3,"counters":
+  EXPECT_EQ(block("counter")[3], os::parse_json(R"({"port":3,"counters":
     [{"counter":1,"name":"rx-unicast","value":"18446744073709551615"}]})"));
   ASSERT_EQ(vchip_counter_add(0, 3, CHIP_COUNTER_RX_UNICAST, 3), 0);
   EXPECT_EQ(vchip::counters(0, 3)[1], 2u);
@@ -201,7 +200,7 @@ TEST_F(PortBlocks, ACableTestTakesAPictureOfTheWires) {
   EXPECT_TRUE(vchip::cable(0, 3).tested);
   EXPECT_EQ(vchip::cable(0, 3).pairs[1].faults, 0u);
   EXPECT_EQ(block("cable")[3]["found"][1],
-            json::parse(R"({"faults":["short","crosstalk"],"length_cm":1234})"));
+            os::parse_json(R"({"faults":["short","crosstalk"],"length_cm":1234})"));
   EXPECT_TRUE(block("cable")[4]["found"].is_null());
 }
 

@@ -11,12 +11,13 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
-using nlohmann::json;
+#include "os/json.h"
+
+using json = os::Json;
 
 struct Answer {
   int status;
@@ -79,7 +80,7 @@ class Vchipctl : public testing::Test {
   static json dump(const std::string &arguments = "") {
     const Answer answer = run("dump " + arguments);
     EXPECT_EQ(answer.status, 0) << answer.output;
-    return json::parse(answer.output);
+    return os::parse_json(answer.output);
   }
   // All that the chip keeps; the page before it says who looked. Of a chip that
   // nobody has opened yet, what it has from the start.

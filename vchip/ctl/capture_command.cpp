@@ -7,12 +7,12 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <nlohmann/json.hpp>
 #include <poll.h>
 #include <sys/socket.h>
 
 #include "capture_blocks.h"
 #include "os/descriptor.h"
+#include "os/json.h"
 #include "usage_error.h"
 #include "wires_client.h"
 #include "words.h"
@@ -20,7 +20,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr size_t kBytesAtATime = 65536;
 
@@ -115,17 +115,17 @@ void capture(const CaptureWords &words) {
   if (!blocks.is_whole()) throw Refused("vchipd has ended in the middle of a frame");
 }
 
-void add_capture_command(CLI::App &app, CaptureWords &words, std::function<void()> &run) {
-  CLI::App *command =
+void add_capture_command(os::Command &app, CaptureWords &words, std::function<void()> &run) {
+  os::Command command =
       app.add_subcommand("capture", "Write the frames at the ports of a running vchipd, as pcapng");
-  command->add_option("PORTS", words.ports,
-                      "Lists and ranges such as 1-4,0; all ports if not given");
-  command->add_option("--filter", words.filter, "An expression of libpcap, such as 'vlan and arp'");
-  command->add_flag("--drops", words.drops, "Say which frames were dropped, and why");
-  command->add_option("-w,--write", words.file, "The file; standard output if not given, or -");
-  command->add_option("-c,--count", words.count, "End after so many frames");
-  command->add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");
-  command->callback([&] { run = [&] { capture(words); }; });
+  command.add_option("PORTS", words.ports,
+                     "Lists and ranges such as 1-4,0; all ports if not given");
+  command.add_option("--filter", words.filter, "An expression of libpcap, such as 'vlan and arp'");
+  command.add_flag("--drops", words.drops, "Say which frames were dropped, and why");
+  command.add_option("-w,--write", words.file, "The file; standard output if not given, or -");
+  command.add_option("-c,--count", words.count, "End after so many frames");
+  command.add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");
+  command.callback([&] { run = [&] { capture(words); }; });
 }
 
 }  // namespace vchipctl

@@ -3,9 +3,10 @@
 #ifndef VCHIPCTL_CAPTURE_COMMAND_H
 #define VCHIPCTL_CAPTURE_COMMAND_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+
+#include "os/command_line.h"
 
 namespace vchipctl {
 
@@ -22,7 +23,7 @@ struct CaptureWords {
 // Throws UsageError and Refused.
 void capture(const CaptureWords &words);
 
-void add_capture_command(CLI::App &app, CaptureWords &words, std::function<void()> &run);
+void add_capture_command(os::Command &app, CaptureWords &words, std::function<void()> &run);
 
 }  // namespace vchipctl
 

@@ -5,16 +5,16 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "images.h"
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 std::string name_of(const vchip::Fault &fault) {
   const std::string unit = fault.unit < 0 ? "" : "unit " + std::to_string(fault.unit) + " ";
@@ -48,8 +48,7 @@ std::vector<vchip::Fault> faults_of(const std::string &image) {
 void check(const CheckWords &words) {
   Json all = Json::array();
   const auto finish = [&] {
-    if (words.json)
-      printf("%s\n", all.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
+    if (words.json) printf("%s\n", os::json_text(all).c_str());
   };
   const auto look_at = [&](const std::string &image) {
     const std::vector<vchip::Fault> faults = faults_of(image);

@@ -5,10 +5,12 @@
 #include <map>
 #include <set>
 
+#include "os/json.h"
+
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 // What is not of the chip, or says the same once more.
 const std::set<std::string> kLeftOut = {"image", "byte_order", "words"};
@@ -38,7 +40,7 @@ std::string key_of(const Json &entry) {
   for (const std::string &name : *names) {
     const Json &value = entry[name];
     key += (key.empty() ? "" : ",") + name + '=' +
-           (value.is_string() ? value.get<std::string>() : value.dump());
+           (value.is_string() ? value.get<std::string>() : os::json_text(value));
   }
   return key;
 }

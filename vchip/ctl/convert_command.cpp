@@ -4,16 +4,16 @@
 
 #include <cstdio>
 #include <fstream>
-#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "documents.h"
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 std::vector<std::string> load_dump(const std::string &from, const std::string &to) {
   const Json document = read_document(from);
@@ -49,7 +49,7 @@ void convert(const ConvertWords &words) {
   const std::vector<std::string> left_out = convert_any(words);
   if (words.json) {
     const Json answer = {{"from", words.from}, {"to", words.to}, {"left_out", left_out}};
-    printf("%s\n", answer.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
+    printf("%s\n", os::json_text(answer).c_str());
     return;
   }
   for (const std::string &word : left_out) printf("left out: %s\n", word.c_str());

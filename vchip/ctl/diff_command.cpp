@@ -6,12 +6,13 @@
 #include "commands.h"
 #include "documents.h"
 #include "images.h"
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 Json document_in(const std::string &path) {
   return is_document(path) ? read_document(path) : document_of(existing_image(path));

@@ -7,12 +7,13 @@
 #include <fstream>
 
 #include "images.h"
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 }  // namespace
 
@@ -25,14 +26,14 @@ bool is_document(const std::string &path) {
 Json read_document(const std::string &path) {
   std::ifstream stream(path);
   if (!stream) throw Refused("dump " + path + ": cannot be read");
-  Json document = Json::parse(stream, nullptr, false);
+  Json document = os::try_parse_json(stream);
   if (!document.is_object()) throw Refused("dump " + path + ": is no JSON object");
   return document;
 }
 
 Json document_of(const std::string &image, const vchip::DumpPart &part) {
   open_image(image);
-  return Json::parse(vchip::dump_json(-1, part));
+  return os::parse_json(vchip::dump_json(-1, part));
 }
 
 Json whole_document_of(const std::string &image) {

@@ -5,19 +5,20 @@
 
 #include <swctl-vchip/view.h>
 
-#include <nlohmann/json.hpp>
 #include <string>
+
+#include "os/json.h"
 
 namespace vchipctl {
 
 // Whether the file holds a JSON object rather than an image.
 bool is_document(const std::string &path);
 // Throws Refused.
-nlohmann::ordered_json read_document(const std::string &path);
+os::Json read_document(const std::string &path);
 // Of an image, which is opened: all that it holds, or a part.
-nlohmann::ordered_json document_of(const std::string &image, const vchip::DumpPart &part = {});
+os::Json document_of(const std::string &image, const vchip::DumpPart &part = {});
 // The same with its words by name, of which an image can be made again.
-nlohmann::ordered_json whole_document_of(const std::string &image);
+os::Json whole_document_of(const std::string &image);
 
 }  // namespace vchipctl
 

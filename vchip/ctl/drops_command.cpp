@@ -5,9 +5,9 @@
 #include <cinttypes>
 #include <cstdio>
 #include <iterator>
-#include <nlohmann/json.hpp>
 
 #include "frame_commands.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
@@ -15,7 +15,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 // The counters in their order, by the names of the steps.
 struct Counter {
@@ -73,7 +73,7 @@ Json row_json(const Row &row) {
 void print_rows_json(const std::vector<Row> &rows) {
   Json all = Json::array();
   for (const Row &row : rows) all.push_back(row_json(row));
-  printf("%s\n", all.dump().c_str());
+  printf("%s\n", os::json_text(all).c_str());
 }
 
 // The counters that some row has, and the first ones, or all.

@@ -2,18 +2,18 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
-#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "documents.h"
 #include "images.h"
+#include "os/json.h"
 #include "usage_error.h"
 #include "words.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 // Blocks that belong to the board rather than to a unit.
 constexpr const char *kBoardBlocks[] = {"platform", "rules"};
@@ -75,7 +75,7 @@ Json named_dump(const std::string &image, const DumpWords &words) {
 }
 
 void print(const Json &json, const DumpWords &words) {
-  printf("%s\n", json.dump(words.compact ? -1 : 2).c_str());
+  printf("%s\n", os::json_text(json, words.compact ? -1 : 2).c_str());
 }
 
 }  // namespace

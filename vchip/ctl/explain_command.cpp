@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "describe.h"
 #include "frame_commands.h"
 #include "given_frames.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
@@ -16,7 +16,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 uint32_t length_of(const CapturedFrame &frame) {
   return static_cast<uint32_t>(frame.bytes.size());
@@ -90,7 +90,7 @@ bool is_port_before(const Json &first, const Json &second) {
 
 Json explained(uint32_t unit, int32_t port, const CapturedFrame &frame) {
   Json document =
-      Json::parse(vchip::explain_json(unit, port, frame.bytes.data(), length_of(frame)));
+      os::parse_json(vchip::explain_json(unit, port, frame.bytes.data(), length_of(frame)));
   std::stable_sort(document["out"].begin(), document["out"].end(), is_port_before);
   return document;
 }
@@ -104,7 +104,7 @@ void explain_json(uint32_t unit, int32_t port, const std::vector<CapturedFrame> 
     one.update(explained(unit, port, frame));
     all.push_back(one);
   }
-  printf("%s\n", captured ? Json{{"frames", all}}.dump().c_str() : all[0].dump().c_str());
+  printf("%s\n", os::json_text(captured ? Json{{"frames", all}} : all[0]).c_str());
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
 
 #include "capture_command.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "wires_client.h"
@@ -19,7 +19,7 @@ namespace vchipctl {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr const char *kMark = "swctl";
 constexpr const char *kAllPorts = "all";
@@ -124,20 +124,19 @@ void extcap(const ExtcapWords &words) {
   }
 }
 
-void add_extcap_command(CLI::App &app, ExtcapWords &words, std::function<void()> &run,
+void add_extcap_command(os::Command &app, ExtcapWords &words, std::function<void()> &run,
                         bool &own_chip) {
-  CLI::App *command = app.add_subcommand("extcap", "The ports as interfaces of Wireshark");
-  command->add_flag("--extcap-interfaces", words.interfaces,
-                    "Print the ports that can be captured");
-  command->add_flag("--extcap-dlts", words.dlts, "Print the kind of frames of a port");
-  command->add_flag("--extcap-config", words.config, "Print the settings of a capture");
-  command->add_flag("--capture", words.capture, "Capture into a named pipe");
-  command->add_option("--extcap-interface", words.interface, "The port");
-  command->add_option("--extcap-capture-filter", words.filter, "An expression of libpcap");
-  command->add_option("--extcap-version", words.version, "Wireshark's version");
-  command->add_option("--fifo", words.fifo, "The named pipe");
-  command->add_flag("--drops", words.drops, "Say which frames were dropped, and why");
-  command->callback([&] {
+  os::Command command = app.add_subcommand("extcap", "The ports as interfaces of Wireshark");
+  command.add_flag("--extcap-interfaces", words.interfaces, "Print the ports that can be captured");
+  command.add_flag("--extcap-dlts", words.dlts, "Print the kind of frames of a port");
+  command.add_flag("--extcap-config", words.config, "Print the settings of a capture");
+  command.add_flag("--capture", words.capture, "Capture into a named pipe");
+  command.add_option("--extcap-interface", words.interface, "The port");
+  command.add_option("--extcap-capture-filter", words.filter, "An expression of libpcap");
+  command.add_option("--extcap-version", words.version, "Wireshark's version");
+  command.add_option("--fifo", words.fifo, "The named pipe");
+  command.add_flag("--drops", words.drops, "Say which frames were dropped, and why");
+  command.callback([&] {
     own_chip = true;
     run = [&] { extcap(words); };
   });

@@ -4,9 +4,10 @@
 #ifndef VCHIPCTL_EXTCAP_COMMAND_H
 #define VCHIPCTL_EXTCAP_COMMAND_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+
+#include "os/command_line.h"
 
 namespace vchipctl {
 
@@ -25,7 +26,7 @@ struct ExtcapWords {
 // Throws UsageError and Refused.
 void extcap(const ExtcapWords &words);
 
-void add_extcap_command(CLI::App &app, ExtcapWords &words, std::function<void()> &run,
+void add_extcap_command(os::Command &app, ExtcapWords &words, std::function<void()> &run,
                         bool &own_chip);
 
 }  // namespace vchipctl

@@ -3,10 +3,10 @@
 #ifndef VCHIPCTL_FRAME_LINES_H
 #define VCHIPCTL_FRAME_LINES_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
 #include "frame_commands.h"
+#include "os/command_line.h"
 
 namespace vchipctl {
 
@@ -18,7 +18,7 @@ struct FrameLines {
 
 // `run` becomes what the words ask for; `own_chip` whether it brings a chip of
 // its own and needs no image.
-void add_frame_commands(CLI::App &app, FrameLines &lines, std::function<void()> &run,
+void add_frame_commands(os::Command &app, FrameLines &lines, std::function<void()> &run,
                         bool &own_chip);
 
 }  // namespace vchipctl

@@ -4,9 +4,9 @@
 
 #include <chrono>
 #include <cstring>
-#include <nlohmann/json.hpp>
 
 #include "commands.h"
+#include "os/json.h"
 #include "usage_error.h"
 #include "wires_client.h"
 #include "words.h"

@@ -7,12 +7,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <list>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include "child.h"
 #include "lab_host.h"
 #include "lab_record.h"
+#include "os/json.h"
 #include "os/program.h"
 #include "port_names.h"
 #include "spaces.h"
@@ -23,7 +23,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr const char *kChipSide = "switch";
 constexpr uint32_t kMostHosts = 26;
@@ -177,22 +177,24 @@ int enter_lab(const std::string &image, const LabWords &words) {
   return become(command);
 }
 
-void add_lab_commands(CLI::App &app, LabWords &words, const std::optional<std::string> &image,
+void add_lab_commands(os::Command &app, LabWords &words, const std::optional<std::string> &image,
                       std::function<void()> &run, bool &own_chip, int &status) {
-  CLI::App *make =
+  os::Command make =
       app.add_subcommand("lab", "A host at each port, while a shell or a COMMAND runs");
-  make->add_option("--ports", words.ports, "How many hosts, 1 to 26; 4 if not given");
-  make->add_option("--config", words.config, "Configuration for swctl, loaded at the start");
-  make->footer("COMMAND and its words follow the options.");
-  make->fallthrough(false)->prefix_command();
-  CLI::App *enter = make->add_subcommand("enter", "A shell, or a COMMAND, in the host at a port");
-  enter->add_option("PORT", words.port, "1 to 26, or switch, the side of the chip, if not given");
-  enter->footer("COMMAND and its words follow the port.");
-  enter->fallthrough(false)->prefix_command();
-  make->callback([&, make, enter] {
-    const bool enters = make->got_subcommand(enter);
+  make.add_option("--ports", words.ports, "How many hosts, 1 to 26; 4 if not given");
+  make.add_option("--config", words.config, "Configuration for swctl, loaded at the start");
+  make.footer("COMMAND and its words follow the options.");
+  make.fallthrough(false);
+  make.prefix_command();
+  os::Command enter = make.add_subcommand("enter", "A shell, or a COMMAND, in the host at a port");
+  enter.add_option("PORT", words.port, "1 to 26, or switch, the side of the chip, if not given");
+  enter.footer("COMMAND and its words follow the port.");
+  enter.fallthrough(false);
+  enter.prefix_command();
+  make.callback([&, make, enter] {
+    const bool enters = make.got(enter);
     own_chip = true;
-    words.command = (enters ? enter : make)->remaining();
+    words.command = (enters ? enter : make).remaining();
     if (!words.command.empty() && words.command.front() == "--")
       words.command.erase(words.command.begin());
     run = [&, enters] {

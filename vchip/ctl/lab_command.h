@@ -3,12 +3,13 @@
 #ifndef VCHIPCTL_LAB_COMMAND_H
 #define VCHIPCTL_LAB_COMMAND_H
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "os/command_line.h"
 
 namespace vchipctl {
 
@@ -25,7 +26,7 @@ int enter_lab(const std::string &image, const LabWords &words);
 
 // `image` is what the command line says; where it says nothing, that of the environment,
 // or one that is made for the lab.
-void add_lab_commands(CLI::App &app, LabWords &words, const std::optional<std::string> &image,
+void add_lab_commands(os::Command &app, LabWords &words, const std::optional<std::string> &image,
                       std::function<void()> &run, bool &own_chip, int &status);
 
 }  // namespace vchipctl

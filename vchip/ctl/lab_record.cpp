@@ -6,16 +6,16 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 std::string record_of(const std::string &image) {
   return image + ".lab";
@@ -42,7 +42,7 @@ void LabRecord::write(const LabProcesses &processes) {
   Json hosts = Json::object();
   for (const auto &[interface, process] : processes.hosts)
     hosts[std::to_string(interface)] = process;
-  const std::string text = Json{{"switch", processes.board}, {"hosts", hosts}}.dump() + "\n";
+  const std::string text = os::json_text({{"switch", processes.board}, {"hosts", hosts}}) + "\n";
   if (ftruncate(file_.get(), 0) != 0 ||
       pwrite(file_.get(), text.data(), text.size(), 0) != static_cast<ssize_t>(text.size()))
     throw Refused(path_ + ": " + strerror(errno));
@@ -52,7 +52,7 @@ LabProcesses find_lab(const std::string &image) {
   const os::Descriptor file(open(record_of(image).c_str(), O_RDONLY | O_CLOEXEC));
   if (!file || flock(file.get(), LOCK_SH | LOCK_NB) == 0) throw no_lab(image);
   std::ifstream stream(record_of(image));
-  const Json record = Json::parse(stream, nullptr, false);
+  const Json record = os::try_parse_json(stream);
   if (!record.is_object()) throw no_lab(image);
   LabProcesses processes = {record.at("switch"), {}};
   for (const auto &[interface, process] : record.at("hosts").items())

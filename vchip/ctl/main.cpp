@@ -2,7 +2,6 @@
 // vchipctl: does to a shared virtual chip what happens to a real one from outside.
 #include <swctl-vchip/vchip.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -77,12 +76,12 @@ struct CommandLine {
   std::function<void(const std::vector<std::string> &)> run_on;
 };
 
-void add_dump(CLI::App &app, CommandLine &line) {
-  CLI::App *dump = app.add_subcommand("dump", "Print what the chip holds, as JSON");
-  dump->add_option("--unit", line.dump.unit, "Only this unit");
-  dump->add_option("--block", line.dump.block, "Only this block");
-  dump->add_flag("--compact", line.dump.compact, "On one line");
-  dump->callback([&line] {
+void add_dump(os::Command &app, CommandLine &line) {
+  os::Command dump = app.add_subcommand("dump", "Print what the chip holds, as JSON");
+  dump.add_option("--unit", line.dump.unit, "Only this unit");
+  dump.add_option("--block", line.dump.block, "Only this block");
+  dump.add_flag("--compact", line.dump.compact, "On one line");
+  dump.callback([&line] {
     line.run_on = [&line](const std::vector<std::string> &images) {
       line.dump.images = images;
       vchipctl::dump(line.dump);
@@ -90,10 +89,11 @@ void add_dump(CLI::App &app, CommandLine &line) {
   });
 }
 
-void add_status(CLI::App &app, CommandLine &line) {
-  CLI::App *status = app.add_subcommand("status", "Print who uses the image, and how it is locked");
-  status->add_flag("-j,--json", line.status.json, "As JSON");
-  status->callback([&line] {
+void add_status(os::Command &app, CommandLine &line) {
+  os::Command status =
+      app.add_subcommand("status", "Print who uses the image, and how it is locked");
+  status.add_flag("-j,--json", line.status.json, "As JSON");
+  status.callback([&line] {
     line.run_on = [&line](const std::vector<std::string> &images) {
       line.status.images = images;
       vchipctl::status(line.status);
@@ -101,10 +101,10 @@ void add_status(CLI::App &app, CommandLine &line) {
   });
 }
 
-void add_check(CLI::App &app, CommandLine &line) {
-  CLI::App *check = app.add_subcommand("check", "Name each word that no call could have left");
-  check->add_flag("-j,--json", line.check.json, "As JSON");
-  check->callback([&line] {
+void add_check(os::Command &app, CommandLine &line) {
+  os::Command check = app.add_subcommand("check", "Name each word that no call could have left");
+  check.add_flag("-j,--json", line.check.json, "As JSON");
+  check.callback([&line] {
     line.run_on = [&line](const std::vector<std::string> &images) {
       line.check.images = images;
       vchipctl::check(line.check);
@@ -112,123 +112,126 @@ void add_check(CLI::App &app, CommandLine &line) {
   });
 }
 
-void add_convert(CLI::App &app, CommandLine &line) {
-  CLI::App *convert = app.add_subcommand(
+void add_convert(os::Command &app, CommandLine &line) {
+  os::Command convert = app.add_subcommand(
       "convert", "Make an image of one of another version or machine, or of a dump");
-  convert->add_option("OLD", line.convert.from, "The image, or the dump")->required();
-  convert->add_option("NEW", line.convert.to, "The new image, which is not there yet")->required();
-  convert->add_flag("-j,--json", line.convert.json, "As JSON");
-  convert->callback([&line] {
+  convert.add_option("OLD", line.convert.from, "The image, or the dump").required();
+  convert.add_option("NEW", line.convert.to, "The new image, which is not there yet").required();
+  convert.add_flag("-j,--json", line.convert.json, "As JSON");
+  convert.callback([&line] {
     line.own_chip = true;
     line.run = [&line] { vchipctl::convert(line.convert); };
   });
 }
 
-void add_diff(CLI::App &app, CommandLine &line) {
-  CLI::App *diff = app.add_subcommand("diff", "Name what differs between two images or dumps");
-  diff->add_option("A", line.diff.a, "An image, or a dump of one")->required();
-  diff->add_option("B", line.diff.b, "Another")->required();
-  diff->add_flag("-j,--json", line.diff.json, "As JSON");
-  diff->callback([&line] {
+void add_diff(os::Command &app, CommandLine &line) {
+  os::Command diff = app.add_subcommand("diff", "Name what differs between two images or dumps");
+  diff.add_option("A", line.diff.a, "An image, or a dump of one").required();
+  diff.add_option("B", line.diff.b, "Another").required();
+  diff.add_flag("-j,--json", line.diff.json, "As JSON");
+  diff.callback([&line] {
     line.own_chip = true;
     line.run = [&line] { vchipctl::diff(line.diff); };
   });
 }
 
-void add_link(CLI::App &app, CommandLine &line) {
-  CLI::App *link = app.add_subcommand("link", "Plug and pull cables");
-  link->require_subcommand(1);
-  CLI::App *up = link->add_subcommand("up", "Plug in cables");
-  up->add_option("--partner", line.link.partner, kPartner);
-  up->add_option("--forced", line.link.forced, "The one mode that the other end is forced to");
-  up->callback([&line] { line.run = [&line] { vchipctl::link_up(line.link); }; });
-  CLI::App *down = link->add_subcommand("down", "Pull cables");
-  down->callback([&line] { line.run = [&line] { vchipctl::link_down(line.link); }; });
-  for (CLI::App *command : {up, down}) {
-    command->add_option("PORTS", line.link.ports, kPorts)->required();
-    command->add_option("--unit", line.link.unit, kUnit);
+void add_link(os::Command &app, CommandLine &line) {
+  os::Command link = app.add_subcommand("link", "Plug and pull cables");
+  link.require_subcommand();
+  os::Command up = link.add_subcommand("up", "Plug in cables");
+  up.add_option("--partner", line.link.partner, kPartner);
+  up.add_option("--forced", line.link.forced, "The one mode that the other end is forced to");
+  up.callback([&line] { line.run = [&line] { vchipctl::link_up(line.link); }; });
+  os::Command down = link.add_subcommand("down", "Pull cables");
+  down.callback([&line] { line.run = [&line] { vchipctl::link_down(line.link); }; });
+  for (os::Command command : {up, down}) {
+    command.add_option("PORTS", line.link.ports, kPorts).required();
+    command.add_option("--unit", line.link.unit, kUnit);
   }
 }
 
-void add_medium(CLI::App &app, CommandLine &line) {
-  CLI::App *medium = app.add_subcommand("medium", "Say which side of a combo port has a signal");
-  medium->add_option("PORTS", line.medium.ports, kPorts)->required();
-  medium->add_option("MEDIUM", line.medium.medium, "copper or fibre")->required();
-  medium->add_option("--unit", line.medium.unit, kUnit);
-  medium->callback([&line] { line.run = [&line] { vchipctl::medium(line.medium); }; });
+void add_medium(os::Command &app, CommandLine &line) {
+  os::Command medium = app.add_subcommand("medium", "Say which side of a combo port has a signal");
+  medium.add_option("PORTS", line.medium.ports, kPorts).required();
+  medium.add_option("MEDIUM", line.medium.medium, "copper or fibre").required();
+  medium.add_option("--unit", line.medium.unit, kUnit);
+  medium.callback([&line] { line.run = [&line] { vchipctl::medium(line.medium); }; });
 }
 
-void add_addresses(CLI::App &app, CommandLine &line) {
-  CLI::App *learn = app.add_subcommand("learn", "Learn an address, as from a station's frame");
-  learn->add_option("MAC", line.station.mac, "The station's address")->required();
-  learn->add_option("--port", line.station.port, "The one port that it sends into")->required();
-  learn->add_option("--trunk", line.station.trunk, "The port's trunk group; 0 if not given");
-  learn->callback([&line] { line.run = [&line] { vchipctl::learn(line.station); }; });
-  CLI::App *mark = app.add_subcommand("mark", "Set the state and aux words of an address");
-  mark->add_option("MAC", line.mark.mac, "The address")->required();
-  mark->add_option("--state", line.mark.state, "State word; 1, a violation, if not given");
-  mark->add_option("--aux", line.mark.aux, "Aux word; 0 if not given");
-  mark->callback([&line] { line.run = [&line] { vchipctl::mark(line.mark); }; });
-  learn->add_option("--vlan", line.station.vlan, kVlan);
-  learn->add_option("--unit", line.station.unit, kUnit);
-  mark->add_option("--vlan", line.mark.vlan, kVlan);
-  mark->add_option("--unit", line.mark.unit, kUnit);
+void add_addresses(os::Command &app, CommandLine &line) {
+  os::Command learn = app.add_subcommand("learn", "Learn an address, as from a station's frame");
+  learn.add_option("MAC", line.station.mac, "The station's address").required();
+  learn.add_option("--port", line.station.port, "The one port that it sends into").required();
+  learn.add_option("--trunk", line.station.trunk, "The port's trunk group; 0 if not given");
+  learn.callback([&line] { line.run = [&line] { vchipctl::learn(line.station); }; });
+  os::Command mark = app.add_subcommand("mark", "Set the state and aux words of an address");
+  mark.add_option("MAC", line.mark.mac, "The address").required();
+  mark.add_option("--state", line.mark.state, "State word; 1, a violation, if not given");
+  mark.add_option("--aux", line.mark.aux, "Aux word; 0 if not given");
+  mark.callback([&line] { line.run = [&line] { vchipctl::mark(line.mark); }; });
+  learn.add_option("--vlan", line.station.vlan, kVlan);
+  learn.add_option("--unit", line.station.unit, kUnit);
+  mark.add_option("--vlan", line.mark.vlan, kVlan);
+  mark.add_option("--unit", line.mark.unit, kUnit);
 }
 
-void add_time(CLI::App &app, CommandLine &line) {
-  CLI::App *time =
+void add_time(os::Command &app, CommandLine &line) {
+  os::Command time =
       app.add_subcommand("time", "Advance the chip's clock, which never runs by itself");
-  time->add_option("SECONDS", line.time.seconds, "How much")->required();
-  time->add_option("--unit", line.time.unit, kUnit);
-  time->callback([&line] { line.run = [&line] { vchipctl::pass_time(line.time); }; });
+  time.add_option("SECONDS", line.time.seconds, "How much").required();
+  time.add_option("--unit", line.time.unit, kUnit);
+  time.callback([&line] { line.run = [&line] { vchipctl::pass_time(line.time); }; });
 }
 
-void add_count(CLI::App &app, CommandLine &line) {
-  CLI::App *count = app.add_subcommand("rule-count", "Add packets and bytes to a counter of rules");
-  count->add_option("COUNTER", line.count.counter, "The counter that they count on")->required();
-  count->add_option("PACKETS", line.count.packets, "How many packets")->required();
-  count->add_option("BYTES", line.count.bytes, "How many bytes in them")->required();
-  count->add_option("--unit", line.count.unit, kUnit);
-  count->callback([&line] { line.run = [&line] { vchipctl::count(line.count); }; });
+void add_count(os::Command &app, CommandLine &line) {
+  os::Command count =
+      app.add_subcommand("rule-count", "Add packets and bytes to a counter of rules");
+  count.add_option("COUNTER", line.count.counter, "The counter that they count on").required();
+  count.add_option("PACKETS", line.count.packets, "How many packets").required();
+  count.add_option("BYTES", line.count.bytes, "How many bytes in them").required();
+  count.add_option("--unit", line.count.unit, kUnit);
+  count.callback([&line] { line.run = [&line] { vchipctl::count(line.count); }; });
 }
 
-void add_pair(CLI::App &app, CommandLine &line) {
-  CLI::App *pair = app.add_subcommand("pair", "Say what is wrong with pairs of wires");
-  pair->add_option("PORTS", line.pair.ports, kPorts)->required();
-  pair->add_option("PAIRS", line.pair.pairs, "A to D: lists and ranges such as A, B-D")->required();
-  pair->add_option("FAULTS", line.pair.faults,
-                   "none, or a list of: open, short, mismatch, crosstalk")
-      ->required();
-  pair->add_option("--length", line.pair.length, "To the fault or the far end, in centimetres");
-  pair->add_option("--unit", line.pair.unit, kUnit);
-  pair->callback([&line] { line.run = [&line] { vchipctl::pair(line.pair); }; });
+void add_pair(os::Command &app, CommandLine &line) {
+  os::Command pair = app.add_subcommand("pair", "Say what is wrong with pairs of wires");
+  pair.add_option("PORTS", line.pair.ports, kPorts).required();
+  pair.add_option("PAIRS", line.pair.pairs, "A to D: lists and ranges such as A, B-D").required();
+  pair.add_option("FAULTS", line.pair.faults,
+                  "none, or a list of: open, short, mismatch, crosstalk")
+      .required();
+  pair.add_option("--length", line.pair.length, "To the fault or the far end, in centimetres");
+  pair.add_option("--unit", line.pair.unit, kUnit);
+  pair.callback([&line] { line.run = [&line] { vchipctl::pair(line.pair); }; });
 }
 
-void add_counter(CLI::App &app, CommandLine &line) {
-  CLI::App *counter = app.add_subcommand("counter", "Set counters of ports, or add to them");
-  counter->add_option("PORTS", line.counter.ports, kPorts)->required();
-  counter->add_option("COUNTER", line.counter.counter, "Identifier, 0 to 47")->required();
-  counter->add_option("CHANGE", line.counter.change, "set or add; adding wraps around at 2^64")
-      ->required();
-  counter->add_option("NUMBER", line.counter.number, "0 to 2^64 - 1")->required();
-  counter->add_option("--unit", line.counter.unit, kUnit);
-  counter->callback([&line] { line.run = [&line] { vchipctl::counter(line.counter); }; });
+void add_counter(os::Command &app, CommandLine &line) {
+  os::Command counter = app.add_subcommand("counter", "Set counters of ports, or add to them");
+  counter.add_option("PORTS", line.counter.ports, kPorts).required();
+  counter.add_option("COUNTER", line.counter.counter, "Identifier, 0 to 47").required();
+  counter.add_option("CHANGE", line.counter.change, "set or add; adding wraps around at 2^64")
+      .required();
+  counter.add_option("NUMBER", line.counter.number, "0 to 2^64 - 1").required();
+  counter.add_option("--unit", line.counter.unit, kUnit);
+  counter.callback([&line] { line.run = [&line] { vchipctl::counter(line.counter); }; });
 }
 
-void add_storm(CLI::App &app, CommandLine &line) {
-  CLI::App *storm = app.add_subcommand("storm", "Mark the rate of a storm type as exceeded");
-  storm->add_option("PORTS", line.storm.ports, kPorts)->required();
-  storm->add_option("TYPE", line.storm.type, "Storm type, 0 to 4")->required();
-  storm->add_option("--unit", line.storm.unit, kUnit);
-  storm->callback([&line] { line.run = [&line] { vchipctl::storm(line.storm); }; });
+void add_storm(os::Command &app, CommandLine &line) {
+  os::Command storm = app.add_subcommand("storm", "Mark the rate of a storm type as exceeded");
+  storm.add_option("PORTS", line.storm.ports, kPorts).required();
+  storm.add_option("TYPE", line.storm.type, "Storm type, 0 to 4").required();
+  storm.add_option("--unit", line.storm.unit, kUnit);
+  storm.callback([&line] { line.run = [&line] { vchipctl::storm(line.storm); }; });
 }
 
-void add_commands(CLI::App &app, CommandLine &line) {
+std::string whole_help();
+
+void add_commands(os::Command &app, CommandLine &line) {
   app.add_option("--image", line.image, kImage);
-  app.set_version_flag("-V,--version", "vchipctl " SWCTL_VERSION, "Print the version and end");
-  app.require_subcommand(1);
-  app.fallthrough();
-  app.add_subcommand("reset", "Power-on state: settings, tables, cables, trace")->callback([&line] {
+  app.add_version("vchipctl " SWCTL_VERSION);
+  app.require_subcommand();
+  app.fallthrough(true);
+  app.add_subcommand("reset", "Power-on state: settings, tables, cables, trace").callback([&line] {
     line.run_on = vchipctl::reset;
   });
   add_dump(app, line);
@@ -249,41 +252,39 @@ void add_commands(CLI::App &app, CommandLine &line) {
   vchipctl::add_capture_command(app, line.capture, line.run);
   vchipctl::add_extcap_command(app, line.extcap, line.run, line.own_chip);
   vchipctl::add_lab_commands(app, line.lab, line.image, line.run, line.own_chip, line.exit_status);
-  CLI::App *trace = app.add_subcommand("trace", "The platform's operation trace");
-  trace->add_option("COMMAND", line.trace, "on, off or show")->required();
-  trace->callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
-  app.add_subcommand("help", "Print the help of every command");
+  os::Command trace = app.add_subcommand("trace", "The platform's operation trace");
+  trace.add_option("COMMAND", line.trace, "on, off or show").required();
+  trace.callback([&line] { line.run = [&line] { vchipctl::trace(line.trace); }; });
+  os::Command help = app.add_subcommand("help", "Print the help of every command");
+  help.callback([&line] {
+    line.own_chip = true;
+    line.run = [] { printf("%s", whole_help().c_str()); };
+  });
   app.footer(kFooter);
 }
 
-const CLI::App &deepest(const CLI::App &app) {
-  const std::vector<CLI::App *> chosen = app.get_subcommands();
-  return chosen.empty() ? app : deepest(*chosen.front());
-}
-
-std::string expected_commands(const CLI::App &app) {
+std::string expected_commands(const os::Command &app) {
   std::string names;
-  for (const CLI::App *command : deepest(app).get_subcommands(nullptr))
-    names += (names.empty() ? ": expected " : ", ") + command->get_name();
+  for (const std::string &name : app.expected_subcommands())
+    names += (names.empty() ? ": expected " : ", ") + name;
   return names;
 }
 
 // Names the word that does not belong, or what is missing.
-std::string explain(const CLI::App &app, const CLI::ParseError &error) {
-  const std::vector<std::string> extra = app.remaining(true);
+std::string explain(const os::Command &app, const os::WrongLine &error) {
+  const std::vector<std::string> extra = app.remaining_in_all();
   const std::string expected = expected_commands(app);
   if (!extra.empty()) return "'" + extra.front() + "' does not belong here" + expected;
-  const bool missing = dynamic_cast<const CLI::RequiredError *>(&error) != nullptr;
-  if (missing && !expected.empty()) return "a command is missing" + expected;
+  if (error.missing && !expected.empty()) return "a command is missing" + expected;
   return error.what();
 }
 
 // Of a command line without words: help follows the commands that were given.
 std::string whole_help() {
-  CLI::App app{kPurpose, "vchipctl"};
+  os::Command app{kPurpose, "vchipctl"};
   CommandLine line;
   add_commands(app, line);
-  return app.help("", CLI::AppFormatMode::All);
+  return app.whole_help();
 }
 
 std::string image_word(const CommandLine &line) {
@@ -307,18 +308,9 @@ int complain(const std::string &text, int status) {
   return status;
 }
 
-void run(const CLI::App &app, const CommandLine &line) {
-  if (app.got_subcommand("help")) {
-    printf("%s", whole_help().c_str());
-    return;
-  }
-  if (line.own_chip) return line.run();
-  run_command(line);
-}
-
-int exit_status(const CLI::App &app, const CommandLine &line) {
+int exit_status(const CommandLine &line) {
   try {
-    run(app, line);
+    line.own_chip ? line.run() : run_command(line);
     return line.exit_status;
   } catch (const Differ &) {
     return kDiffer;
@@ -328,12 +320,12 @@ int exit_status(const CLI::App &app, const CommandLine &line) {
 }  // namespace
 
 int main(int argc, char **argv) {
-  CLI::App app{kPurpose, "vchipctl"};
+  os::Command app{kPurpose, "vchipctl"};
   CommandLine line;
   add_commands(app, line);
   try {
-    return os::parse_and_run(app, argc, argv, [&] { return exit_status(app, line); });
-  } catch (const CLI::ParseError &error) {
+    return os::parse_and_run(app, argc, argv, [&] { return exit_status(line); });
+  } catch (const os::WrongLine &error) {
     return complain(explain(app, error), kWrongUsage);
   } catch (const UsageError &error) {
     return complain(error.what(), kWrongUsage);

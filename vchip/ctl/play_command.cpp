@@ -5,11 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "describe.h"
 #include "frame_commands.h"
 #include "frame_words.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "scenario.h"
 #include "usage_error.h"
@@ -17,7 +17,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr size_t kShownDifferences = 20;
 
@@ -135,7 +135,7 @@ void play(const PlayWords &words) {
   size_t failed = 0;
   for (const std::string &directory : words.directories)
     if (!try_one(directory, words.json ? &results : nullptr)) ++failed;
-  if (words.json) printf("%s\n", Json{{"scenarios", results}}.dump().c_str());
+  if (words.json) printf("%s\n", os::json_text({{"scenarios", results}}).c_str());
   if (failed == 0) return;
   fflush(stdout);
   throw Refused(std::to_string(failed) + " of " + std::to_string(words.directories.size()) +

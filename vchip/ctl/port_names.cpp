@@ -6,8 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <nlohmann/json.hpp>
 #include <numeric>
+
+#include "os/json.h"
 
 namespace vchipctl {
 namespace {
@@ -44,7 +45,7 @@ std::string port_name(int32_t port) {
   return interface >= 0 ? std::to_string(interface) : std::string("p").append(std::to_string(port));
 }
 
-nlohmann::ordered_json port_json(int32_t port) {
+os::Json port_json(int32_t port) {
   const int32_t interface = interface_of(port);
   if (interface >= 0) return interface;
   return port_name(port);

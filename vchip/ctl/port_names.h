@@ -4,9 +4,10 @@
 #define VCHIPCTL_PORT_NAMES_H
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
+
+#include "os/json.h"
 
 namespace vchipctl {
 
@@ -16,7 +17,7 @@ int32_t interface_of(int32_t port);
 // "3", "0" for the CPU port, "p27".
 std::string port_name(int32_t port);
 // 3, 0 or "p27".
-nlohmann::ordered_json port_json(int32_t port);
+os::Json port_json(int32_t port);
 
 // Every port in the order of their names: by number, then those without one.
 const std::vector<int32_t> &ports_by_name();

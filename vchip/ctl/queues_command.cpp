@@ -5,9 +5,9 @@
 #include <cinttypes>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "frame_commands.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
@@ -15,7 +15,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 using vchip::PortQueueView;
 using vchip::QueueView;
 
@@ -79,7 +79,7 @@ void queues(const TrafficWords &words) {
   if (!words.json) return print_queues_table(unit, ports, words.all || asked);
   Json all = Json::array();
   for (const int32_t port : ports) all.push_back(port_queues_json(unit, port));
-  printf("%s\n", all.dump().c_str());
+  printf("%s\n", os::json_text(all).c_str());
 }
 
 }  // namespace vchipctl

@@ -2,12 +2,12 @@
 #include <swctl-vchip/frame.h>
 
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "departures.h"
 #include "frame_commands.h"
 #include "frame_words.h"
 #include "given_frames.h"
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "words.h"
@@ -15,7 +15,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 void print_departure(const Departure &frame) {
   const char *reason = vchip_to_cpu_name(frame.reason);
@@ -33,7 +33,7 @@ Json sent_json(const Departure &frame) {
 void print_sent(const std::vector<Departure> &departures) {
   Json document = {{"frames", Json::array()}};
   for (const Departure &frame : departures) document["frames"].push_back(sent_json(frame));
-  printf("%s\n", document.dump().c_str());
+  printf("%s\n", os::json_text(document).c_str());
 }
 
 // Between two frames passes the time between their stamps. The first arrives

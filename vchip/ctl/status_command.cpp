@@ -4,16 +4,16 @@
 
 #include <cstdio>
 #include <ctime>
-#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "images.h"
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr uint64_t kKilobyte = 1024;
 
@@ -103,8 +103,7 @@ vchip::ImageStatus status_of(const std::string &image) {
 void status(const StatusWords &words) {
   Json all = Json::array();
   const auto finish = [&] {
-    if (words.json)
-      printf("%s\n", all.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
+    if (words.json) printf("%s\n", os::json_text(all).c_str());
   };
   try {
     for_each_image(words.images, [&](const std::string &image) {

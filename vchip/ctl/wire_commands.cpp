@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
+#include "os/json.h"
 #include "port_names.h"
 #include "usage_error.h"
 #include "wires_client.h"
@@ -14,7 +14,7 @@
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 std::string carrier_text(const Json &row) {
   std::string text = row["carrier"] ? "up" : "down";
@@ -57,7 +57,7 @@ void expect_up(const Json &rows, const std::vector<int32_t> &ports) {
 void print(Json rows, bool json) {
   if (!json) return print_wires(rows);
   for (Json &row : rows) row["port"] = port_json(row["port"]);
-  printf("%s\n", rows.dump().c_str());
+  printf("%s\n", os::json_text(rows).c_str());
 }
 
 }  // namespace
@@ -77,20 +77,19 @@ void wires(const WireWords &words) {
   expect_up(rows, wanted);
 }
 
-void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &run) {
-  CLI::App *one = app.add_subcommand("wire", "Change the wire of a port while vchipd runs");
-  one->add_option("PORT", words.port,
-                  "Port as printed on the box, 1 to 26, 0 the CPU, or p0 to p27")
-      ->required();
-  one->add_option("WIRE", words.wire, "Such as veth:sw3, as vchipd takes it; none takes it away")
-      ->required();
-  one->callback([&] { run = [&] { wire(words); }; });
-  CLI::App *all = app.add_subcommand("wires", "The wires of the ports, and their frames");
-  all->add_flag("-j,--json", words.json, "Print JSON");
-  all->add_option("--up", words.up, "Refuse unless these ports, such as 1-4, have a carrier");
-  all->callback([&] { run = [&] { wires(words); }; });
-  for (CLI::App *command : {one, all})
-    command->add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");
+void add_wire_commands(os::Command &app, WireWords &words, std::function<void()> &run) {
+  os::Command one = app.add_subcommand("wire", "Change the wire of a port while vchipd runs");
+  one.add_option("PORT", words.port, "Port as printed on the box, 1 to 26, 0 the CPU, or p0 to p27")
+      .required();
+  one.add_option("WIRE", words.wire, "Such as veth:sw3, as vchipd takes it; none takes it away")
+      .required();
+  one.callback([&] { run = [&] { wire(words); }; });
+  os::Command all = app.add_subcommand("wires", "The wires of the ports, and their frames");
+  all.add_flag("-j,--json", words.json, "Print JSON");
+  all.add_option("--up", words.up, "Refuse unless these ports, such as 1-4, have a carrier");
+  all.callback([&] { run = [&] { wires(words); }; });
+  for (os::Command command : {one, all})
+    command.add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given");
 }
 
 }  // namespace vchipctl

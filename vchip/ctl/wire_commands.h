@@ -3,10 +3,11 @@
 #ifndef VCHIPCTL_WIRE_COMMANDS_H
 #define VCHIPCTL_WIRE_COMMANDS_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "os/command_line.h"
 
 namespace vchipctl {
 
@@ -22,7 +23,7 @@ void wire(const WireWords &words);
 void wires(const WireWords &words);
 
 // The commands' words, and which of them is run.
-void add_wire_commands(CLI::App &app, WireWords &words, std::function<void()> &run);
+void add_wire_commands(os::Command &app, WireWords &words, std::function<void()> &run);
 
 }  // namespace vchipctl
 

@@ -8,17 +8,17 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "os/json.h"
 #include "usage_error.h"
 
 namespace vchipctl {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 // Through its directory, which may have a longer name than an address has room for.
 bool connect_to(int descriptor, const std::filesystem::path &path) {
@@ -67,9 +67,9 @@ bool ask(os::Descriptor &connection, uint32_t unit, const Json &request, Json &a
     if (errno == ENOENT || errno == ECONNREFUSED) return false;
     throw Refused(path + ": " + strerror(errno));
   }
-  if (!send_all(connection.get(), request.dump() + "\n"))
+  if (!send_all(connection.get(), os::json_text(request) + "\n"))
     throw Refused(path + ": " + strerror(errno));
-  answer = Json::parse(receive_line(connection.get()), nullptr, false);
+  answer = os::try_parse_json(receive_line(connection.get()));
   if (!answer.is_object()) throw Refused(path + ": vchipd has ended without an answer");
   if (answer.contains("error")) throw Refused(answer["error"].get<std::string>());
   return true;

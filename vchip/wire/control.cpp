@@ -5,20 +5,20 @@
 
 #include <fcntl.h>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <sys/epoll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
 #include "fault.h"
 #include "live_captures.h"
+#include "os/json.h"
 #include "panel.h"
 #include "wire_words.h"
 
 namespace vchipd {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 constexpr size_t kLongestRequest = 8192;
 
@@ -171,11 +171,11 @@ Json Control::perform(const Json &request) {
 std::string Control::answer(const std::string &request) {
   Json reply;
   try {
-    reply = perform(Json::parse(request));
+    reply = perform(os::parse_json(request));
   } catch (const std::exception &fault) {
     reply = {{"error", fault.what()}};
   }
-  return reply.dump(-1, ' ', false, Json::error_handler_t::replace);
+  return os::json_text(reply);
 }
 
 }  // namespace vchipd

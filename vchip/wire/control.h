@@ -5,11 +5,11 @@
 
 #include <map>
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "loop.h"
 #include "os/descriptor.h"
+#include "os/json.h"
 
 namespace vchipd {
 
@@ -36,7 +36,7 @@ class Control {
   void hear(int descriptor);
   void hang_up(int descriptor);
   os::Descriptor take(int descriptor);
-  nlohmann::ordered_json perform(const nlohmann::ordered_json &request);
+  os::Json perform(const os::Json &request);
   std::string answer(const std::string &request);
 
   Loop &loop_;

@@ -2,7 +2,6 @@
 // vchipd: connects the ports of a virtual chip to interfaces, sockets and captures.
 #include <swctl-vchip/vchip.h>
 
-#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -91,17 +90,16 @@ void serve(const Words &words) {
   captures.finish(kDrainNanoseconds);
 }
 
-void add_words(CLI::App &app, Words &words) {
+void add_words(os::Command &app, Words &words) {
   app.add_option("--image", words.image, "The chip's image; VCHIP_IMAGE if not given");
   app.add_option("--unit", words.unit, "Switch unit, 0 or 1; 0 if not given")
-      ->check(CLI::Range(0, VCHIP_UNITS - 1));
-  app.add_option("--port", words.ports, "PORT=WIRE: what is at a port; once for each")
-      ->allow_extra_args(false);
+      .within(0, VCHIP_UNITS - 1);
+  app.add_option("--port", words.ports, "PORT=WIRE: what is at a port; once for each").one_each();
   app.add_option("--config", words.config,
                  "Configuration for swctl, loaded before the first frame");
   app.add_flag("--virtual-time", words.virtual_time,
                "The chip's clock follows the captures, or vchipctl time, not real time");
-  app.set_version_flag("-V,--version", "vchipd " SWCTL_VERSION, "Print the version and end");
+  app.add_version("vchipd " SWCTL_VERSION);
   app.footer("Wires: " + vchipd::wire_kinds() +
              ".\nExit status: 0 ended as asked, 1 wrong words, 2 refused.");
 }
@@ -121,7 +119,8 @@ int complain(const std::string &text, int status) {
 }  // namespace
 
 int main(int argc, char **argv) {
-  CLI::App app{"The ports of a virtual switch chip, on interfaces, sockets and captures", "vchipd"};
+  os::Command app{"The ports of a virtual switch chip, on interfaces, sockets and captures",
+                  "vchipd"};
   Words words;
   add_words(app, words);
   try {
@@ -130,7 +129,7 @@ int main(int argc, char **argv) {
       serve(words);
       return 0;
     });
-  } catch (const CLI::ParseError &error) {
+  } catch (const os::WrongLine &error) {
     return complain(error.what(), kWrongUsage);
   } catch (const WrongWords &error) {
     return complain(error.what(), kWrongUsage);

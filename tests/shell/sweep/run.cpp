@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -15,6 +14,7 @@
 
 #include "command/walker.h"
 #include "objects/registry.h"
+#include "os/json.h"
 #include "run/command.h"
 #include "run/words.h"
 #include "world.h"
@@ -22,7 +22,7 @@
 namespace shell_sweep {
 namespace {
 
-using Json = nlohmann::json;
+using os::Json;
 
 // What main() makes of a command and its outcome.
 void run_command_line(const std::string &line, uint32_t unit, Run &run) {
@@ -74,13 +74,12 @@ Run run_here(const Request &request) {
 }
 
 std::string packed(const Run &run) {
-  return Json{run.status, run.answer, run.message, run.function, run.result,
-              run.file,   run.is_as,  run.failed,  run.calls,    run.chip}
-      .dump();
+  return os::json_text({run.status, run.answer, run.message, run.function, run.result, run.file,
+                        run.is_as, run.failed, run.calls, run.chip});
 }
 
 Run unpacked(const std::string &text) {
-  const Json json = Json::parse(text);
+  const Json json = os::parse_json(text);
   return {json[0], json[1], json[2], json[3], json[4], json[5], json[6], json[7], json[8], json[9]};
 }
 

@@ -4,21 +4,21 @@
 // something in every table and whose unit 1 is as after power-on, a command on unit 1 leaves unit 0
 // alone, and answers and does what it does on unit 0 of a fresh chip.
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <string>
 
 #include "cover.h"
+#include "os/json.h"
 #include "run.h"
 #include "world.h"
 
 namespace {
 
 using namespace shell_sweep;
-using Json = nlohmann::json;
+using os::Json;
 
 // A unit of a dump, without its number.
 Json unit_of(const std::string &dump, size_t unit) {
-  Json json = Json::parse(dump).at("units").at(unit);
+  Json json = os::parse_json(dump).at("units").at(unit);
   json.erase("unit");
   return json;
 }

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "document/dump.h"
 
-#include <nlohmann/json.hpp>
 #include <utility>
+
+#include "os/json.h"
 
 namespace vchip {
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 void Dump::null(const char *name) {
   object_[name] = nullptr;
@@ -66,7 +67,7 @@ std::string json_text(int indent, const std::function<void(Dump &)> &fill) {
   Json json = Json::object();
   Dump document(json);
   fill(document);
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return os::json_text(json, indent);
 }
 
 }  // namespace vchip

@@ -5,12 +5,12 @@
 
 #include <bit>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "chip/copy.h"
 #include "chip/viewing.h"
 #include "common/board.h"
+#include "os/json.h"
 #include "pipeline/carried.h"
 #include "pipeline/run.h"
 
@@ -66,7 +66,7 @@ void find_end(Explanation &explanation) {
   }
 }
 
-using Json = nlohmann::ordered_json;
+using os::Json;
 
 Json port_json(int32_t port) {
   const int32_t interface = interface_of(port);
@@ -118,7 +118,7 @@ std::string explain_json(uint32_t unit, int32_t port, const uint8_t *bytes, uint
     document["out"].push_back({{"port", port_json(frame.port)}, {"bytes", hex(frame.bytes)}});
   if (explanation.dropped)
     document["dropped"] = {{"step", explanation.dropped_at}, {"why", explanation.dropped_why}};
-  return document.dump();
+  return os::json_text(document);
 }
 
 }  // namespace vchip

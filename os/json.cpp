@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "os/json.h"
+
+template class nlohmann::basic_json<nlohmann::ordered_map>;
+
+namespace os {
+
+Json parse_json(const std::string &text) {
+  return Json::parse(text);
+}
+
+Json try_parse_json(const std::string &text) {
+  return Json::parse(text, nullptr, false);
+}
+
+Json try_parse_json(std::istream &stream) {
+  return Json::parse(stream, nullptr, false);
+}
+
+std::string json_text(const Json &json, int indent) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace os
