@@ -97,6 +97,9 @@ static void many_frames(void) {
                                        {lldp, sizeof lldp, there}};
   DOOR(vchip_frames_arrive, (unit, arrivals, 2));
   DOOR_FOR(1, vchip_frames_leave, (unit, there, frames, 2));
+  DOOR(vchip_frames_arrive_lent, (unit, arrivals, 1));
+  vchip_frames_keep(unit);
+  DOOR_FOR(1, vchip_frames_leave, (unit, there, frames, 2));
   expect_true("a flooded frame is at the processor too",
               (vchip_frames_ready(unit) >> VCHIP_CPU_PORT & 1) == 1);
   DOOR(vchip_frame_transmit, (unit, here, lldp, sizeof lldp));
@@ -110,7 +113,7 @@ static void accounts(void) {
   struct vchip_drops_t drops;
   memset(&drops, 0xFF, sizeof drops);
   DOOR(vchip_drops_get, (unit, here, &drops));
-  expect_true("two came in and left", drops.received == 2 && drops.forwarded == 2);
+  expect_true("three came in and left", drops.received == 3 && drops.forwarded == 3);
   DOOR(vchip_drops_clear, (unit, here));
   DOOR(vchip_drops_get, (unit, here, &drops));
   expect_true("nothing is left in the account", drops.received == 0 && drops.held == 0);

@@ -164,6 +164,21 @@ class Raw(wires.Case):
         one.send(sent)
         self.assertEqual(two.receive(), sent[:12] + sent[16:])
 
+    def test_frames_that_no_port_takes_stop_nothing(self):
+        """More of them in a row than are taken in at a time."""
+        one, two = self.start_pair()
+        for name in ("sw1", "sw1h"):
+            ip(f"link set {name} mtu 16365")
+        long = tagged((BROADCAST + mac(1) + b"\x88\xb5").ljust(16379, b"x"), 1)
+        for _ in range(100):
+            one.send(long)
+            time.sleep(0.0005)
+        one.send(frame(BROADCAST, mac(1)))
+        self.assertEqual(two.receive(), frame(BROADCAST, mac(1)))
+        row = self.wires()[1]
+        self.assertEqual(row["unusable"] + row["missed"], 100)
+        self.assertGreater(row["unusable"], 64)
+
     def test_a_burst_of_every_kind_stays_in_order(self):
         """Small and large ones by turns."""
         one, two = self.start_pair()

@@ -14,15 +14,14 @@ import interfaces_test
 import wires
 from wires import BROADCAST, frame, mac, wait_until
 
-PORTS = 26
 MOST = 1 << 20      # bytes a port
 FEW = 2
-SECONDS = 1.5
 FRAMES = 300        # to each port while vchipd does not run: more than a ring holds
 PIDFD_GETFD = 438   # of every architecture that has pidfds
 SO_MEMINFO = 55
 # Of a sanitizer the memory that it keeps back would be counted.
-SANITIZER = "quarantine_size_mb=0:thread_local_quarantine_size_kb=0"
+SANITIZER = ("quarantine_size_mb=0:thread_local_quarantine_size_kb=0:"
+             "allocator_release_to_os_interval_ms=0")
 
 
 def socket_memory(process):
@@ -47,12 +46,16 @@ def socket_memory(process):
 
 
 def process_memory(process):
-    """Bytes in memory, rings that the kernel shares with it included."""
-    with open(f"/proc/{process}/status", encoding="ascii") as status:
-        return next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
+    """Bytes in memory, rings that the kernel shares with it included, each once: the ring of a
+    program is there twice."""
+    with open(f"/proc/{process}/smaps_rollup", encoding="ascii") as parts:
+        return next(int(line.split()[1]) * 1024 for line in parts if line.startswith("Pss:"))
 
 
 class Memory(wires.Case):
+    ports = 26
+    seconds = 1.5
+
     def setUp(self):
         super().setUp()
         options = [self.environment.get("ASAN_OPTIONS", ""), SANITIZER]
@@ -69,7 +72,7 @@ class Memory(wires.Case):
         process = self.start(*(f"{port}={wire(port)}" for port in range(1, count + 1)))
         ends = [prepare(port) for port in range(1, count + 1)]
         wait_until(lambda: all(row["carrier"] for row in self.wires().values()), "links", 30)
-        end = time.monotonic() + SECONDS
+        end = time.monotonic() + self.seconds
         while time.monotonic() < end:
             for number, each in enumerate(ends, 1):
                 send(each, number)
@@ -91,8 +94,8 @@ class Memory(wires.Case):
 
     def measure(self, *how):
         """What each port beyond the first two takes: those bring in the programs and the chip."""
-        few, many = self.memory_of(FEW, *how), self.memory_of(PORTS, *how)
-        own, sockets = ((more - less) // (PORTS - FEW) for more, less in zip(many, few))
+        few, many = self.memory_of(FEW, *how), self.memory_of(self.ports, *how)
+        own, sockets = ((more - less) // (self.ports - FEW) for more, less in zip(many, few))
         print(f"{self.id()}: a port takes {own:,} bytes of the process and {sockets:,} of sockets",
               flush=True)
         self.assertLessEqual(own + sockets, MOST)

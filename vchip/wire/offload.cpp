@@ -106,7 +106,7 @@ void write_transport(const Parts &parts, uint8_t *frame, uint32_t length, uint32
   } else {
     put16(header + 4, length - parts.transport);
   }
-  uint8_t *field = header + (parts.is_tcp ? 16 : 6);
+  uint8_t *field = header + (parts.is_tcp ? kTcpChecksum : kUdpChecksum);
   put16(field, 0);
   const uint32_t value =
       checksum(pseudo_header(parts, frame, length) + sum_of(header, length - parts.transport));

@@ -27,6 +27,8 @@ constexpr uint8_t kDividedTcp4 = 1;
 constexpr uint8_t kDividedTcp6 = 4;
 constexpr uint8_t kDividedUdp = 5;
 constexpr uint8_t kDividedEcn = 0x80;  // a flag beside it
+constexpr uint16_t kTcpChecksum = 16;  // offsets in their headers
+constexpr uint16_t kUdpChecksum = 6;
 
 // Writes the checksum that the header speaks of. False if it lies outside.
 bool complete_checksum(const OffloadHeader &header, uint8_t *frame, uint32_t length);

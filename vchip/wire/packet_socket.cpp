@@ -103,6 +103,16 @@ void PacketSocket::open(const std::string &wire, int index) {
   open_ring(wire);
   hear_all(wire, in_, index);
   bind_to(wire, in_, index, ETH_P_ALL);
+  open_sender(wire, index);
+}
+
+// A pair hands over every frame, whatever its address: it need not be promiscuous.
+void PacketSocket::open_pair(const std::string &wire, int index, bool takes_away) {
+  if (!bpf_.open(index, takes_away)) return open(wire, index);
+  open_sender(wire, index);
+}
+
+void PacketSocket::open_sender(const std::string &wire, int index) {
   out_ = new_packet_socket(wire);
   set_number(wire, out_.get(), PACKET_QDISC_BYPASS, 1);
   bind_to(wire, out_, index, 0);
@@ -137,6 +147,7 @@ tpacket2_hdr *PacketSocket::slot(uint32_t number) const {
 }
 
 bool PacketSocket::has_frames(uint32_t count) const {
+  if (bpf_.is_open()) return bpf_.has_frames(count);
   return (load_status(*slot((next_ + count - 1) % kSlots)) & TP_STATUS_USER) != 0;
 }
 
@@ -149,7 +160,24 @@ void PacketSocket::prefetch() const {
   for (uint32_t line = 1; line <= lines; ++line) __builtin_prefetch(bytes + line * 64);
 }
 
+bool PacketSocket::receive_by_bpf(Arrivals &arrivals, uint32_t most, WireCounts &counts) {
+  BpfReceiver::Frame frame = {};
+  while (arrivals.size() < most && kept_bytes_ < kKeptAtATime) {
+    if (!bpf_.next(frame)) return false;
+    if ((frame.offload.flags & kNeedsChecksum) == 0 && is_frame_length(frame.length)) {
+      arrivals.push_back({frame.bytes, frame.length, 0});
+      ++counts.received;
+      continue;
+    }
+    uint8_t *copy = keep(frame.length);
+    memcpy(copy, frame.bytes, frame.length);
+    take(frame.offload, copy, frame.length, arrivals, counts);
+  }
+  return true;
+}
+
 bool PacketSocket::receive(Arrivals &arrivals, uint32_t most, WireCounts &counts) {
+  if (bpf_.is_open()) return receive_by_bpf(arrivals, most, counts);
   int fault = 0;
   socklen_t size = sizeof fault;
   for (; taken_ < most && arrivals.size() < most && kept_bytes_ < kKeptAtATime; ++taken_) {
@@ -172,6 +200,7 @@ bool PacketSocket::receive(Arrivals &arrivals, uint32_t most, WireCounts &counts
 }
 
 void PacketSocket::arrived() {
+  if (bpf_.is_open()) bpf_.arrived();
   for (; taken_ > 0; --taken_) {
     tpacket2_hdr &head = *slot((next_ + kSlots - taken_) % kSlots);
     __atomic_store_n(&head.tp_status, uint32_t{TP_STATUS_KERNEL}, __ATOMIC_RELEASE);
@@ -270,6 +299,7 @@ void PacketSocket::send_by_packets(const vchip_frame_t *frames, uint32_t count,
 }
 
 uint64_t PacketSocket::take_overflow() {
+  if (bpf_.is_open()) return bpf_.take_overflow();
   tpacket_stats statistics = {};
   socklen_t size = sizeof statistics;
   if (getsockopt(in_.get(), SOL_PACKET, PACKET_STATISTICS, &statistics, &size) != 0) return 0;

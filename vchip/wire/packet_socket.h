@@ -11,6 +11,7 @@
 #include <sys/socket.h>
 #include <vector>
 
+#include "bpf_receiver.h"
 #include "offload.h"
 #include "os/descriptor.h"
 #include "wire.h"
@@ -27,11 +28,19 @@ class PacketSocket {
 
   // The text of a Fault begins with `wire`.
   void open(const std::string &wire, int index);
+  // The same for an end of a pair, where the system allows it by a program in the kernel. If
+  // it `takes_away` the frames, nobody else gets them.
+  void open_pair(const std::string &wire, int index, bool takes_away);
   // Sends by AF_XDP from now on where the system allows it, frames up to that MTU.
   void send_by_xdp(int index, uint32_t mtu);
   // Why it does not, if it was to.
   const std::string &xdp_refusal() const { return xdp_.refusal(); }
-  int descriptor() const { return in_.get(); }
+  const std::string &bpf_refusal() const { return bpf_.refusal(); }
+  // Readable when there are frames, if arm() was called before they came.
+  int descriptor() const { return bpf_.is_open() ? bpf_.descriptor() : in_.get(); }
+  void arm() {
+    if (bpf_.is_open()) bpf_.arm();
+  }
 
   // As those of Wire.
   bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
@@ -44,6 +53,8 @@ class PacketSocket {
 
  private:
   void open_ring(const std::string &wire);
+  void open_sender(const std::string &wire, int index);
+  bool receive_by_bpf(Arrivals &arrivals, uint32_t most, WireCounts &counts);
   tpacket2_hdr *slot(uint32_t number) const;
   void prefetch() const;
   void take_slot(tpacket2_hdr &head, Arrivals &arrivals, WireCounts &counts);
@@ -55,6 +66,7 @@ class PacketSocket {
   uint8_t *keep(uint32_t length);
   void send_by_packets(const vchip_frame_t *frames, uint32_t count, WireCounts &counts);
 
+  BpfReceiver bpf_;
   os::Descriptor in_;
   os::Descriptor out_;
   XdpSender xdp_;

@@ -42,6 +42,8 @@ class PacketWire : public Wire {
  protected:
   // The interface is there when this returns.
   virtual Link prepare() = 0;
+  // Whether it was made for the chip, so that nobody else has a use for its frames.
+  virtual bool is_own() const { return false; }
   const std::string &word() const { return word_; }
   const std::string &name() const { return name_; }
 
@@ -67,7 +69,11 @@ void PacketWire::start(Loop &loop, Socket &socket) {
   link_ = prepare();
   monitor_ =
       std::make_unique<LinkMonitor>(loop, link_.index, [this](uint32_t flags) { changed(flags); });
-  frames_.open(word_, link_.index);
+  if (link_.kind == "veth") {
+    frames_.open_pair(word_, link_.index, is_own());
+  } else {
+    frames_.open(word_, link_.index);
+  }
   loop_ = &loop;
   socket_ = &socket;
   announce(true);
@@ -75,6 +81,7 @@ void PacketWire::start(Loop &loop, Socket &socket) {
 }
 
 void PacketWire::announce(bool on) {
+  if (on) frames_.arm();
   if (on == announces_ || loop_ == nullptr) return;
   announces_ = on;
   if (on) {
@@ -95,8 +102,8 @@ void PacketWire::changed(uint32_t flags) {
 
 std::string PacketWire::note() const {
   if (gone_) return kGoneNote;
-  const std::string &refusal = frames_.xdp_refusal();
-  return refusal.empty() ? "" : "sends without AF_XDP: " + refusal;
+  if (!frames_.xdp_refusal().empty()) return "sends without AF_XDP: " + frames_.xdp_refusal();
+  return frames_.bpf_refusal().empty() ? "" : "receives without BPF: " + frames_.bpf_refusal();
 }
 
 class NetdevWire : public PacketWire {
@@ -126,6 +133,7 @@ class VethWire : public PacketWire {
 
  protected:
   Link prepare() override;
+  bool is_own() const override { return made_ != 0; }
 
  private:
   void make();

@@ -142,12 +142,17 @@ void Panel::take_in(Plugged &plugged) {
   arrivals_.clear();
   plugged.ready = plugged.wire().receive(arrivals_, kFramesAtATime);
   ready_ = ready_ || plugged.ready;
-  if (arrivals_.empty()) return;
+  if (!arrivals_.empty()) let_arrive(plugged);
+  plugged.wire().arrived();
+}
+
+void Panel::let_arrive(Plugged &plugged) {
   came_ += arrivals_.size();
   if (observer_ != nullptr) observer_->arriving(arrivals_);
   plugged.wire().deliver(unit_, plugged.port(), arrivals_);
   if (observer_ != nullptr) observer_->arrived(plugged.port(), arrivals_);
-  plugged.wire().arrived();
+  give_out();
+  vchip_frames_keep(unit_);
 }
 
 bool Panel::look_at_rings() {
@@ -182,7 +187,7 @@ void Panel::weigh_rate() {
 }
 
 void Panel::let_announce(bool on) {
-  if (on == announce_) return;
+  if (!on && !announce_) return;
   announce_ = on;
   for (const auto &plugged : plugged_)
     if (plugged) plugged->wire().announce(on);
@@ -197,6 +202,7 @@ void Panel::wait() {
     loop_.wait(0);
   } else {
     let_announce(true);
+    look_at_rings();
     loop_.wait(time_to_wait());
   }
 }
@@ -215,7 +221,6 @@ void Panel::serve() {
   for (const auto &plugged : plugged_) {
     if (!plugged || !plugged->is_due()) continue;
     take_in(*plugged);
-    give_out();
   }
   if (came_ == 0) give_out();
 }

@@ -61,6 +61,7 @@ class Panel {
   void weigh_rate();
   uint64_t time_to_wait();
   void take_in(Plugged &plugged);
+  void let_arrive(Plugged &plugged);
   void give_out();
   void give_out(int32_t port);
   void show_links();

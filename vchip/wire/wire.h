@@ -58,11 +58,12 @@ class Wire {
   // Whether so many frames have come, as far as it can tell without asking the system.
   virtual bool shows_frames(uint32_t) const { return false; }
   // Whether such a wire also tells the loop that frames have come, as it does at first.
-  // To tell of every frame costs the sender's time.
+  // To tell of every frame costs the sender's time. Asked for before each wait, and frames
+  // that have come before are not told of: the wire has to be looked at afterwards.
   virtual void announce(bool) {}
-  // Those have arrived.
+  // Those have arrived, and what of them leaves at once has been sent.
   virtual void arrived() {}
-  // Gives them to the port.
+  // Gives them to the port, lent until then.
   virtual int32_t deliver(uint32_t unit, int32_t port, Arrivals &arrivals);
   // Places in its own memory for frames that it is to send next, kFramesAtATime at most; 0:
   // any will do. They hold until the next call of it or of send().

@@ -31,19 +31,6 @@ void store(uint32_t *word, uint32_t value) {
 
 }  // namespace
 
-Mapping::Mapping(Mapping &&other) noexcept
-    : memory_(std::exchange(other.memory_, nullptr)), size_(other.size_) {}
-
-Mapping &Mapping::operator=(Mapping &&other) noexcept {
-  std::swap(memory_, other.memory_);
-  std::swap(size_, other.size_);
-  return *this;
-}
-
-Mapping::~Mapping() {
-  if (memory_ != nullptr) munmap(memory_, size_);
-}
-
 bool XdpSender::refuse(const char *what) {
   refusal_ = std::string(what) + ": " + strerror(errno);
   return false;
@@ -103,14 +90,16 @@ bool XdpSender::map_rings() {
 }
 
 bool XdpSender::map_ring(Ring &ring, const xdp_ring_offset &offset, size_t entry, uint64_t place) {
-  const size_t size = offset.desc + kChunks * entry;
+  const size_t size = static_cast<size_t>(offset.desc) + kChunks * entry;
   void *memory = mmap64(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_POPULATE,
                         socket_.get(), static_cast<off64_t>(place));
   if (memory == MAP_FAILED) return refuse("ring");
   ring.memory = Mapping(memory, size);
-  ring.producer = reinterpret_cast<uint32_t *>(ring.memory.at(offset.producer));
-  ring.consumer = reinterpret_cast<uint32_t *>(ring.memory.at(offset.consumer));
-  ring.entries = ring.memory.at(offset.desc);
+  ring.producer =
+      reinterpret_cast<uint32_t *>(ring.memory.at(static_cast<size_t>(offset.producer)));
+  ring.consumer =
+      reinterpret_cast<uint32_t *>(ring.memory.at(static_cast<size_t>(offset.consumer)));
+  ring.entries = ring.memory.at(static_cast<size_t>(offset.desc));
   return true;
 }
 

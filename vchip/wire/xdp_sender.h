@@ -11,27 +11,11 @@
 #include <linux/if_xdp.h>
 #include <string>
 
+#include "mapping.h"
 #include "os/descriptor.h"
 #include "wire.h"
 
 namespace vchipd {
-
-// Memory of this process, or of the system, that is mapped; unmapped with its owner.
-class Mapping {
- public:
-  Mapping() = default;
-  Mapping(void *memory, size_t size) : memory_(memory), size_(size) {}
-  Mapping(Mapping &&other) noexcept;
-  Mapping &operator=(Mapping &&other) noexcept;
-  ~Mapping();
-
-  explicit operator bool() const { return memory_ != nullptr; }
-  uint8_t *at(size_t offset) const { return static_cast<uint8_t *>(memory_) + offset; }
-
- private:
-  void *memory_ = nullptr;
-  size_t size_ = 0;
-};
 
 class XdpSender {
  public:

@@ -144,6 +144,27 @@ SWCTL_API int32_t vchip_frames_arrive(uint32_t unit, const struct vchip_arrival_
                                       uint32_t count);
 
 /**
+ * @brief The same, without a copy of a frame that leaves at once as it came.
+ *
+ * The bytes have to stay as they are until the frames have been taken, or until
+ * vchip_frames_keep() is called.
+ *
+ * @param unit   switch unit
+ * @param frames the frames, in order
+ * @param count  how many; 0 is allowed
+ * @return as vchip_frames_arrive()
+ */
+SWCTL_API int32_t vchip_frames_arrive_lent(uint32_t unit, const struct vchip_arrival_t *frames,
+                                           uint32_t count);
+
+/**
+ * @brief Copies what vchip_frames_arrive_lent() has been lent and nobody has taken
+ *        yet: the bytes are not needed any more.
+ * @param unit switch unit
+ */
+SWCTL_API void vchip_frames_keep(uint32_t unit);
+
+/**
  * @brief Takes several frames that have left a port, the oldest first, under
  *        one lock.
  * @param unit   switch unit

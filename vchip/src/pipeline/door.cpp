@@ -3,6 +3,7 @@
 #include <swctl-vchip/frame.h>
 
 #include <algorithm>
+#include <bit>
 
 #include "chip/chip.h"
 #include "common/check.h"
@@ -87,8 +88,14 @@ int32_t rooms(const vchip_frame_t *frames, uint32_t count) {
   return all ? 0 : VCHIP_E_NULL;
 }
 
+// The rest of a frame is read when it is taken; it may be in another processor's cache.
+void fetch_rest(const vchip_arrival_t &frame) {
+  constexpr uint32_t kLine = 64;
+  for (uint32_t at = kLine; at < frame.length; at += kLine) __builtin_prefetch(frame.bytes + at);
+}
+
 // Looks ahead, so that the memory of a frame is there when its turn comes.
-void arrive_all(Run &run, const vchip_arrival_t *frames, uint32_t count) {
+void arrive_all(Run &run, const vchip_arrival_t *frames, uint32_t count, bool lent) {
   constexpr uint32_t kFar = 8;
   constexpr uint32_t kNear = 4;
   for (uint32_t place = 0; place < count; ++place) {
@@ -96,9 +103,17 @@ void arrive_all(Run &run, const vchip_arrival_t *frames, uint32_t count) {
     if (place + kNear < count) {
       const vchip_arrival_t &next = frames[place + kNear];
       run.expect(next.port, next.bytes, next.length);
+      if (lent) fetch_rest(next);
     }
-    run.arrive(frames[place].port, frames[place].bytes, frames[place].length);
+    run.arrive(frames[place].port, frames[place].bytes, frames[place].length, lent);
   }
+}
+
+int32_t arrive_all(uint32_t unit, const vchip_arrival_t *frames, uint32_t count, bool lent) {
+  return carry(unit, {fault_of(frames, count)}, [&](Run &run) {
+    arrive_all(run, frames, count, lent);
+    return 0;
+  });
 }
 
 constexpr const char *kReasons[] = {"bpdu",        "lldp",        "eapol", "lacp",
@@ -122,10 +137,19 @@ int32_t vchip_frame_arrive(uint32_t unit, int32_t port, const uint8_t *bytes, ui
 }
 
 int32_t vchip_frames_arrive(uint32_t unit, const vchip_arrival_t *frames, uint32_t count) {
-  return vchip::carry(unit, {vchip::fault_of(frames, count)}, [&](vchip::Run &run) {
-    vchip::arrive_all(run, frames, count);
-    return 0;
-  });
+  return vchip::arrive_all(unit, frames, count, false);
+}
+
+int32_t vchip_frames_arrive_lent(uint32_t unit, const vchip_arrival_t *frames, uint32_t count) {
+  return vchip::arrive_all(unit, frames, count, true);
+}
+
+void vchip_frames_keep(uint32_t unit) {
+  const vchip::LockedProcess own;
+  if (!own || unit >= VCHIP_UNITS) return;
+  vchip::UnitTraffic &traffic = vchip::carried(unit);
+  for (uint32_t rest = traffic.left_ports; rest != 0; rest &= rest - 1)
+    traffic.ports[static_cast<size_t>(std::countr_zero(rest))].left.keep();
 }
 
 int32_t vchip_frame_transmit(uint32_t unit, int32_t port, const uint8_t *bytes, uint32_t length) {

@@ -176,7 +176,7 @@ void tell_tags(const Way &way, int32_t port, const NewTags &tags) {
 
 }  // namespace
 
-uint32_t write_frame(const Way &way, int32_t port, uint8_t *to) {
+Frame write_frame(const Way &way, int32_t port, uint8_t *to) {
   const NewTags tags = tags_of(way, port);
   if (way.told()) tell_tags(way, port, tags);
   memcpy(to, way.frame.bytes, kAddressBytes);
@@ -184,6 +184,9 @@ uint32_t write_frame(const Way &way, int32_t port, uint8_t *to) {
   length += write_tag(tags.vlan, to + length);
   length += write_tag(tags.inside, to + length);
   const uint32_t type_at = length;
+  const bool same_tags = length == way.type_at && memcmp(to, way.frame.bytes, length) == 0;
+  if (same_tags && way.edit.remark != CHIP_ACL_REMARK_DSCP && way.frame.length >= kMinBytes)
+    return way.frame;
   memcpy(to + length, way.frame.bytes + way.type_at, way.frame.length - way.type_at);
   length += way.frame.length - way.type_at;
   remark_dscp(way, to + type_at + (way.layers.at - way.type_at));
@@ -191,7 +194,7 @@ uint32_t write_frame(const Way &way, int32_t port, uint8_t *to) {
     memset(to + length, 0, kMinBytes - length);
     length = kMinBytes;
   }
-  return length;
+  return {to, length};
 }
 
 uint32_t queue_of(const Way &way) {

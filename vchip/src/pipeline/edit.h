@@ -10,8 +10,8 @@ namespace vchip {
 // Room for the longest frame and the tags that it can gain.
 inline constexpr uint32_t kLargestSent = kLongestFrame + 2 * kTagBytes;
 
-// Writes them and answers how many there are.
-uint32_t write_frame(const Way &way, int32_t port, uint8_t *to);
+// The frame as it leaves the port: as it came, if nothing in it changes, or written to `to`.
+Frame write_frame(const Way &way, int32_t port, uint8_t *to);
 
 // The queue of a frame that is switched, and of the processor's copy.
 uint32_t queue_of(const Way &way);

@@ -64,8 +64,10 @@ void Run::tell_lost(const char *step, const Departure &departure, const char *wh
   tell(step, "drop", departure.port, what, setting);
 }
 
-void Run::arrive(int32_t port, const uint8_t *bytes, uint32_t length) {
+void Run::arrive(int32_t port, const uint8_t *bytes, uint32_t length, bool lent) {
+  lent_ = lent ? bytes : nullptr;
   pass(port, bytes, length, false);
+  lent_ = nullptr;
   turn_around();
   settle();
 }
@@ -111,7 +113,8 @@ void Run::send_all(const Way &way) {
   const auto in = static_cast<int16_t>(way.port);
   if (way.mirror_groups != 0) mirror(way, way.mirror_groups);
   if (way.cpu_reason != 0 && (traffic_.tables.live & kCpuPortBit) != 0)
-    enqueue({{0, way.frame.length, in, static_cast<uint8_t>(way.cpu_reason), 0, way.turned, false},
+    enqueue({{0, way.frame.length, in, static_cast<uint8_t>(way.cpu_reason), 0, way.turned, false,
+              false},
              way.frame.bytes,
              VCHIP_CPU_PORT,
              queue_of(way)});
@@ -119,8 +122,9 @@ void Run::send_all(const Way &way) {
   uint8_t bytes[kLargestSent];
   for (uint32_t rest = way.egress; rest != 0; rest &= rest - 1) {
     const int32_t port = std::countr_zero(rest);
-    const uint32_t length = write_frame(way, port, bytes);
-    enqueue({{0, length, in, 0, 0, way.turned, false}, bytes, port, queue_of(way)});
+    const Frame sent = write_frame(way, port, bytes);
+    enqueue(
+        {{0, sent.length, in, 0, 0, way.turned, false, false}, sent.bytes, port, queue_of(way)});
   }
 }
 
@@ -129,7 +133,7 @@ void Run::mirror(const Way &way, uint32_t groups) {
     if ((groups >> group & 1) == 0) continue;
     const auto to = static_cast<int32_t>(unit_.mirror.group(group).mirroring_port);
     if ((traffic_.tables.live & port_bit(to)) == 0) continue;
-    enqueue({{0, way.frame.length, static_cast<int16_t>(way.port), 0, 0, way.turned, true},
+    enqueue({{0, way.frame.length, static_cast<int16_t>(way.port), 0, 0, way.turned, true, false},
              way.frame.bytes,
              to,
              kMirrorQueue});
@@ -142,7 +146,7 @@ void Run::transmit(int32_t port, const uint8_t *bytes, uint32_t length) {
   if ((traffic_.tables.live & port_bit(port)) == 0)
     unit_.drops.add(port, Fate::held);
   else
-    enqueue({{0, std::max(length, kMinBytes), VCHIP_CPU_PORT, 0, 0, false, false},
+    enqueue({{0, std::max(length, kMinBytes), VCHIP_CPU_PORT, 0, 0, false, false, false},
              bytes,
              port,
              kProcessorQueue});
@@ -201,7 +205,12 @@ void Run::depart(const Departure &departure) {
     note.port = static_cast<uint8_t>(port);
     traffic_.turning.push(note, departure.bytes);
   } else {
-    traffic_.ports[static_cast<size_t>(port)].left.push(note, departure.bytes);
+    FrameRing &left = traffic_.ports[static_cast<size_t>(port)].left;
+    if (departure.bytes == lent_) {
+      left.push_lent(note, departure.bytes);
+    } else {
+      left.push(note, departure.bytes);
+    }
     traffic_.left_ports |= bit;
   }
   if ((traffic_.tables.mirrored_out & bit) != 0 && !note.copy) mirror_sent(departure);

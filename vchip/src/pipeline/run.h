@@ -17,8 +17,9 @@ class Run {
   // Compiles the settings if they have changed, and sends what has had its time.
   Run(State &state, uint32_t unit, UnitTraffic &traffic, Listener *listener = nullptr);
 
-  // A frame arrives at a port; whatever may leave leaves.
-  void arrive(int32_t port, const uint8_t *bytes, uint32_t length);
+  // A frame arrives at a port; whatever may leave leaves. One that is lent and leaves
+  // unchanged is not copied.
+  void arrive(int32_t port, const uint8_t *bytes, uint32_t length, bool lent = false);
   // A frame will arrive soon: what its way will look at is brought nearer.
   void expect(int32_t port, const uint8_t *bytes, uint32_t length) const;
   // The processor sends a frame out of one port as it is.
@@ -61,6 +62,7 @@ class Run {
   UnitTraffic &traffic_;
   Listener *listener_;
   uint64_t now_;
+  const uint8_t *lent_ = nullptr;  // bytes of a frame that need not be copied
 };
 
 // The heads of a port's queues.
