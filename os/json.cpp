@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "os/json.h"
 
-template class nlohmann::basic_json<nlohmann::ordered_map>;
-
 namespace os {
 
 Json parse_json(const std::string &text) {

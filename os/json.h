@@ -7,9 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-// Compiled once, in json.cpp. Every file that uses JSON would else compile it again.
-extern template class nlohmann::basic_json<nlohmann::ordered_map>;
-
+// The parser and the printer are compiled once, in json.cpp: most of what a file that uses
+// JSON would else compile again.
 namespace os {
 
 using Json = nlohmann::ordered_json;

@@ -10,8 +10,8 @@
 namespace swsh {
 namespace {
 
-constexpr int kDecimal = 10;
-constexpr int kHexadecimal = 16;
+constexpr int kBaseTen = 10;
+constexpr int kBaseSixteen = 16;
 
 bool has_hexadecimal_prefix(std::string_view word) {
   return word.starts_with("0x") || word.starts_with("0X");
@@ -59,7 +59,7 @@ ParsedNumber parse_number(std::string_view word, int64_t low, int64_t high) {
   const char *end = digits.data() + digits.size();
   int64_t number = 0;
   const auto [stop, error] =
-      std::from_chars(digits.data(), end, number, hexadecimal ? kHexadecimal : kDecimal);
+      std::from_chars(digits.data(), end, number, hexadecimal ? kBaseSixteen : kBaseTen);
   if (error == std::errc::result_out_of_range) return {0, "out of range"};
   const bool signed_hexadecimal = hexadecimal && digits.starts_with('-');
   if (error != std::errc() || stop != end || signed_hexadecimal) {
