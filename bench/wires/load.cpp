@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 // load interface NAME SECONDS BYTES [FRAMES_PER_SECOND]
 // load streams FROM TO SECONDS BYTES [FRAMES_PER_SECOND]
-// load calls SECONDS CALLS_PER_SECOND
+// load calls SECONDS CALLS_PER_SECOND [every-other]
 //
 // Offers frames from 02:00:00:00:00:01 to 02:00:00:00:00:02, to an interface of Linux
 // or into a stream with lengths in front; the other stream is read and counted. Prints
-// as JSON how many were sent, in what time, and how many a stream brought back.
-// "calls" changes settings of the chip in VCHIP_IMAGE, and prints how long a call took
-// in microseconds: the median, the 99th percentile and the longest.
+// as JSON how many were sent, in what time, how many a stream brought back, and how many of
+// those in even and in odd quarters of a second of the system's monotonic clock.
+// "calls" changes settings of the chip in VCHIP_IMAGE, in odd quarters only if it is said so,
+// and prints how long a call took in microseconds: the median, the 99th percentile and the
+// longest.
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
 #include <arpa/inet.h>
 #include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -36,6 +39,17 @@ double now() {
   timespec time = {};
   clock_gettime(CLOCK_MONOTONIC, &time);
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+constexpr double kWindow = 0.25;  // seconds
+
+bool is_odd(double time) {
+  return static_cast<uint64_t>(time / kWindow) % 2 == 1;
+}
+
+// A little later, so that it is in the next one.
+double end_of_window(double time) {
+  return (std::floor(time / kWindow) + 1) * kWindow + 1e-6;
 }
 
 [[noreturn]] void fail(const char *what) {
@@ -67,9 +81,11 @@ struct Pace {
   }
 };
 
-void print(const Pace &pace, uint64_t received) {
-  printf("{\"sent\":%llu,\"received\":%llu,\"seconds\":%.6f}\n",
-         static_cast<unsigned long long>(pace.sent), static_cast<unsigned long long>(received),
+// `received` in even and in odd windows.
+void print(const Pace &pace, uint64_t even, uint64_t odd) {
+  printf("{\"sent\":%llu,\"received\":%llu,\"even\":%llu,\"odd\":%llu,\"seconds\":%.6f}\n",
+         static_cast<unsigned long long>(pace.sent), static_cast<unsigned long long>(even + odd),
+         static_cast<unsigned long long>(even), static_cast<unsigned long long>(odd),
          now() - pace.begin);
 }
 
@@ -89,7 +105,7 @@ void load_interface(const char *name, Pace pace, size_t bytes) {
     const int sent = sendmmsg(descriptor, messages, kBatch, 0);
     if (sent > 0) pace.sent += static_cast<uint64_t>(sent);
   }
-  print(pace, 0);
+  print(pace, 0, 0);
 }
 
 int join(const char *path) {
@@ -127,11 +143,14 @@ void load_streams(const char *from, const char *to, Pace pace, size_t bytes) {
   uint8_t told[4096];
   while (recv(out, told, sizeof told, MSG_DONTWAIT) > 0) {
   }
-  std::atomic<uint64_t> received = 0;
+  std::atomic<uint64_t> received = 0;  // bytes
+  uint64_t odd = 0;
   std::thread reader([&] {
     std::vector<uint8_t> room(1 << 18);
-    for (ssize_t count; (count = read(out, room.data(), room.size())) > 0;)
+    for (ssize_t count; (count = read(out, room.data(), room.size())) > 0;) {
       received += static_cast<uint64_t>(count);
+      if (is_odd(now())) odd += static_cast<uint64_t>(count);
+    }
   });
   const std::vector<uint8_t> record = record_of(frame_of(bytes, 2, 1));
   std::vector<uint8_t> batch;
@@ -144,16 +163,17 @@ void load_streams(const char *from, const char *to, Pace pace, size_t bytes) {
   shutdown(out, SHUT_RDWR);
   reader.join();
   pace.begin += now() - end;
-  print(pace, received / record.size());
+  print(pace, (received - odd) / record.size(), odd / record.size());
 }
 
 // Frames of one VLAN are switched while the default VLAN of a port without a cable
 // changes.
-void call(double seconds, double rate) {
+void call(double seconds, double rate, bool every_other) {
   std::vector<double> times;
   const double begin = now();
-  while (now() - begin < seconds) {
-    const double due = begin + static_cast<double>(times.size()) / rate;
+  double due = begin;
+  for (; now() - begin < seconds; due += 1 / rate) {
+    if (every_other && !is_odd(due)) due = end_of_window(due);
     if (const double early = due - now(); early > 0) usleep(static_cast<useconds_t>(early * 1e6));
     const double start = now();
     if (rtk_vlan_portPvid_set(0, 9, times.size() % 2 == 0 ? 1 : 10) != 0) exit(2);
@@ -182,7 +202,7 @@ int main(int argc, char **argv) {
     load_streams(argv[2], argv[3], {number(argv[4]), number(argv[6])},
                  strtoul(argv[5], nullptr, 10));
   } else if (what == "calls" && argc >= 4) {
-    call(number(argv[2]), number(argv[3]));
+    call(number(argv[2]), number(argv[3]), argc >= 5);
   } else {
     fprintf(stderr,
             "usage: load interface NAME SECONDS BYTES [RATE] | streams FROM TO ... | calls ...\n");

@@ -195,4 +195,5 @@ class Streams(Vchipd):
         result = load("streams", f"{self.directory}/p1", f"{self.directory}/p2", seconds, size, rate)
         return {"offered": result["sent"] / result["seconds"],
                 "rate": result["received"] / result["seconds"],
+                "even": result["even"], "odd": result["odd"],
                 "lost": result["sent"] - result["received"], "busy": busy()}

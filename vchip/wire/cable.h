@@ -31,6 +31,10 @@ CableEnd cable_end(uint32_t unit, int32_t port);
 constexpr uint32_t kCableFrameBytes = 60;
 using CableFrame = std::array<uint8_t, kCableFrameBytes>;
 CableFrame write_cable_frame(const CableEnd &end);
+// Whether it may be one; asked for every frame.
+inline bool may_be_cable_frame(const uint8_t *bytes, uint32_t length) {
+  return length == kCableFrameBytes && bytes[12] == 0x88 && bytes[13] == 0x08;
+}
 // Nothing if it is another frame.
 std::optional<CableEnd> read_cable_frame(const uint8_t *bytes, uint32_t length);
 

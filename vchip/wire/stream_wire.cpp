@@ -326,9 +326,11 @@ void StreamWire::collect(Arrivals &arrivals, uint32_t most) {
   while (arrivals.size() < most) {
     const uint8_t *frame = inbox_.next(length);
     if (frame == nullptr) return;
-    if (const std::optional<CableEnd> end = read_cable_frame(frame, length)) {
-      hear(*end);
-      continue;
+    if (may_be_cable_frame(frame, length)) {
+      if (const std::optional<CableEnd> end = read_cable_frame(frame, length)) {
+        hear(*end);
+        continue;
+      }
     }
     if (is_frame_length(length)) {
       arrivals.push_back({frame, length, 0});

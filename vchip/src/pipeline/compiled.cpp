@@ -4,6 +4,7 @@
 #include <swctl-vchip/ability.h>
 
 #include <bit>
+#include <optional>
 
 #include "pipeline/frame.h"
 #include "unit/state.h"
@@ -82,14 +83,22 @@ uint8_t controlled_storms(const RateBlock &rate, int32_t port) {
 
 // The heaviest of the sources that a frame has, of equals the first. Each has
 // the port's defaults.
-uint8_t heaviest(const QosBlock &qos, int32_t port, uint32_t there) {
-  const auto &weights = qos.maps().groups[qos.port(port).group];
+template <typename Weights>
+uint8_t heaviest(const Weights &weights, uint32_t there) {
   const uint32_t has = there | 1u << kInnerPortSource | 1u << kOuterPortSource;
   uint32_t best = kPrioritySources;
   for (uint32_t source = 0; source < kPrioritySources; ++source)
     if ((has >> source & 1) != 0 && (best == kPrioritySources || weights[source] > weights[best]))
       best = source;
   return static_cast<uint8_t>(best);
+}
+
+template <typename Weights>
+PrioritySources sources_of(const Weights &weights) {
+  PrioritySources sources;
+  for (uint32_t there = 0; there < sources.size(); ++there)
+    sources[there] = heaviest(weights, there);
+  return sources;
 }
 
 }  // namespace
@@ -141,12 +150,15 @@ void compile_ports(Compiled &to, const Unit &unit) {
   compile_trunks(to, unit.trunk);
   compile_instances(to, unit.stp);
   compile_mirrors(to, unit.mirror);
+  // Many ports share the weights of few groups.
+  std::array<std::optional<PrioritySources>, kPriorityGroups> done;
   for (int32_t port = 0; port < VCHIP_PORTS; ++port) {
     const auto place = static_cast<size_t>(port);
     to.may_reach[place] = to.expand(unit.flood.isolation(port));
     to.storms[place] = controlled_storms(unit.rate, port);
-    for (uint32_t there = 0; there < to.priority_source[place].size(); ++there)
-      to.priority_source[place][there] = heaviest(unit.qos, port, there);
+    const uint32_t group = unit.qos.port(port).group;
+    if (!done[group]) done[group] = sources_of(unit.qos.maps().groups[group]);
+    to.priority_source[place] = *done[group];
   }
 }
 

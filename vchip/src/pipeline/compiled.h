@@ -52,6 +52,9 @@ class PlaceIndex {
 uint32_t hash_of(uint32_t vid, uint64_t address);
 uint32_t hash_of(uint32_t vid, const uint8_t *group, uint32_t group_bytes, const uint8_t *source);
 
+// The source of a frame's priority, by which of the first three it has.
+using PrioritySources = std::array<uint8_t, 8>;
+
 // One unit's.
 struct Compiled {
   // Ports, a bit each.
@@ -70,8 +73,7 @@ struct Compiled {
   std::array<uint32_t, VCHIP_PORTS> group = {};      // the port, or its whole trunk
   std::array<uint32_t, VCHIP_PORTS> may_reach = {};  // isolation
   std::array<uint8_t, VCHIP_PORTS> storms = {};      // controlled types, a bit each
-  // The source of a frame's priority, by which of the first three it has.
-  std::array<std::array<uint8_t, 8>, VCHIP_PORTS> priority_source = {};
+  std::array<PrioritySources, VCHIP_PORTS> priority_source = {};
   std::array<uint32_t, kInstances> forwarding = {};
   std::array<uint32_t, kInstances> learning = {};  // learns: learning or forwarding
 

@@ -108,10 +108,10 @@ uint32_t ports_of(const AclRule &rule) {
   uint32_t mask = 0;
   memcpy(&data, rule.data + start_of_field(kInPorts), sizeof data);
   memcpy(&mask, rule.mask + start_of_field(kInPorts), sizeof mask);
-  uint32_t ports = 0;
-  for (uint32_t port = 0; port < VCHIP_PORTS; ++port)
-    if ((((uint32_t{1} << port) ^ data) & mask) == 0) ports |= uint32_t{1} << port;
-  return ports;
+  const uint32_t wanted = data & mask;
+  // The bit of the port alone equals the data there: all 0 in it, or just that one.
+  if (wanted == 0) return ~mask & kAllPorts;
+  return std::has_single_bit(wanted) ? wanted & kAllPorts : 0;
 }
 
 bool is_second(const AclBlock &block, uint32_t number) {
