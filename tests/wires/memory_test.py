@@ -5,6 +5,7 @@ the kernel in the name of its sockets."""
 import ctypes
 import errno
 import os
+import re
 import signal
 import socket
 import struct
@@ -46,10 +47,16 @@ def socket_memory(process):
 
 
 def process_memory(process):
-    """Bytes in memory, rings that the kernel shares with it included, each once: the ring of a
-    program is there twice."""
-    with open(f"/proc/{process}/smaps_rollup", encoding="ascii") as parts:
-        return next(int(line.split()[1]) * 1024 for line in parts if line.startswith("Pss:"))
+    """Bytes in memory, rings that the kernel shares with it included; that of a program is
+    there twice, and counts once."""
+    total, kind = 0, "Rss:"
+    with open(f"/proc/{process}/smaps", encoding="utf-8") as parts:
+        for line in parts:
+            if re.match("[0-9a-f]+-", line):
+                kind = "Pss:" if "bpf-map" in line else "Rss:"
+            elif line.startswith(kind):
+                total += int(line.split()[1]) * 1024
+    return total
 
 
 class Memory(wires.Case):

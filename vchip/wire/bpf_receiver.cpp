@@ -15,6 +15,8 @@ namespace {
 constexpr size_t kFrameRingBytes = 512 * 1024;
 // BPF_TCX_INGRESS, which older headers lack.
 constexpr auto kIngress = static_cast<bpf_attach_type>(46);
+// BPF_F_BEFORE: no other program is in front, which could keep frames from this one.
+constexpr uint32_t kFirst = 1 << 3;
 constexpr int32_t kGoesOn = -1, kGoesNoFurther = 2;
 constexpr uint64_t kRecordHeader = BPF_RINGBUF_HDR_SZ;
 
@@ -115,6 +117,7 @@ bool BpfReceiver::attach(int index) {
   attributes.link_create.prog_fd = static_cast<uint32_t>(program_.get());
   attributes.link_create.target_ifindex = static_cast<uint32_t>(index);
   attributes.link_create.attach_type = kIngress;
+  attributes.link_create.flags = kFirst;
   link_ = os::Descriptor(bpf(BPF_LINK_CREATE, attributes));
   return link_ ? true : refuse("interface");
 }
@@ -125,10 +128,9 @@ const uint8_t *BpfReceiver::at(uint64_t position) const {
 
 bool BpfReceiver::has_frames(uint32_t count) const {
   const uint64_t produced = __atomic_load_n(produced_, __ATOMIC_ACQUIRE);
-  if (produced - next_ < count * last_record_) return false;
+  if (produced - next_ <= (count - 1) * last_record_) return false;
   const auto *header = reinterpret_cast<const uint32_t *>(at(next_));
-  return produced != next_ &&
-         (__atomic_load_n(header, __ATOMIC_ACQUIRE) & BPF_RINGBUF_BUSY_BIT) == 0;
+  return (__atomic_load_n(header, __ATOMIC_ACQUIRE) & BPF_RINGBUF_BUSY_BIT) == 0;
 }
 
 bool BpfReceiver::next(Frame &frame) {

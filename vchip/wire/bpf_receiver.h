@@ -33,7 +33,7 @@ class BpfReceiver {
   bool next(Frame &frame);
   // Those that have been taken are not needed any more.
   void arrived();
-  // Whether about so many are there.
+  // Whether one is there, or about so many.
   bool has_frames(uint32_t count) const;
   // The descriptor becomes readable with the next frame.
   void arm();
@@ -60,7 +60,7 @@ class BpfReceiver {
   const uint8_t *frames_ = nullptr;
   RingNotes *notes_ = nullptr;
   uint64_t next_ = 0;         // position to look at
-  uint64_t last_record_ = 1;  // bytes of the last one
+  uint64_t last_record_ = 0;  // bytes of the last one
   uint64_t told_missed_ = 0;
   std::string refusal_;
 };
