@@ -6,13 +6,15 @@ import pathlib
 import shutil
 import subprocess
 import sys
+import time
 
 import interfaces_test
 import memory_test
 import wires
 from interfaces_test import Hosts, Raw, ip
-from wires import wait_until
+from wires import BROADCAST, frame, mac, wait_until
 
+FRAME = frame(BROADCAST, mac(1))
 TYPES = "/sys/kernel/btf/vmlinux"
 # Those that concern what comes in.
 SAME = ("Raw.test_frames_and_tags", "Raw.test_every_length",
@@ -22,6 +24,7 @@ SAME = ("Raw.test_frames_and_tags", "Raw.test_every_length",
         "Raw.test_an_end_that_goes_down_and_comes_back",
         "Raw.test_a_pair_of_a_killed_one_is_used_again")
 OWN = ("Receiving.test_each_pair_has_a_program",
+       "Receiving.test_it_leaves_the_processor_of_a_sender",
        "Foreign.test_what_a_sender_left_to_its_interface_is_done",
        "Foreign.test_others_get_the_frames_too", "Memory.test_interfaces")
 
@@ -33,12 +36,42 @@ def programs_of(process):
         "anon_inode:bpf_link")
 
 
+def processor_of(process):
+    text = pathlib.Path(f"/proc/{process}/stat").read_text(encoding="ascii")
+    return int(text.rpartition(")")[2].split()[36])
+
+
 class Receiving(Raw):
     def test_each_pair_has_a_program(self):
         self.start_pair()
         self.assertEqual(programs_of(self.process), 2)
         self.vchipctl("wire", "2", "none")
         self.assertEqual(programs_of(self.process), 1)
+
+
+    def flood_until(self, sender, holds):
+        end = time.monotonic() + wires.PATIENCE
+        while not holds():
+            self.assertLess(time.monotonic(), end, "waited in vain")
+            for _ in range(200):
+                sender.send(FRAME)
+
+    def test_it_leaves_the_processor_of_a_sender(self):
+        """Where it may; and may afterwards go where it could before."""
+        one, _ = self.start_pair()
+        own = self.process.pid
+        places = os.sched_getaffinity(own)
+        here = min(places)
+        os.sched_setaffinity(0, {here})
+        self.addCleanup(os.sched_setaffinity, 0, places)
+        os.sched_setaffinity(own, {here})
+        end = time.monotonic() + 0.2
+        self.flood_until(one, lambda: time.monotonic() > end)
+        self.assertEqual(os.sched_getaffinity(own), {here})
+        os.sched_setaffinity(own, places)
+        if len(places) > 1:
+            self.flood_until(one, lambda: processor_of(own) != here)
+        self.assertEqual(os.sched_getaffinity(own), places)
 
 
 class Foreign(Hosts):

@@ -37,6 +37,8 @@ class BpfReceiver {
   bool has_frames(uint32_t count) const;
   // The descriptor becomes readable with the next frame.
   void arm();
+  // The processor on which the last frame came.
+  int processor() const { return static_cast<int>(notes_->processor); }
   // Frames for which there was no room, since this was asked last.
   uint64_t take_overflow();
 

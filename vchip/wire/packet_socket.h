@@ -43,6 +43,7 @@ class PacketSocket {
   }
 
   // As those of Wire.
+  int processor() const { return bpf_.is_open() ? bpf_.processor() : -1; }
   bool receive(Arrivals &arrivals, uint32_t most, WireCounts &counts);
   void arrived();
   bool has_frames(uint32_t count) const;

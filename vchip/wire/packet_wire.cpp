@@ -26,6 +26,7 @@ class PacketWire : public Wire {
     return frames_.receive(arrivals, most, counts_);
   }
   bool shows_frames(uint32_t count) const override { return frames_.has_frames(count); }
+  int processor() const override { return frames_.processor(); }
   void announce(bool on) override;
   void arrived() override { frames_.arrived(); }
   uint32_t lend(vchip_frame_t *places) override { return frames_.lend(places); }

@@ -5,6 +5,7 @@
 #include <swctl-vchip/view.h>
 
 #include <algorithm>
+#include <sched.h>
 #include <sys/prctl.h>
 #include <time.h>
 
@@ -28,12 +29,24 @@ constexpr uint32_t kTurnsOfRings = 16;
 constexpr uint64_t kManyFrames = 40;
 constexpr uint64_t kWindow = 1'000'000;
 constexpr uint64_t kRest = 40'000;
+// So often at most this process leaves the processor of a sender.
+constexpr uint64_t kMoveEvery = 10'000'000;
 // So many need no rest.
 constexpr uint32_t kGathered = 64;
 
 void rest(uint64_t nanoseconds) {
   const timespec time = {0, static_cast<long>(nanoseconds)};
   clock_nanosleep(CLOCK_MONOTONIC, 0, &time, nullptr);
+}
+
+// To another one, if there is one; it may come back afterwards.
+void leave_processor(int processor) {
+  cpu_set_t all;
+  if (sched_getaffinity(0, sizeof all, &all) != 0) return;
+  cpu_set_t others = all;
+  CPU_CLR(processor, &others);
+  if (CPU_COUNT(&others) == 0 || sched_setaffinity(0, sizeof others, &others) != 0) return;
+  sched_setaffinity(0, sizeof all, &all);
 }
 
 }  // namespace
@@ -78,6 +91,7 @@ class Panel::Plugged : public Socket {
   Row row() const { return {port_, word_, carrier_, wire_->note(), wire_->counts()}; }
 
   bool ready = false;
+  uint64_t came = 0;  // frames in this window of the rate
 
  private:
   void plug() {
@@ -148,6 +162,7 @@ void Panel::take_in(Plugged &plugged) {
 
 void Panel::let_arrive(Plugged &plugged) {
   came_ += arrivals_.size();
+  plugged.came += arrivals_.size();
   if (observer_ != nullptr) observer_->arriving(arrivals_);
   plugged.wire().deliver(unit_, plugged.port(), arrivals_);
   if (observer_ != nullptr) observer_->arrived(plugged.port(), arrivals_);
@@ -182,8 +197,23 @@ void Panel::weigh_rate() {
   const uint64_t now = monotonic_now();
   if (now - window_begin_ < kWindow) return;
   is_high_rate_ = window_came_ * kWindow >= kManyFrames * (now - window_begin_);
+  if (is_high_rate_ && now >= next_move_) make_way(now);
   window_came_ = 0;
   window_begin_ = now;
+  for (const auto &plugged : plugged_)
+    if (plugged) plugged->came = 0;
+}
+
+// A sender wakes this process where it runs itself, and there the system may leave both by
+// turns although another processor is free. The wire counts that most frames come from.
+void Panel::make_way(uint64_t now) {
+  const int own = sched_getcpu();
+  const bool is_shared = std::any_of(plugged_.begin(), plugged_.end(), [&](const auto &plugged) {
+    return plugged && plugged->came * 2 > window_came_ && plugged->wire().processor() == own;
+  });
+  if (!is_shared) return;
+  next_move_ = now + kMoveEvery;
+  leave_processor(own);
 }
 
 void Panel::let_announce(bool on) {

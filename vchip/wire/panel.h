@@ -59,6 +59,7 @@ class Panel {
   void wait();
   void let_announce(bool on);
   void weigh_rate();
+  void make_way(uint64_t now);
   uint64_t time_to_wait();
   void take_in(Plugged &plugged);
   void let_arrive(Plugged &plugged);
@@ -84,6 +85,7 @@ class Panel {
   bool announce_ = true;       // wires that show their frames tell the loop too
   uint64_t window_came_ = 0;
   uint64_t window_begin_ = 0;
+  uint64_t next_move_ = 0;
   uint32_t turns_ = 0;  // since the system was asked for events
 };
 

@@ -209,6 +209,9 @@ std::vector<uint64_t> receive_program(const PacketLayout &layout, int ring, int 
                                       int32_t verdict) {
   Assembler code;
   code.move(kFrame, BPF_REG_1);
+  code.call(BPF_FUNC_get_smp_processor_id);
+  code.memory_of_map(BPF_REG_1, notes);
+  code.store(BPF_W, BPF_REG_1, offset_of(offsetof(RingNotes, processor)), BPF_REG_0);
   code.load(BPF_W, kLength, kFrame, offset_of(offsetof(__sk_buff, len)));
   code.if_less(kLength, kMacs + 2, "end");
   reserve(code, ring);

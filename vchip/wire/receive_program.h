@@ -27,9 +27,9 @@ constexpr uint32_t kPlainFrame = kTaggedFrame + 4;
 
 // What the program and this process tell each other.
 struct RingNotes {
-  uint64_t missed;  // frames for which there was no room
-  uint32_t waits;   // not 0: the program wakes this process with the next frame
-  uint32_t unused;
+  uint64_t missed;     // frames for which there was no room
+  uint32_t waits;      // not 0: the program wakes this process with the next frame
+  uint32_t processor;  // on which the last frame came
 };
 
 // `ring` and `notes` are descriptors of maps; `verdict` is what becomes of the frame then.

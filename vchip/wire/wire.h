@@ -57,6 +57,8 @@ class Wire {
   virtual bool receive(Arrivals &arrivals, uint32_t most) = 0;
   // Whether so many frames have come, as far as it can tell without asking the system.
   virtual bool shows_frames(uint32_t) const { return false; }
+  // The processor on which its last frame was sent to it; -1: it does not know.
+  virtual int processor() const { return -1; }
   // Whether such a wire also tells the loop that frames have come, as it does at first.
   // To tell of every frame costs the sender's time. Asked for before each wait, and frames
   // that have come before are not told of: the wire has to be looked at afterwards.
