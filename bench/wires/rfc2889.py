@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""RFC 2889: forwarding rates (5.4, 5.6), address caching capacity (5.7), address learning
-rate (5.8), and broadcast frames (5.10)."""
+"""RFC 2889: throughput of several ports (5.1, 5.2), forwarding rates (5.4, 5.6), address
+caching capacity (5.7), address learning rate (5.8), and broadcast frames (5.10)."""
 from tables import table
 from trials import highest, make_known, show, trial
 
@@ -11,7 +11,13 @@ PART, TRIES = 1024, 5  # addresses at a time, and how often at a rate
 LOADS = range(10, 101, 10)
 RESOLUTION = 0.02
 SEED = 2889
+HOSTS = "h1,h2,h3"
 SOME_ADDRESSES = 1000  # fewer than every table here holds
+
+
+MESHES = {"5.1, fully meshed": ("h1,h2,h3", "h1,h2,h3"),
+          "5.2, one to many": ("h1", "h2,h3"),
+          "5.2, many to one": ("h2,h3", "h1")}
 
 
 class LostFrames(Exception):
@@ -151,7 +157,41 @@ def broadcast(_, options):
     return found
 
 
-TABLES = {"forwarding": forwarding, "caching": caching, "learning": learning_rate,
+def meshed(_, options):
+    show("RFC 2889, 5.1 and 5.2", "Throughput, frame loss and forwarding rate of several ports",
+         "(frames sent - received) / sent at the maximum offered load, and the highest rate without "
+         "loss")
+    print("one sender serves all ports by turns, in bursts of 64 frames; rates are of all together")
+    found, rows = {}, [["trial", "frame size", "MOL", "FRMOL", "lost", "throughput"]]
+    for name, (sources, targets) in MESHES.items():
+        for size in sorted({options.sizes[0], options.sizes[-1]}):
+            def offer(rate=None, size=size, sources=sources, targets=targets, **words):
+                words = {"seconds": options.seconds, **words}
+                result = trial(size, rate=rate, count=targets, to=targets, **{"from": sources},
+                               **words)
+                result["all"] = sum(result["received"].values())
+                return result
+
+            def passes(rate, offer=offer):
+                result = offer(rate)
+                return result["offered"] if result["all"] == result["sent"] else None
+            learn_all()
+            unpaced = offer()
+            rate = highest(passes, unpaced["offered"], RESOLUTION * unpaced["offered"])[1]
+            found[name, size] = rate or 0
+            rows.append([name, size, f"{unpaced['offered']:,.0f}",
+                         f"{unpaced['all'] / unpaced['seconds']:,.0f}",
+                         f"{1 - unpaced['all'] / unpaced['sent']:.1%}", f"{rate or 0:,.0f}"])
+    table(rows)
+    return found
+
+
+def learn_all():
+    """Each host sends to the others, so that no frame of a mesh is flooded."""
+    trial(to=HOSTS, frames=300, rate=SLOW, count="h1", **{"from": HOSTS})
+
+
+TABLES = {"meshed": meshed, "forwarding": forwarding, "caching": caching, "learning": learning_rate,
           "broadcast": broadcast}
 
 

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
-// trial from=NAME [kind=learn|ask|broadcast] [back=1] [bytes=N] [frames=N] [seconds=S]
+// trial from=NAME,... [to=NAME,...] [kind=learn|ask|broadcast] [back=1] [bytes=N] [frames=N]
+// [seconds=S]
 //       [rate=R] [stations=N] [first=N] [seed=N] [count=NAME,...] [stamps=NAME,...]
 //
-// One trial of RFC 2544 or RFC 2889: frames from an interface, `frames` of them or for
-// `seconds`, at `rate` frames a second or, at 0, as fast as they go. Prints as JSON how
-// many were sent and in what time, how many the interfaces of `count` received until
-// nothing more came, and the latency of those that carry a stamp, in microseconds: from
-// before the frame is sent until the system of the receiver has it from its driver.
+// One trial of RFC 2544 or RFC 2889: frames from interfaces, by turns in bursts, `frames` of them
+// or for `seconds`, at `rate` frames a second or, at 0, as fast as they go. Prints as JSON how many
+// were sent and in what time, how many the interfaces of `count` received until nothing more came,
+// and the latency of those that carry a stamp, in microseconds: from before the frame is sent until
+// the system of the receiver has it from its driver.
 //
-// Frames go from the first host to the second, with back=1 from the second to the first.
+// Frames go from the first host to the second, with back=1 from the second to the first, or
+// from each interface to all others of `to` in turn, to host 2 at "h2".
 // With a kind, one end or both are others:
 //   learn      from as many addresses as `stations`, in turn
 //   ask        to as many addresses as `stations`, in turn
@@ -102,6 +104,11 @@ Address host(uint8_t number) {
   return {2, 0, 0, 0, 0, number};
 }
 
+// "h2" is that of host 2.
+uint8_t number_of(const std::string &interface) {
+  return static_cast<uint8_t>(interface.back() - '0');
+}
+
 int packet_socket(const std::string &name, uint16_t type) {
   const int descriptor = socket(AF_PACKET, SOCK_RAW, 0);
   sockaddr_ll address = {};
@@ -134,10 +141,26 @@ class Route {
         stations_(static_cast<uint64_t>(number(words, "stations", 1))),
         first_(static_cast<uint64_t>(number(words, "first", 0))),
         seed_(static_cast<uint64_t>(number(words, "seed", 0))),
-        is_back_(number(words, "back", 0) != 0) {}
+        is_back_(number(words, "back", 0) != 0) {
+    const std::vector<std::string> targets = names(words, "to");
+    if (targets.empty()) return;
+    for (const std::string &source : names(words, "from")) {
+      Targets others = {number_of(source), {}};
+      for (const std::string &target : targets)
+        if (target != source) others.to.push_back(number_of(target));
+      if (others.to.empty()) fail("to: nobody but " + source);
+      targets_.push_back(std::move(others));
+    }
+  }
 
-  void write(uint8_t *frame, uint64_t index) const {
+  // From the source at that place.
+  void write(uint8_t *frame, uint64_t index, size_t source) const {
     Address to = host(is_back_ ? 1 : 2), from = host(is_back_ ? 2 : 1);
+    if (!targets_.empty()) {
+      const Targets &own = targets_[source];
+      from = host(own.from);
+      to = host(own.to[index % own.to.size()]);
+    }
     if (kind_ == "learn") from = station(first_ + index % stations_, seed_);
     if (kind_ == "ask") to = station(first_ + index % stations_, seed_);
     if (kind_ == "broadcast") to.fill(0xff);
@@ -146,7 +169,13 @@ class Route {
   }
 
  private:
+  struct Targets {
+    uint8_t from;
+    std::vector<uint8_t> to;
+  };
+
   std::string kind_;
+  std::vector<Targets> targets_;  // of each source; none: the first and the second host
   uint64_t stations_;
   uint64_t first_;
   uint64_t seed_;
@@ -225,7 +254,6 @@ class Sender {
   Sender(const Words &words, Stamps &stamps)
       : stamps_(stamps),
         route_(words),
-        socket_(packet_socket(word(words, "from"), 0)),
         most_(static_cast<uint64_t>(number(words, "frames", 1e18))),
         seconds_(number(words, "seconds", 3600)),
         rate_(number(words, "rate", 0)),
@@ -234,7 +262,11 @@ class Sender {
         parts_(kBatch),
         messages_(kBatch) {
     const int yes = 1;
-    setsockopt(socket_, SOL_PACKET, PACKET_QDISC_BYPASS, &yes, sizeof yes);
+    for (const std::string &name : names(words, "from")) {
+      sockets_.push_back(packet_socket(name, 0));
+      setsockopt(sockets_.back(), SOL_PACKET, PACKET_QDISC_BYPASS, &yes, sizeof yes);
+    }
+    if (sockets_.empty()) fail("from");
     for (size_t place = 0; place < kBatch; ++place) {
       write_type(frames_[place].data(), kType);
       parts_[place] = {frames_[place].data(), frames_[place].size()};
@@ -275,17 +307,19 @@ class Sender {
       stamps_.take();
       count = 1;
     }
+    const size_t source = turns_++ % sockets_.size();
     for (size_t place = 0; place < count; ++place)
-      route_.write(frames_[place].data(), sent_ + place);
+      route_.write(frames_[place].data(), sent_ + place, source);
     if (stamped) stamps_.put_on(frames_[0]);
-    const int done = sendmmsg(socket_, messages_.data(), static_cast<unsigned>(count), 0);
+    const int done = sendmmsg(sockets_[source], messages_.data(), static_cast<unsigned>(count), 0);
     if (done > 0) sent_ += static_cast<uint64_t>(done);
     if (stamped) write_type(frames_[0].data(), kType);
   }
 
   Stamps &stamps_;
   Route route_;
-  int socket_;
+  std::vector<int> sockets_;
+  uint64_t turns_ = 0;
   uint64_t most_;
   double seconds_;
   double rate_;

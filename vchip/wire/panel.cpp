@@ -205,13 +205,13 @@ void Panel::weigh_rate() {
 }
 
 // A sender wakes this process where it runs itself, and there the system may leave both by
-// turns although another processor is free. The wire counts that most frames come from.
+// turns although another processor is free.
 void Panel::make_way(uint64_t now) {
   const int own = sched_getcpu();
-  const bool is_shared = std::any_of(plugged_.begin(), plugged_.end(), [&](const auto &plugged) {
-    return plugged && plugged->came * 2 > window_came_ && plugged->wire().processor() == own;
-  });
-  if (!is_shared) return;
+  uint64_t shared = 0;
+  for (const auto &plugged : plugged_)
+    if (plugged && plugged->wire().processor() == own) shared += plugged->came;
+  if (shared * 2 <= window_came_) return;
   next_move_ = now + kMoveEvery;
   leave_processor(own);
 }
