@@ -58,7 +58,7 @@ class Description {
 };
 
 // struct packet { int head; union { struct { int flag : 2 at bit 12; int start; }; int other; }; }
-// after types of every kind that has something behind it.
+// after types of every kind that something follows.
 Description packet() {
   Description made;
   made.type(BTF_KIND_INT, "int", 0, 4);  // 1

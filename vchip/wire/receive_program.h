@@ -13,7 +13,7 @@ namespace vchipd {
 
 // What the program writes in front of each frame.
 struct RingRecord {
-  uint32_t length;         // of the frame, without a tag that stood beside it
+  uint32_t length;         // of the frame, without a tag that is kept beside it
   uint16_t division_size;  // 0: it is no packet that is to be divided
   uint16_t flags;
   uint16_t checksum_start;
