@@ -10,13 +10,15 @@ namespace {
 
 // Longer lists of IDs become several commands.
 constexpr size_t kLongestList = 60;
+// The words of no setting.
+constexpr const char *kNotKnown = "";
 
 enum class Phase { removal, change, late_removal };
 
 class Planner {
  public:
   Planner(const State &from, const State &to, const Board &board)
-      : all_(kinds(board)), now_(from.contents), to_(to) {}
+      : all_(kinds(board)), now_(from.contents), from_(from), to_(to) {}
 
   std::vector<Step> run() {
     for (size_t kind = 0; kind < all_.size(); ++kind)
@@ -104,6 +106,20 @@ class Planner {
       if (pair.to && !goes_with_owner(kind, pair.id))
         groups[{pair.from, pair.to}].push_back(pair.id);
     emit(number, groups, kind.merges);
+    for (const auto &[contents, ids] : groups)
+      if (kind.upsets && contents.second == kind.upsets->by) forget(*kind.upsets);
+  }
+
+  // Of what is not read it is not known what is wanted either.
+  void forget(const Upset &upset) {
+    for (size_t number = 0; number < all_.size(); ++number) {
+      if (all_[number].title() != upset.kind || is_unread(number)) continue;
+      for (const int64_t id : upset.ids) now_[number][{id}] = kNotKnown;
+    }
+  }
+
+  bool is_unread(size_t number) const {
+    return from_.unread_kinds.contains(number) || to_.unread_kinds.contains(number);
   }
 
   void prepare(size_t number) {
@@ -157,6 +173,7 @@ class Planner {
 
   const std::vector<SettingKind> &all_;
   std::vector<Contents> now_;
+  const State &from_;
   const State &to_;
   std::vector<Step> steps_;
 };

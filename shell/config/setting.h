@@ -113,6 +113,14 @@ struct Owner {
 
 using Complaint = std::function<void(const Id &, const std::string &message)>;
 
+// Settings of another kind that the chip changes too when one becomes `by`. To what depends
+// on more than is known here, so that they are set again afterwards.
+struct Upset {
+  std::string by;
+  std::string kind;
+  std::vector<int64_t> ids;
+};
+
 struct SettingKind {
   std::string object;                        // of the shell
   std::string name;                          // "mtu"
@@ -136,6 +144,7 @@ struct SettingKind {
   std::function<void(Contents &now, const Contents &wanted, Commands &)> prepare = {};
   std::function<std::optional<Owner>(const Id &)> owner = {};
   bool outlives_owner = false;  // it stays when its owner goes
+  std::optional<Upset> upsets = {};
   // What the chip would refuse of all settings together: says it by one of them.
   std::function<void(const Contents &, const Complaint &)> check = {};
 

@@ -23,7 +23,7 @@ MetersBySlot other_meters(const Context &context, uint32_t meter) {
   MetersBySlot others;
   for (uint32_t each = 0; each <= kLastMeter; ++each) {
     const chip_acl_meter entry = read_meter(context, each);
-    if (each != meter && is_meter_in_use(entry) && entry.burst_slot < others.size())
+    if (each != meter && needs_burst(entry) && entry.burst_slot < others.size())
       others[entry.burst_slot].push_back(each);
   }
   return others;
@@ -78,6 +78,10 @@ void write_bursts(const Context &context, const chip_acl_burst &bursts) {
 
 bool is_meter_in_use(const chip_acl_meter &entry) {
   return (entry.enable | entry.rate | entry.burst_slot) != 0;
+}
+
+bool needs_burst(const chip_acl_meter &entry) {
+  return (entry.enable | entry.rate) != 0;
 }
 
 // Not by the library: it counts who uses which size for the life of a process,

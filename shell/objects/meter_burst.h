@@ -19,6 +19,9 @@ chip_acl_burst read_bursts(const Context &context);
 
 // Not as after power-on.
 bool is_meter_in_use(const chip_acl_meter &entry);
+// On, or with a rate. A meter with a place for a burst size alone limits nothing and is
+// in no configuration, so it keeps no other from that place.
+bool needs_burst(const chip_acl_meter &entry);
 
 // A slot with the burst size `word` for a meter. A slot that no other meter uses
 // is written if none has the size. Throws a CommandError of status kRefused

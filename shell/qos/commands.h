@@ -18,6 +18,11 @@ Node qos_trust_commands();
 Node qos_schedule_commands();
 Node qos_tag_commands();
 
+// The eight weights of a USER_QOS_SCHEDULE_*, by queue; of one without weights all are 1.
+// `words` is what was given for them, nullptr for nothing. Throws a CommandError that says
+// what is wrong with it.
+std::vector<uint32_t> schedule_weights(uint32_t schedule, const std::string *words);
+
 // "priority 5", in a refusal.
 std::string priority_text(int64_t priority);
 

@@ -68,23 +68,29 @@ std::vector<uint32_t> weights_of(const std::string &word) {
 Answer set_schedule(const Arguments &arguments, const Context &context) {
   expect_unit_zero(context);
   const auto mode = arguments.u32("SCHEDULE");
-  const bool weighted = mode >= USER_QOS_SCHEDULE_WEIGHTED;
-  std::vector<uint32_t> weights(USER_QOS_QUEUES, 1);
-  if (weighted != arguments.has("weights")) {
-    throw CommandError(weighted ? wrong_usage("the schedule needs weights", {}, {"weights"})
-                                : wrong_usage("the schedule has no weights", "weights"));
-  }
-  if (weighted) weights = weights_of(arguments.word("weights"));
-  if (weights.size() != USER_QOS_QUEUES) {
-    throw CommandError(wrong_usage("bad weights \"" + arguments.word("weights") + '"',
-                                   arguments.word("weights"),
-                                   {"eight numbers 0-65535 such as 0,0,1,1,2,2,4,8"}));
-  }
+  const std::string words = arguments.has("weights") ? arguments.word("weights") : "";
+  std::vector<uint32_t> weights =
+      schedule_weights(mode, arguments.has("weights") ? &words : nullptr);
   perform(SWSH_CALL(user_qos_schedule_set), context, mode, weights.data());
   return {};
 }
 
 }  // namespace
+
+std::vector<uint32_t> schedule_weights(uint32_t schedule, const std::string *words) {
+  const bool weighted = schedule >= USER_QOS_SCHEDULE_WEIGHTED;
+  if (weighted != (words != nullptr)) {
+    throw CommandError(weighted ? wrong_usage("the schedule needs weights", {}, {"weights"})
+                                : wrong_usage("the schedule has no weights", "weights"));
+  }
+  if (!weighted) return std::vector<uint32_t>(USER_QOS_QUEUES, 1);
+  std::vector<uint32_t> weights = weights_of(*words);
+  if (weights.size() != USER_QOS_QUEUES) {
+    throw CommandError(wrong_usage("bad weights \"" + *words + '"', *words,
+                                   {"eight numbers 0-65535 such as 0,0,1,1,2,2,4,8"}));
+  }
+  return weights;
+}
 
 Node qos_schedule_commands() {
   return {.name = "schedule",

@@ -87,6 +87,7 @@ Everything that is wrong with a file is said, and nothing is changed:
   > meter set 2 rate 160 burst 256
   > meter set 3 rate 160 burst 384
   > port set "3
+  > port set 3 learning restore
   > END
   $ swctl config check bad
   bad:2: port set 3: unknown word "sped" (did you mean "speed"?), expected one of: speed, duplex, admin, advertise, autoneg, pause, backpressure, mdix, eee, loopback, mtu, learning, isolation, vlan, filter, dtag, tpid, entry, outer, ingress, egress, description
@@ -99,10 +100,11 @@ Everything that is wrong with a file is said, and nothing is changed:
   bad:11: acl add 7 src-port 8 action drop: rule 7 is there already
   bad:14: meters share two burst sizes, and this is a third
   bad:15: a quote " is not closed
-  swctl: config check bad: 10 faults
+  bad:16: port set 3 learning restore: "port set" makes no setting of a configuration
+  swctl: config check bad: 11 faults
   [1]
   $ data swctl -j config load bad | jq -c '.error | [.message, (.details | length)]'
-  ["config load bad: 10 faults",10]
+  ["config load bad: 11 faults",11]
   $ swctl config show | cmp - other
   $ swctl config load missing
   swctl: config load missing: "missing": No such file or directory
@@ -121,3 +123,15 @@ What the chip refuses half-way is put back:
   $ SWPROBE_FAIL="rtk_vlan_destroy result -5" swctl config load saved
   swctl: vlan del 13: user_vlan_destroy refused VLAN 13: result -5; not put back: vlan 12
   [2]
+
+A port in double-tag mode changes a TPID of the whole switch; the file says what that is:
+
+  $ vchipctl reset
+  $ echo 'port set 8 dtag on' | swctl config load -
+  $ swctl config show
+  port set 8 dtag on
+  port set 1-26 tpid 0x8100 entry 0 outer 0x88a8
+  $ swctl config show > printed
+  $ vchipctl reset
+  $ swctl -b printed
+  $ swctl config show | cmp - printed

@@ -4,7 +4,8 @@
 Makes random settings of every object, and prints the configuration. After a reset,
 what was printed makes the chip as it was, and prints as the same text; so does
 loading it over another random configuration. A second load makes no call that sets
-anything.
+anything. Before that, a file of each command alone, as somebody would write it: it is
+loaded, or refused as no configuration, and what is then printed makes the chip as it is.
 """
 import json
 import os
@@ -29,12 +30,30 @@ def quoted(text):
     return f'"{escaped}"'
 
 
+def expect_alone(command):
+    run("vchipctl", "reset")
+    if run("swctl", "-b", "-", text=command, status=None).returncode != 0:
+        return
+    run("vchipctl", "reset")
+    loaded = run("swctl", "config", "load", "-", text=command, status=None)
+    if loaded.returncode == 1 and loaded.stderr.startswith("stdin:1: "):
+        return
+    if loaded.returncode != 0:
+        sys.exit(f"{command}: {loaded.stderr}")
+    wanted = state()
+    run("vchipctl", "reset")
+    run("swctl", "-b", "-", text=wanted[0])
+    expect_same(command, wanted, state())
+
+
 COMMANDS.append(lambda: f"port set {ports()} description {quoted(R.choice(WORDS))}")
 R.seed(int(sys.argv[1]))
 with tempfile.TemporaryDirectory() as directory:
     os.chdir(directory)
     os.environ["VCHIP_IMAGE"] = directory + "/chip.img"
     os.environ["SWCTL_STATE_DIRECTORY"] = directory + "/state"
+    for command in COMMANDS:
+        expect_alone(command())
     for number in range(int(sys.argv[2])):
         run("vchipctl", "reset")
         run("swctl", "-force", "-b", "-", text=random_text(), status=None)

@@ -71,6 +71,21 @@ Another process sees which sizes are in use, and changes none of them:
   1      on     160   0           32
   2      on     160   1           16
 
+A meter that is off and has no rate keeps no burst size from the others:
+
+  $ swctl meter set 2 rate 0 state off
+  $ swctl meter set 3 rate 160 burst 8192
+  $ swctl meter show
+  meter  state  rate  burst_slot  burst_word
+  1      on     160   0           32
+  2      off    0     1           64
+  3      on     160   1           64
+  $ swctl meter set 3 state off
+  $ swctl meter set 4 rate 160 burst 2048
+  swctl: meter set 4 rate 160 burst 2048: both burst sizes are in use by other meters: 4096 by 1, 8192 by 3
+  [2]
+  $ swctl meter del 3-4
+
 A number between two steps is said as it was set, one below the first is refused:
 
   $ swctl meter set 3 rate 1

@@ -18,8 +18,7 @@ void read_meters(SettingReader &reader) {
   const chip_acl_burst bursts = read_bursts(reader.context);
   for (uint32_t meter = 0; meter <= kLastMeter; ++meter) {
     const chip_acl_meter entry = read_meter(reader.context, meter);
-    // Its place for a burst size alone is nothing that can be set.
-    if (entry.rate == 0 && entry.enable == 0) continue;
+    if (!needs_burst(entry)) continue;
     const bool has_burst =
         entry.burst_slot < CHIP_ACL_BURST_SLOTS && bursts.size[entry.burst_slot] != 0;
     if (!has_burst) {

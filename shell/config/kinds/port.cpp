@@ -213,6 +213,12 @@ SettingKind learning_kind(const Board &board) {
                                  .usual = USER_LEARN_ON,
                                  .on_unit_zero = true});
   kind.read = read_learning;
+  // "restore" is what was there before, which a configuration does not know.
+  kind.take = [take_word = kind.take](Statement &statement, Draft &draft) {
+    const bool is_word = statement.arguments.has("learning") &&
+                         statement.arguments.number("learning") != USER_LEARN_RESTORE;
+    return is_word && take_word(statement, draft);
+  };
   kind.change = change_learning;
   return kind;
 }
@@ -239,10 +245,15 @@ bool take_tpid(Statement &statement, Draft &draft) {
   const Argument *entry = statement.take("entry");
   const Argument *outer = statement.take("outer");
   const int64_t inner = tpid->number;
-  const std::string words = tpid_words(
-      static_cast<uint32_t>(inner), static_cast<uint32_t>(entry == nullptr ? 0 : entry->number),
-      static_cast<uint32_t>(outer == nullptr ? inner : outer->number));
+  const int64_t place = entry == nullptr ? 0 : entry->number;
+  const std::string words =
+      tpid_words(static_cast<uint32_t>(inner), static_cast<uint32_t>(place),
+                 static_cast<uint32_t>(outer == nullptr ? inner : outer->number));
   for (const int64_t port : statement.take_ports("PORTS")) draft.put({port}, words);
+  // The entry is that of the switch.
+  for (const int64_t port : statement.board.front_interfaces())
+    if (word_after(*draft.at({port}), "entry", "") == std::to_string(place))
+      draft.put({port}, words);
   return true;
 }
 
@@ -351,6 +362,8 @@ void add_port_kinds(Kinds &kinds, const Board &board) {
   kinds.push_back(frame_length_kind(board));
   kinds.push_back(learning_kind(board));
   add("dtag", of_port(SWSH_CALL(user_port_dtag_mode_get)), USER_DTAG_OFF);
+  // The first port in the mode makes the outer TPID of entry 0 that of customers.
+  kinds.back().upsets = {"on", "port tpid", board.front_interfaces()};
   kinds.push_back(tpid_kind());
   add("ingress", of_port(SWSH_CALL(user_port_ingress_rate_get)), kLastRate);
   add("egress", of_port(SWSH_CALL(user_port_egress_rate_get)), kLastRate);

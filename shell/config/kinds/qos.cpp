@@ -11,6 +11,7 @@
 #include "chip/optional_call.h"
 #include "config/kinds.h"
 #include "config/plain.h"
+#include "qos/commands.h"
 #include "text.h"
 
 namespace swsh {
@@ -59,9 +60,15 @@ void read_schedule(SettingReader &reader) {
 }
 
 bool take_schedule(Statement &statement, Draft &draft) {
-  const std::string word = statement.take("SCHEDULE")->word;
-  const Argument *weights = statement.take("weights");
-  draft.put({}, weights == nullptr ? word : word + " weights " + weights->word);
+  const Argument &schedule = *statement.take("SCHEDULE");
+  const Argument *given = statement.take("weights");
+  const std::vector<uint32_t> listed = schedule_weights(static_cast<uint32_t>(schedule.number),
+                                                        given == nullptr ? nullptr : &given->word);
+  Weights weights = {};
+  std::ranges::copy(listed, weights.begin());
+  const bool is_0 = schedule.number == USER_QOS_SCHEDULE_WEIGHTED_0;
+  draft.put({}, given == nullptr ? schedule.word
+                                 : schedule_words(is_0 ? kAlgorithm0 : kAlgorithm0 + 1, weights));
   return true;
 }
 
