@@ -28,7 +28,7 @@ CableEnd cable_end(uint32_t unit, int32_t port);
 
 // It travels as an extension of MAC control, which no station forwards and which one
 // that does not know it drops.
-constexpr uint32_t kCableFrameBytes = 60;
+inline constexpr uint32_t kCableFrameBytes = 60;
 using CableFrame = std::array<uint8_t, kCableFrameBytes>;
 CableFrame write_cable_frame(const CableEnd &end);
 // Whether it may be one; asked for every frame.

@@ -7,7 +7,7 @@
 
 namespace vchipd {
 
-constexpr uint64_t kNanosecondsPerSecond = 1'000'000'000;
+inline constexpr uint64_t kNanosecondsPerSecond = 1'000'000'000;
 
 // The system's monotonic clock in nanoseconds.
 uint64_t monotonic_now();

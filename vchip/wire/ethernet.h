@@ -8,8 +8,8 @@
 namespace vchipd {
 
 // Both addresses; a tag comes after them.
-constexpr uint32_t kMacs = 12;
-constexpr uint32_t kTagBytes = 4;
+inline constexpr uint32_t kMacs = 12;
+inline constexpr uint32_t kTagBytes = 4;
 
 }  // namespace vchipd
 

@@ -23,7 +23,7 @@ struct Link {
 };
 
 // The longest name of an interface.
-constexpr size_t kLinkNameMax = 15;
+inline constexpr size_t kLinkNameMax = 15;
 // Throws WrongWords, with `wire` in front, for a name that no interface can have.
 void expect_link_name(const std::string &wire, const std::string &name);
 

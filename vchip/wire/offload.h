@@ -21,14 +21,14 @@ struct OffloadHeader {
 };
 static_assert(sizeof(OffloadHeader) == 10);
 
-constexpr uint8_t kNeedsChecksum = 1;
-constexpr uint8_t kDividedNot = 0;
-constexpr uint8_t kDividedTcp4 = 1;
-constexpr uint8_t kDividedTcp6 = 4;
-constexpr uint8_t kDividedUdp = 5;
-constexpr uint8_t kDividedEcn = 0x80;  // a flag beside it
-constexpr uint16_t kTcpChecksum = 16;  // offsets in their headers
-constexpr uint16_t kUdpChecksum = 6;
+inline constexpr uint8_t kNeedsChecksum = 1;
+inline constexpr uint8_t kDividedNot = 0;
+inline constexpr uint8_t kDividedTcp4 = 1;
+inline constexpr uint8_t kDividedTcp6 = 4;
+inline constexpr uint8_t kDividedUdp = 5;
+inline constexpr uint8_t kDividedEcn = 0x80;  // a flag beside it
+inline constexpr uint16_t kTcpChecksum = 16;  // offsets in their headers
+inline constexpr uint16_t kUdpChecksum = 6;
 
 // Writes the checksum that the header speaks of. False if it lies outside.
 bool complete_checksum(const OffloadHeader &header, uint8_t *frame, uint32_t length);

@@ -20,10 +20,10 @@ struct RingRecord {
   uint16_t checksum_offset;
   // The frame is at kPlainFrame, or with its tag at kTaggedFrame.
 };
-constexpr uint16_t kAsksChecksum = 1;
-constexpr uint16_t kHasTag = 2;
-constexpr uint32_t kTaggedFrame = sizeof(RingRecord);
-constexpr uint32_t kPlainFrame = kTaggedFrame + 4;
+inline constexpr uint16_t kAsksChecksum = 1;
+inline constexpr uint16_t kHasTag = 2;
+inline constexpr uint32_t kTaggedFrame = sizeof(RingRecord);
+inline constexpr uint32_t kPlainFrame = kTaggedFrame + 4;
 
 // What the program and this process tell each other.
 struct RingNotes {

@@ -40,9 +40,9 @@ struct WireCounts {
 };
 
 // The frames a wire takes in or gives away at a time.
-constexpr uint32_t kFramesAtATime = 64;
+inline constexpr uint32_t kFramesAtATime = 64;
 // The bytes of memory in front of each frame that a wire sends.
-constexpr uint32_t kHeadroom = 16;
+inline constexpr uint32_t kHeadroom = 16;
 
 // The note of one whose interface somebody has removed.
 inline constexpr const char *kGoneNote = "the interface is gone";

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "common/numbers.h"
+
 namespace vchip {
 namespace {
 
