@@ -61,7 +61,7 @@ def process_memory(process):
 
 class Memory(wires.Case):
     ports = 26
-    seconds = 1.5
+    seconds = 0.6
 
     def setUp(self):
         super().setUp()
