@@ -13,7 +13,7 @@ from wires import BROADCAST, frame, mac, tagged
 VLAN = 10
 MARK = 20        # a VLAN that does not change, whose frame ends a batch
 FRAMES = 300     # of a batch: fewer than a queue holds
-SECONDS = 2
+SECONDS = 1
 TRIES = 4        # on a busy machine the two programs may run by turns
 # A processor for each of them, so that a change falls among the frames of a batch.
 PLACES = sorted(os.sched_getaffinity(0))
