@@ -17,7 +17,9 @@ if(SWCTL_SANITIZE)
     # to what they hold, would cost a quarter of the time to compile and to start.
     -fno-sanitize=null,vptr
     $<$<NOT:$<BOOL:$<TARGET_PROPERTY:SWCTL_CASTS_BYTES>>>:-fno-sanitize=alignment>
-    $<$<BOOL:$<TARGET_PROPERTY:SWCTL_IS_TEST>>:-fno-sanitize=undefined>)
+    $<$<BOOL:$<TARGET_PROPERTY:SWCTL_IS_TEST>>:-fno-sanitize=undefined>
+    # A test says by itself in which line it fails.
+    $<$<BOOL:$<TARGET_PROPERTY:SWCTL_IS_TEST>>:-g0>)
   target_link_options(swctl_options INTERFACE -fsanitize=${SWCTL_SANITIZE})
   # Clang puts its runtime into the program. Where the program is C, it must
   # still serve the libraries, which are C++.
