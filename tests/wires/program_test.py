@@ -48,7 +48,6 @@ class Receiving(Raw):
         self.vchipctl("wire", "2", "none")
         self.assertEqual(programs_of(self.process), 1)
 
-
     def flood_until(self, sender, holds):
         end = time.monotonic() + wires.PATIENCE
         while not holds():

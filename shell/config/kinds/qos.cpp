@@ -20,6 +20,7 @@ namespace {
 constexpr int64_t kTrustAtPowerOn = 3;
 constexpr uint32_t kWeightAtPowerOn = 127;
 constexpr uint32_t kAlgorithm0 = 0;
+constexpr uint32_t kAlgorithm1 = 1;
 
 using Weights = std::array<uint32_t, USER_QOS_QUEUES>;
 
@@ -68,7 +69,7 @@ bool take_schedule(Statement &statement, Draft &draft) {
   std::ranges::copy(listed, weights.begin());
   const bool is_0 = schedule.number == USER_QOS_SCHEDULE_WEIGHTED_0;
   draft.put({}, given == nullptr ? schedule.word
-                                 : schedule_words(is_0 ? kAlgorithm0 : kAlgorithm0 + 1, weights));
+                                 : schedule_words(is_0 ? kAlgorithm0 : kAlgorithm1, weights));
   return true;
 }
 
