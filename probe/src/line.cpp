@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "line.h"
 
-#include "buffer.h"
+#include "digits.h"
 
 namespace swprobe {
 namespace {
@@ -12,40 +12,44 @@ uint64_t bits_of(int64_t value, int width) {
   return width >= 8 ? bits : bits & ((uint64_t{1} << (8 * width)) - 1);
 }
 
-void add_value(Buffer &line, const Argument &argument, int64_t value) {
-  if (argument.form != Form::hex) return add(line, "{}", value);
+void add_value(std::string &line, const Argument &argument, int64_t value) {
   const uint64_t bits = bits_of(value, argument.width);
-  if (argument.array && argument.width == 1) return add(line, "{:02x}", bits);
-  add(line, "{:#x}", bits);
+  if (argument.form != Form::hex) {
+    line += std::to_string(value);
+  } else if (argument.array && argument.width == 1) {
+    line += hex_digits(bits, 2);
+  } else {
+    line += "0x" + hex_digits(bits);
+  }
 }
 
-void add_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
+void add_values(std::string &line, const Argument &argument, const std::vector<int64_t> &values) {
   if (!argument.array && values.size() == 1) return add_value(line, argument, values.front());
-  add(line, "[");
+  line += '[';
   const char *between = "";
   for (const int64_t value : values) {
-    add(line, "{}", between);
+    line += between;
     add_value(line, argument, value);
     between = " ";
   }
-  add(line, "]");
+  line += ']';
 }
 
-void add_text(Buffer &line, const std::string &text) {
-  add(line, "\"");
+void add_text(std::string &line, const std::string &text) {
+  line += '"';
   for (const char character : text) {
     const auto byte = static_cast<unsigned char>(character);
     if (character == '\n') {
-      add(line, "\\n");
+      line += "\\n";
     } else if (character == '"' || character == '\\') {
-      add(line, "\\{}", character);
+      line += {'\\', character};
     } else if (byte < ' ' || byte == 0x7f) {
-      add(line, "\\x{:02x}", byte);
+      line += "\\x" + hex_digits(byte, 2);
     } else {
-      add(line, "{}", character);
+      line += character;
     }
   }
-  add(line, "\"");
+  line += '"';
 }
 
 // False for an output that was left alone.
@@ -53,57 +57,58 @@ bool is_shown(const Argument &argument) {
   return argument.null || argument.direction != Direction::out || !argument.after.empty();
 }
 
-void add_argument(Buffer &line, const Argument &argument) {
-  add(line, "{}", argument.name);
-  if (argument.null) return add(line, "=null");
+void add_argument(std::string &line, const Argument &argument) {
+  line += argument.name;
+  if (argument.null) {
+    line += "=null";
+    return;
+  }
   if (argument.direction != Direction::out) {
-    add(line, "=");
+    line += '=';
     if (argument.form == Form::text) return add_text(line, argument.text);
     add_values(line, argument, argument.before);
   }
   if (argument.after.empty()) return;
-  add(line, "=>");
+  line += "=>";
   add_values(line, argument, argument.after);
 }
 
-void add_result(Buffer &line, const Call &call, const char *sentence) {
+void add_result(std::string &line, const Call &call, const char *sentence) {
   if (call.has_result && call.result_form == Form::hex) {
-    add(line, " = {:#x}", static_cast<uint64_t>(call.result));
+    line += " = 0x" + hex_digits(static_cast<uint64_t>(call.result));
   } else if (call.has_result) {
-    add(line, " = {}", call.result);
+    line += " = " + std::to_string(call.result);
   }
-  if (sentence != nullptr) add(line, " ({})", sentence);
-  if (call.made_up) add(line, " !");
+  if (sentence != nullptr) line += std::string(" (") + sentence + ')';
+  if (call.made_up) line += " !";
 }
 
 }  // namespace
 
 std::string line_of(const Call &call, const char *sentence) {
-  Buffer line;
-  add(line, "{}(", call.name);
+  std::string line = call.name + '(';
   const char *between = "";
   for (const Argument &argument : call.arguments) {
     if (!is_shown(argument)) continue;
-    add(line, "{}", between);
+    line += between;
     add_argument(line, argument);
     between = ", ";
   }
-  add(line, ")");
+  line += ')';
   add_result(line, call, sentence);
-  return fmt::to_string(line);
+  return line;
 }
 
 std::string closing_of(const Call &call, const char *sentence) {
-  Buffer line;
-  add(line, "}}");
+  std::string line = "}";
   add_result(line, call, sentence);
   for (Argument argument : call.arguments) {
     if (argument.after.empty()) continue;
     argument.direction = Direction::out;
-    add(line, ", ");
+    line += ", ";
     add_argument(line, argument);
   }
-  return fmt::to_string(line);
+  return line;
 }
 
 std::string question_of(Call call) {

@@ -1,43 +1,47 @@
 // SPDX-License-Identifier: MIT
-#include <fmt/format.h>
-
-#include "buffer.h"
+#include "digits.h"
 #include "recording.h"
 
 namespace swprobe {
 namespace {
 
-void add_json_values(Buffer &line, const Argument &argument, const std::vector<int64_t> &values) {
-  const bool array = argument.array || values.size() != 1;
-  add(line, "{}", array ? "[" : "");
-  const char *between = "";
-  for (const int64_t value : values) {
-    add(line, "{}{}", between, value);
-    between = ",";
-  }
-  add(line, "{}", array ? "]" : "");
+const char *truth(bool value) {
+  return value ? "true" : "false";
 }
 
-void add_json_argument(Buffer &line, const Argument &argument) {
-  add(line, "\"{}\":", argument.name);
-  if (argument.null) return add(line, "null");
-  add(line, "{{");
+void add_json_values(std::string &line, const Argument &argument,
+                     const std::vector<int64_t> &values) {
+  const bool array = argument.array || values.size() != 1;
+  if (array) line += '[';
+  const char *between = "";
+  for (const int64_t value : values) {
+    line += between + std::to_string(value);
+    between = ",";
+  }
+  if (array) line += ']';
+}
+
+void add_json_argument(std::string &line, const Argument &argument) {
+  line += '"' + argument.name + "\":";
+  if (argument.null) {
+    line += "null";
+    return;
+  }
+  line += '{';
   const bool given = argument.direction != Direction::out;
   if (given) {
-    add(line, "\"in\":");
+    line += "\"in\":";
     if (argument.form == Form::text) {
-      std::string text;
-      append_json_text(text, argument.text);
-      add(line, "{}", text);
+      append_json_text(line, argument.text);
     } else {
       add_json_values(line, argument, argument.before);
     }
   }
   if (!argument.after.empty()) {
-    add(line, "{}\"out\":", given ? "," : "");
+    line += given ? ",\"out\":" : "\"out\":";
     add_json_values(line, argument, argument.after);
   }
-  add(line, "}}");
+  line += '}';
 }
 
 }  // namespace
@@ -50,32 +54,36 @@ void append_json_text(std::string &line, std::string_view text) {
     if (plain) {
       line += character;
     } else {
-      fmt::format_to(std::back_inserter(line), "\\u{:04x}", byte);
+      line += "\\u" + hex_digits(byte, 4);
     }
   }
   line += '"';
 }
 
 std::string recording_header(bool library) {
-  return fmt::format("{{\"format\":\"{}\",\"version\":{},\"byte_order\":\"{}\"}}", kRecordingFormat,
-                     library ? kLibraryVersion : kRecordingVersion, kThisByteOrder);
+  const auto version = library ? kLibraryVersion : kRecordingVersion;
+  return std::string("{\"format\":\"") + kRecordingFormat +
+         "\",\"version\":" + std::to_string(version) + ",\"byte_order\":\"" + kThisByteOrder +
+         "\"}";
 }
 
 std::string recording_line(const Call &call, bool library) {
-  Buffer line;
-  add(line, "{{\"number\":{},\"call\":\"{}\",\"arguments\":{{", call.number, call.name);
+  std::string line = "{\"number\":" + std::to_string(call.number) + ",\"call\":\"" + call.name +
+                     "\",\"arguments\":{";
   const char *between = "";
   for (const Argument &argument : call.arguments) {
-    add(line, "{}", between);
+    line += between;
     add_json_argument(line, argument);
     between = ",";
   }
-  add(line, "}}");
-  if (call.has_result) add(line, ",\"result\":{}", call.result);
-  add(line, ",\"made_up\":{}", call.made_up);
-  if (library) add(line, ",\"library\":{},\"depth\":{}", call.of_library, call.depth);
-  add(line, "}}");
-  return fmt::to_string(line);
+  line += '}';
+  if (call.has_result) line += ",\"result\":" + std::to_string(call.result);
+  line += std::string(",\"made_up\":") + truth(call.made_up);
+  if (library)
+    line += std::string(",\"library\":") + truth(call.of_library) +
+            ",\"depth\":" + std::to_string(call.depth);
+  line += '}';
+  return line;
 }
 
 }  // namespace swprobe

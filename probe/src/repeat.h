@@ -19,11 +19,6 @@ namespace swprobe {
 // Where the argument's elements lie, all parts of it filled from the record.
 // Throws std::invalid_argument if the record does not hold what belongs there.
 void fill(const ArgumentInfo &info, const Address &address, const Call &recorded);
-// Refuses a record with another number of elements than the call takes, before
-// memory is made for those.
-void expect_elements(const ArgumentInfo &info, size_t count, const Call &recorded);
-// Whether the record has a null address for the argument.
-bool is_null(const ArgumentInfo &info, const Call &recorded);
 // The text of an argument of form text.
 using Text = std::optional<std::string>;  // none: a null address
 Text text_of(const char *argument, const Call &recorded);
@@ -44,37 +39,6 @@ void after_call(const T &argument) {
   if constexpr (std::is_same_v<T, adp_fp_entity_rule_t *>) keep_area(*argument, false);
 }
 
-// Memory of zeroes that any record may lie in.
-using Room = std::vector<uint64_t>;
-
-// Memory that a call updates, and what was in it when it was recorded.
-struct Updated {
-  Room *room;
-  Room recorded;
-};
-void keep_updated(std::span<const ArgumentInfo> infos, std::vector<Room> &rooms,
-                  std::vector<Updated> &updated);
-void restore(const std::vector<Updated> &updated);
-
-// First the values, then the addresses: how much is at those may be said
-// by the values.
-template <class T>
-void fill_value(const ArgumentInfo &info, T &argument, const Call &recorded) {
-  if (info.direction == Direction::value) fill(info, {&argument, 1}, recorded);
-}
-
-template <class T>
-void fill_address(const ArgumentInfo &info, T &argument, size_t count, Room &room,
-                  const Call &recorded) {
-  if constexpr (std::is_pointer_v<T>) {
-    if (is_null(info, recorded)) return;
-    expect_elements(info, count, recorded);
-    room.resize(count * info.stride / sizeof(uint64_t) + 1);
-    argument = reinterpret_cast<T>(room.data());
-    if (info.direction != Direction::out) fill(info, {room.data(), count}, recorded);
-  }
-}
-
 // A call that is ready to be made.
 class PreparedCall {
  public:
@@ -82,50 +46,78 @@ class PreparedCall {
   virtual void make() = 0;
 };
 
-// With its arguments and what is at those that are addresses. What the call
-// updates is as recorded each time.
+// Where the arguments of a call lie, in their order.
+using Places = std::span<void *const>;
+
+// What the arguments of a listed call are made of, whatever their types.
+class ListedCall : public PreparedCall {
+ protected:
+  explicit ListedCall(std::span<const ArgumentInfo> infos) : infos_(infos) {}
+
+  // First the values, then the addresses: how much is at those may be said by the values.
+  // Throw std::invalid_argument if the record does not hold what belongs there.
+  void fill_values(Places arguments, const Call &recorded) const;
+  void fill_addresses(Places arguments, std::span<const Address> addresses, const Call &recorded);
+  // What the call updates is as it was recorded.
+  void restore();
+
+ private:
+  // Memory of zeroes that any record may lie in.
+  using Room = std::vector<uint64_t>;
+  // Memory that a call updates, and what was in it when it was recorded.
+  struct Updated {
+    size_t argument;
+    Room recorded;
+  };
+
+  std::span<const ArgumentInfo> infos_;
+  std::vector<Room> rooms_;  // of each argument; empty of a value
+  std::vector<Updated> updated_;
+};
+
+// With its arguments and what is at those that are addresses.
 template <class... Types>
-class PreparedListedCall : public PreparedCall {
+class PreparedListedCall : public ListedCall {
  public:
   using Function = int32_t (*)(Types...);
   // The call's own reading of where its arguments are and how many elements
-  // they have.
-  using Addresses = std::vector<Address> (*)(Types...);
+  // they have, for as many places as it has arguments.
+  using Addresses = void (*)(Address *addresses, Types...);
 
   PreparedListedCall(Function function, Addresses addresses, std::span<const ArgumentInfo> infos,
                      const Call &recorded)
-      : function_(function), rooms_(sizeof...(Types)) {
-    fill_all(addresses, infos, recorded, std::index_sequence_for<Types...>());
-    keep_updated(infos, rooms_, updated_);
+      : ListedCall(infos), function_(function) {
+    fill_all(addresses, recorded, std::index_sequence_for<Types...>());
   }
 
   void make() override {
-    restore(updated_);
-    std::apply([](auto &...each) { (before_call(each), ...); }, arguments_);
-    std::apply(function_, arguments_);
-    std::apply([](const auto &...each) { (after_call(each), ...); }, arguments_);
+    restore();
+    call(std::index_sequence_for<Types...>());
   }
 
  private:
   template <size_t... Index>
-  void fill_all(Addresses addresses, std::span<const ArgumentInfo> infos, const Call &recorded,
-                std::index_sequence<Index...>) {
-    (fill_value(infos[Index], std::get<Index>(arguments_), recorded), ...);
-    const std::vector<Address> places = std::apply(addresses, arguments_);
-    (fill_address(infos[Index], std::get<Index>(arguments_), places[Index].count, rooms_[Index],
-                  recorded),
-     ...);
+  void fill_all(Addresses addresses, const Call &recorded, std::index_sequence<Index...>) {
+    void *const places[] = {&std::get<Index>(arguments_)...};
+    fill_values(places, recorded);
+    Address found[sizeof...(Types)];
+    addresses(found, std::get<Index>(arguments_)...);
+    fill_addresses(places, found, recorded);
+  }
+  template <size_t... Index>
+  void call(std::index_sequence<Index...>) {
+    (before_call(std::get<Index>(arguments_)), ...);
+    function_(std::get<Index>(arguments_)...);
+    (after_call(std::get<Index>(arguments_)), ...);
   }
 
   Function function_;
   std::tuple<Types...> arguments_{};
-  std::vector<Room> rooms_;
-  std::vector<Updated> updated_;
 };
 
 template <class... Types>
 PreparedCall *new_prepared_call(int32_t (*function)(Types...),
-                                std::vector<Address> (*addresses)(Types...),
+                                void (*addresses)(Address *addresses, Types...),
                                 std::span<const ArgumentInfo> infos, const Call &recorded) {
   return new PreparedListedCall<Types...>(function, addresses, infos, recorded);
 }

@@ -4,6 +4,7 @@
 #include <swctl/platform/log.h>
 #include <swctl/platform/sdk.h>
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <stdexcept>
@@ -15,8 +16,10 @@
 // clang-format off
 #include <swctl/platform/calls_begin.h>
 #define SWCTL_CALL(name, ...) \
-  static std::vector<swprobe::Address> swprobe_addresses_##name(SWCTL_PARAMETERS(__VA_ARGS__)) { \
-    return {SWCTL_EACH(SWPROBE_ADDRESS, __VA_ARGS__)}; \
+  static void swprobe_addresses_##name(swprobe::Address *swprobe_places, \
+                                       SWCTL_PARAMETERS(__VA_ARGS__)) { \
+    const swprobe::Address swprobe_all[] = {SWCTL_EACH(SWPROBE_ADDRESS, __VA_ARGS__)}; \
+    std::copy(std::begin(swprobe_all), std::end(swprobe_all), swprobe_places); \
   } \
   static swprobe::PreparedCall *swprobe_prepare_##name(const swprobe::Site &site, \
                                                       const swprobe::Call &recorded) { \

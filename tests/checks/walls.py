@@ -27,7 +27,7 @@ RULES = {
     "vchip": [SYSTEM, PLATFORM, r"<swctl-vchip/.*>", r'"(?!.*\bwire/).*"', r"<nlohmann/json_fwd\.hpp>"],
     # vchipd has the chip's public headers and nothing else of it.
     "vchip/wire": [SYSTEM, r"<swctl-vchip/.*>", OS, r'"[^/]*"'],
-    "probe": [SYSTEM, PLATFORM, r"<swctl/swctl\.h>", r"<swctl-probe/.*>", r"<fmt/format\.h>", r'".*"'],
+    "probe": [SYSTEM, PLATFORM, r"<swctl/swctl\.h>", r"<swctl-probe/.*>", r'".*"'],
     "replay": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "faults": [SYSTEM, PLATFORM, r"<swctl-probe/.*>", r'".*"'],
     "shell": [SYSTEM, r"<swctl/.*>", r'".*"'],
