@@ -22,7 +22,7 @@ std::string fault_line(const Fault &fault) {
   line += fault.message;
   if (!fault.suggestions.empty()) {
     std::vector<std::string> meant;
-    for (const std::string &each : fault.suggestions) meant.push_back(quoted(each));
+    for (const std::string &each : fault.suggestions) meant.push_back(in_quotes(each));
     line += " (did you mean " + join(meant, " or ") + "?)";
   }
   if (fault.expected.empty()) return line;

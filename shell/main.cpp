@@ -64,7 +64,7 @@ Status batch(const Settings &settings, DataOutput &output) {
 }
 
 Fault batch_with_command(const std::string &word) {
-  return wrong_usage("unexpected word " + quoted(word) + " beside -batch", word);
+  return wrong_usage("unexpected word " + in_quotes(word) + " beside -batch", word);
 }
 
 std::vector<std::string> asking_help(const Settings &settings) {

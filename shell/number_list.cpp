@@ -24,7 +24,7 @@ struct Range {
 };
 
 Range bad_range(std::string_view culprit, const std::string &what) {
-  return {0, 0, quoted(culprit) + " is " + what};
+  return {0, 0, in_quotes(culprit) + " is " + what};
 }
 
 Range parse_range(std::string_view item, int64_t low, int64_t high) {

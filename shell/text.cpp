@@ -39,7 +39,7 @@ std::string printable(std::string_view word) {
   return text;
 }
 
-std::string quoted(std::string_view word) {
+std::string in_quotes(std::string_view word) {
   return '"' + printable(word) + '"';
 }
 

@@ -17,7 +17,7 @@ std::string join(const std::vector<std::string> &parts, std::string_view separat
 std::string printable(std::string_view word);
 
 // The same in double quotes.
-std::string quoted(std::string_view word);
+std::string in_quotes(std::string_view word);
 
 // 0x88cc
 std::string hexadecimal(uint32_t number);

@@ -20,23 +20,23 @@ constexpr int64_t kWordMax = std::numeric_limits<uint32_t>::max();
 constexpr size_t kNoWord = CHIP_ACL_ACTION_WORDS;
 
 // Where an action's first parameter goes, and what it is.
-enum class Subject { none, number, second_parameter, interface };
+enum class Operand { none, number, second_parameter, interface };
 
 // The words of a record that an action has to itself, from `first` to before
 // `end`, and those that tell it: the first is `sign`, and that of its kind, if
 // there are several, is `kind`.
 struct Words {
   size_t first, end;
-  size_t subject = kNoWord;
+  size_t operand = kNoWord;
   uint32_t sign = 1;
   size_t kind_word = kNoWord;
   uint32_t kind = 0;
 };
 
-constexpr Words forward_words(size_t subject, uint32_t kind) {
+constexpr Words forward_words(size_t operand, uint32_t kind) {
   return {.first = CHIP_ACL_WORD_FORWARD,
           .end = CHIP_ACL_WORD_FORWARD_W6 + 1,
-          .subject = subject,
+          .operand = operand,
           .kind_word = CHIP_ACL_WORD_FORWARD_KIND,
           .kind = kind};
 }
@@ -44,7 +44,7 @@ constexpr Words forward_words(size_t subject, uint32_t kind) {
 constexpr Words remark_words(uint32_t kind) {
   return {.first = CHIP_ACL_WORD_REMARK,
           .end = CHIP_ACL_WORD_REMARK_VALUE + 1,
-          .subject = CHIP_ACL_WORD_REMARK_VALUE,
+          .operand = CHIP_ACL_WORD_REMARK_VALUE,
           .kind_word = CHIP_ACL_WORD_REMARK_KIND,
           .kind = kind};
 }
@@ -53,52 +53,52 @@ constexpr Words verdict_words(uint32_t verdict) {
   return {.first = CHIP_ACL_WORD_VERDICT, .end = CHIP_ACL_WORD_VERDICT + 1, .sign = verdict};
 }
 
-// Words that end with that of their subject.
-constexpr Words plain_words(size_t first, size_t subject) {
-  return {.first = first, .end = subject + 1, .subject = subject};
+// Words that end with that of their operand.
+constexpr Words plain_words(size_t first, size_t operand) {
+  return {.first = first, .end = operand + 1, .operand = operand};
 }
 
 struct Name {
   const char *word;
   const char *help;
   uint32_t action;
-  Subject subject;
+  Operand operand;
   Words words;
 };
 constexpr Name kNames[] = {
-    {"drop", "Discards the frame", CHIP_ACL_ACTION_DROP, Subject::none,
+    {"drop", "Discards the frame", CHIP_ACL_ACTION_DROP, Operand::none,
      verdict_words(CHIP_ACL_VERDICT_DROP)},
-    {"permit", "Lets the frame pass", CHIP_ACL_ACTION_PERMIT, Subject::none,
+    {"permit", "Lets the frame pass", CHIP_ACL_ACTION_PERMIT, Operand::none,
      verdict_words(CHIP_ACL_VERDICT_PERMIT)},
-    {"trap", "Sends it to the CPU", CHIP_ACL_ACTION_TRAP, Subject::none,
+    {"trap", "Sends it to the CPU", CHIP_ACL_ACTION_TRAP, Operand::none,
      forward_words(kNoWord, CHIP_ACL_FORWARD_TRAP)},
     {"redirect", "redirect:PORT, sends it to another port", CHIP_ACL_ACTION_REDIRECT_PORT,
-     Subject::interface, forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_PORT)},
+     Operand::interface, forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_PORT)},
     {"redirect-ports", "redirect-ports:N, to the ports of forwarding mask N",
-     CHIP_ACL_ACTION_REDIRECT_MASK, Subject::number,
+     CHIP_ACL_ACTION_REDIRECT_MASK, Operand::number,
      forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_MASK)},
     {"redirect-group", "redirect-group:N, to the group whose mask is N",
-     CHIP_ACL_ACTION_REDIRECT_GROUP, Subject::number,
+     CHIP_ACL_ACTION_REDIRECT_GROUP, Operand::number,
      forward_words(CHIP_ACL_WORD_FORWARD_TO, CHIP_ACL_FORWARD_GROUP)},
-    {"mirror", "mirror:SESSION, copies it", CHIP_ACL_ACTION_MIRROR, Subject::second_parameter,
+    {"mirror", "mirror:SESSION, copies it", CHIP_ACL_ACTION_MIRROR, Operand::second_parameter,
      plain_words(CHIP_ACL_WORD_MIRROR, CHIP_ACL_WORD_MIRROR_SESSION)},
-    {"count", "count:COUNTER, counts it", CHIP_ACL_ACTION_COUNT, Subject::number,
+    {"count", "count:COUNTER, counts it", CHIP_ACL_ACTION_COUNT, Operand::number,
      plain_words(CHIP_ACL_WORD_COUNT, CHIP_ACL_WORD_COUNT_COUNTER)},
-    {"meter", "meter:METER, limits its rate", CHIP_ACL_ACTION_METER, Subject::number,
+    {"meter", "meter:METER, limits its rate", CHIP_ACL_ACTION_METER, Operand::number,
      plain_words(CHIP_ACL_WORD_METER, CHIP_ACL_WORD_METER_NUMBER)},
     {"outer-vlan", "outer-vlan:ID, sets the outer VLAN", CHIP_ACL_ACTION_OUTER_VLAN,
-     Subject::number, plain_words(CHIP_ACL_WORD_OUTER_VLAN, CHIP_ACL_WORD_OUTER_VLAN_ID)},
+     Operand::number, plain_words(CHIP_ACL_WORD_OUTER_VLAN, CHIP_ACL_WORD_OUTER_VLAN_ID)},
     {"inner-vlan", "inner-vlan:ID, sets the inner VLAN", CHIP_ACL_ACTION_INNER_VLAN,
-     Subject::number, plain_words(CHIP_ACL_WORD_INNER_VLAN, CHIP_ACL_WORD_INNER_VLAN_ID)},
+     Operand::number, plain_words(CHIP_ACL_WORD_INNER_VLAN, CHIP_ACL_WORD_INNER_VLAN_ID)},
     {"priority", "priority:N, sets the internal priority", CHIP_ACL_ACTION_PRIORITY,
-     Subject::number, plain_words(CHIP_ACL_WORD_PRIORITY, CHIP_ACL_WORD_PRIORITY_VALUE)},
-    {"queue", "queue:N, sets the queue", CHIP_ACL_ACTION_QUEUE, Subject::number,
+     Operand::number, plain_words(CHIP_ACL_WORD_PRIORITY, CHIP_ACL_WORD_PRIORITY_VALUE)},
+    {"queue", "queue:N, sets the queue", CHIP_ACL_ACTION_QUEUE, Operand::number,
      plain_words(CHIP_ACL_WORD_QUEUE, CHIP_ACL_WORD_QUEUE_NUMBER)},
-    {"remark-0", "remark-0:N, remarks, kind 0", CHIP_ACL_ACTION_REMARK_INNER, Subject::number,
+    {"remark-0", "remark-0:N, remarks, kind 0", CHIP_ACL_ACTION_REMARK_INNER, Operand::number,
      remark_words(CHIP_ACL_REMARK_INNER)},
-    {"remark-1", "remark-1:N, remarks, kind 1", CHIP_ACL_ACTION_REMARK_OUTER, Subject::number,
+    {"remark-1", "remark-1:N, remarks, kind 1", CHIP_ACL_ACTION_REMARK_OUTER, Operand::number,
      remark_words(CHIP_ACL_REMARK_OUTER)},
-    {"remark-2", "remark-2:N, remarks, kind 2", CHIP_ACL_ACTION_REMARK_DSCP, Subject::number,
+    {"remark-2", "remark-2:N, remarks, kind 2", CHIP_ACL_ACTION_REMARK_DSCP, Operand::number,
      remark_words(CHIP_ACL_REMARK_DSCP)},
 };
 // Any action of the library, by its number.
@@ -117,19 +117,19 @@ std::vector<std::string> split(const std::string &text, char separator) {
 CommandError bad_action(const std::string &word, const std::string &fault,
                         std::vector<std::string> expected) {
   return CommandError(
-      wrong_usage("bad action " + quoted(word) + ": " + fault, word, std::move(expected)));
+      wrong_usage("bad action " + in_quotes(word) + ": " + fault, word, std::move(expected)));
 }
 
 uint32_t number_in(const std::string &word, const std::string &digits) {
   const ParsedNumber parsed = parse_number(digits, 0, kWordMax);
   if (parsed.fault.empty()) return static_cast<uint32_t>(parsed.number);
-  throw bad_action(word, quoted(digits) + " is " + parsed.fault, {"a number from 0"});
+  throw bad_action(word, in_quotes(digits) + " is " + parsed.fault, {"a number from 0"});
 }
 
 uint32_t chip_port_in(const std::string &word, const std::string &digits) {
   const ParsedNumber parsed = parse_number(digits, 0, USER_FRONT_INTERFACES);
   if (parsed.fault.empty()) return static_cast<uint32_t>(port_of(parsed.number).chip);
-  throw bad_action(word, quoted(digits) + " is " + parsed.fault, {"an interface number 0-26"});
+  throw bad_action(word, in_quotes(digits) + " is " + parsed.fault, {"an interface number 0-26"});
 }
 
 std::vector<std::string> names() {
@@ -163,13 +163,13 @@ PlannedAction numbered_action(const std::string &word, const std::vector<std::st
 
 PlannedAction named_action(const Name &name, const std::string &word,
                            const std::vector<std::string> &parts) {
-  const size_t count = name.subject == Subject::none ? 0 : 1;
+  const size_t count = name.operand == Operand::none ? 0 : 1;
   expect_parameters(word, parts, count, count);
-  switch (name.subject) {
-    case Subject::none: return {word, name.action, 0, 0};
-    case Subject::number: return {word, name.action, number_in(word, parts[1]), 0};
-    case Subject::second_parameter: return {word, name.action, 0, number_in(word, parts[1])};
-    case Subject::interface: return {word, name.action, chip_port_in(word, parts[1]), 0};
+  switch (name.operand) {
+    case Operand::none: return {word, name.action, 0, 0};
+    case Operand::number: return {word, name.action, number_in(word, parts[1]), 0};
+    case Operand::second_parameter: return {word, name.action, 0, number_in(word, parts[1])};
+    case Operand::interface: return {word, name.action, chip_port_in(word, parts[1]), 0};
   }
   return {};
 }
@@ -200,7 +200,7 @@ void expect_apart(const PlannedAction &action, const PlannedAction &earlier) {
   const Words *words = words_of(action.action);
   const Words *others = words_of(earlier.action);
   if (words == nullptr || others == nullptr || words->first != others->first) return;
-  throw bad_action(action.word, "a rule cannot do this and " + quoted(earlier.word),
+  throw bad_action(action.word, "a rule cannot do this and " + in_quotes(earlier.word),
                    {"one of the two"});
 }
 
@@ -211,9 +211,9 @@ bool reads_as(const Name &name, const chip_acl_action &record) {
 }
 
 ReadAction read_action(const Name &name, const chip_acl_action &record) {
-  if (name.words.subject == kNoWord) return {name.word, std::nullopt, std::nullopt};
-  const int64_t value = record.word[name.words.subject];
-  if (name.subject != Subject::interface) return {name.word, value, std::nullopt};
+  if (name.words.operand == kNoWord) return {name.word, std::nullopt, std::nullopt};
+  const int64_t value = record.word[name.words.operand];
+  if (name.operand != Operand::interface) return {name.word, value, std::nullopt};
   return {name.word, Interfaces().of(static_cast<int32_t>(value)), value};
 }
 
@@ -267,10 +267,10 @@ Placed placed(const PlannedAction &action) {
   for (size_t place = 0; place < std::size(kNames); ++place) {
     const Name &name = kNames[place];
     if (name.action != code) continue;
-    if (name.subject == Subject::none) return {place, name.word};
-    const bool second = name.subject == Subject::second_parameter || other_meter;
+    if (name.operand == Operand::none) return {place, name.word};
+    const bool second = name.operand == Operand::second_parameter || other_meter;
     ReadAction read = {name.word, second ? action.param1 : action.param0, std::nullopt};
-    if (name.subject == Subject::interface)
+    if (name.operand == Operand::interface)
       read = {name.word, Interfaces().of(static_cast<int32_t>(action.param0)), action.param0};
     return {place, action_text(read)};
   }

@@ -15,7 +15,7 @@
 namespace swsh {
 namespace {
 
-constexpr size_t kMacBytes = 6;
+constexpr int kMacBits = 48;
 constexpr int kIpBits = 32;
 constexpr int kIp6Bits = 128;
 
@@ -88,7 +88,7 @@ MatchValue parse_number_match(int bits, const Halves &word) {
   return value;
 }
 
-MatchValue parse_ip(const Halves &word) {
+MatchValue parse_ip_match(const Halves &word) {
   MatchValue value;
   value.number = ip_of(word.value);
   if (!word.has_mask) {
@@ -101,14 +101,14 @@ MatchValue parse_ip(const Halves &word) {
   return value;
 }
 
-MatchValue parse_mac(const Halves &word) {
+MatchValue parse_mac_match(const Halves &word) {
   MatchValue value;
   value.address = mac_of(word.value);
-  value.address_mask = word.has_mask ? mac_of(word.mask) : prefix_mask(8 * kMacBytes);
+  value.address_mask = word.has_mask ? mac_of(word.mask) : prefix_mask(kMacBits);
   return value;
 }
 
-MatchValue parse_ip6(const Halves &word) {
+MatchValue parse_ip6_match(const Halves &word) {
   MatchValue value;
   value.address = ip6_of(word.value);
   if (!word.has_mask) {
@@ -123,9 +123,9 @@ MatchValue parse_ip6(const Halves &word) {
 
 MatchValue parse_halves(Notation notation, int bits, const Halves &halves) {
   switch (notation) {
-    case Notation::mac: return parse_mac(halves);
-    case Notation::ip: return parse_ip(halves);
-    case Notation::ip6: return parse_ip6(halves);
+    case Notation::mac: return parse_mac_match(halves);
+    case Notation::ip: return parse_ip_match(halves);
+    case Notation::ip6: return parse_ip6_match(halves);
     case Notation::decimal:
     case Notation::hexadecimal: break;
   }
@@ -172,7 +172,7 @@ MatchValue parse_match(Notation notation, int bits, const std::string &word) {
 std::string match_text(Notation notation, int bits, const MatchValue &value) {
   switch (notation) {
     case Notation::mac: {
-      const bool full = value.address_mask == prefix_mask(8 * kMacBytes);
+      const bool full = value.address_mask == prefix_mask(kMacBits);
       return value_text(notation, value) + (full ? "" : '/' + mac_text(value.address_mask.data()));
     }
     case Notation::ip:

@@ -16,13 +16,13 @@ namespace swsh {
 
 using Write = void (*)(const std::string &subject, uint32_t unit, int32_t rule,
                        const MatchValue &value);
-enum class Style { masked, ports, protocol, frame_type, ip_type };
+enum class Writing { masked, ports, protocol, frame_type, ip_type };
 
 struct Qualifier {
   const char *keyword;
   const char *help;
   uint32_t field;
-  Style style;
+  Writing writing;
   Notation notation;
   int bits;
   Write write;
@@ -59,48 +59,48 @@ void write(const Call<int32_t(uint32_t, uint32_t, int32_t, user_pbmp_t, ...)> &f
     write(SWSH_CALL(function), subject, unit, rule, value);                              \
   }
 constexpr Qualifier kQualifiers[] = {
-    {"in-ports", "Ports that the frame came in on", CHIP_ACL_FIELD_IN_PORTS, Style::ports,
+    {"in-ports", "Ports that the frame came in on", CHIP_ACL_FIELD_IN_PORTS, Writing::ports,
      Notation::decimal, 32, WRITE(user_field_qualify_InPorts)},
-    {"dst-mac", "Destination MAC address", CHIP_ACL_FIELD_DST_MAC, Style::masked, Notation::mac, 0,
-     WRITE(user_field_qualify_DstMac)},
-    {"src-mac", "Source MAC address", CHIP_ACL_FIELD_SRC_MAC, Style::masked, Notation::mac, 0,
+    {"dst-mac", "Destination MAC address", CHIP_ACL_FIELD_DST_MAC, Writing::masked, Notation::mac,
+     0, WRITE(user_field_qualify_DstMac)},
+    {"src-mac", "Source MAC address", CHIP_ACL_FIELD_SRC_MAC, Writing::masked, Notation::mac, 0,
      WRITE(user_field_qualify_SrcMac)},
-    {"ethertype", "EtherType", CHIP_ACL_FIELD_ETHER_TYPE, Style::masked, Notation::hexadecimal, 16,
-     WRITE(user_field_qualify_EtherType)},
+    {"ethertype", "EtherType", CHIP_ACL_FIELD_ETHER_TYPE, Writing::masked, Notation::hexadecimal,
+     16, WRITE(user_field_qualify_EtherType)},
     {"outer-vlan", "Tag control information of the outer VLAN tag", CHIP_ACL_FIELD_OUTER_VLAN,
-     Style::masked, Notation::decimal, 16, WRITE(user_field_qualify_OuterVlan)},
-    {"outer-vlan-id", "VLAN of the outer tag", CHIP_ACL_FIELD_OUTER_VLAN_ID, Style::masked,
+     Writing::masked, Notation::decimal, 16, WRITE(user_field_qualify_OuterVlan)},
+    {"outer-vlan-id", "VLAN of the outer tag", CHIP_ACL_FIELD_OUTER_VLAN_ID, Writing::masked,
      Notation::decimal, 16, WRITE(user_field_qualify_OuterVlanId)},
-    {"outer-priority", "Priority of the outer tag", CHIP_ACL_FIELD_OUTER_PRIORITY, Style::masked,
+    {"outer-priority", "Priority of the outer tag", CHIP_ACL_FIELD_OUTER_PRIORITY, Writing::masked,
      Notation::decimal, 8, WRITE(user_field_qualify_OuterVlanPri)},
-    {"inner-vlan", "Low byte of the inner VLAN tag", CHIP_ACL_FIELD_INNER_VLAN, Style::masked,
+    {"inner-vlan", "Low byte of the inner VLAN tag", CHIP_ACL_FIELD_INNER_VLAN, Writing::masked,
      Notation::decimal, 8, WRITE(user_field_qualify_InnerVlan)},
-    {"inner-vlan-id", "VLAN of the inner tag", CHIP_ACL_FIELD_INNER_VLAN_ID, Style::masked,
+    {"inner-vlan-id", "VLAN of the inner tag", CHIP_ACL_FIELD_INNER_VLAN_ID, Writing::masked,
      Notation::decimal, 16, WRITE(user_field_qualify_InnerVlanId)},
-    {"inner-priority", "Priority of the inner tag", CHIP_ACL_FIELD_INNER_PRIORITY, Style::masked,
+    {"inner-priority", "Priority of the inner tag", CHIP_ACL_FIELD_INNER_PRIORITY, Writing::masked,
      Notation::decimal, 8, WRITE(user_field_qualify_InnerVlanPri)},
-    {"frame-type", "Format of the frame", CHIP_ACL_FIELD_FRAME_TYPE, Style::frame_type,
+    {"frame-type", "Format of the frame", CHIP_ACL_FIELD_FRAME_TYPE, Writing::frame_type,
      Notation::decimal, 8, WRITE(user_field_qualify_FrameType)},
-    {"ip-type", "Kind of IP packet", CHIP_ACL_FIELD_IP_TYPE, Style::ip_type, Notation::decimal, 8,
+    {"ip-type", "Kind of IP packet", CHIP_ACL_FIELD_IP_TYPE, Writing::ip_type, Notation::decimal, 8,
      WRITE(user_field_qualify_iptype)},
     {"protocol", "Protocol of IP, udp, tcp, icmp, igmp or a number 0-255",
-     CHIP_ACL_FIELD_IP_PROTOCOL, Style::protocol, Notation::decimal, 8,
+     CHIP_ACL_FIELD_IP_PROTOCOL, Writing::protocol, Notation::decimal, 8,
      WRITE(user_field_qualify_IpProtocol)},
-    {"src-ip", "Source address of IPv4", CHIP_ACL_FIELD_SRC_IP, Style::masked, Notation::ip, 32,
+    {"src-ip", "Source address of IPv4", CHIP_ACL_FIELD_SRC_IP, Writing::masked, Notation::ip, 32,
      WRITE(user_field_qualify_SrcIp)},
-    {"dst-ip", "Destination address of IPv4", CHIP_ACL_FIELD_DST_IP, Style::masked, Notation::ip,
+    {"dst-ip", "Destination address of IPv4", CHIP_ACL_FIELD_DST_IP, Writing::masked, Notation::ip,
      32, WRITE(user_field_qualify_DstIp)},
-    {"src-ip6", "Source address of IPv6", CHIP_ACL_FIELD_SRC_IP6, Style::masked, Notation::ip6, 0,
+    {"src-ip6", "Source address of IPv6", CHIP_ACL_FIELD_SRC_IP6, Writing::masked, Notation::ip6, 0,
      WRITE(user_field_qualify_SrcIp6)},
-    {"dst-ip6", "Destination address of IPv6", CHIP_ACL_FIELD_DST_IP6, Style::masked, Notation::ip6,
-     0, WRITE(user_field_qualify_DstIp6)},
-    {"dscp", "DSCP; excludes traffic-class", CHIP_ACL_FIELD_TRAFFIC_CLASS, Style::masked,
+    {"dst-ip6", "Destination address of IPv6", CHIP_ACL_FIELD_DST_IP6, Writing::masked,
+     Notation::ip6, 0, WRITE(user_field_qualify_DstIp6)},
+    {"dscp", "DSCP; excludes traffic-class", CHIP_ACL_FIELD_TRAFFIC_CLASS, Writing::masked,
      Notation::decimal, 6, WRITE(user_field_qualify_DSCP)},
-    {"traffic-class", "Traffic class of IPv6", CHIP_ACL_FIELD_TRAFFIC_CLASS, Style::masked,
+    {"traffic-class", "Traffic class of IPv6", CHIP_ACL_FIELD_TRAFFIC_CLASS, Writing::masked,
      Notation::hexadecimal, 8, WRITE(user_field_qualify_Ip6TrafficClass)},
-    {"src-port", "Source port of TCP or UDP", CHIP_ACL_FIELD_L4_SRC_PORT, Style::masked,
+    {"src-port", "Source port of TCP or UDP", CHIP_ACL_FIELD_L4_SRC_PORT, Writing::masked,
      Notation::decimal, 16, WRITE(user_field_qualify_L4SrcPort)},
-    {"dst-port", "Destination port of TCP or UDP", CHIP_ACL_FIELD_L4_DST_PORT, Style::masked,
+    {"dst-port", "Destination port of TCP or UDP", CHIP_ACL_FIELD_L4_DST_PORT, Writing::masked,
      Notation::decimal, 16, WRITE(user_field_qualify_L4DstPort)},
 };
 
@@ -130,20 +130,21 @@ int64_t code_number(const Code (&codes)[Count], uint8_t chip) {
 }
 
 Type type_of(const Qualifier &qualifier) {
-  switch (qualifier.style) {
-    case Style::ports: return interface_list(0);
-    case Style::frame_type: return codes_type(kFrameTypes);
-    case Style::ip_type: return codes_type(kIpTypes);
-    case Style::masked:
-    case Style::protocol: break;
+  switch (qualifier.writing) {
+    case Writing::ports: return interface_list(0);
+    case Writing::frame_type: return codes_type(kFrameTypes);
+    case Writing::ip_type: return codes_type(kIpTypes);
+    case Writing::masked:
+    case Writing::protocol: break;
   }
   return text();
 }
 
 CommandError bad_value(const Qualifier &qualifier, const std::string &word,
                        const std::string &fault, const std::string &expected) {
-  return CommandError(wrong_usage(
-      "bad value " + quoted(word) + " of " + qualifier.keyword + ": " + fault, word, {expected}));
+  return CommandError(
+      wrong_usage("bad value " + in_quotes(word) + " of " + qualifier.keyword + ": " + fault, word,
+                  {expected}));
 }
 
 uint32_t protocol_number(const Qualifier &qualifier, const std::string &word) {
@@ -166,12 +167,12 @@ MatchValue masked_value(const Qualifier &qualifier, const std::string &word) {
 MatchValue value_of(const Qualifier &qualifier, const Arguments &arguments) {
   const std::string name = qualifier.keyword;
   MatchValue value;
-  switch (qualifier.style) {
-    case Style::masked: return masked_value(qualifier, arguments.word(name));
-    case Style::ports: value.number = portmask_of(interfaces_given(arguments, name)); break;
-    case Style::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
-    case Style::frame_type:
-    case Style::ip_type: value.number = arguments.u32(name); break;
+  switch (qualifier.writing) {
+    case Writing::masked: return masked_value(qualifier, arguments.word(name));
+    case Writing::ports: value.number = portmask_of(interfaces_given(arguments, name)); break;
+    case Writing::protocol: value.number = protocol_number(qualifier, arguments.word(name)); break;
+    case Writing::frame_type:
+    case Writing::ip_type: value.number = arguments.u32(name); break;
   }
   return value;
 }
@@ -222,12 +223,14 @@ void add_masked(Record &record, const Qualifier &qualifier, const MatchValue &va
 void add_condition(Record &record, const Qualifier &qualifier, const uint8_t *data,
                    const uint8_t *mask) {
   const char *name = qualifier.keyword;
-  switch (qualifier.style) {
-    case Style::ports: record.add(name, ports_left_out(mask)); return;
-    case Style::protocol: record.add(name, protocol_field(data, mask)); return;
-    case Style::frame_type: record.add(name, code_number(kFrameTypes, data[0])); return;
-    case Style::ip_type: record.add(name, code_number(kIpTypes, data[0])); return;
-    case Style::masked: add_masked(record, qualifier, masked_value(qualifier, data, mask)); return;
+  switch (qualifier.writing) {
+    case Writing::ports: record.add(name, ports_left_out(mask)); return;
+    case Writing::protocol: record.add(name, protocol_field(data, mask)); return;
+    case Writing::frame_type: record.add(name, code_number(kFrameTypes, data[0])); return;
+    case Writing::ip_type: record.add(name, code_number(kIpTypes, data[0])); return;
+    case Writing::masked:
+      add_masked(record, qualifier, masked_value(qualifier, data, mask));
+      return;
   }
 }
 
@@ -289,12 +292,12 @@ std::string condition_text(const Condition &condition) {
     value.mask >>= kDscpShift;
     return "dscp " + match_text(Notation::decimal, kDscpBits, value);
   }
-  switch (qualifier.style) {
-    case Style::ports: return keyword + number_list_text(interfaces_in({{value.number}}));
-    case Style::protocol: return keyword + protocol_text(value.number);
-    case Style::frame_type:
-    case Style::ip_type: return keyword + std::to_string(value.number);
-    case Style::masked: break;
+  switch (qualifier.writing) {
+    case Writing::ports: return keyword + number_list_text(interfaces_in({{value.number}}));
+    case Writing::protocol: return keyword + protocol_text(value.number);
+    case Writing::frame_type:
+    case Writing::ip_type: return keyword + std::to_string(value.number);
+    case Writing::masked: break;
   }
   return keyword + match_text(qualifier.notation, qualifier.bits, value);
 }

@@ -23,12 +23,12 @@ constexpr uint32_t kStaticToo = 1;
 // A table: the SDK's step through it, which answers 0 for an entry, and the
 // platform's, which knows where it ends.
 template <typename Record, typename Step>
-class Walk {
+class TableWalk {
  public:
   using Entry = decltype(Record::entry);
   using Known = OptionalCall<int32_t(uint32_t, int32_t, Record *)>;
 
-  Walk(const char *name, Step step, Known known, uint32_t unit, const char *what)
+  TableWalk(const char *name, Step step, Known known, uint32_t unit, const char *what)
       : name_(name), step_(step), known_(known), unit_(unit), what_(what) {}
 
   std::vector<Entry> entries() {
@@ -93,7 +93,7 @@ class Walk {
 template <typename Record, typename Step>
 auto walk_of(const char *name, Step step, OptionalCall<int32_t(uint32_t, int32_t, Record *)> known,
              uint32_t unit, const char *what) {
-  return Walk<Record, Step>(name, step, known, unit, what).entries();
+  return TableWalk<Record, Step>(name, step, known, unit, what).entries();
 }
 
 void remove_stale(std::vector<chip_l2_ucast_entry> &entries, const std::set<int64_t> &vlans) {

@@ -40,7 +40,7 @@ ParsedValue above_first_step(const Type &type, ParsedValue parsed) {
 
 ParsedValue parse_number_value(const Type &type, const std::string &word) {
   const ParsedNumber parsed = parse_number(word, type.low, type.high);
-  const std::string fault = parsed.fault.empty() ? "" : quoted(word) + " is " + parsed.fault;
+  const std::string fault = parsed.fault.empty() ? "" : in_quotes(word) + " is " + parsed.fault;
   return above_first_step(type, {{word, parsed.number, {}}, fault});
 }
 
@@ -59,14 +59,14 @@ ParsedValue parse_interfaces(const Type &type, const std::string &word) {
 
 ParsedValue parse_mac_value(const std::string &word) {
   const std::vector<int64_t> bytes = parse_mac(word);
-  return {{word, 0, bytes}, bytes.empty() ? quoted(word) + " is no address" : ""};
+  return {{word, 0, bytes}, bytes.empty() ? in_quotes(word) + " is no address" : ""};
 }
 
 ParsedValue parse_choice(const Type &type, const std::string &word) {
   for (const Choice &each : type.choices) {
     if (each.word == word) return {{word, each.value, {}}, ""};
   }
-  return {{}, quoted(word) + " is no choice"};
+  return {{}, in_quotes(word) + " is no choice"};
 }
 
 // Items with commas between; an empty one is no choice either.
@@ -89,10 +89,10 @@ ParsedValue parse_bytes(const Type &type, const std::string &word) {
     if (at != 0 && word[at] == ':') ++at;
     const std::string digits = word.substr(at, 2);
     if (digits.size() != 2 || digits.find_first_not_of(kHexadecimal) != std::string::npos)
-      return {{}, quoted(digits) + " is no byte"};
+      return {{}, in_quotes(digits) + " is no byte"};
     parsed.argument.numbers.push_back(std::stoi(digits, nullptr, 16));
   }
-  if (parsed.argument.numbers.empty()) return {{}, quoted(word) + " is no byte"};
+  if (parsed.argument.numbers.empty()) return {{}, in_quotes(word) + " is no byte"};
   if (static_cast<int64_t>(parsed.argument.numbers.size()) > type.high)
     return {{}, std::to_string(parsed.argument.numbers.size()) + " bytes are too many"};
   return parsed;
@@ -110,10 +110,10 @@ ParsedValue parse_bandwidth(const Type &type, const std::string &word) {
     const std::string digits = word.substr(0, word.size() - unit.name.size());
     const ParsedNumber parsed =
         parse_number(digits, (type.low + unit.kbit - 1) / unit.kbit, type.high / unit.kbit);
-    const std::string fault = parsed.fault.empty() ? "" : quoted(digits) + " is " + parsed.fault;
+    const std::string fault = parsed.fault.empty() ? "" : in_quotes(digits) + " is " + parsed.fault;
     return above_first_step(type, {{word, parsed.number * unit.kbit, {}}, fault});
   }
-  return {{}, quoted(word) + " has no unit"};
+  return {{}, in_quotes(word) + " has no unit"};
 }
 
 }  // namespace

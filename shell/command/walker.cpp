@@ -129,17 +129,17 @@ class Walker {
 
   void reject_name(const std::string &word, const std::vector<std::string> &candidates,
                    const std::vector<std::string> &all) {
-    if (candidates.empty()) return reject("unknown word " + quoted(word), word, all);
-    reject("ambiguous word " + quoted(word), word, candidates);
+    if (candidates.empty()) return reject("unknown word " + in_quotes(word), word, all);
+    reject("ambiguous word " + in_quotes(word), word, candidates);
     walk_.wrong->suggestions.clear();  // every candidate may be meant
   }
 
   void reject_keyword(const std::string &word, const std::vector<std::string> &candidates) {
     if (used_.contains(word)) {
-      return reject("keyword " + quoted(word) + " is there twice", word, expected_words());
+      return reject("keyword " + in_quotes(word) + " is there twice", word, expected_words());
     }
     const std::vector<std::string> all = expected_words();
-    if (all.empty()) return reject("unexpected word " + quoted(word), word, {"end of command"});
+    if (all.empty()) return reject("unexpected word " + in_quotes(word), word, {"end of command"});
     reject_name(word, candidates, all);
   }
 
@@ -147,9 +147,9 @@ class Walker {
     // An optional value is where keywords may be too: say both.
     std::vector<std::string> wanted =
         pending_ == nullptr ? expected_words() : value_expected(parameter.type);
-    std::string message = "bad value " + quoted(word);
+    std::string message = "bad value " + in_quotes(word);
     // A fault of the whole word adds nothing to what is expected instead.
-    if (!fault.starts_with(quoted(word))) message += ": " + fault;
+    if (!fault.starts_with(in_quotes(word))) message += ": " + fault;
     reject(std::move(message), word, std::move(wanted));
   }
 

@@ -30,7 +30,7 @@ const std::vector<size_t> &kinds_of(const std::string &command, const Board &boa
 
 CommandError no_setting(const std::string &command, const std::string &word) {
   return CommandError(
-      wrong_usage(quoted(word.empty() ? command : word) + " makes no setting of a configuration",
+      wrong_usage(in_quotes(word.empty() ? command : word) + " makes no setting of a configuration",
                   word.empty() ? command : word));
 }
 
@@ -170,7 +170,7 @@ class FileReader {
 FileState read_file(const std::string &path, const Context &context, const Board &board) {
   const std::unique_ptr<Source> source = Source::open(path);
   if (source == nullptr)
-    throw CommandError(wrong_usage(quoted(path) + ": " + strerror(errno), path));
+    throw CommandError(wrong_usage(in_quotes(path) + ": " + strerror(errno), path));
   FileReader reader(context, board);
   reader.read(*source);
   return reader.finish();

@@ -26,14 +26,14 @@ using File = std::unique_ptr<FILE, Close>;
 CommandError bad_file(const std::string &path, const std::string &what) {
   Fault fault;
   fault.status = kRefused;
-  fault.message = quoted(path) + ' ' + what;
+  fault.message = in_quotes(path) + ' ' + what;
   fault.culprit = path;
   return CommandError(fault);
 }
 
 File open_dump(const std::string &path) {
   File file(fopen(path.c_str(), "r"));
-  if (!file && errno == ENOENT) throw there_is_no("file", quoted(path));
+  if (!file && errno == ENOENT) throw there_is_no("file", in_quotes(path));
   if (!file) throw bad_file(path, std::string("cannot be opened: ") + strerror(errno));
   return file;
 }

@@ -37,7 +37,7 @@ MatchValue subnet_of(const Arguments &arguments) {
   try {
     return parse_match(Notation::ip, 32, word);
   } catch (const std::invalid_argument &error) {
-    throw CommandError(wrong_usage("bad value " + quoted(word) + ": " + error.what(), word,
+    throw CommandError(wrong_usage("bad value " + in_quotes(word) + ": " + error.what(), word,
                                    {"a subnet such as 192.0.2.0/24"}));
   }
 }

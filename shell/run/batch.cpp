@@ -119,7 +119,7 @@ Status run_batch(const Node &root, const BatchSettings &settings, DataOutput &ou
   if (source == nullptr) {
     const std::string reason = strerror(errno);
     const Fault fault =
-        wrong_usage("batch file " + quoted(settings.file) + ": " + reason, settings.file);
+        wrong_usage("batch file " + in_quotes(settings.file) + ": " + reason, settings.file);
     return report({{}, fault}, "swctl", settings.style, output);
   }
   return Batch(root, settings, *source, output).run();

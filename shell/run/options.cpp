@@ -65,8 +65,8 @@ class Reader {
 
   void take(int code, const std::string &word, const char *value) {
     switch (code) {
-      case '?': return fail(wrong_usage("unknown option " + quoted(word), word, option_words()));
-      case ':': return fail(wrong_usage("option " + quoted(word) + " lacks its value", word));
+      case '?': return fail(wrong_usage("unknown option " + in_quotes(word), word, option_words()));
+      case ':': return fail(wrong_usage("option " + in_quotes(word) + " lacks its value", word));
       default: set(option_of(code).name, value == nullptr ? "" : value);
     }
   }
@@ -106,7 +106,7 @@ class Reader {
     const ParsedNumber parsed = parse_number(value, 0, std::numeric_limits<uint32_t>::max());
     settings_.unit = static_cast<uint32_t>(parsed.number);
     if (!parsed.fault.empty()) {
-      fail(wrong_usage("bad value " + quoted(value) + " of -unit: " + parsed.fault, value,
+      fail(wrong_usage("bad value " + in_quotes(value) + " of -unit: " + parsed.fault, value,
                        {"a number from 0"}));
     }
   }

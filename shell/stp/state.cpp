@@ -32,14 +32,14 @@ void add_lines(Answer &answer, const Context &context, uint32_t instance) {
                                  .add("ports", interfaces));
 }
 
-Answer show(const Arguments &arguments, const Context &context) {
+Answer show_states(const Arguments &arguments, const Context &context) {
   Answer answer = {Shape::table, {}, ""};
   for (const uint32_t instance : chosen_instances(arguments, context))
     add_lines(answer, context, instance);
   return answer;
 }
 
-Answer set(const Arguments &arguments, const Context &context) {
+Answer set_state(const Arguments &arguments, const Context &context) {
   const std::vector<Port> ports = ports_given(arguments, "PORTS");
   const uint32_t instance = existing(context, arguments.u32("INSTANCE"));
   for_each_port(ports, [&](const Port &port) {
@@ -58,7 +58,7 @@ Node stp_show_command() {
           .details =
               "The chip has one state for listening and learning. It reads as the one\n"
               "that this session asked for last, or as listening.\n",
-          .run = show};
+          .run = show_states};
 }
 
 Node stp_set_command() {
@@ -66,7 +66,7 @@ Node stp_set_command() {
           .help = "Set the state of ports in an instance",
           .positional = {instance_parameter(true), ports_to_change()},
           .keywords = {required("state", choice(states()), "State")},
-          .run = set};
+          .run = set_state};
 }
 
 }  // namespace swsh

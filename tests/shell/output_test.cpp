@@ -58,9 +58,9 @@ TEST(DataOutput, WritesNothingWithoutText) {
 }
 
 TEST(Text, IsQuotedWithoutControlCharacters) {
-  EXPECT_EQ(quoted("a b"), "\"a b\"");
-  EXPECT_EQ(quoted("\x1b[2J\n\x7f"), "\"\\x1b[2J\\x0a\\x7f\"");
-  EXPECT_EQ(quoted("\xc3\xbc"), "\"\xc3\xbc\"");
+  EXPECT_EQ(in_quotes("a b"), "\"a b\"");
+  EXPECT_EQ(in_quotes("\x1b[2J\n\x7f"), "\"\\x1b[2J\\x0a\\x7f\"");
+  EXPECT_EQ(in_quotes("\xc3\xbc"), "\"\xc3\xbc\"");
 }
 
 TEST(Text, IsPaddedToAWidth) {

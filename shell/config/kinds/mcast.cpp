@@ -103,7 +103,7 @@ std::string address_given(const std::string &word, bool &six) {
   }
   six = true;
   if (inet_pton(AF_INET6, word.c_str(), bytes) == 1) return ip6_text(bytes);
-  throw CommandError(wrong_usage(quoted(word) + " is no address", word,
+  throw CommandError(wrong_usage(in_quotes(word) + " is no address", word,
                                  {"an address such as 232.1.2.3 or ff3e::8000:1"}));
 }
 

@@ -26,7 +26,7 @@ struct Control {
   }
 };
 
-Control control_in(const std::string &words) {
+Control storm_control_in(const std::string &words) {
   Control control;
   control.rate = std::stoll(words.substr(words.find(' ') + 1));
   control.on = control.rate != 0;
@@ -57,7 +57,7 @@ bool take_control(Statement &statement, Draft &draft, uint32_t type) {
   if (rate == nullptr && on == nullptr) return false;
   statement.take("type");
   for (const int64_t port : statement.take_ports("PORTS")) {
-    Control control = control_in(*draft.at({port}));
+    Control control = storm_control_in(*draft.at({port}));
     if (rate != nullptr) control = {rate->number, rate->number != 0};
     if (on != nullptr) control.on = on->number != 0;
     draft.put({port}, control.words());

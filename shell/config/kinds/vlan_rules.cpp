@@ -113,7 +113,7 @@ std::string subnet_words(const std::string &word) {
   try {
     return match_text(Notation::ip, kIpBits, parse_match(Notation::ip, kIpBits, word));
   } catch (const std::invalid_argument &error) {
-    throw CommandError(wrong_usage("bad value " + quoted(word) + ": " + error.what(), word,
+    throw CommandError(wrong_usage("bad value " + in_quotes(word) + ": " + error.what(), word,
                                    {"a subnet such as 192.0.2.0/24"}));
   }
 }

@@ -3,9 +3,9 @@
 
 #include <atomic>
 #include <charconv>
-#include <cstdlib>
 
 #include "common/standard_error.h"
+#include "common/variable.h"
 #include "image/patience.h"
 
 namespace vchip {
@@ -19,11 +19,6 @@ constexpr uint32_t kForever = UINT32_MAX;
 constexpr uint32_t kNotRead = UINT32_MAX - 1;
 
 std::atomic<uint32_t> wait = kNotRead;
-
-std::string variable(const char *name) {
-  const char *value = getenv(name);
-  return value == nullptr ? "" : value;
-}
 
 // Digits, or digits with a point.
 bool parse_seconds(const std::string &text, double &seconds) {

@@ -17,7 +17,7 @@ namespace {
 constexpr uint32_t kDoor = kUnlisted + 1;
 constexpr useconds_t kBetweenKnocks = 200;
 
-Opener this_process() {
+Opener this_opener() {
   Opener opener = {};
   opener.process = static_cast<uint32_t>(getpid());
   opener.since = static_cast<uint32_t>(time(nullptr));
@@ -55,7 +55,7 @@ bool is_in_use(int descriptor) {
 uint32_t take_place(int descriptor, Opener (&table)[kOpeners]) {
   for (uint32_t place = 0; place < kOpeners; ++place) {
     if (try_lock_byte(descriptor, place, Hold::exclusive) != Attempt::done) continue;
-    table[place] = this_process();
+    table[place] = this_opener();
     return place;
   }
   try_lock_byte(descriptor, kUnlisted, Hold::shared);

@@ -2,18 +2,13 @@
 #include "platform/environment.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <string>
 
 #include "common/standard_error.h"
+#include "common/variable.h"
 
 namespace vchip {
 namespace {
-
-std::string variable(const char *name) {
-  const char *value = getenv(name);
-  return value == nullptr ? "" : value;
-}
 
 LogTarget read_log_target() {
   const std::string value = variable("VCHIP_LOG");
