@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <unistd.h>
 #include <utility>
@@ -58,10 +58,10 @@ std::string make_image() {
   if (const char *refusal = vchip_open()) swfuzz::wrong(refusal);
   use_chip();
   vchip_close();
-  std::ifstream file(path, std::ios::binary);
-  std::string image(std::istreambuf_iterator<char>(file), {});
+  std::ostringstream image;
+  image << std::ifstream(path, std::ios::binary).rdbuf();
   std::filesystem::remove_all(directory);
-  return image;
+  return image.str();
 }
 
 // The good image, and the places that differ from it for the time being.

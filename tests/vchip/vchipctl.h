@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -88,7 +88,9 @@ class Vchipctl : public testing::Test {
     if (!std::filesystem::exists(image_)) expect_done("reset");
     std::ifstream stream(image_, std::ios::binary);
     stream.seekg(4096);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
   }
   static json ports(uint32_t unit) {
     return dump("--unit " + std::to_string(unit) + " --block port");
