@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "os/json.h"
 
+#include <sstream>
+
 namespace os {
 
 Json parse_json(const std::string &text) {
@@ -12,7 +14,9 @@ Json try_parse_json(const std::string &text) {
 }
 
 Json try_parse_json(std::istream &stream) {
-  return Json::parse(stream, nullptr, false);
+  std::ostringstream text;
+  text << stream.rdbuf();
+  return try_parse_json(text.str());
 }
 
 std::string json_text(const Json &json, int indent) {

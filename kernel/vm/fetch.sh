@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # fetch.sh DIR
 # Puts the kernel that belongs to the newest installed kernel headers into DIR,
-# as vmlinuz, from Debian's package; the modules that the tests need, in the order
+# as vmlinux, out of Debian's package; the modules that the tests need, in the order
 # in which they load, as modules/N-NAME.ko; and beside it the headers' release.
 set -euo pipefail
 dir=$1
@@ -14,7 +14,7 @@ mkdir -p "$dir"
 modules=(net/llc/llc.ko net/802/stp.ko net/bridge/bridge.ko drivers/net/veth.ko
   drivers/net/ethernet/intel/e1000/e1000.ko)
 here() { find "$dir/modules" -name '*.ko' 2>/dev/null | wc -l; }
-if [ -s "$dir/vmlinuz" ] && [ "$(here)" -eq ${#modules[@]} ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
+if [ -s "$dir/vmlinux" ] && [ "$(here)" -eq ${#modules[@]} ] && [ "$(cat "$dir/release")" = "$release" ]; then exit 0; fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -32,5 +32,5 @@ mkdir "$dir/modules"
 for each in "${!modules[@]}"; do
   mv "$work/$place/${modules[each]}" "$dir/modules/$each-${modules[each]##*/}"
 done
-mv "$work/boot/vmlinuz-$release" "$dir/vmlinuz"
+python3 "$(dirname "${BASH_SOURCE[0]}")/unpack.py" "$work/boot/vmlinuz-$release" "$dir/vmlinux"
 echo "$release" >"$dir/release"

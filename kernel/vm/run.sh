@@ -22,7 +22,7 @@ not_run() {
 for tool in qemu-system-x86_64 cpio busybox make; do
   command -v "$tool" >/dev/null || not_run "$tool is not installed"
 done
-[ -s "$dir/vmlinuz" ] && [ -d "$dir/modules" ] || not_run "there is no kernel image"
+[ -s "$dir/vmlinux" ] && [ -d "$dir/modules" ] || not_run "there is no kernel image"
 headers=/usr/src/linux-headers-$(cat "$dir/release")
 [ -d "$headers" ] || not_run "the headers of the kernel image are not installed"
 
@@ -30,8 +30,10 @@ dir=$(cd "$dir" && pwd)
 exec 9>"$dir/lock"
 flock 9
 
-rm -rf "$dir/module" "$dir/root"
-cp -r "$here/../module" "$dir/module"
+# Compiled again only if it has changed.
+rm -rf "$dir/root"
+mkdir -p "$dir/module"
+cp --update --preserve=timestamps "$here"/../module/* "$dir/module"
 make -s -C "$headers" M="$dir/module" modules >"$dir/module.log" 2>&1 || {
   cat "$dir/module.log" >&2
   exit 1
@@ -60,7 +62,7 @@ printf '%s\n' "$(basename "${programs[0]}")" "$@" >"$dir/root/command"
 
 status=0
 timeout "$limit" qemu-system-x86_64 -machine pc,accel=tcg,hpet=off -smp 2 -m 256 \
-  -kernel "$dir/vmlinuz" -initrd "$dir/initrd" \
+  -kernel "$dir/vmlinux" -initrd "$dir/initrd" \
   -append "console=ttyS0 quiet panic=-1" \
   -nographic -no-reboot -nic none </dev/null >"$dir/vm.log" 2>&1 || status=$?
 

@@ -42,7 +42,7 @@ class Machine(neighbours.Case):
         with open(self.path("console"), "wb") as console:
             process = subprocess.Popen(
                 ["qemu-system-x86_64", "-m", "192", "-accel", "tcg", "-nographic", "-no-reboot",
-                 "-kernel", KERNEL / "vmlinuz", "-initrd", self.disk(),
+                 "-kernel", KERNEL / "vmlinux", "-initrd", self.disk(),
                  "-append", "console=ttyS0 quiet panic=-1", "-nic", "none",
                  "-device", "e1000,netdev=n,mac=02:00:00:00:00:22,romfile=",
                  "-netdev", f"stream,id=n,server=off,addr.type=unix,addr.path={socket}"],
@@ -79,6 +79,6 @@ class Machine(neighbours.Case):
 if __name__ == "__main__":
     if "NEIGHBOURS_ALL" not in os.environ:
         neighbours.skip("booting takes its time; ./dev neighbours does it")
-    if not (KERNEL / "vmlinuz").exists() or not list(KERNEL.glob("modules/*e1000.ko")):
+    if not (KERNEL / "vmlinux").exists() or not list(KERNEL.glob("modules/*e1000.ko")):
         neighbours.skip("there is no kernel; ./dev neighbours fetches one")
     neighbours.main("qemu-system-x86_64", "busybox", "cpio", "md5sum")

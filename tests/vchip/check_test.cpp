@@ -201,7 +201,6 @@ std::string corrupt(std::string &bytes, uint32_t round) {
   return place.name;
 }
 
-constexpr uint32_t kRounds = 500;
 constexpr uint32_t kRoundsOfAProcess = 20;
 
 // Some rounds in one process, which says what it is at and what it has found.
@@ -220,18 +219,19 @@ int use_corrupted(const std::string &path, const std::string &good, uint32_t fir
   return 0;
 }
 
-TEST_F(Check, FiveHundredRandomCorruptions) {
+TEST_F(Check, RandomCorruptions) {
+  const uint32_t wanted = vchip_test::soaking() ? 1000 : 200;
   ASSERT_EQ(run(image(), use_everything).status, 0);
   const std::string good = read_file(image_);
   size_t rounds = 0, found = 0;
-  for (uint32_t first = 0; first < kRounds; first += kRoundsOfAProcess) {
+  for (uint32_t first = 0; first < wanted; first += kRoundsOfAProcess) {
     const Outcome outcome = run(image(), [&] { return use_corrupted(image_, good, first); });
     ASSERT_EQ(outcome.status, 0) << outcome.output;
     std::istringstream lines(outcome.output);
     for (std::string line; std::getline(lines, line); ++rounds) found += line.ends_with("found");
   }
-  EXPECT_EQ(rounds, kRounds);
-  EXPECT_GT(found, 100u);
+  EXPECT_EQ(rounds, wanted);
+  EXPECT_GT(found, wanted / 5);
   RecordProperty("found", static_cast<int>(found));
 }
 

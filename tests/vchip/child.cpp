@@ -132,6 +132,10 @@ bool has_robust_futexes() {
   return syscall(SYS_get_robust_list, 0, &head, &length) == 0;
 }
 
+bool soaking() {
+  return getenv("SWCTL_SOAK") != nullptr;
+}
+
 std::string read_file(const std::string &path) {
   std::ifstream stream(path, std::ios::binary | std::ios::ate);
   if (!stream.is_open()) return {};

@@ -63,6 +63,9 @@ class ImageTest : public testing::Test {
 // Whether the system, or what emulates it, keeps lists of robust futexes.
 bool has_robust_futexes();
 
+// Whether a test that repeats itself may take its time, as in `./dev soak`: SWCTL_SOAK is set.
+bool soaking();
+
 std::string read_file(const std::string &path);
 void write_file(const std::string &path, const std::string &bytes);
 // In place: who has the file mapped sees it.

@@ -9,7 +9,6 @@
 #include <swctl/platform/sdk.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <signal.h>
 #include <string>
 #include <unistd.h>
@@ -236,17 +235,11 @@ class KilledWriters : public Killed, public testing::WithParamInterface<const ch
   }
 };
 
-// How often, SWCTL_KILLS says: `./dev soak` takes more time for it.
-size_t kills_wanted() {
-  const char *kills = getenv("SWCTL_KILLS");
-  return kills == nullptr ? 150 : strtoul(kills, nullptr, 10);
-}
-
 // One is killed while seven others go on; each is followed by a new one.
 TEST_P(KilledWriters, ManyTimesInTheMiddle) {
   constexpr uint32_t kWanted = 10;
   constexpr size_t kWriters = 8;
-  const size_t at_least = kills_wanted();
+  const size_t at_least = vchip_test::soaking() ? 1000 : 150;
   std::vector<pid_t> writers(kWriters);
   for (pid_t &writer : writers) writer = vchip_test::start(image(), write_forever);
   size_t kills = 0;
