@@ -4,6 +4,7 @@
 #include <arpa/inet.h>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -72,6 +73,19 @@ void switch_off(const std::string &setting) {
   std::ofstream("/proc/sys/net/ipv6/conf/" + setting) << "1\n";
 }
 
+// Until the kernel has seen the cable, which it does in its own time, what goes to the
+// interface is lost.
+void wait_for_cable(int port) {
+  constexpr auto kAtMost = std::chrono::seconds(20);
+  const auto end = std::chrono::steady_clock::now() + kAtMost;
+  for (std::string state; state != "up";) {
+    if (std::chrono::steady_clock::now() > end)
+      throw std::runtime_error(interface(port) + " is " + state);
+    if (!state.empty()) usleep(1000);
+    std::ifstream("/sys/class/net/" + interface(port) + "/operstate") >> state;
+  }
+}
+
 }  // namespace
 
 std::string interface(int port) {
@@ -94,6 +108,9 @@ KernelBridge::KernelBridge(int ports) {
   hosts_.resize(static_cast<size_t>(ports) + 1, -1);
   for (int port = 1; port <= ports; ++port)
     hosts_[static_cast<size_t>(port)] = host_socket("h" + std::to_string(port));
+  for (int port = 1; port <= ports; ++port) wait_for_cable(port);
+  // Answered when the kernel is done with them.
+  run("ip", "link show br0");
 }
 
 KernelBridge::~KernelBridge() {
