@@ -5,10 +5,12 @@ Every file of the tree compiles by itself: each source file, and each header as
 if it were one. A build takes several files at a time, so that a file may use
 what only another one includes. PARTs choose the files whose path holds one.
 """
+import collections
 import concurrent.futures
 import json
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
@@ -39,18 +41,43 @@ def sources(build, source):
     return found
 
 
-def nearest(header, compiled):
-    """The options of a source file that has most of its path in common."""
+INCLUDE = re.compile(r'^#include [<"](?:[^">]*/)?([^/">]+)[">]', re.MULTILINE)
+
+
+def includers(files):
+    """file name -> the files that include one of that name."""
+    found = collections.defaultdict(set)
+    for path in files:
+        for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            found[name].add(path)
+    return found
+
+
+def users(header, by_name):
+    """All files that a header gets into, by others or directly."""
+    seen = set()
+    todo = [header]
+    while todo:
+        more = by_name[todo.pop().name] - seen
+        seen |= more
+        todo += more
+    return seen
+
+
+def nearest(header, compiled, by_name):
+    """The options of a source file that uses it and has most of its path in common."""
     def distance(path):
         common = os.path.commonpath([header.parent, path.parent])
         return (-len(pathlib.Path(common).parts), len(path.parts), path)
-    return compiled[min((path for path in compiled if path.suffix == ".cpp"), key=distance)]
+    sources_cpp = {path for path in compiled if path.suffix == ".cpp"}
+    return compiled[min(sources_cpp & users(header, by_name) or sources_cpp, key=distance)]
 
 
 def headers(source, compiled):
     listed = subprocess.run(["git", "-C", source, "ls-files", "--cached", "--others",
                              "--exclude-standard", "*.h"],
                             check=True, capture_output=True, text=True).stdout.split()
+    by_name = includers([*compiled, *(source / name for name in listed)])
     for name in listed:
         header = source / name
         # Halves of a list that is included between them.
@@ -59,7 +86,7 @@ def headers(source, compiled):
         # Forced into a C program, and the kernel's own.
         if name.startswith(("bench/instructions/", "bench/steps/", "kernel/module/")):
             continue
-        words, directory = nearest(header, compiled)
+        words, directory = nearest(header, compiled, by_name)
         # Clang takes it for a source file, all of whose functions would have to be used.
         taken = ["-Wno-pragma-once-outside-header", "-Wno-unused-function"]
         yield header, ([*words, *taken, "-xc++"], directory)
