@@ -27,6 +27,7 @@ BESIDES = {
     "user_mac_violate_count_get_by_port": "reads a file",
     "user_mac_violate_del_by_port": "reads and writes a file",
     "User_port_cablediag": "prints what it found",
+    "user_field_action_add": "puts an action into a record of 43 words",
 }
 
 BY_HAND = {
