@@ -18,7 +18,7 @@ WORDS = {
     r"whoever": "who, or what",
     r"anew": "again",
     r"second doors?": "view",
-    r"the world": "what happens to the chip from outside",
+    r"the world|world's|'s world|its world": "what happens to the chip from outside",
     r"time passes, which": "the clock advances",
 }
 # Where a word means what it says.

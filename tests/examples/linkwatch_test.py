@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 """linkwatch_test.py [EMULATOR...] LINKWATCH
 
-Drives the daemon of the examples: the virtual chip's world in front of it,
-swctl as the neighbour that looks on and interferes.
+Drives the daemon of the examples: vchipctl plugs cables in, swctl is the neighbour that
+looks on and interferes.
 """
 import json
 import os
