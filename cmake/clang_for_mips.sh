@@ -14,4 +14,4 @@ for argument; do
   shift
   [ "$argument" = -Wa,-mno-pdr ] || set -- "$@" "$argument"
 done
-exec $clang --target=mips-linux-gnu -w -Wno-error "$@"
+exec $clang --target=mips-linux-gnu -w "$@"

@@ -15,7 +15,10 @@ def kernel_in(image):
     setup_sectors = image[0x1F1] or 4
     offset, length = struct.unpack_from("<II", image, 0x248)
     start = (setup_sectors + 1) * SECTOR + offset
-    kernel = lzma.LZMADecompressor().decompress(image[start:start + length])
+    try:
+        kernel = lzma.LZMADecompressor().decompress(image[start:start + length])
+    except lzma.LZMAError as error:
+        sys.exit(f"unpack.py: {sys.argv[1]} is not compressed by xz: {error}")
     if not kernel.startswith(b"\x7fELF"):
         sys.exit(f"unpack.py: {sys.argv[1]} holds no kernel in ELF")
     return kernel

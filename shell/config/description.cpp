@@ -94,7 +94,7 @@ std::string file_name() {
 CommandError unusable(const std::string &path, const char *what) {
   Fault fault;
   fault.status = kRefused;
-  fault.message = swsh::in_quotes(path) + ' ' + what + ": " + strerror(errno);
+  fault.message = in_quotes(path) + ' ' + what + ": " + strerror(errno);
   fault.culprit = path;
   return CommandError(fault);
 }
@@ -148,8 +148,8 @@ void put(Descriptions &all, int64_t interface, const std::string &text) {
 
 void expect_description(const std::string &text) {
   const auto refuse = [&](const std::string &why) {
-    throw CommandError(wrong_usage("bad value " + swsh::in_quotes(text) + " of description: " + why,
-                                   text, {"up to 64 characters without control characters"}));
+    throw CommandError(wrong_usage("bad value " + in_quotes(text) + " of description: " + why, text,
+                                   {"up to 64 characters without control characters"}));
   };
   if (!is_utf8(text)) refuse("it is not UTF-8");
   const std::string control = control_in(text);

@@ -22,7 +22,7 @@ constexpr char kBeingWritten[] = "~";
 [[noreturn]] void fail_to_write(const std::string &path, int error) {
   Fault fault;
   fault.status = kRefused;
-  fault.message = swsh::in_quotes(path) + " cannot be written: " + strerror(error);
+  fault.message = in_quotes(path) + " cannot be written: " + strerror(error);
   fault.culprit = path;
   throw CommandError(fault);
 }
@@ -72,7 +72,7 @@ void expect_name(const std::string &name) {
   const bool good = !name.empty() && name.size() <= kLongestName && name.front() != '.' &&
                     name.find_first_not_of(kNameCharacters) == std::string::npos;
   if (!good)
-    throw CommandError(wrong_usage(swsh::in_quotes(name) + " is no name of a checkpoint", name,
+    throw CommandError(wrong_usage(in_quotes(name) + " is no name of a checkpoint", name,
                                    {"up to 64 letters, digits, - _ and ."}));
 }
 
@@ -91,7 +91,7 @@ std::string unit_directory(uint32_t unit) {
   if (!error) return own;
   Fault fault;
   fault.status = kRefused;
-  fault.message = swsh::in_quotes(own) + " cannot be made: " + error.message();
+  fault.message = in_quotes(own) + " cannot be made: " + error.message();
   fault.culprit = own;
   throw CommandError(fault);
 }

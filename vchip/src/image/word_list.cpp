@@ -12,7 +12,7 @@ namespace vchip {
 namespace {
 
 constexpr char kBegin[] = "swctl-vchip words 1\n";
-constexpr char kLastWord[] = "end ";
+constexpr char kLastLine[] = "end ";
 constexpr size_t kMostArrays = 8;
 constexpr uint64_t kMostWords = 1 << 24;
 
@@ -185,7 +185,7 @@ std::string split_name(const std::string &name, WordIndex &index) {
 std::string word_list_text(const WordList &words) {
   std::string text = kBegin;
   for (const NamedWord &word : words) text += line_of(word);
-  return text + kLastWord + std::to_string(hash_of(text)) + '\n';
+  return text + kLastLine + std::to_string(hash_of(text)) + '\n';
 }
 
 const char *parse_word_list(const std::string &text, uint64_t size, WordList &words) {
@@ -195,8 +195,8 @@ const char *parse_word_list(const std::string &text, uint64_t size, WordList &wo
     const size_t end = text.find('\n', from);
     if (end == std::string::npos) return kDamaged;
     const std::string line = text.substr(from, end - from);
-    if (line.starts_with(kLastWord))
-      return line == kLastWord + std::to_string(hash_of(text.substr(0, from))) ? nullptr : kDamaged;
+    if (line.starts_with(kLastLine))
+      return line == kLastLine + std::to_string(hash_of(text.substr(0, from))) ? nullptr : kDamaged;
     NamedWord word = {};
     if (!parse_word(line, size, word)) return kDamaged;
     words.push_back(std::move(word));

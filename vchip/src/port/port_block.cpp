@@ -67,17 +67,17 @@ void PortBlock::plug(int32_t port, const vchip_partner_t &partner) {
 Link PortBlock::link(int32_t port) const {
   constexpr Link kGigabit = {true, VCHIP_SPEED_1000, VCHIP_DUPLEX_FULL};
   if (port == VCHIP_CPU_PORT) return kGigabit;
-  const Cable plugged_in = cable(port);
-  if (!plugged_in.plugged) return kLinkDown;
+  const Cable there = cable(port);
+  if (!there.plugged) return kLinkDown;
   // The fibre side reports light, which does not ask whether the port is on.
   if (medium(port) == VCHIP_MEDIUM_FIBRE) return kGigabit;
   if (!admin(port)) return kLinkDown;
   const Port &own = of(port);
-  const Link fixed = best_mode(plugged_in.partner.ability);
+  const Link fixed = best_mode(there.partner.ability);
   const LinkEnd local = {autonegotiation(port), own.advertised, own.forced_speed,
                          own.forced_duplex};
-  const LinkEnd partner = {plugged_in.partner.autonegotiation != 0, plugged_in.partner.ability,
-                           fixed.speed, fixed.duplex};
+  const LinkEnd partner = {there.partner.autonegotiation != 0, there.partner.ability, fixed.speed,
+                           fixed.duplex};
   return resolve_link(local, partner);
 }
 
